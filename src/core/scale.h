@@ -1,0 +1,41 @@
+// Fixed point: the only code that rounds or saturates integers. Families bring the exact value in a type that holds it.
+#pragma once
+
+#include <stdint.h>
+
+#include <limits>
+
+namespace tevs {
+
+// r clamped to D's range. W holds every value of D.
+template <class D, class W> constexpr D saturate(W r) {
+    constexpr W lo = std::numeric_limits<D>::min(), hi = std::numeric_limits<D>::max();
+    return D(r < lo ? lo : r > hi ? hi : r);
+}
+static_assert(saturate<int16_t>(40000) == 32767 && saturate<int16_t>(-40000) == -32768 && saturate<uint8_t>(-1) == 0);
+
+// r * 2^-s for s >= 1, to nearest, ties to even. The shift is arithmetic, so it holds for r < 0.
+// W has a bit to spare over r: adding 2^(s-1) does not overflow.
+template <class W> constexpr W roundShift(W r, int s) { return (r + (W{1} << (s - 1)) - 1 + ((r >> s) & 1)) >> s; }
+static_assert(roundShift(3, 1) == 2 && roundShift(-3, 1) == -2 && roundShift(1, 1) == 0 && roundShift(-1, 1) == 0);
+static_assert(roundShift(5, 1) == 2 && roundShift(510, 9) == 1);
+
+// r * 2^-scaleFactor under the rule of every _Sfs form: to nearest, ties to even, saturated to D. Any scaleFactor will do.
+// Bits is the width of r's magnitude, at most two less than W's: from Bits + 1 on the right everything rounds to 0, and a left shift
+// by D's width or more saturates whatever is not 0.
+template <class D, int Bits, class W> constexpr D scaled(W r, int scaleFactor) {
+    static_assert(Bits <= int(sizeof(W) * 8) - 2);
+    constexpr int kLeft = int(sizeof(D) * 8);
+    if (scaleFactor > Bits) return 0;
+    if (scaleFactor > 0) return saturate<D>(roundShift(r, scaleFactor));
+    if (scaleFactor == 0) return saturate<D>(r);
+    constexpr W lo = std::numeric_limits<D>::min(), hi = std::numeric_limits<D>::max();
+    const int left = scaleFactor < -kLeft ? kLeft : -scaleFactor;
+    if (r > (hi >> left)) return D(hi);
+    if (r < (lo >> left)) return D(lo);
+    return D(r * (W{1} << left));
+}
+static_assert(scaled<int16_t, 17>(-65536, 16) == -1 && scaled<int16_t, 17>(-65536, 18) == 0 && scaled<int16_t, 17>(65535, 17) == 0);
+static_assert(scaled<int16_t, 17>(-1, -16) == -32768 && scaled<int16_t, 17>(0, -40) == 0 && scaled<int16_t, 17>(1, -14) == 16384);
+
+}   // namespace tevs

@@ -1,0 +1,39 @@
+// Kernel tables. A family `movement` declares its table of kernel pointers once, in movement.table.h:
+//
+//     struct MovementKernels { void (*flip8)(const uint8_t* src, uint8_t* dst, int len); ... };
+//     TEVS_KERNEL_TABLE(MovementKernels, movement, 2)
+//
+// movement.kern.cpp, compiled once per level, defines levelN::movement; the exports call through tevs::movement->flip8(...).
+// The last argument is the highest level that the family is compiled for. families.h lists the tables of all families, and dispatch.cpp
+// points each at its level, once, when the library is loaded; after that they are only read.
+#pragma once
+
+#include "core/simd/level.h"
+
+#ifdef __i386__
+#define TEVS_BASE_NS level0
+constexpr int kBaseLevel = 0;
+constexpr int kHighestLevel = 1;
+#else
+#define TEVS_BASE_NS level1
+constexpr int kBaseLevel = 1;
+constexpr int kHighestLevel = 3;
+#endif
+
+#define TEVS_KERNEL_TABLE(Type, name, top)  \
+    namespace tevs {                        \
+    namespace level0 {                      \
+    extern const Type name;                 \
+    }                                       \
+    namespace level1 {                      \
+    extern const Type name;                 \
+    }                                       \
+    namespace level2 {                      \
+    extern const Type name;                 \
+    }                                       \
+    namespace level3 {                      \
+    extern const Type name;                 \
+    }                                       \
+    extern const Type* name;                \
+    constexpr int name##TopLevel = top;     \
+    }

@@ -1,0 +1,6 @@
+// Every family that has kernels: its table's header, and its line in the list that dispatch.cpp walks.
+#pragma once
+
+#include "vector/conversion.table.h"
+
+#define TEVS_FAMILIES(X) X(ConversionKernels, conversion)

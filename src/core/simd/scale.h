@@ -1,0 +1,34 @@
+// The rounding and saturation of core/scale.h over vectors: the same results to the bit.
+#pragma once
+
+#include "core/simd/vec.h"
+
+namespace tevs::TEVS_LEVEL_NS {
+namespace {
+
+// Shifts by one run-time count for all lanes. The intrinsics take the count from a register's low half in one instruction; v >> s makes the compiler
+// build a vector of counts on levels without per-lane shifts.
+TEVS_INLINE Vec<int32_t, 4> shiftRight(Vec<int32_t, 4> v, int s) { return (Vec<int32_t, 4>)_mm_sra_epi32((__m128i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<int32_t, 4> shiftLeft(Vec<int32_t, 4> v, int s) { return (Vec<int32_t, 4>)_mm_sll_epi32((__m128i)v, _mm_cvtsi32_si128(s)); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> shiftRight(Vec<int32_t, 8> v, int s) { return (Vec<int32_t, 8>)_mm256_sra_epi32((__m256i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<int32_t, 8> shiftLeft(Vec<int32_t, 8> v, int s) { return (Vec<int32_t, 8>)_mm256_sll_epi32((__m256i)v, _mm_cvtsi32_si128(s)); }
+#endif
+
+// r * 2^-s for 1 <= s <= 31, to nearest, ties to even; a bit to spare over r, as in the scalar twin.
+template <class V> TEVS_INLINE V roundShift(V r, int s) {
+    const V half = V{} + ((1 << (s - 1)) - 1);
+    return shiftRight(r + half + (shiftRight(r, s) & (V{} + 1)), s);
+}
+
+// 32-bit lanes to 16 bits, saturated, in order.
+TEVS_INLINE Vec<int16_t, 8> pack16(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int16_t, 8>)_mm_packs_epi32((__m128i)a, (__m128i)b); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int16_t, 16> pack16(Vec<int32_t, 8> a, Vec<int32_t, 8> b) {
+    // The instruction packs each 128-bit half by itself; the permutation puts the quarters in order.
+    return (Vec<int16_t, 16>)_mm256_permute4x64_epi64(_mm256_packs_epi32((__m256i)a, (__m256i)b), 0xd8);
+}
+#endif
+
+}   // namespace
+}   // namespace tevs::TEVS_LEVEL_NS

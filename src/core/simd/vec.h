@@ -1,0 +1,172 @@
+// The vector layer: Vec<T, N> is N lanes of T on the compiler's own vector types, so + - * & | ^ ~ < == and the like are written
+// as operators. Here are loads and stores, lane permutations, and the few instructions that no operator says.
+//
+// Only kernel sources include this file. Everything is in an unnamed namespace inside the level's own: no symbol leaves the object, so the
+// linker can never choose code of a higher level for a caller on an older machine.
+#pragma once
+
+#include <stdint.h>
+#include <string.h>
+#if TEVS_LEVEL >= 2
+#include <immintrin.h>
+#elif TEVS_LEVEL == 1
+#include <smmintrin.h>
+#else
+#include <pmmintrin.h>
+#endif
+
+#include "core/simd/level.h"
+
+namespace tevs::TEVS_LEVEL_NS {
+namespace {
+
+#define TEVS_INLINE inline __attribute__((always_inline))
+
+constexpr int kRegisterBytes = TEVS_LEVEL >= 3 ? 64 : TEVS_LEVEL == 2 ? 32 : 16;
+
+template <class T, int N> struct VecOf {
+    typedef T type __attribute__((vector_size(N * sizeof(T))));
+};
+template <class T, int N> using Vec = typename VecOf<T, N>::type;
+
+// Lanes of T in one register of the level.
+template <class T> constexpr int kLanes = kRegisterBytes / int(sizeof(T));
+
+template <class V> constexpr int kCount = int(sizeof(V) / sizeof(V{}[0]));
+
+// ---- loads, stores, constants: any address will do ------------------------------------------------------------------------
+
+template <class V> TEVS_INLINE V loadAs(const void* p) {
+    V v;
+    memcpy(&v, p, sizeof v);
+    return v;
+}
+template <class T, int N> TEVS_INLINE Vec<T, N> load(const T* p) { return loadAs<Vec<T, N>>(p); }
+template <class V> TEVS_INLINE void store(void* p, V v) { memcpy(p, &v, sizeof v); }
+
+template <class T, int N> TEVS_INLINE Vec<T, N> splat(T x) { return Vec<T, N>{} + x; }
+template <int N> TEVS_INLINE Vec<float, N> splat(float x) { return x - Vec<float, N>{}; }     // -0.0f stays -0.0f
+template <int N> TEVS_INLINE Vec<double, N> splat(double x) { return x - Vec<double, N>{}; }
+
+// ---- lane permutations ------------------------------------------------------------------------------------------------------
+
+template <int... I> struct Lane {};
+template <int N, int... I> struct MakeLane : MakeLane<N - 1, N - 1, I...> {};
+template <int... I> struct MakeLane<0, I...> {
+    using type = Lane<I...>;
+};
+template <int N> using Iota = typename MakeLane<N>::type;
+
+template <class V, int... I> TEVS_INLINE auto evensOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (2 * I)...); }
+template <class V, int... I> TEVS_INLINE auto oddsOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (2 * I + 1)...); }
+template <class V, int... I> TEVS_INLINE auto lowOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, I...); }
+template <class V, int... I> TEVS_INLINE auto highOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (int(sizeof...(I)) + I)...); }
+template <class V, int... I> TEVS_INLINE auto joinOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, I...); }
+template <class V, int... I> TEVS_INLINE V reverseOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (int(sizeof...(I)) - 1 - I)...); }
+template <class V, int... I> TEVS_INLINE V swapPairsOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I ^ 1)...); }
+template <int From, class V, int... I> TEVS_INLINE V interleaveOf(V a, V b, Lane<I...>) {
+    constexpr int n = int(sizeof...(I));
+    return __builtin_shufflevector(a, b, (From + I / 2 + (I % 2) * n)...);
+}
+
+// Of two vectors laid end to end: every second lane, from lane 0 or from lane 1.
+template <class V> TEVS_INLINE V evens(V a, V b) { return evensOf(a, b, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE V odds(V a, V b) { return oddsOf(a, b, Iota<kCount<V>>{}); }
+// a0 b0 a1 b1 ...: the lower and the upper half of that double-length vector.
+template <class V> TEVS_INLINE V interleaveLow(V a, V b) { return interleaveOf<0>(a, b, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE V interleaveHigh(V a, V b) { return interleaveOf<kCount<V> / 2>(a, b, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE V reverse(V a) { return reverseOf(a, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE V swapPairs(V a) { return swapPairsOf(a, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE auto low(V a) { return lowOf(a, Iota<kCount<V> / 2>{}); }
+template <class V> TEVS_INLINE auto high(V a) { return highOf(a, Iota<kCount<V> / 2>{}); }
+template <class V> TEVS_INLINE auto join(V a, V b) { return joinOf(a, b, Iota<2 * kCount<V>>{}); }
+
+// Two vectors that belong together: consecutive in memory where they are stored, or the two parts of a complex vector.
+template <class V> struct Two {
+    V a, b;
+};
+template <class V> TEVS_INLINE void store(void* p, Two<V> v) {
+    store(p, v.a);
+    store(static_cast<char*>(p) + sizeof(V), v.b);
+}
+
+template <class T, int N> TEVS_INLINE Two<Vec<T, N>> loadTwo(const T* p) { return {load<T, N>(p), load<T, N>(p + N)}; }
+
+// N interleaved pairs at p, as N first members and N second members; and back.
+template <class T, int N> TEVS_INLINE Two<Vec<T, N>> loadSplit(const T* p) {
+    const auto x = load<T, N>(p), y = load<T, N>(p + N);
+    return {evens(x, y), odds(x, y)};
+}
+template <class V> TEVS_INLINE Two<V> interleave(V a, V b) { return {interleaveLow(a, b), interleaveHigh(a, b)}; }
+
+// ---- arithmetic that no operator says -----------------------------------------------------------------------------------------
+
+// a * b + c, rounded once where the source is compiled with fused multiply-add, after each step elsewhere.
+// Only families whose results may differ in rounding between levels call these.
+template <class V> TEVS_INLINE V fma(V a, V b, V c) {
+#ifdef __FMA__
+    if constexpr (sizeof(V{}[0]) == 4) {
+        if constexpr (sizeof(V) == 16) return (V)_mm_fmadd_ps((__m128)a, (__m128)b, (__m128)c);
+        if constexpr (sizeof(V) == 32) return (V)_mm256_fmadd_ps((__m256)a, (__m256)b, (__m256)c);
+#ifdef __AVX512F__
+        if constexpr (sizeof(V) == 64) return (V)_mm512_fmadd_ps((__m512)a, (__m512)b, (__m512)c);
+#endif
+    } else {
+        if constexpr (sizeof(V) == 16) return (V)_mm_fmadd_pd((__m128d)a, (__m128d)b, (__m128d)c);
+        if constexpr (sizeof(V) == 32) return (V)_mm256_fmadd_pd((__m256d)a, (__m256d)b, (__m256d)c);
+#ifdef __AVX512F__
+        if constexpr (sizeof(V) == 64) return (V)_mm512_fmadd_pd((__m512d)a, (__m512d)b, (__m512d)c);
+#endif
+    }
+#else
+    return a * b + c;
+#endif
+}
+template <class V> TEVS_INLINE V fms(V a, V b, V c) { return fma(a, b, -c); }    // a * b - c
+template <class V> TEVS_INLINE V fnma(V a, V b, V c) { return fma(-a, b, c); }   // c - a * b
+
+// min(limit, v), and v itself where v is NaN.
+TEVS_INLINE Vec<float, 4> atMost(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_min_ps((__m128)limit, (__m128)v); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<float, 8> atMost(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_min_ps((__m256)limit, (__m256)v); }
+#endif
+
+// ---- conversions ------------------------------------------------------------------------------------------------------------------
+
+// Float to the nearest integer (ties to even, in the rounding mode that exports keep) or toward zero; out of range and NaN: INT32_MIN.
+TEVS_INLINE Vec<int32_t, 4> nearestInt(Vec<float, 4> v) { return (Vec<int32_t, 4>)_mm_cvtps_epi32((__m128)v); }
+TEVS_INLINE Vec<int32_t, 4> truncatedInt(Vec<float, 4> v) { return (Vec<int32_t, 4>)_mm_cvttps_epi32((__m128)v); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> nearestInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvtps_epi32((__m256)v); }
+TEVS_INLINE Vec<int32_t, 8> truncatedInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvttps_epi32((__m256)v); }
+#endif
+
+// N lanes from memory in a type of twice the width, and N lanes in half the width: exact, and rounded to nearest.
+template <int N> TEVS_INLINE Vec<int32_t, N> loadWide(const int16_t* p) {
+#if TEVS_LEVEL >= 2
+    if constexpr (N == 8) return (Vec<int32_t, 8>)_mm256_cvtepi16_epi32((__m128i)loadAs<Vec<int16_t, 8>>(p));
+#endif
+#if TEVS_LEVEL >= 1
+    if constexpr (N == 4) return (Vec<int32_t, 4>)_mm_cvtepi16_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+#else
+    if constexpr (N == 4) {
+        const __m128i v = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
+        return (Vec<int32_t, 4>)_mm_srai_epi32(_mm_unpacklo_epi16(v, v), 16);
+    }
+#endif
+}
+template <int N> TEVS_INLINE Vec<double, N> loadWide(const float* p) {
+#if TEVS_LEVEL >= 2
+    if constexpr (N == 4) return (Vec<double, 4>)_mm256_cvtps_pd((__m128)load<float, 4>(p));
+#endif
+    if constexpr (N == 2) return (Vec<double, 2>)_mm_cvtps_pd((__m128)_mm_load_sd(reinterpret_cast<const double*>(p)));
+}
+TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) {
+    return (Vec<float, 4>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)v.a), _mm_cvtpd_ps((__m128d)v.b));
+}
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<float, 8> narrow(Two<Vec<double, 4>> v) { return join((Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b)); }
+#endif
+
+}   // namespace
+}   // namespace tevs::TEVS_LEVEL_NS
