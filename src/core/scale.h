@@ -32,7 +32,7 @@ template <class D, int Bits, class W> constexpr D scaled(W r, int scaleFactor) {
     constexpr W lo = std::numeric_limits<D>::min(), hi = std::numeric_limits<D>::max();
     const int left = scaleFactor < -kLeft ? kLeft : -scaleFactor;
     if (r > (hi >> left)) return D(hi);
-    if (r < (lo >> left)) return D(lo);
+    if (r < -(-lo >> left)) return D(lo);
     return D(r * (W{1} << left));
 }
 static_assert(scaled<int16_t, 17>(-65536, 16) == -1 && scaled<int16_t, 17>(-65536, 18) == 0 && scaled<int16_t, 17>(65535, 17) == 0);

@@ -30,5 +30,25 @@ TEVS_INLINE Vec<int16_t, 16> pack16(Vec<int32_t, 8> a, Vec<int32_t, 8> b) {
 }
 #endif
 
+// 16-bit lanes to 32 bits, in order.
+TEVS_INLINE Two<Vec<int32_t, 4>> widen16(Vec<int16_t, 8> v) {
+    const auto sign = v >> 15;
+    return {(Vec<int32_t, 4>)interleaveLow(v, sign), (Vec<int32_t, 4>)interleaveHigh(v, sign)};
+}
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Two<Vec<int32_t, 8>> widen16(Vec<int16_t, 16> v) {
+    return {(Vec<int32_t, 8>)_mm256_cvtepi16_epi32((__m128i)low(v)), (Vec<int32_t, 8>)_mm256_cvtepi16_epi32((__m128i)high(v))};
+}
+#endif
+
+// The three ways to store an exact 32-bit result as 16 bits: as it is, times 2^-s for 1 <= s <= 31 (|r| <= 2^30), times 2^s for 0 <= s <= 16.
+// On the left, what leaves 16 bits before the shift would leave it after: cut off first, the shifted value fits 32 bits.
+template <class V> TEVS_INLINE auto exact16(Two<V> r) { return pack16(r.a, r.b); }
+template <class V> TEVS_INLINE auto right16(Two<V> r, int s) { return pack16(roundShift(r.a, s), roundShift(r.b, s)); }
+template <class V> TEVS_INLINE auto left16(Two<V> r, int s) {
+    const Two<V> wide = widen16(pack16(r.a, r.b));
+    return pack16(shiftLeft(wide.a, s), shiftLeft(wide.b, s));
+}
+
 }   // namespace
 }   // namespace tevs::TEVS_LEVEL_NS

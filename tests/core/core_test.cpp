@@ -1,0 +1,90 @@
+// Memory, the version record, and the companion library.
+#include <pmmintrin.h>
+
+#include <climits>
+#include <cmath>
+#include <cstring>
+
+#include "support/guarded.h"
+#include "tevcore.h"
+#include "tevs.h"
+
+namespace {
+
+template <class T> void allocates(T* (*allocate)(int), size_t size) {
+    ASSERT_EQ(sizeof(T), size);
+    for (int len : {0, -1, -5, INT_MIN}) EXPECT_EQ(allocate(len), nullptr);
+    for (int len : {1, 2, 3, 7, 31, 32, 33, 1000}) {
+        T* p = allocate(len);
+        ASSERT_NE(p, nullptr);
+        EXPECT_EQ(reinterpret_cast<uintptr_t>(p) % 32, 0u);
+        std::memset(p, 0x5a, size * size_t(len));   // the heap's own checks, or the sanitizer's, see an overrun
+        tevsFree(p);
+    }
+}
+
+TEST(Malloc, EveryTypeAlignedAndWhole) {
+    allocates(tevsMalloc_8u, 1);
+    allocates(tevsMalloc_16u, 2);
+    allocates(tevsMalloc_32u, 4);
+    allocates(tevsMalloc_8s, 1);
+    allocates(tevsMalloc_16s, 2);
+    allocates(tevsMalloc_32s, 4);
+    allocates(tevsMalloc_64s, 8);
+    allocates(tevsMalloc_32f, 4);
+    allocates(tevsMalloc_64f, 8);
+    allocates(tevsMalloc_8sc, 2);
+    allocates(tevsMalloc_16sc, 4);
+    allocates(tevsMalloc_32sc, 8);
+    allocates(tevsMalloc_64sc, 16);
+    allocates(tevsMalloc_32fc, 8);
+    allocates(tevsMalloc_64fc, 16);
+    tevsFree(nullptr);
+}
+
+TEST(GetLibVersion, OneConstantRecord) {
+    const LibraryVersion* v = tevsGetLibVersion();
+    EXPECT_EQ(v, tevsGetLibVersion());
+    EXPECT_EQ(v->major, 5);
+    EXPECT_EQ(v->minor, 1);
+    EXPECT_EQ(v->majorBuild, 133);
+    EXPECT_EQ(v->build, 274);
+    EXPECT_EQ(std::memcmp(v->targetCpu, "q7\0\0", 4), 0);
+    EXPECT_STREQ(v->name, "libtevsq7.so.5.1");
+    EXPECT_STREQ(v->version, "5.1.1");
+    EXPECT_STREQ(v->buildDate, "Jun 17 2006");
+}
+
+TEST(Companion, Constants) {
+    uint32_t nan;
+    std::memcpy(&nan, &tevConstantOfNAN_32f, 4);
+    EXPECT_EQ(nan, 0x7fc00000u);
+    uint64_t nan64;
+    std::memcpy(&nan64, &tevConstantOfNAN_64f, 8);
+    EXPECT_EQ(nan64, 0x7ff8000000000000u);
+    EXPECT_EQ(tevConstantOfINF_32f, INFINITY);
+    EXPECT_EQ(tevConstantOfINF_64f, double(INFINITY));
+}
+
+TEST(Companion, ControlWord) {
+    const uint32_t mine = _mm_getcsr();
+    for (uint32_t rc = 0; rc < 4; ++rc) {
+        EXPECT_EQ(tev_set_rc_ssx(rc), mine);
+        EXPECT_EQ(_mm_getcsr(), (mine & ~0x6000u) | rc << 13);
+        EXPECT_EQ(tev_set_cw_ssx(mine), (mine & ~0x6000u) | rc << 13);
+    }
+    EXPECT_EQ(tev_set_rc_ssx(4), mine);   // two bits count
+    EXPECT_EQ(tev_set_cw_ssx(mine), mine);
+}
+
+TEST(Companion, ThreadCountIsOneVariable) {
+    const int32_t before = tevGetNumThreads();
+    EXPECT_GE(before, 1);
+    EXPECT_EQ(before, threads_omp_of_n_tev);
+    tevSetNumThreads(7);
+    EXPECT_EQ(threads_omp_of_n_tev, 7);
+    threads_omp_of_n_tev = before;
+    EXPECT_EQ(tevGetNumThreads(), before);
+}
+
+}   // namespace

@@ -1,0 +1,65 @@
+// The scaling rule: the scalar form against extended precision, and the vector forms of every level against the scalar one.
+#include "core/scale.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <vector>
+
+#include "core/scale.table.h"
+
+using namespace tevs;
+
+namespace {
+
+template <class D> D oracle(long double exact, int scale) {
+    const long double v = std::nearbyint(std::ldexp(exact, -std::clamp(scale, -16000, 16000)));
+    return D(std::clamp<long double>(v, std::numeric_limits<D>::min(), std::numeric_limits<D>::max()));
+}
+
+constexpr int kScales[] = {INT_MIN, INT_MIN + 1, -1000, -33, -32, -31, 31, 32, 33, 64, 1000, INT_MAX};
+
+// All sums of two 16-bit values, that is 17 bits, hold all of 16-bit input space.
+TEST(Scale, ScalarEqualsOracle) {
+    const auto check = [](int scale) {
+        for (int r = -65536; r <= 65534; ++r) {
+            ASSERT_EQ((scaled<int16_t, 17>(r, scale)), oracle<int16_t>(r, scale)) << r << " scale " << scale;
+            ASSERT_EQ((scaled<uint8_t, 17>(r, scale)), oracle<uint8_t>(r, scale)) << r << " scale " << scale;
+        }
+    };
+    for (int scale = -20; scale <= 20; ++scale) check(scale);
+    for (int scale : kScales) check(scale);
+}
+
+TEST(Scale, WideProductsEqualOracle) {
+    const int64_t edges[] = {0, 1, 2, 3, INT32_MAX, INT32_MIN, int64_t{INT32_MIN} * INT32_MIN, int64_t{INT32_MIN} * INT32_MAX, 0x155555555, -0x2aaaaaaab};
+    for (int64_t e : edges)
+        for (int64_t r : {e - 1, e, std::min(e + 1, int64_t{1} << 62)})   // |r| <= 2^62, the product of two 32-bit values
+            for (int scale = -40; scale <= 70; ++scale) ASSERT_EQ((scaled<int32_t, 62>(r, scale)), oracle<int32_t>(r, scale)) << r << " scale " << scale;
+}
+
+void vectorEqualsScalar(const ScaleKernels& k) {
+    std::vector<int32_t> r;
+    for (int v = -65536; v < 65536; ++v) r.push_back(v);
+    const int len = int(r.size());
+    std::vector<int16_t> got(r.size());
+    for (int scale = -16; scale <= 17; ++scale) {
+        if (scale == 0) k.exact(r.data(), got.data(), len);
+        if (scale > 0) k.right(r.data(), got.data(), len, scale);
+        if (scale < 0) k.left(r.data(), got.data(), len, -scale);
+        for (int i = 0; i < len; ++i) ASSERT_EQ(got[size_t(i)], (scaled<int16_t, 17>(r[size_t(i)], scale))) << r[size_t(i)] << " scale " << scale;
+    }
+}
+
+TEST(Scale, VectorFormsEqualScalarAtEveryLevel) {
+#ifdef __i386__
+    vectorEqualsScalar(level0::scaleTwins);
+#endif
+    if (__builtin_cpu_supports("sse4.1")) vectorEqualsScalar(level1::scaleTwins);
+#ifndef __i386__
+    if (__builtin_cpu_supports("avx2")) vectorEqualsScalar(level2::scaleTwins);
+#endif
+}
+
+}   // namespace
