@@ -10,5 +10,6 @@
 
 #include "tevs/core.h"       /* memory, version */
 #include "tevs/conversion.h" /* between sample types */
+#include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 
 #endif

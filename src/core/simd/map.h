@@ -14,7 +14,7 @@ template <int N> struct Lanes {
 template <class A, class B = A> struct Both {
     A* a;
     B* b;
-    friend TEVS_INLINE Both operator+(Both p, int i) { return {p.a + i, p.b + i}; }
+    friend TEVS_INLINE Both operator+(Both p, ptrdiff_t i) { return {p.a + i, p.b + i}; }
 };
 
 // put(d, r): what an element-wise operation returned goes to its destination.
@@ -62,17 +62,18 @@ template <int N, class T> TEVS_INLINE Stage<N, const T*> staged(const T* s, int 
 // Every element is read before it is written, so a destination may equal a source. There is no scalar twin: the last N elements are
 // computed before anything is stored and stored last, over what the loop has left there, which is the same to the bit. Below N elements the width
 // is halved, down to Least lanes; fewer than those go through a padded copy. Nothing is read or written past element n - 1.
-template <int N, int Least, class D, class F, class... S> TEVS_INLINE void map(int n, D d, F f, S... s) {
+// The count is an int, or a ptrdiff_t where it counts bytes.
+template <int N, int Least, class Count, class D, class F, class... S> TEVS_INLINE void map(Count n, D d, F f, S... s) {
     if (n >= N) {
         const auto last = f(Lanes<N>{}, (s + (n - N))...);
-        for (int i = 0; i < n - N; i += N) put(d + i, f(Lanes<N>{}, (s + i)...));
+        for (Count i = 0; i < n - N; i += N) put(d + i, f(Lanes<N>{}, (s + i)...));
         put(d + (n - N), last);
     } else if constexpr (N > Least) {
         map<N / 2, Least>(n, d, f, s...);
     } else {
         Stage<N, D> t;
-        [&](auto... copy) { put(t.at(), f(Lanes<N>{}, copy.at()...)); }(staged<N>(s, n)...);
-        t.out(d, n);
+        [&](auto... copy) { put(t.at(), f(Lanes<N>{}, copy.at()...)); }(staged<N>(s, int(n))...);
+        t.out(d, int(n));
     }
 }
 

@@ -5,6 +5,7 @@
 // linker can never choose code of a higher level for a caller on an older machine.
 #pragma once
 
+#include <stddef.h>
 #include <stdint.h>
 #include <string.h>
 #if TEVS_LEVEL >= 2
@@ -75,7 +76,17 @@ template <class V> TEVS_INLINE V odds(V a, V b) { return oddsOf(a, b, Iota<kCoun
 // a0 b0 a1 b1 ...: the lower and the upper half of that double-length vector.
 template <class V> TEVS_INLINE V interleaveLow(V a, V b) { return interleaveOf<0>(a, b, Iota<kCount<V>>{}); }
 template <class V> TEVS_INLINE V interleaveHigh(V a, V b) { return interleaveOf<kCount<V> / 2>(a, b, Iota<kCount<V>>{}); }
-template <class V> TEVS_INLINE V reverse(V a) { return reverseOf(a, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE V reverse(V a) {
+#if TEVS_LEVEL == 0
+    // Without a byte shuffle the compiler would take lanes this narrow apart one by one.
+    if constexpr (sizeof(V) == 16 && kCount<V> >= 8) {
+        const __m128i halves = _mm_shuffle_epi32((__m128i)a, 0x4e);
+        const auto words = (Vec<uint16_t, 8>)_mm_shufflehi_epi16(_mm_shufflelo_epi16(halves, 0x1b), 0x1b);
+        return kCount<V> == 8 ? (V)words : (V)(words << 8 | words >> 8);
+    }
+#endif
+    return reverseOf(a, Iota<kCount<V>>{});
+}
 template <class V> TEVS_INLINE V swapPairs(V a) { return swapPairsOf(a, Iota<kCount<V>>{}); }
 template <class V> TEVS_INLINE auto low(V a) { return lowOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto high(V a) { return highOf(a, Iota<kCount<V> / 2>{}); }
@@ -122,8 +133,14 @@ template <class V> TEVS_INLINE V fma(V a, V b, V c) {
     return a * b + c;
 #endif
 }
-template <class V> TEVS_INLINE V fms(V a, V b, V c) { return fma(a, b, -c); }    // a * b - c
-template <class V> TEVS_INLINE V fnma(V a, V b, V c) { return fma(-a, b, c); }   // c - a * b
+template <class V> TEVS_INLINE V fms(V a, V b, V c) { return fma(a, b, -c); }   // a * b - c
+template <class V> TEVS_INLINE V fnma(V a, V b, V c) {                            // c - a * b
+#ifdef __FMA__
+    return fma(-a, b, c);
+#else
+    return c - a * b;
+#endif
+}
 
 // min(limit, v), and v itself where v is NaN.
 TEVS_INLINE Vec<float, 4> atMost(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_min_ps((__m128)limit, (__m128)v); }

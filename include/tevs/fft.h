@@ -1,0 +1,139 @@
+#ifndef TEVS_FFT_H
+#define TEVS_FFT_H
+
+#include "tevs/types.h"
+
+TEVS_BEGIN
+
+/* ---- FFT records ------------------------------------------------------------------------------------------------------------
+ *
+ * A record fixes the length N = 2^order of a transform, its normalisation and its tables. It is built once and then only read: any number of
+ * threads may use one record at once, each with its own work buffer.
+ *
+ *     FFTSpec_C_32fc    complex, single precision, interleaved
+ *     FFTSpec_R_32f     real, single precision
+ *
+ * order           0 .. 30
+ * flag            ScaleFwdByN or ScaleInvByN: that direction's result times 1/N; ScaleBySqrtN: both directions' times 1/sqrt(N); NoScale
+ * hint            any value; kept, and without effect on these kinds
+ *
+ * GetSize         The bytes that a record needs with its tables, that Init needs while it builds them, and that one transform call needs as
+ *                 work buffer, at any address. Sizes beyond INT_MAX (order 28 and above) are reported as INT_MAX. Looks at order only.
+ *                 Returns StatusOk, StatusFftOrder (order), StatusNullPtr (any output), in this order.
+ * Init            Builds a record in pMemSpec and stores its address. pMemInit is free again on return; orders 0 to 3 need none.
+ *                 Returns StatusOk, StatusNullPtr (ppSpec), StatusFftOrder (order, or one whose size is beyond INT_MAX), StatusNullPtr (pMemSpec),
+ *                 StatusFftFlag (flag), StatusNullPtr (pMemInit), in this order. *ppSpec is stored on success alone; the last two
+ *                 failures leave a cleared block in which no function finds a record.
+ * InitAlloc       The same in memory of its own. Returns StatusOk, StatusNullPtr (ppSpec), StatusFftOrder, StatusFftFlag, StatusNoMemory.
+ * Free            Ends a record; its memory goes back if InitAlloc took it, and stays the caller's if not. Later use of an Init record's memory
+ *                 answers StatusContextMismatch. Returns StatusOk, StatusNullPtr, StatusContextMismatch (not a record of this kind).
+ * GetBufSize      The bytes of one call's work buffer, 0 where none is needed. Returns StatusOk, StatusNullPtr (either pointer),
+ *                 StatusContextMismatch.
+ */
+typedef struct FFTSpec_C_32fc FFTSpec_C_32fc;
+typedef struct FFTSpec_R_32f FFTSpec_R_32f;
+
+Status tevsFFTGetSize_C_32fc(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_R_32f(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTInit_C_32fc(FFTSpec_C_32fc** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_R_32f(FFTSpec_R_32f** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInitAlloc_C_32fc(FFTSpec_C_32fc** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_R_32f(FFTSpec_R_32f** ppSpec, int order, int flag, int hint);
+Status tevsFFTFree_C_32fc(FFTSpec_C_32fc* pSpec);
+Status tevsFFTFree_R_32f(FFTSpec_R_32f* pSpec);
+Status tevsFFTGetBufSize_C_32fc(const FFTSpec_C_32fc* pSpec, int* pSize);
+Status tevsFFTGetBufSize_R_32f(const FFTSpec_R_32f* pSpec, int* pSize);
+
+/* ---- FFTFwd, FFTInv, complex --------------------------------------------------------------------------------------------------
+ *
+ *     forward    y[k] = f * sum over n = 0 .. N-1 of  x[n] * exp(-2 pi i n k / N)
+ *     inverse    y[n] = f * sum over k = 0 .. N-1 of  x[k] * exp(+2 pi i n k / N)
+ *
+ * with f the record's normalisation of that direction, 1 where it has none.
+ *
+ * pSrc, pDst    N values each in natural order; equal pointers transform in place
+ * pBuffer       at least GetBufSize bytes, at any address, contents of no matter; or NULL, and the call takes and returns memory of its own.
+ *               Orders from 22 on take a block beside the caller's buffer; it is small against their data.
+ *
+ * The relative error in the Euclidean norm is about 0.3 * 2^-24 * sqrt(order); docs/accuracy.md has the figures. Results are the same to the bit for
+ * any alignment, in place or not; they may differ in rounding between SIMD levels (see TEVS_LEVEL in the README).
+ *
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSpec), StatusContextMismatch (pSpec is no record of this kind),
+ * StatusNullPtr (data), StatusNoMemory.
+ *
+ * Stockham autosort passes of radix 8 and 4 (C. Van Loan, Computational Frameworks for the Fast Fourier Transform, SIAM 1992); from order 16 on in two
+ * sweeps over memory (D. H. Bailey, FFTs in External or Hierarchical Memory, J. Supercomputing 4, 1990).
+ */
+Status tevsFFTFwd_CToC_32fc(const Complex32f* pSrc, Complex32f* pDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32fc_I(Complex32f* pSrcDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32fc(const Complex32f* pSrc, Complex32f* pDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32fc_I(Complex32f* pSrcDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
+
+/* ---- FFTFwd, FFTInv, real -----------------------------------------------------------------------------------------------------
+ *
+ * The spectrum of N reals has N/2 + 1 values X[0] .. X[N/2] of their own; the rest is X[N-k] = conj(X[k]). X[0] and X[N/2] are real.
+ * R is the real, I the imaginary part:
+ *
+ *     position    0      1       2      3      4      5    ...   N-2       N-1       N       N+1
+ *     CCS         R[0]   0       R[1]   I[1]   R[2]   I[2] ...   R[N/2-1]  I[N/2-1]  R[N/2]  0      N + 2 values
+ *     Pack        R[0]   R[1]    I[1]   R[2]   I[2]        ...   I[N/2-1]  R[N/2]                   N values
+ *     Perm        R[0]   R[N/2]  R[1]   I[1]   R[2]   I[2] ...   R[N/2-1]  I[N/2-1]                 N values
+ *
+ * N = 1: the one value; CCS adds a zero. N = 2: Pack and Perm are the same.
+ *
+ *     RToCCS, RToPack, RToPerm    X[k] = f * sum over n = 0 .. N-1 of  x[n] * exp(-2 pi i n k / N)
+ *     CCSToR, PackToR, PermToR    x[n] = f * sum over k = 0 .. N-1 of  X[k] * exp(+2 pi i n k / N); positions 1 and N+1 of CCS are not read
+ *
+ * pSrc, pDst    N reals and a spectrum of the form's length; equal pointers transform in place (CCS: the vector has N + 2 values)
+ *
+ * pBuffer, error, statuses: as for the complex transforms. The transform of length N/2 of the samples taken in pairs, and a recombination.
+ */
+Status tevsFFTFwd_RToCCS_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+
+/* ---- MulPack, MulPerm: products of packed spectra -------------------------------------------------------------------------------
+ *
+ *     pDst[k] = pSrc1[k] * pSrc2[k],  in place  pSrcDst[k] = pSrcDst[k] * pSrc[k],  as complex numbers where the packing holds pairs
+ *
+ * len >= 1 reals in Pack or Perm order (above). The values that stand alone, the first of all and, of an even length, Pack's last and Perm's second, are
+ * multiplied as reals. An odd length is the spectrum of an odd number of reals: one real value, then pairs, the same in both packings.
+ *
+ * Each product is rounded on its own: re = a.re b.re - a.im b.im. pDst may equal a source.
+ * Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1), in this order, with nothing written on failure.
+ */
+Status tevsMulPack_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len);
+Status tevsMulPack_32f_I(const float* pSrc, float* pSrcDst, int len);
+Status tevsMulPerm_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len);
+Status tevsMulPerm_32f_I(const float* pSrc, float* pSrcDst, int len);
+
+/* ---- ConjPack, ConjPerm, ConjCcs: the whole spectrum of a real signal -----------------------------------------------------------
+ *
+ * Expands a packed spectrum into all len values, with X[len-k] = conj(X[k]). Of an even length, the values that a packing keeps as reals get a zero
+ * imaginary part; CCS copies the imaginary parts that it holds.
+ *
+ * pSrc       len reals in Pack or Perm order, or 2 (len/2 + 1) in CCS order
+ * pDst       len >= 1 complex values; apart from pSrc
+ * pSrcDst    len complex values whose memory begins with the packed spectrum
+ *
+ * Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1), in this order, with nothing written on failure.
+ */
+Status tevsConjPack_32fc(const float* pSrc, Complex32f* pDst, int len);
+Status tevsConjPack_32fc_I(Complex32f* pSrcDst, int len);
+Status tevsConjPerm_32fc(const float* pSrc, Complex32f* pDst, int len);
+Status tevsConjPerm_32fc_I(Complex32f* pSrcDst, int len);
+Status tevsConjCcs_32fc(const float* pSrc, Complex32f* pDst, int len);
+Status tevsConjCcs_32fc_I(Complex32f* pSrcDst, int len);
+
+TEVS_END
+
+#endif

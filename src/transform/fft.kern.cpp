@@ -1,0 +1,417 @@
+#include "transform/complex.kern.h"
+#include "transform/fft.table.h"
+
+namespace tevs::TEVS_LEVEL_NS {
+namespace {
+
+// Complex values in a block: 256 bits at level 3 too. Its 32 registers are what radix 8 gains by; 512-bit vectors measured no faster.
+constexpr int kBlock = kRegisterBytes >= 32 ? 8 : 4;
+
+// ---- orders 4 to 15: Stockham passes ------------------------------------------------------------------------------------------------
+
+// n = N, s = 1: K values of p at a time, from interleaved memory. Each value's R results go out next to each other, turned over in registers.
+template <int K, int R, bool Inverse> TEVS_INLINE void firstPass(const float* __restrict src, float* __restrict dst, int m, const float*& w) {
+    for (int p = 0; p < m; p += K) {
+        Cx<Vec<float, K>> x[R];
+        for (int j = 0; j < R; ++j) {
+            x[j] = loadPairs<K>(src + 2 * (p + m * j));
+            if (Inverse) x[j] = swapped(x[j]);
+        }
+        dft(x);
+        for (int j = 1; j < R; ++j) x[j] = mul(x[j], loadBlock<K>(w + 2 * K * (j - 1)));
+        w += 2 * K * (R - 1);
+        for (int g = 0; g < R; g += K) {
+            transpose<K>(x + g);
+            for (int l = 0; l < K; ++l) storeBlock<K>(dst + 2 * (R * (p + l) + g), x[g + l]);
+        }
+    }
+}
+
+// s >= K: blocks are contiguous, and a factor is one for all q.
+template <int K, int R> TEVS_INLINE void middlePass(const float* __restrict src, float* __restrict dst, int m, int s, const float*& w) {
+    for (int p = 0; p < m; ++p) {
+        for (int q = 0; q < s; q += K) {
+            Cx<Vec<float, K>> x[R];
+            for (int j = 0; j < R; ++j) x[j] = loadBlock<K>(src + 2 * (q + s * (p + m * j)));
+            dft(x);
+            storeBlock<K>(dst + 2 * (q + s * R * p), x[0]);
+            for (int j = 1; j < R; ++j) storeBlock<K>(dst + 2 * (q + s * (R * p + j)), mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+        }
+        w += 2 * (R - 1);
+    }
+}
+
+// m = 1: no factors, and what is read at q + s j is written there, so src may be dst; interleaved again.
+template <int K, int R, bool Inverse, bool Scaled> TEVS_INLINE void lastPass(const float* src, float* dst, int s, float scale) {
+    for (int q = 0; q < s; q += K) {
+        Cx<Vec<float, K>> x[R];
+        for (int j = 0; j < R; ++j) x[j] = loadBlock<K>(src + 2 * (q + s * j));
+        dft(x);
+        for (int j = 0; j < R; ++j) {
+            auto y = Inverse ? swapped(x[j]) : x[j];
+            if (Scaled) y = times(y, scale);
+            storePairs<K>(dst + 2 * (q + s * j), y);
+        }
+    }
+}
+
+// First and last pass in one, N = K R, with nothing stored between.
+template <int K, int R, bool Inverse, bool Scaled> void fused(const FftTables& t, const float* src, float* dst, float scale) {
+    Cx<Vec<float, K>> x[R];
+    for (int j = 0; j < R; ++j) {
+        x[j] = loadPairs<K>(src + 2 * K * j);
+        if (Inverse) x[j] = swapped(x[j]);
+    }
+    dft(x);
+    for (int j = 1; j < R; ++j) x[j] = mul(x[j], loadBlock<K>(t.passes + 2 * K * (j - 1)));
+    for (int g = 0; g < R; g += K) transpose<K>(x + g);
+    for (int g = 0; g < R; g += K) {
+        Cx<Vec<float, K>> y[K];
+        for (int p = 0; p < K; ++p) y[p] = x[g + p];
+        dft(y);
+        for (int j = 0; j < K; ++j) {
+            auto z = Inverse ? swapped(y[j]) : y[j];
+            if (Scaled) z = times(z, scale);
+            storePairs<K>(dst + 2 * (g + R * j), z);
+        }
+    }
+}
+
+// The data alternates between dst and work. The first pass turns it over and so needs another place than its source, which dst may be; the
+// last one can run in place, where the data is in dst already.
+template <bool Inverse, bool Scaled> void stockham(const FftTables& t, const float* src, float* dst, float* work, float scale) {
+    constexpr int K = kBlock;
+    const Radices r = passesOf(t.order, K);
+    const float* w = t.passes;
+    int m = (1 << t.order) / 8, s = 8;
+    float* from = src == dst ? work : dst;
+    firstPass<K, 8, Inverse>(src, from, m, w);
+    for (int i = 1; i < r.count - 1; ++i) {
+        float* const to = from == dst ? work : dst;
+        m /= r.r[i];
+        if (r.r[i] == 4)
+            middlePass<K, 4>(from, to, m, s, w);
+        else
+            middlePass<K, 8>(from, to, m, s, w);
+        s *= r.r[i];
+        from = to;
+    }
+    if (m == 4)
+        lastPass<K, 4, Inverse, Scaled>(from, dst, s, scale);
+    else
+        lastPass<K, 8, Inverse, Scaled>(from, dst, s, scale);
+}
+
+// ---- large orders: two sweeps of column transforms --------------------------------------------------------------------------------
+
+// A matrix of complex values in interleaved memory whose rows are `stride` apart. Folded, the rows of the upper half lie between those of the lower: row r is
+// at 2r for r < rows/2, at 2r - rows + 1 from there on.
+struct Rows {
+    const float* at;
+    int64_t stride;   // in floats
+    bool folded;
+};
+
+// The first pass of transforms of length `rows` down kTileColumns columns, into a tile of blocks; then the passes between tiles. Returns the tile
+// that holds the data before the last pass, whose radix is that of r, and leaves the other in `other`.
+template <int K, int R, bool Inverse> TEVS_INLINE void firstColumnPass(const Rows& in, int rows, float* __restrict tile, const float*& w) {
+    const int m = rows / R;
+    const float* column[R];
+    for (int j = 0; j < R; ++j)
+        column[j] = in.at + in.stride * (in.folded ? int64_t{2} * m * (j % (R / 2)) + (j >= R / 2) : int64_t{m} * j);
+    const int64_t step = in.folded ? 2 * in.stride : in.stride;
+    for (int p = 0; p < m; ++p) {
+        for (int q = 0; q < kTileColumns; q += K) {
+            Cx<Vec<float, K>> x[R];
+            for (int j = 0; j < R; ++j) {
+                x[j] = loadPairs<K>(column[j] + step * p + 2 * q);
+                if (Inverse) x[j] = swapped(x[j]);
+            }
+            dft(x);
+            float* const out = tile + 2 * (q + kTileColumns * R * p);
+            storeBlock<K>(out, x[0]);
+            for (int j = 1; j < R; ++j) storeBlock<K>(out + 2 * kTileColumns * j, mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+        }
+        w += 2 * (R - 1);
+    }
+}
+
+struct Tiles {
+    float *from, *to;
+};
+
+template <bool Inverse> TEVS_INLINE Tiles columnPasses(const Rows& in, int order, const float* w, float* work) {
+    constexpr int K = kBlock;
+    const Radices r = radicesOf(order);
+    const int rows = 1 << order;
+    Tiles tiles{work, work + int64_t{2} * kTileColumns * rows};
+    if (r.r[0] == 4)
+        firstColumnPass<K, 4, Inverse>(in, rows, tiles.from, w);
+    else
+        firstColumnPass<K, 8, Inverse>(in, rows, tiles.from, w);
+    int m = rows / r.r[0], s = kTileColumns * r.r[0];
+    for (int i = 1; i < r.count - 1; ++i) {
+        m /= r.r[i];
+        if (r.r[i] == 4)
+            middlePass<K, 4>(tiles.from, tiles.to, m, s, w);
+        else
+            middlePass<K, 8>(tiles.from, tiles.to, m, s, w);
+        s *= r.r[i];
+        tiles = {tiles.to, tiles.from};
+    }
+    return tiles;
+}
+
+// The last column pass, radix 8 for every order from 8 on, its rows in order: emit(row, column, block) places them.
+template <int K, class Emit> TEVS_INLINE void lastColumnPass(const float* tile, int rows, Emit emit) {
+    const int m = rows / 8;
+    for (int k = 0; k < m; ++k)
+        for (int q = 0; q < kTileColumns; q += K) {
+            Cx<Vec<float, K>> x[8];
+            for (int j = 0; j < 8; ++j) x[j] = loadBlock<K>(tile + 2 * (q + kTileColumns * (k + m * j)));
+            dft(x);
+            for (int j = 0; j < 8; ++j) emit(k + m * j, q, x[j]);
+        }
+}
+
+// The first sweep over columns c .. c + kTileColumns - 1: length-P transforms times w_N^(n2 k1), left in tiles.from in blocks, row by row.
+template <bool Inverse> TEVS_INLINE const float* outerColumns(const FftTables& t, const float* src, int c, float* work) {
+    constexpr int K = kBlock;
+    const int p = outerOrder(t.order), q = innerOrder(t.order);
+    const Tiles tiles = columnPasses<Inverse>(Rows{src + 2 * c, int64_t{2} << q, false}, p, t.passes, work);
+    const float* const w = t.outer + (int64_t{2} * c << p);
+    lastColumnPass<K>(tiles.from, 1 << p, [&](int row, int column, Cx<Vec<float, K>> x) {
+        const int at = 2 * (row * kTileColumns + column);
+        storeBlock<K>(tiles.to + at, mul(x, loadBlock<K>(w + at)));
+    });
+    return tiles.to;
+}
+
+// Rows [k1][columns] of the tile become dst[n2][k1]: column c + l of the first sweep is row c + l of the second's matrix.
+TEVS_INLINE void storeTurned(const float* tile, float* dst, int c, int p) {
+    constexpr int K = kBlock;
+    for (int k = 0; k < 1 << p; k += K)
+        for (int q = 0; q < kTileColumns; q += K) {
+            Cx<Vec<float, K>> x[K];
+            for (int l = 0; l < K; ++l) x[l] = loadBlock<K>(tile + 2 * ((k + l) * kTileColumns + q));
+            transpose<K>(x);
+            for (int l = 0; l < K; ++l) storePairs<K>(dst + 2 * ((int64_t{c + q + l} << p) + k), x[l]);
+        }
+}
+
+// In place the first sweep leaves dst[k1][n2], and the square of P x P at each half of the columns (there is one half where Q = P) is turned over
+// across its diagonal: row n2 of the second sweep's matrix is then row 2 (n2 mod P) + n2 / P, folded in the sense of Rows.
+TEVS_INLINE void turnSquare(float* a, int64_t stride, int rows) {
+    constexpr int K = kBlock;
+    for (int i = 0; i < rows; i += K)
+        for (int j = i; j < rows; j += K) {
+            Cx<Vec<float, K>> x[K], y[K];
+            for (int l = 0; l < K; ++l) x[l] = loadPairs<K>(a + stride * (i + l) + 2 * j);
+            transpose<K>(x);
+            if (i != j) {
+                for (int l = 0; l < K; ++l) y[l] = loadPairs<K>(a + stride * (j + l) + 2 * i);
+                transpose<K>(y);
+                for (int l = 0; l < K; ++l) storePairs<K>(a + stride * (i + l) + 2 * j, y[l]);
+            }
+            for (int l = 0; l < K; ++l) storePairs<K>(a + stride * (j + l) + 2 * i, x[l]);
+        }
+}
+
+template <bool Inverse, bool Scaled> void large(const FftTables& t, const float* src, float* dst, float* work, float scale) {
+    constexpr int K = kBlock;
+    const int p = outerOrder(t.order), q = innerOrder(t.order), P = 1 << p, Q = 1 << q;
+    const bool inPlace = src == dst;
+    for (int c = 0; c < Q; c += kTileColumns) {
+        const float* const tile = outerColumns<Inverse>(t, src, c, work);
+        if (!inPlace) {
+            storeTurned(tile, dst, c, p);
+            continue;
+        }
+        for (int row = 0; row < P; ++row)
+            for (int column = 0; column < kTileColumns; column += K)
+                storePairs<K>(dst + 2 * ((int64_t{row} << q) + c + column), loadBlock<K>(tile + 2 * (row * kTileColumns + column)));
+    }
+    if (inPlace)
+        for (int half = 0; half < Q; half += P) turnSquare(dst + 2 * half, int64_t{2} << q, P);
+
+    const bool folded = inPlace && Q > P;
+    for (int c = 0; c < P; c += kTileColumns) {
+        const Tiles tiles = columnPasses<false>(Rows{dst + 2 * c, int64_t{2} << p, folded}, q, t.passes + (int64_t{2} << p), work);
+        lastColumnPass<K>(tiles.from, Q, [&](int row, int column, Cx<Vec<float, K>> x) {
+            auto y = Inverse ? swapped(x) : x;
+            if (Scaled) y = times(y, scale);
+            storePairs<K>(dst + 2 * ((int64_t{row} << p) + c + column), y);
+        });
+    }
+}
+
+// ---- orders 0 to 3: no tables ------------------------------------------------------------------------------------------------------
+
+struct Value {
+    float re, im;
+    friend TEVS_INLINE Value operator+(Value a, Value b) { return {a.re + b.re, a.im + b.im}; }
+    friend TEVS_INLINE Value operator-(Value a, Value b) { return {a.re - b.re, a.im - b.im}; }
+};
+TEVS_INLINE Value minusI(Value a, Value b) { return {a.re + b.im, a.im - b.re}; }
+TEVS_INLINE Value plusI(Value a, Value b) { return {a.re - b.im, a.im + b.re}; }
+
+template <int N> TEVS_INLINE void dftSmall(Value (&x)[N]) {
+    if constexpr (N == 2) {
+        const Value a = x[0], b = x[1];
+        x[0] = a + b;
+        x[1] = a - b;
+    } else if constexpr (N > 2) {
+        Value even[N / 2], odd[N / 2];
+        for (int n = 0; n < N / 2; ++n) {
+            even[n] = x[n] + x[n + N / 2];
+            odd[n] = x[n] - x[n + N / 2];
+        }
+        if constexpr (N == 4) odd[1] = {odd[1].im, -odd[1].re};
+        if constexpr (N == 8) {
+            odd[1] = {(odd[1].re + odd[1].im) * kSqrtHalf, (odd[1].im - odd[1].re) * kSqrtHalf};
+            odd[2] = {odd[2].im, -odd[2].re};
+            odd[3] = {(odd[3].im - odd[3].re) * kSqrtHalf, (odd[3].re + odd[3].im) * -kSqrtHalf};
+        }
+        dftSmall(even);
+        dftSmall(odd);
+        for (int k = 0; k < N / 2; ++k) {
+            x[2 * k] = even[k];
+            x[2 * k + 1] = odd[k];
+        }
+    }
+}
+
+template <int N, bool Inverse> TEVS_INLINE void small(const float* src, float* dst, float scale) {
+    Value x[N];
+    for (int n = 0; n < N; ++n) x[n] = {src[2 * n + Inverse], src[2 * n + !Inverse]};
+    dftSmall(x);
+    for (int n = 0; n < N; ++n) {
+        dst[2 * n + Inverse] = x[n].re * scale;
+        dst[2 * n + !Inverse] = x[n].im * scale;
+    }
+}
+
+// ---- choice -------------------------------------------------------------------------------------------------------------------------
+
+template <bool Inverse, bool Scaled> TEVS_INLINE void transformScaled(const FftTables& t, const float* src, float* dst, float* work, float scale) {
+    if (t.order >= kFirstLargeOrder) return large<Inverse, Scaled>(t, src, dst, work, scale);
+    if (t.order == 4) return fused<4, 4, Inverse, Scaled>(t, src, dst, scale);
+    if (t.order == 5) return fused<4, 8, Inverse, Scaled>(t, src, dst, scale);
+    if constexpr (kBlock == 8) {
+        if (t.order == 6) return fused<8, 8, Inverse, Scaled>(t, src, dst, scale);
+        if (t.order == 7) return fused<8, 16, Inverse, Scaled>(t, src, dst, scale);
+    }
+    stockham<Inverse, Scaled>(t, src, dst, work, scale);
+}
+
+template <bool Inverse> void transform(const FftTables& t, const float* src, float* dst, float* work, float scale) {
+    switch (t.order) {
+    case 0: return small<1, Inverse>(src, dst, scale);
+    case 1: return small<2, Inverse>(src, dst, scale);
+    case 2: return small<4, Inverse>(src, dst, scale);
+    case 3: return small<8, Inverse>(src, dst, scale);
+    }
+    if (scale == 1)
+        transformScaled<Inverse, false>(t, src, dst, work, scale);
+    else
+        transformScaled<Inverse, true>(t, src, dst, work, scale);
+}
+
+// ---- real transforms --------------------------------------------------------------------------------------------------------------
+
+// Calls pair(k, Z[k], Z[N-k], w^k) for blocks of k that cover 1 .. N/2, where Z[N-k] comes and goes in the order of k. At k = N/2 both are the same value.
+template <int K, class Pair> TEVS_INLINE void recombine(const float* in, float* out, int n, const float* w, Pair pair) {
+    for (int k = 1; k < n / 2; k += K) {
+        const int mirror = n - k - K + 1;
+        const auto a = loadPairs<K>(in + 2 * int64_t{k}), b = reversed(loadPairs<K>(in + 2 * int64_t{mirror}));
+        Cx<Vec<float, K>> x, y;
+        pair(a, b, loadBlock<K>(w), x, y);
+        w += 2 * K;
+        storePairs<K>(out + 2 * int64_t{mirror}, reversed(y));
+        storePairs<K>(out + 2 * int64_t{k}, x);
+    }
+}
+
+template <class Run> TEVS_INLINE void withBlock(int order, Run run) {
+    if (kBlock == 4 || order == 3)
+        run(Lane<4>{});
+    else
+        run(Lane<kBlock>{});
+}
+template <int K> constexpr int blockOf(Lane<K>) { return K; }
+
+// With E = Z[k] + conj Z[N-k] and O = Z[k] - conj Z[N-k], w = exp(-2 pi i / 2N), z being half the transform:
+//     X[k] = E - i w^k O,   X[N-k] = conj(E + i w^k O)
+void spectrumOfReal(const FftTables& t, const float* z, float* bins, float* first, float* last) {
+    const float a = z[0] + z[0], b = z[1] + z[1];
+    const int n = 1 << t.order;
+    if (t.order <= 2) {
+        // N = 1, 2, 4: k = N/2 has w^k = -i, so X = 2 conj Z; the one other k, 1 of 4, has w = exp(-i pi/4).
+        if (t.order == 2) {
+            const Value p = {z[2], z[3]}, m = {z[6], -z[7]}, e = p + m, o = p - m;
+            const Value v = {(o.im - o.re) * kSqrtHalf, (o.re + o.im) * -kSqrtHalf};   // -i w O
+            bins[2] = e.re + v.re;
+            bins[3] = e.im + v.im;
+            bins[6] = e.re - v.re;
+            bins[7] = v.im - e.im;
+        }
+        if (t.order >= 1) {
+            const float re = z[n], im = z[n + 1];
+            bins[n] = re + re;
+            bins[n + 1] = -(im + im);
+        }
+    } else {
+        withBlock(t.order, [&](auto block) {
+            recombine<blockOf(block)>(z, bins, n, t.recombination, [](auto p, auto m, auto w, auto& x, auto& y) {
+                const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im}, v = mul(o, w);
+                x = minusI(e, v);
+                y = {e.re - v.im, -e.im - v.re};
+            });
+        });
+    }
+    *first = a + b;
+    *last = a - b;
+}
+
+// Z[k] = E + i conj(w^k) O and Z[N-k] = conj(E - i conj(w^k) O) with E = X[k] + conj X[N-k], O = X[k] - conj X[N-k].
+void pairsOfSpectrum(const FftTables& t, const float* bins, float first, float last, float* z) {
+    const int n = 1 << t.order;
+    if (t.order <= 2) {
+        if (t.order == 2) {
+            const Value p = {bins[2], bins[3]}, m = {bins[6], -bins[7]}, e = p + m, o = p - m;
+            const Value v = {(o.re + o.im) * -kSqrtHalf, (o.re - o.im) * kSqrtHalf};   // i conj(w) O
+            z[2] = e.re + v.re;
+            z[3] = e.im + v.im;
+            z[6] = e.re - v.re;
+            z[7] = v.im - e.im;
+        }
+        if (t.order >= 1) {
+            const float re = bins[n], im = bins[n + 1];
+            z[n] = re + re;
+            z[n + 1] = -(im + im);
+        }
+    } else {
+        withBlock(t.order, [&](auto block) {
+            recombine<blockOf(block)>(bins, z, n, t.recombination, [](auto p, auto m, auto w, auto& x, auto& y) {
+                const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im};
+                const decltype(p) v = {fma(o.re, w.re, o.im * w.im), fnma(o.re, w.im, o.im * w.re)};   // conj(w) O
+                x = plusI(e, v);
+                y = {e.re + v.im, v.re - e.im};
+            });
+        });
+    }
+    z[0] = first + last;
+    z[1] = first - last;
+}
+
+}   // namespace
+
+extern const FftKernels fft = {
+    .lanes = kBlock,
+    .forward = transform<false>,
+    .inverse = transform<true>,
+    .spectrumOfReal = spectrumOfReal,
+    .pairsOfSpectrum = pairsOfSpectrum,
+};
+
+}   // namespace tevs::TEVS_LEVEL_NS

@@ -1,0 +1,59 @@
+// How a transform of length N = 2^order is split into passes, for the kernels that run them and the tables that feed them.
+//
+// Orders 4 to 15: Stockham's autosort form (Van Loan, Computational Frameworks for the FFT, section 1.7), decimation in frequency. With n points left
+// after strides s, n * s = N, a pass of radix R takes, for p < m = n/R and q < s,
+//
+//     y[q + s (R p + j)] = w_n^(p j) * sum over l of x[q + s (p + m l)] w_R^(j l),   w_n = exp(-2 pi i / n)
+//
+// Orders from 16: N = P x Q in two sweeps over memory (Bailey, FFTs in external or hierarchical memory, 1990): transforms of length P down the columns of the
+// source, taken a few columns at a time into the work buffer, times w_N^(n2 k1), turned over; then transforms of length Q down the columns of that.
+#pragma once
+
+namespace tevs {
+namespace {
+
+constexpr int kFirstLargeOrder = 16;
+constexpr int kTileColumns = 8;    // complex values of a row that a sweep takes at once: a cache line
+
+struct Radices {
+    int count = 0;
+    int r[10] = {};
+};
+
+// bits as passes of radix 8, and of radix 4 first where 3 does not divide it.
+constexpr Radices radicesOf(int bits, Radices before = {}) {
+    while (bits > 0) {
+        const int b = bits % 3 == 0 ? 3 : 2;
+        before.r[before.count++] = 1 << b;
+        bits -= b;
+    }
+    return before;
+}
+
+// Orders whose transform is one kernel in registers: N = lanes x radix, two passes with nothing stored between.
+constexpr int fusedLanes(int order, int lanes) { return order <= 5 ? 4 : order <= 7 && lanes == 8 ? 8 : 0; }
+
+// The passes of an order from 4 to 15. The first one turns `lanes` transforms at a time over, so that the blocks of all later passes are contiguous.
+constexpr Radices passesOf(int order, int lanes) {
+    const int fused = fusedLanes(order, lanes);
+    Radices r;
+    if (fused) {
+        r.count = 2;
+        r.r[0] = (1 << order) / fused;
+        r.r[1] = fused;
+        return r;
+    }
+    r.count = 1;
+    r.r[0] = 8;
+    return radicesOf(order - 3, r);
+}
+
+// Large orders: the orders of P and Q.
+constexpr int outerOrder(int order) { return order / 2; }
+constexpr int innerOrder(int order) { return order - order / 2; }
+
+// The lane order of a block: what a block of `lanes` interleaved complex values becomes under the shuffles that stay within 128 bits.
+constexpr int laneAt(int lanes, int l) { return lanes == 4 ? l : (l & 2 ? lanes / 2 : 0) + l / 4 * 2 + (l & 1); }
+
+}   // namespace
+}   // namespace tevs

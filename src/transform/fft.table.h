@@ -1,0 +1,34 @@
+#pragma once
+
+#include <stdint.h>
+
+#include "core/simd/dispatch.h"
+
+namespace tevs {
+
+// What the kernels read of a record: tables in the layout of fft.plan.h, with `lanes` complex values to a block.
+struct FftTables {
+    int order;                    // of the complex transform, N = 2^order
+    const float* passes;          // orders 4 to 15: the passes' factors. Large: those of the column passes, length P and then Q
+    const float* outer;           // large: w_N^(n2 k1), in the order in which the first sweep takes them
+    const float* recombination;   // real records: exp(-2 pi i k / 2N) for 1 <= k <= N/2
+};
+
+struct FftKernels {
+    int lanes;
+
+    // N-point transforms of interleaved complex values, times scale (1: none). src may equal dst or work. work holds N values for orders
+    // 4 to 15, two tiles for larger ones, and is not touched below 4.
+    void (*forward)(const FftTables& t, const float* src, float* dst, float* work, float scale);
+    void (*inverse)(const FftTables& t, const float* src, float* dst, float* work, float scale);
+
+    // The spectrum of 2N reals from the N-point transform z of their pairs: X[k] goes to bins + 2k for 0 < k < N, X[0] and X[N], both real, to first and last.
+    // z holds half the transform. bins may equal z.
+    void (*spectrumOfReal)(const FftTables& t, const float* z, float* bins, float* first, float* last);
+    // And back: z from X, such that the N-point inverse of z is the 2N-point one of X.
+    void (*pairsOfSpectrum)(const FftTables& t, const float* bins, float first, float last, float* z);
+};
+
+}   // namespace tevs
+
+TEVS_KERNEL_TABLE(FftKernels, fft, 3)
