@@ -241,12 +241,13 @@ private:
     bool failed_ = false;
 };
 
-template <class Kernel> Status complexTransform(const Complex32f* pSrc, Complex32f* pDst, const FftSpec* pSpec, uint8_t* pBuffer, Kernel kernel, int32_t FftSpec::*scaled) {
+Status complexTransform(const Complex32f* pSrc, Complex32f* pDst, const FftSpec* pSpec, uint8_t* pBuffer, const FftKernels::Orders& kernels,
+                        int32_t FftSpec::*scaled) {
     if (Status s = Args().ptr(pSpec).record(pSpec, kFftC32fc).ptr(pSrc).ptr(pDst)) return s;
     const WorkArea work(*pSpec, pBuffer);
     if (work.failed()) return StatusNoMemory;
     NearestRounding guard;
-    kernel(pSpec->tables, &pSrc->re, &pDst->re, work, pSpec->*scaled ? pSpec->factor : 1.0f);
+    kernels[pSpec->tables.order](pSpec->tables, &pSrc->re, &pDst->re, work, pSpec->*scaled ? pSpec->factor : 1.0f);
     return StatusOk;
 }
 
@@ -288,10 +289,10 @@ Status realForward(const float* pSrc, float* pDst, const FftSpec* pSpec, uint8_t
         // The pairs' transform stays in the work area, so the recombination writes any packing straight to its place.
         float few[16];
         float* const z = t.order <= 3 ? few : static_cast<float*>(work);
-        fft->forward(t, pSrc, z, pDst, 0.5f * scale);
+        fft->forward[t.order](t, pSrc, z, pDst, 0.5f * scale);
         fft->spectrumOfReal(t, z, pDst + to.shift, &first, &last);
     } else {
-        fft->forward(t, pSrc, pDst, work, 0.5f * scale);
+        fft->forward[t.order](t, pSrc, pDst, work, 0.5f * scale);
         fft->spectrumOfReal(t, pDst, pDst, &first, &last);
         if (to.shift) memmove(pDst + 1, pDst + 2, size_t(n - 2) * sizeof(float));
     }
@@ -318,7 +319,7 @@ Status realInverse(const float* pSrc, float* pDst, const FftSpec* pSpec, uint8_t
         float few[16];
         float* const z = t.order <= 3 ? few : static_cast<float*>(work);
         fft->pairsOfSpectrum(t, pSrc + from.shift, first, last, z);
-        fft->inverse(t, z, pDst, work, scale);
+        fft->inverse[t.order](t, z, pDst, work, scale);
     } else {
         const float* bins = pSrc;
         if (from.shift) {
@@ -326,7 +327,7 @@ Status realInverse(const float* pSrc, float* pDst, const FftSpec* pSpec, uint8_t
             bins = pDst;
         }
         fft->pairsOfSpectrum(t, bins, first, last, pDst);
-        fft->inverse(t, pDst, pDst, work, scale);
+        fft->inverse[t.order](t, pDst, pDst, work, scale);
     }
     return StatusOk;
 }

@@ -7,14 +7,18 @@ namespace {
 // Complex values in a block: 256 bits at level 3 too. Its 32 registers are what radix 8 gains by; 512-bit vectors measured no faster.
 constexpr int kBlock = kRegisterBytes >= 32 ? 8 : 4;
 
-// ---- orders 4 to 15: Stockham passes ------------------------------------------------------------------------------------------------
+// ---- passes -------------------------------------------------------------------------------------------------------------------------
+
+// A pass is a function of its own with its sizes constant: strides then fold into the addresses. With sizes in registers, or all passes inlined
+// into one function, register allocation suffers and a transform of order 9 takes 15 % longer.
+#define TEVS_PASS __attribute__((noinline))
 
 // n = N, s = 1: K values of p at a time, from interleaved memory. Each value's R results go out next to each other, turned over in registers.
-template <int K, int R, bool Inverse> TEVS_INLINE void firstPass(const float* __restrict src, float* __restrict dst, int m, const float*& w) {
-    for (int p = 0; p < m; p += K) {
+template <int K, int R, int M, bool Inverse> TEVS_PASS const float* firstPass(const float* __restrict src, float* __restrict dst, const float* w) {
+    for (int p = 0; p < M; p += K) {
         Cx<Vec<float, K>> x[R];
         for (int j = 0; j < R; ++j) {
-            x[j] = loadPairs<K>(src + 2 * (p + m * j));
+            x[j] = loadPairs<K>(src + 2 * (p + M * j));
             if (Inverse) x[j] = swapped(x[j]);
         }
         dft(x);
@@ -25,38 +29,54 @@ template <int K, int R, bool Inverse> TEVS_INLINE void firstPass(const float* __
             for (int l = 0; l < K; ++l) storeBlock<K>(dst + 2 * (R * (p + l) + g), x[g + l]);
         }
     }
+    return w;
 }
 
 // s >= K: blocks are contiguous, and a factor is one for all q.
-template <int K, int R> TEVS_INLINE void middlePass(const float* __restrict src, float* __restrict dst, int m, int s, const float*& w) {
-    for (int p = 0; p < m; ++p) {
-        for (int q = 0; q < s; q += K) {
+template <int K, int R, int M, int S> TEVS_PASS const float* middlePass(const float* __restrict src, float* __restrict dst, const float* w) {
+    for (int p = 0; p < M; ++p) {
+        for (int q = 0; q < S; q += K) {
             Cx<Vec<float, K>> x[R];
-            for (int j = 0; j < R; ++j) x[j] = loadBlock<K>(src + 2 * (q + s * (p + m * j)));
+            for (int j = 0; j < R; ++j) x[j] = loadBlock<K>(src + 2 * (q + S * (p + M * j)));
             dft(x);
-            storeBlock<K>(dst + 2 * (q + s * R * p), x[0]);
-            for (int j = 1; j < R; ++j) storeBlock<K>(dst + 2 * (q + s * (R * p + j)), mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+            storeBlock<K>(dst + 2 * (q + S * R * p), x[0]);
+            for (int j = 1; j < R; ++j) storeBlock<K>(dst + 2 * (q + S * (R * p + j)), mul(x[j], w[2 * j - 2], w[2 * j - 1]));
         }
         w += 2 * (R - 1);
     }
+    return w;
 }
 
 // m = 1: no factors, and what is read at q + s j is written there, so src may be dst; interleaved again.
-template <int K, int R, bool Inverse, bool Scaled> TEVS_INLINE void lastPass(const float* src, float* dst, int s, float scale) {
-    for (int q = 0; q < s; q += K) {
+template <int K, int R, int S, bool Inverse, bool Scaled> TEVS_PASS void lastPass(const float* src, float* dst, float scale) {
+    for (int q = 0; q < S; q += K) {
         Cx<Vec<float, K>> x[R];
-        for (int j = 0; j < R; ++j) x[j] = loadBlock<K>(src + 2 * (q + s * j));
+        for (int j = 0; j < R; ++j) x[j] = loadBlock<K>(src + 2 * (q + S * j));
         dft(x);
         for (int j = 0; j < R; ++j) {
             auto y = Inverse ? swapped(x[j]) : x[j];
             if (Scaled) y = times(y, scale);
-            storePairs<K>(dst + 2 * (q + s * j), y);
+            storePairs<K>(dst + 2 * (q + S * j), y);
         }
     }
 }
 
+// The middle passes I .. of a transform, S being the product of the radices before: the data alternates between two places. Returns the one where it
+// ends.
+template <Radices Passes, int I, int M, int S> TEVS_INLINE float* middlePasses(float* from, float* to, const float* w) {
+    if constexpr (I == Passes.count - 1) {
+        return from;
+    } else {
+        constexpr int R = Passes.r[I];
+        w = middlePass<kBlock, R, M / R, S>(from, to, w);
+        return middlePasses<Passes, I + 1, M / R, S * R>(to, from, w);
+    }
+}
+
+// ---- orders 4 to 15 -----------------------------------------------------------------------------------------------------------------
+
 // First and last pass in one, N = K R, with nothing stored between.
-template <int K, int R, bool Inverse, bool Scaled> void fused(const FftTables& t, const float* src, float* dst, float scale) {
+template <int K, int R, bool Inverse, bool Scaled> TEVS_INLINE void fused(const FftTables& t, const float* src, float* dst, float scale) {
     Cx<Vec<float, K>> x[R];
     for (int j = 0; j < R; ++j) {
         x[j] = loadPairs<K>(src + 2 * K * j);
@@ -79,27 +99,16 @@ template <int K, int R, bool Inverse, bool Scaled> void fused(const FftTables& t
 
 // The data alternates between dst and work. The first pass turns it over and so needs another place than its source, which dst may be; the
 // last one can run in place, where the data is in dst already.
-template <bool Inverse, bool Scaled> void stockham(const FftTables& t, const float* src, float* dst, float* work, float scale) {
-    constexpr int K = kBlock;
-    const Radices r = passesOf(t.order, K);
-    const float* w = t.passes;
-    int m = (1 << t.order) / 8, s = 8;
-    float* from = src == dst ? work : dst;
-    firstPass<K, 8, Inverse>(src, from, m, w);
-    for (int i = 1; i < r.count - 1; ++i) {
-        float* const to = from == dst ? work : dst;
-        m /= r.r[i];
-        if (r.r[i] == 4)
-            middlePass<K, 4>(from, to, m, s, w);
-        else
-            middlePass<K, 8>(from, to, m, s, w);
-        s *= r.r[i];
-        from = to;
-    }
-    if (m == 4)
-        lastPass<K, 4, Inverse, Scaled>(from, dst, s, scale);
-    else
-        lastPass<K, 8, Inverse, Scaled>(from, dst, s, scale);
+template <int Order, bool Inverse, bool Scaled>
+TEVS_INLINE void stockham(const FftTables& t, const float* src, float* dst, float* work, float scale) {
+    constexpr int K = kBlock, N = 1 << Order;
+    constexpr Radices kPasses = passesOf(Order, K);
+    constexpr int R0 = kPasses.r[0], R = kPasses.r[kPasses.count - 1];
+    float* const from = src == dst ? work : dst;
+    float* const to = src == dst ? dst : work;
+    const float* const w = firstPass<K, R0, N / R0, Inverse>(src, from, t.passes);
+    const float* const at = middlePasses<kPasses, 1, N / R0, R0>(from, to, w);
+    lastPass<K, R, N / R, Inverse, Scaled>(at, dst, scale);
 }
 
 // ---- large orders: two sweeps of column transforms --------------------------------------------------------------------------------
@@ -112,15 +121,12 @@ struct Rows {
     bool folded;
 };
 
-// The first pass of transforms of length `rows` down kTileColumns columns, into a tile of blocks; then the passes between tiles. Returns the tile
-// that holds the data before the last pass, whose radix is that of r, and leaves the other in `other`.
-template <int K, int R, bool Inverse> TEVS_INLINE void firstColumnPass(const Rows& in, int rows, float* __restrict tile, const float*& w) {
-    const int m = rows / R;
+// The first pass of transforms down kTileColumns columns of m R rows, into a tile of blocks.
+template <int K, int R, int M, bool Inverse> TEVS_PASS const float* firstColumnPass(const Rows& in, float* __restrict tile, const float* w) {
     const float* column[R];
-    for (int j = 0; j < R; ++j)
-        column[j] = in.at + in.stride * (in.folded ? int64_t{2} * m * (j % (R / 2)) + (j >= R / 2) : int64_t{m} * j);
+    for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (in.folded ? int64_t{2} * M * (j % (R / 2)) + (j >= R / 2) : int64_t{M} * j);
     const int64_t step = in.folded ? 2 * in.stride : in.stride;
-    for (int p = 0; p < m; ++p) {
+    for (int p = 0; p < M; ++p) {
         for (int q = 0; q < kTileColumns; q += K) {
             Cx<Vec<float, K>> x[R];
             for (int j = 0; j < R; ++j) {
@@ -134,61 +140,62 @@ template <int K, int R, bool Inverse> TEVS_INLINE void firstColumnPass(const Row
         }
         w += 2 * (R - 1);
     }
+    return w;
 }
 
 struct Tiles {
-    float *from, *to;
+    float *data, *free;
 };
 
-template <bool Inverse> TEVS_INLINE Tiles columnPasses(const Rows& in, int order, const float* w, float* work) {
-    constexpr int K = kBlock;
-    const Radices r = radicesOf(order);
-    const int rows = 1 << order;
-    Tiles tiles{work, work + int64_t{2} * kTileColumns * rows};
-    if (r.r[0] == 4)
-        firstColumnPass<K, 4, Inverse>(in, rows, tiles.from, w);
-    else
-        firstColumnPass<K, 8, Inverse>(in, rows, tiles.from, w);
-    int m = rows / r.r[0], s = kTileColumns * r.r[0];
-    for (int i = 1; i < r.count - 1; ++i) {
-        m /= r.r[i];
-        if (r.r[i] == 4)
-            middlePass<K, 4>(tiles.from, tiles.to, m, s, w);
-        else
-            middlePass<K, 8>(tiles.from, tiles.to, m, s, w);
-        s *= r.r[i];
-        tiles = {tiles.to, tiles.from};
-    }
-    return tiles;
+// All column passes but the last, from the rows into one of the two tiles in work.
+template <int Order, bool Inverse> TEVS_INLINE Tiles columnPasses(const Rows& in, const float* w, float* work) {
+    constexpr int N = 1 << Order;
+    constexpr Radices kPasses = radicesOf(Order);
+    constexpr int R = kPasses.r[0];
+    float* const other = work + int64_t{2} * kTileColumns * N;
+    w = firstColumnPass<kBlock, R, N / R, Inverse>(in, work, w);
+    float* const at = middlePasses<kPasses, 1, N / R, kTileColumns * R>(work, other, w);
+    return {at, at == work ? other : work};
 }
 
-// The last column pass, radix 8 for every order from 8 on, its rows in order: emit(row, column, block) places them.
-template <int K, class Emit> TEVS_INLINE void lastColumnPass(const float* tile, int rows, Emit emit) {
-    const int m = rows / 8;
-    for (int k = 0; k < m; ++k)
+// The last column pass, radix 8 for every order from 8 on; emit(row, column, block) places what comes.
+template <int Order, class Emit> TEVS_INLINE void lastColumnPass(const float* tile, Emit emit) {
+    constexpr int K = kBlock, M = (1 << Order) / 8;
+    for (int k = 0; k < M; ++k)
         for (int q = 0; q < kTileColumns; q += K) {
             Cx<Vec<float, K>> x[8];
-            for (int j = 0; j < 8; ++j) x[j] = loadBlock<K>(tile + 2 * (q + kTileColumns * (k + m * j)));
+            for (int j = 0; j < 8; ++j) x[j] = loadBlock<K>(tile + 2 * (q + kTileColumns * (k + M * j)));
             dft(x);
-            for (int j = 0; j < 8; ++j) emit(k + m * j, q, x[j]);
+            for (int j = 0; j < 8; ++j) emit(k + M * j, q, x[j]);
         }
 }
 
-// The first sweep over columns c .. c + kTileColumns - 1: length-P transforms times w_N^(n2 k1), left in tiles.from in blocks, row by row.
-template <bool Inverse> TEVS_INLINE const float* outerColumns(const FftTables& t, const float* src, int c, float* work) {
+// The first sweep over columns c .. c + kTileColumns - 1 of a matrix of P rows: transforms of length P times w_N^(n2 k1), in blocks, row by row.
+template <int P, bool Inverse> TEVS_PASS const float* outerColumns(const FftTables& t, const float* src, int c, float* work) {
     constexpr int K = kBlock;
-    const int p = outerOrder(t.order), q = innerOrder(t.order);
-    const Tiles tiles = columnPasses<Inverse>(Rows{src + 2 * c, int64_t{2} << q, false}, p, t.passes, work);
-    const float* const w = t.outer + (int64_t{2} * c << p);
-    lastColumnPass<K>(tiles.from, 1 << p, [&](int row, int column, Cx<Vec<float, K>> x) {
+    const Tiles tiles = columnPasses<P, Inverse>(Rows{src + 2 * c, int64_t{2} << innerOrder(t.order), false}, t.passes, work);
+    const float* const w = t.outer + (int64_t{2} * c << P);
+    lastColumnPass<P>(tiles.data, [&](int row, int column, Cx<Vec<float, K>> x) {
         const int at = 2 * (row * kTileColumns + column);
-        storeBlock<K>(tiles.to + at, mul(x, loadBlock<K>(w + at)));
+        storeBlock<K>(tiles.free + at, mul(x, loadBlock<K>(w + at)));
     });
-    return tiles.to;
+    return tiles.free;
+}
+
+// The second sweep, over the same number of columns of a matrix of 2^Q rows, in place.
+template <int Q, bool Inverse, bool Scaled> TEVS_PASS void innerColumns(const FftTables& t, float* at, bool folded, float* work, float scale) {
+    constexpr int K = kBlock;
+    const int p = outerOrder(t.order);
+    const Tiles tiles = columnPasses<Q, false>(Rows{at, int64_t{2} << p, folded}, t.passes + (int64_t{2} << p), work);
+    lastColumnPass<Q>(tiles.data, [&](int row, int column, Cx<Vec<float, K>> x) {
+        auto y = Inverse ? swapped(x) : x;
+        if (Scaled) y = times(y, scale);
+        storePairs<K>(at + 2 * ((int64_t{row} << p) + column), y);
+    });
 }
 
 // Rows [k1][columns] of the tile become dst[n2][k1]: column c + l of the first sweep is row c + l of the second's matrix.
-TEVS_INLINE void storeTurned(const float* tile, float* dst, int c, int p) {
+void storeTurned(const float* tile, float* dst, int c, int p) {
     constexpr int K = kBlock;
     for (int k = 0; k < 1 << p; k += K)
         for (int q = 0; q < kTileColumns; q += K) {
@@ -201,7 +208,7 @@ TEVS_INLINE void storeTurned(const float* tile, float* dst, int c, int p) {
 
 // In place the first sweep leaves dst[k1][n2], and the square of P x P at each half of the columns (there is one half where Q = P) is turned over
 // across its diagonal: row n2 of the second sweep's matrix is then row 2 (n2 mod P) + n2 / P, folded in the sense of Rows.
-TEVS_INLINE void turnSquare(float* a, int64_t stride, int rows) {
+void turnSquare(float* a, int64_t stride, int rows) {
     constexpr int K = kBlock;
     for (int i = 0; i < rows; i += K)
         for (int j = i; j < rows; j += K) {
@@ -217,12 +224,26 @@ TEVS_INLINE void turnSquare(float* a, int64_t stride, int rows) {
         }
 }
 
-template <bool Inverse, bool Scaled> void large(const FftTables& t, const float* src, float* dst, float* work, float scale) {
+// The column transforms of one length, as first sweep and as second.
+struct Sweeps {
+    const float* (*outer[2])(const FftTables& t, const float* src, int c, float* work);                         // [inverse]
+    void (*inner[2][2])(const FftTables& t, float* at, bool folded, float* work, float scale);   // [inverse][scaled]
+};
+template <int Order> constexpr Sweeps sweeps() {
+    return {{outerColumns<Order, false>, outerColumns<Order, true>},
+            {{innerColumns<Order, false, false>, innerColumns<Order, false, true>}, {innerColumns<Order, true, false>, innerColumns<Order, true, true>}}};
+}
+constexpr int kFirstColumnOrder = outerOrder(kFirstLargeOrder);
+constexpr Sweeps kSweeps[] = {sweeps<8>(), sweeps<9>(), sweeps<10>(), sweeps<11>(), sweeps<12>(), sweeps<13>(), sweeps<14>(), sweeps<15>()};
+
+template <bool Inverse> void large(const FftTables& t, const float* src, float* dst, float* work, float scale) {
     constexpr int K = kBlock;
     const int p = outerOrder(t.order), q = innerOrder(t.order), P = 1 << p, Q = 1 << q;
+    const auto outer = kSweeps[p - kFirstColumnOrder].outer[Inverse];
+    const auto inner = kSweeps[q - kFirstColumnOrder].inner[Inverse][scale != 1];
     const bool inPlace = src == dst;
     for (int c = 0; c < Q; c += kTileColumns) {
-        const float* const tile = outerColumns<Inverse>(t, src, c, work);
+        const float* const tile = outer(t, src, c, work);
         if (!inPlace) {
             storeTurned(tile, dst, c, p);
             continue;
@@ -234,15 +255,7 @@ template <bool Inverse, bool Scaled> void large(const FftTables& t, const float*
     if (inPlace)
         for (int half = 0; half < Q; half += P) turnSquare(dst + 2 * half, int64_t{2} << q, P);
 
-    const bool folded = inPlace && Q > P;
-    for (int c = 0; c < P; c += kTileColumns) {
-        const Tiles tiles = columnPasses<false>(Rows{dst + 2 * c, int64_t{2} << p, folded}, q, t.passes + (int64_t{2} << p), work);
-        lastColumnPass<K>(tiles.from, Q, [&](int row, int column, Cx<Vec<float, K>> x) {
-            auto y = Inverse ? swapped(x) : x;
-            if (Scaled) y = times(y, scale);
-            storePairs<K>(dst + 2 * ((int64_t{row} << p) + c + column), y);
-        });
-    }
+    for (int c = 0; c < P; c += kTileColumns) inner(t, dst + 2 * c, inPlace && Q > P, work, scale);
 }
 
 // ---- orders 0 to 3: no tables ------------------------------------------------------------------------------------------------------
@@ -281,7 +294,7 @@ template <int N> TEVS_INLINE void dftSmall(Value (&x)[N]) {
     }
 }
 
-template <int N, bool Inverse> TEVS_INLINE void small(const float* src, float* dst, float scale) {
+template <int N, bool Inverse> void small(const FftTables&, const float* src, float* dst, float*, float scale) {
     Value x[N];
     for (int n = 0; n < N; ++n) x[n] = {src[2 * n + Inverse], src[2 * n + !Inverse]};
     dftSmall(x);
@@ -291,31 +304,33 @@ template <int N, bool Inverse> TEVS_INLINE void small(const float* src, float* d
     }
 }
 
-// ---- choice -------------------------------------------------------------------------------------------------------------------------
+// ---- one routine for each order -----------------------------------------------------------------------------------------------------
 
-template <bool Inverse, bool Scaled> TEVS_INLINE void transformScaled(const FftTables& t, const float* src, float* dst, float* work, float scale) {
-    if (t.order >= kFirstLargeOrder) return large<Inverse, Scaled>(t, src, dst, work, scale);
-    if (t.order == 4) return fused<4, 4, Inverse, Scaled>(t, src, dst, scale);
-    if (t.order == 5) return fused<4, 8, Inverse, Scaled>(t, src, dst, scale);
-    if constexpr (kBlock == 8) {
-        if (t.order == 6) return fused<8, 8, Inverse, Scaled>(t, src, dst, scale);
-        if (t.order == 7) return fused<8, 16, Inverse, Scaled>(t, src, dst, scale);
-    }
-    stockham<Inverse, Scaled>(t, src, dst, work, scale);
-}
-
-template <bool Inverse> void transform(const FftTables& t, const float* src, float* dst, float* work, float scale) {
-    switch (t.order) {
-    case 0: return small<1, Inverse>(src, dst, scale);
-    case 1: return small<2, Inverse>(src, dst, scale);
-    case 2: return small<4, Inverse>(src, dst, scale);
-    case 3: return small<8, Inverse>(src, dst, scale);
-    }
+template <int K, int R, bool Inverse> void fusedOrder(const FftTables& t, const float* src, float* dst, float*, float scale) {
     if (scale == 1)
-        transformScaled<Inverse, false>(t, src, dst, work, scale);
+        fused<K, R, Inverse, false>(t, src, dst, scale);
     else
-        transformScaled<Inverse, true>(t, src, dst, work, scale);
+        fused<K, R, Inverse, true>(t, src, dst, scale);
 }
+template <int Order, bool Inverse> void stockhamOrder(const FftTables& t, const float* src, float* dst, float* work, float scale) {
+    if (scale == 1)
+        stockham<Order, Inverse, false>(t, src, dst, work, scale);
+    else
+        stockham<Order, Inverse, true>(t, src, dst, work, scale);
+}
+
+template <bool Inverse, int Order> constexpr FftTransform* transformOf() {
+    constexpr int lanes = Order < 4 ? 0 : fusedLanes(Order, kBlock);
+    if constexpr (Order < 4)
+        return small<1 << Order, Inverse>;
+    else if constexpr (lanes > 0)
+        return fusedOrder<lanes, (1 << Order) / lanes, Inverse>;
+    else if constexpr (Order < kFirstLargeOrder)
+        return stockhamOrder<Order, Inverse>;
+    else
+        return large<Inverse>;
+}
+template <bool Inverse, int... Order> constexpr FftKernels::Orders transforms(Lane<Order...>) { return {{transformOf<Inverse, Order>()...}}; }
 
 // ---- real transforms --------------------------------------------------------------------------------------------------------------
 
@@ -408,8 +423,8 @@ void pairsOfSpectrum(const FftTables& t, const float* bins, float first, float l
 
 extern const FftKernels fft = {
     .lanes = kBlock,
-    .forward = transform<false>,
-    .inverse = transform<true>,
+    .forward = transforms<false>(Iota<kFirstLargeOrder + 1>{}),
+    .inverse = transforms<true>(Iota<kFirstLargeOrder + 1>{}),
     .spectrumOfReal = spectrumOfReal,
     .pairsOfSpectrum = pairsOfSpectrum,
 };

@@ -3,6 +3,7 @@
 #include <stdint.h>
 
 #include "core/simd/dispatch.h"
+#include "transform/fft.plan.h"
 
 namespace tevs {
 
@@ -14,13 +15,18 @@ struct FftTables {
     const float* recombination;   // real records: exp(-2 pi i k / 2N) for 1 <= k <= N/2
 };
 
+// An N-point transform of interleaved complex values, times scale (1: none). src may equal dst or work. work holds N values for orders
+// 4 to 15, two tiles for larger ones, and is not touched below 4.
+using FftTransform = void(const FftTables& t, const float* src, float* dst, float* work, float scale);
+
 struct FftKernels {
     int lanes;
 
-    // N-point transforms of interleaved complex values, times scale (1: none). src may equal dst or work. work holds N values for orders
-    // 4 to 15, two tiles for larger ones, and is not touched below 4.
-    void (*forward)(const FftTables& t, const float* src, float* dst, float* work, float scale);
-    void (*inverse)(const FftTables& t, const float* src, float* dst, float* work, float scale);
+    struct Orders {
+        FftTransform* of[kFirstLargeOrder + 1];
+        FftTransform* operator[](int order) const { return of[order < kFirstLargeOrder ? order : kFirstLargeOrder]; }
+    };
+    Orders forward, inverse;
 
     // The spectrum of 2N reals from the N-point transform z of their pairs: X[k] goes to bins + 2k for 0 < k < N, X[0] and X[N], both real, to first and last.
     // z holds half the transform. bins may equal z.

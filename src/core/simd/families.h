@@ -4,5 +4,7 @@
 #include "transform/fft.table.h"
 #include "transform/spectrum.table.h"
 #include "vector/conversion.table.h"
+#include "vector/logic.table.h"
+#include "vector/movement.table.h"
 
-#define TEVS_FAMILIES(X) X(ConversionKernels, conversion) X(FftKernels, fft) X(SpectrumKernels, spectrum)
+#define TEVS_FAMILIES(X) X(ConversionKernels, conversion) X(LogicKernels, logic) X(MovementKernels, movement) X(FftKernels, fft) X(SpectrumKernels, spectrum)
