@@ -9,6 +9,8 @@
 #include "tevs/types.h"
 
 #include "tevs/core.h"       /* memory, version */
+#include "tevs/movement.h"   /* copy, set, reverse, complex parts, conjugate */
+#include "tevs/logic.h"      /* bitwise logic, shifts */
 #include "tevs/conversion.h" /* between sample types */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 

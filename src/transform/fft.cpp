@@ -110,11 +110,14 @@ void writeLargeFactors(float* passes, float* outer, int order, int lanes) {
     const int p = outerOrder(order), q = innerOrder(order);
     writePassFactors(passes, radicesOf(p), 0, uint64_t{1} << p);
     writePassFactors(passes + (uint64_t{2} << p), radicesOf(q), 0, uint64_t{1} << q);
-    FactorWriter w(outer, lanes);
+    const uint64_t n = uint64_t{1} << order, rows = uint64_t{1} << p;
+    FactorWriter within(outer, lanes);
+    for (uint64_t k = 0; k < rows; ++k)
+        for (uint64_t g = 0; g < kTileColumns; g += uint64_t(lanes))
+            for (int l = 0; l < lanes; ++l) within.put((g + uint64_t(laneAt(lanes, l))) * k, n);
+    FactorWriter between(within.end(), 1);
     for (uint64_t c = 0; c < uint64_t{1} << q; c += kTileColumns)
-        for (uint64_t k = 0; k < uint64_t{1} << p; ++k)
-            for (uint64_t g = 0; g < kTileColumns; g += uint64_t(lanes))
-                for (int l = 0; l < lanes; ++l) w.put((c + g + uint64_t(laneAt(lanes, l))) * k, uint64_t{1} << order);
+        for (uint64_t k = 0; k < rows; ++k) between.put(c * k, n);
 }
 
 void writeRecombination(float* at, int order, int lanes) {
@@ -155,7 +158,7 @@ FftSpec* build(Signal signal, void* block, int order, int flag, int hint, bool o
         writeLargeFactors(at, outer, t.order, fft->lanes);
         t.passes = at;
         t.outer = outer;
-        at = outer + (uint64_t{2} << t.order);
+        at = outer + (uint64_t{2} * kTileColumns << outerOrder(t.order)) + ((uint64_t{2} << t.order) / kTileColumns);
     } else if (t.order >= 4) {
         writeStockhamFactors(at, t.order, fft->lanes);
         t.passes = at;

@@ -174,10 +174,13 @@ template <int Order, class Emit> TEVS_INLINE void lastColumnPass(const float* ti
 template <int P, bool Inverse> TEVS_PASS const float* outerColumns(const FftTables& t, const float* src, int c, float* work) {
     constexpr int K = kBlock;
     const Tiles tiles = columnPasses<P, Inverse>(Rows{src + 2 * c, int64_t{2} << innerOrder(t.order), false}, t.passes, work);
-    const float* const w = t.outer + (int64_t{2} * c << P);
+    // n2 = c + l: w_N^(n2 k1) as the product of w_N^(l k1), from a table that stays in the cache, and w_N^(c k1), one number a row. A table of all N factors
+    // would be a third stream as long as the data.
+    const float* const lanes = t.outer;
+    const float* const rows = t.outer + (2 * kTileColumns << P) + (int64_t{2} * (c / kTileColumns) << P);
     lastColumnPass<P>(tiles.data, [&](int row, int column, Cx<Vec<float, K>> x) {
         const int at = 2 * (row * kTileColumns + column);
-        storeBlock<K>(tiles.free + at, mul(x, loadBlock<K>(w + at)));
+        storeBlock<K>(tiles.free + at, mul(x, mul(loadBlock<K>(lanes + at), rows[2 * row], rows[2 * row + 1])));
     });
     return tiles.free;
 }

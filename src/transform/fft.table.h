@@ -11,7 +11,7 @@ namespace tevs {
 struct FftTables {
     int order;                    // of the complex transform, N = 2^order
     const float* passes;          // orders 4 to 15: the passes' factors. Large: those of the column passes, length P and then Q
-    const float* outer;           // large: w_N^(n2 k1), in the order in which the first sweep takes them
+    const float* outer;           // large: the factors w_N^(n2 k1) between the sweeps: for n2 < kTileColumns in blocks, then for its multiples
     const float* recombination;   // real records: exp(-2 pi i k / 2N) for 1 <= k <= N/2
 };
 
