@@ -21,6 +21,7 @@ namespace {
 enum class Signal { Complex, Real };
 
 constexpr int kMaxOrder = 30;
+constexpr int kMostInRegisters = 2 << 7;   // floats of the longest transform that is one kernel in registers
 
 // ---- sizes --------------------------------------------------------------------------------------------------------------------------
 
@@ -139,11 +140,10 @@ FftSpec* build(Signal signal, void* block, int order, int flag, int hint, bool o
     memset(spec, 0, sizeof *spec);
     spec->id = identifierOf(signal);
     spec->order = order;
-    spec->forwardScaled = flag == ScaleFwdByN || flag == ScaleBySqrtN;
-    spec->inverseScaled = flag == ScaleInvByN || flag == ScaleBySqrtN;
     const int64_t n = int64_t{1} << order;
-    if (flag == ScaleFwdByN || flag == ScaleInvByN) spec->factor = 1.0f / float(n);
-    if (flag == ScaleBySqrtN) spec->factor = float(1.0 / std::sqrt(double(n)));
+    const float factor = flag == ScaleBySqrtN ? float(1.0 / std::sqrt(double(n))) : 1.0f / float(n);
+    spec->forwardScale = flag == ScaleFwdByN || flag == ScaleBySqrtN ? factor : 1.0f;
+    spec->inverseScale = flag == ScaleInvByN || flag == ScaleBySqrtN ? factor : 1.0f;
     spec->hint = hint;
     spec->workBytes = int(sizesOf(signal, order).work);
     spec->owned = owned;
@@ -218,47 +218,40 @@ Status getBufSize(Signal signal, const FftSpec* pSpec, int* pSize) {
 
 // ---- transforms ---------------------------------------------------------------------------------------------------------------------
 
-// The work area of one call: the caller's, from its first 16-byte boundary on, or one of its own.
-class WorkArea {
-public:
-    WorkArea(const FftSpec& spec, uint8_t* pBuffer) {
-        const int order = spec.tables.order;
-        // Two tiles are more than what is reported for the largest orders; beside their data, a block of their own is nothing.
-        const uint64_t tiles = order >= kFirstLargeOrder ? uint64_t{16} * kTileColumns << innerOrder(order) : 0;
-        const uint64_t bytes = std::max(uint64_t(spec.workBytes), tiles);
-        if (bytes == 0) return;
-        if (pBuffer && bytes <= uint64_t(spec.workBytes)) {
-            at_ = align16<float>(pBuffer);
-            return;
-        }
-        own_.reset(allocate(size_t(bytes)));
-        at_ = static_cast<float*>(own_.get());
-        failed_ = !at_;
-    }
-    bool failed() const { return failed_; }
-    operator float*() const { return at_; }
-
-private:
-    Scratch own_;
-    float* at_ = nullptr;
-    bool failed_ = false;
-};
-
-Status complexTransform(const Complex32f* pSrc, Complex32f* pDst, const FftSpec* pSpec, uint8_t* pBuffer, const FftKernels::Orders& kernels,
-                        int32_t FftSpec::*scaled) {
-    if (Status s = Args().ptr(pSpec).record(pSpec, kFftC32fc).ptr(pSrc).ptr(pDst)) return s;
-    const WorkArea work(*pSpec, pBuffer);
-    if (work.failed()) return StatusNoMemory;
+// Calls run(work) with the work area of one call: the caller's, from its first 16-byte boundary on, or one of its own. The transforms that are one
+// kernel in registers get none: at their length the call itself is what costs.
+template <class Run> [[gnu::noinline]] Status withWork(const FftSpec& spec, uint8_t* pBuffer, Run run) {
+    const int order = spec.tables.order;
+    // Two tiles are more than what is reported for the largest orders; beside their data, a block of their own is nothing.
+    const uint64_t tiles = order >= kFirstLargeOrder ? uint64_t{16} * kTileColumns << innerOrder(order) : 0;
+    const uint64_t bytes = std::max(uint64_t(spec.workBytes), tiles);
     NearestRounding guard;
-    kernels[pSpec->tables.order](pSpec->tables, &pSrc->re, &pDst->re, work, pSpec->*scaled ? pSpec->factor : 1.0f);
+    if (pBuffer && bytes <= uint64_t(spec.workBytes)) {
+        run(align16<float>(pBuffer));
+        return StatusOk;
+    }
+    const Scratch own(allocate(size_t(bytes)));
+    if (!own) return StatusNoMemory;
+    run(static_cast<float*>(own.get()));
+    return StatusOk;
+}
+bool inRegisters(const FftTables& t) { return t.order <= 3 || fusedLanes(t.order, fft->lanes); }
+
+Status complexTransform(const Complex32f* pSrc, Complex32f* pDst, const FftSpec* pSpec, uint8_t* pBuffer, const FftKernels::Orders& kernels, float FftSpec::*scale) {
+    if (Status s = Args().ptr(pSpec).record(pSpec, kFftC32fc).ptr(pSrc).ptr(pDst)) return s;
+    const FftTables& t = pSpec->tables;
+    FftTransform* const kernel = kernels[t.order];
+    if (!inRegisters(t)) return withWork(*pSpec, pBuffer, [=, &t](float* work) { kernel(t, &pSrc->re, &pDst->re, work, pSpec->*scale); });
+    NearestRounding guard;
+    kernel(t, &pSrc->re, &pDst->re, nullptr, pSpec->*scale);
     return StatusOk;
 }
 
 Status forward(const Complex32f* pSrc, Complex32f* pDst, const FftSpec* pSpec, uint8_t* pBuffer) {
-    return complexTransform(pSrc, pDst, pSpec, pBuffer, fft->forward, &FftSpec::forwardScaled);
+    return complexTransform(pSrc, pDst, pSpec, pBuffer, fft->forward, &FftSpec::forwardScale);
 }
 Status inverse(const Complex32f* pSrc, Complex32f* pDst, const FftSpec* pSpec, uint8_t* pBuffer) {
-    return complexTransform(pSrc, pDst, pSpec, pBuffer, fft->inverse, &FftSpec::inverseScaled);
+    return complexTransform(pSrc, pDst, pSpec, pBuffer, fft->inverse, &FftSpec::inverseScale);
 }
 
 // Where a packed spectrum of N = 2^order reals keeps its values: X[k] for 0 < k < N/2 at 2k + shift and the next, and the two real ones.
@@ -269,70 +262,78 @@ struct Packing {
 };
 constexpr Packing kPerm{0, false}, kPack{-1, false}, kCcs{0, true};
 
-void finishCcs(float* pDst, int n) {
-    pDst[1] = 0;
-    if (n > 1) pDst[n + 1] = 0;
+// The spectrum of the pairs' transform in z, to its packing. z may be pDst where the packing leaves the values between the ends in place.
+void pack(const FftTables& t, const float* z, float* pDst, int n, Packing to) {
+    float first, last;
+    fft->spectrumOfReal(t, z, pDst + to.shift, &first, &last);
+    pDst[0] = first;
+    pDst[to.last(n)] = last;
+    if (to.ccs) pDst[1] = pDst[n + 1] = 0;
 }
 
 Status realForward(const float* pSrc, float* pDst, const FftSpec* pSpec, uint8_t* pBuffer, Packing to) {
     if (Status s = Args().ptr(pSpec).record(pSpec, kFftR32f).ptr(pSrc).ptr(pDst)) return s;
-    const WorkArea work(*pSpec, pBuffer);
-    if (work.failed()) return StatusNoMemory;
-    NearestRounding guard;
-    const float scale = pSpec->forwardScaled ? pSpec->factor : 1.0f;
     const int n = 1 << pSpec->order;
     const FftTables& t = pSpec->tables;
-    float first, last;
+    const float scale = 0.5f * pSpec->forwardScale;   // the recombination takes half the transform
+    FftTransform* const kernel = fft->forward[t.order];
     if (n == 1) {
-        pDst[0] = pSrc[0] * scale;
-        if (to.ccs) finishCcs(pDst, n);
+        NearestRounding guard;
+        pDst[0] = pSrc[0] * pSpec->forwardScale;
+        if (to.ccs) pDst[1] = 0;
         return StatusOk;
     }
-    if (t.order < kFirstLargeOrder) {
-        // The pairs' transform stays in the work area, so the recombination writes any packing straight to its place.
-        float few[16];
-        float* const z = t.order <= 3 ? few : static_cast<float*>(work);
-        fft->forward[t.order](t, pSrc, z, pDst, 0.5f * scale);
-        fft->spectrumOfReal(t, z, pDst + to.shift, &first, &last);
-    } else {
-        fft->forward[t.order](t, pSrc, pDst, work, 0.5f * scale);
-        fft->spectrumOfReal(t, pDst, pDst, &first, &last);
-        if (to.shift) memmove(pDst + 1, pDst + 2, size_t(n - 2) * sizeof(float));
+    if (inRegisters(t)) {
+        NearestRounding guard;
+        float z[kMostInRegisters];
+        kernel(t, pSrc, z, nullptr, scale);
+        pack(t, z, pDst, n, to);
+        return StatusOk;
     }
-    pDst[0] = first;
-    pDst[to.last(n)] = last;
-    if (to.ccs) finishCcs(pDst, n);
-    return StatusOk;
+    return withWork(*pSpec, pBuffer, [=, &t](float* work) {
+        if (t.order < kFirstLargeOrder) {
+            kernel(t, pSrc, work, pDst, scale);
+            pack(t, work, pDst, n, to);
+            return;
+        }
+        kernel(t, pSrc, pDst, work, scale);
+        pack(t, pDst, pDst, n, to.shift ? kPerm : to);
+        if (!to.shift) return;
+        const float last = pDst[1];
+        memmove(pDst + 1, pDst + 2, size_t(n - 2) * sizeof(float));
+        pDst[n - 1] = last;
+    });
 }
 
 Status realInverse(const float* pSrc, float* pDst, const FftSpec* pSpec, uint8_t* pBuffer, Packing from) {
     if (Status s = Args().ptr(pSpec).record(pSpec, kFftR32f).ptr(pSrc).ptr(pDst)) return s;
-    const WorkArea work(*pSpec, pBuffer);
-    if (work.failed()) return StatusNoMemory;
-    NearestRounding guard;
-    const float scale = pSpec->inverseScaled ? pSpec->factor : 1.0f;
     const int n = 1 << pSpec->order;
     const FftTables& t = pSpec->tables;
+    const float scale = pSpec->inverseScale;
+    FftTransform* const kernel = fft->inverse[t.order];
+    const float first = pSrc[0], last = pSrc[from.last(n)];
     if (n == 1) {
-        pDst[0] = pSrc[0] * scale;
+        NearestRounding guard;
+        pDst[0] = first * scale;
         return StatusOk;
     }
-    const float first = pSrc[0], last = pSrc[from.last(n)];
-    if (t.order < kFirstLargeOrder) {
-        float few[16];
-        float* const z = t.order <= 3 ? few : static_cast<float*>(work);
+    if (inRegisters(t)) {
+        NearestRounding guard;
+        float z[kMostInRegisters];
         fft->pairsOfSpectrum(t, pSrc + from.shift, first, last, z);
-        fft->inverse[t.order](t, z, pDst, work, scale);
-    } else {
-        const float* bins = pSrc;
-        if (from.shift) {
-            memmove(pDst + 2, pSrc + 1, size_t(n - 2) * sizeof(float));
-            bins = pDst;
-        }
-        fft->pairsOfSpectrum(t, bins, first, last, pDst);
-        fft->inverse[t.order](t, pDst, pDst, work, scale);
+        kernel(t, z, pDst, nullptr, scale);
+        return StatusOk;
     }
-    return StatusOk;
+    return withWork(*pSpec, pBuffer, [=, &t](float* work) {
+        if (t.order < kFirstLargeOrder) {
+            fft->pairsOfSpectrum(t, pSrc + from.shift, first, last, work);
+            kernel(t, work, pDst, work, scale);
+            return;
+        }
+        if (from.shift) memmove(pDst + 2, pSrc + 1, size_t(n - 2) * sizeof(float));
+        fft->pairsOfSpectrum(t, from.shift ? pDst : pSrc, first, last, pDst);
+        kernel(t, pDst, pDst, work, scale);
+    });
 }
 
 }   // namespace

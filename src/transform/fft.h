@@ -14,13 +14,12 @@ constexpr uint32_t kFftR32f = 6;
 // A record, at a 16-byte boundary, its tables behind it in the same block. Every reported size leaves room for 80 bytes of it, at any address.
 struct FftSpec {
     uint32_t id;
-    int32_t order;          // of the transform; the complex one inside a real one is one less
-    int32_t forwardScaled;  // whether the forward result is multiplied by factor
-    int32_t inverseScaled;
-    float factor;           // 1/N, 1/sqrt(N), or 0
-    int32_t hint;           // as given
-    int32_t workBytes;      // scratch of one call, 0 for none
-    int32_t owned;          // 1 where InitAlloc made the block
+    int32_t order;   // of the transform; the complex one inside a real one is one less
+    float forwardScale;   // 1/N, 1/sqrt(N), or 1 for none
+    float inverseScale;
+    int32_t hint;        // as given
+    int32_t workBytes;   // scratch of one call, 0 for none
+    int32_t owned;       // 1 where InitAlloc made the block
     FftTables tables;
 };
 static_assert(sizeof(FftSpec) <= 80);

@@ -263,48 +263,44 @@ template <bool Inverse> void large(const FftTables& t, const float* src, float* 
 
 // ---- orders 0 to 3: no tables ------------------------------------------------------------------------------------------------------
 
-struct Value {
-    float re, im;
-    friend TEVS_INLINE Value operator+(Value a, Value b) { return {a.re + b.re, a.im + b.im}; }
-    friend TEVS_INLINE Value operator-(Value a, Value b) { return {a.re - b.re, a.im - b.im}; }
-};
-TEVS_INLINE Value minusI(Value a, Value b) { return {a.re + b.im, a.im - b.re}; }
-TEVS_INLINE Value plusI(Value a, Value b) { return {a.re - b.im, a.im + b.re}; }
-
-template <int N> TEVS_INLINE void dftSmall(Value (&x)[N]) {
+template <int N, bool Inverse> void small(const FftTables&, const float* src, float* dst, float*, float scale) {
+    using V = Vec<float, 1>;
+    Cx<V> x[N];
+    for (int n = 0; n < N; ++n) x[n] = {V{src[2 * n + Inverse]}, V{src[2 * n + !Inverse]}};
     if constexpr (N == 2) {
-        const Value a = x[0], b = x[1];
-        x[0] = a + b;
-        x[1] = a - b;
-    } else if constexpr (N > 2) {
-        Value even[N / 2], odd[N / 2];
-        for (int n = 0; n < N / 2; ++n) {
-            even[n] = x[n] + x[n + N / 2];
-            odd[n] = x[n] - x[n + N / 2];
-        }
-        if constexpr (N == 4) odd[1] = {odd[1].im, -odd[1].re};
-        if constexpr (N == 8) {
-            odd[1] = {(odd[1].re + odd[1].im) * kSqrtHalf, (odd[1].im - odd[1].re) * kSqrtHalf};
-            odd[2] = {odd[2].im, -odd[2].re};
-            odd[3] = {(odd[3].im - odd[3].re) * kSqrtHalf, (odd[3].re + odd[3].im) * -kSqrtHalf};
-        }
-        dftSmall(even);
-        dftSmall(odd);
-        for (int k = 0; k < N / 2; ++k) {
-            x[2 * k] = even[k];
-            x[2 * k + 1] = odd[k];
-        }
+        const auto sum = x[0] + x[1], difference = x[0] - x[1];
+        x[0] = sum;
+        x[1] = difference;
+    }
+    if constexpr (N == 4) dft(x);
+    for (int n = 0; n < N; ++n) {
+        dst[2 * n + Inverse] = x[n].re[0] * scale;
+        dst[2 * n + !Inverse] = x[n].im[0] * scale;
     }
 }
 
-template <int N, bool Inverse> void small(const FftTables&, const float* src, float* dst, float*, float scale) {
-    Value x[N];
-    for (int n = 0; n < N; ++n) x[n] = {src[2 * n + Inverse], src[2 * n + !Inverse]};
-    dftSmall(x);
-    for (int n = 0; n < N; ++n) {
-        dst[2 * n + Inverse] = x[n].re * scale;
-        dst[2 * n + !Inverse] = x[n].im * scale;
+// Order 3: radix 2 across two vectors, then radix 4 within them. u holds the even outputs' inputs, v the odd ones'.
+template <bool Inverse> void eight(const FftTables&, const float* src, float* dst, float*, float scale) {
+    using V = Vec<float, 4>;
+    auto a = loadPairs<4>(src), b = loadPairs<4>(src + 8);
+    if (Inverse) {
+        a = swapped(a);
+        b = swapped(b);
     }
+    const Cx<V> w = {V{1, kSqrtHalf, 0, -kSqrtHalf}, V{0, -kSqrtHalf, -1, -kSqrtHalf}};
+    const auto u = a + b, v = mul(a - b, w);
+    constexpr auto lows = [](int i) { return i < 2 ? i : i + 2; };        // u0 u1 v0 v1
+    constexpr auto highs = [](int i) { return i < 2 ? i + 2 : i + 4; };   // u2 u3 v2 v3
+    const Cx<V> p = {shuffle<lows>(u.re, v.re), shuffle<lows>(u.im, v.im)}, q = {shuffle<highs>(u.re, v.re), shuffle<highs>(u.im, v.im)};
+    const auto sum = p + q, difference = p - q;
+    constexpr auto evens = [](int i) { return 2 * (i & 1) + (i & 2 ? 4 : 0); };   // of the sum, then of the difference
+    constexpr auto odds = [](int i) { return 2 * (i & 1) + 1 + (i & 2 ? 4 : 0); };
+    // The differences at odd places take a factor -i: (re, im) becomes (im, -re).
+    const Cx<V> e = {shuffle<evens>(sum.re, difference.re), shuffle<evens>(sum.im, difference.im)};
+    const Cx<V> o = {shuffle<odds>(sum.re, difference.im), shuffle<odds>(sum.im, -difference.re)};
+    const auto low = times(e + o, scale), high = times(e - o, scale);   // outputs 0 1 2 3 and 4 5 6 7
+    storePairs<4>(dst, Inverse ? swapped(low) : low);
+    storePairs<4>(dst + 8, Inverse ? swapped(high) : high);
 }
 
 // ---- one routine for each order -----------------------------------------------------------------------------------------------------
@@ -324,8 +320,10 @@ template <int Order, bool Inverse> void stockhamOrder(const FftTables& t, const 
 
 template <bool Inverse, int Order> constexpr FftTransform* transformOf() {
     constexpr int lanes = Order < 4 ? 0 : fusedLanes(Order, kBlock);
-    if constexpr (Order < 4)
+    if constexpr (Order < 3)
         return small<1 << Order, Inverse>;
+    else if constexpr (Order == 3)
+        return eight<Inverse>;
     else if constexpr (lanes > 0)
         return fusedOrder<lanes, (1 << Order) / lanes, Inverse>;
     else if constexpr (Order < kFirstLargeOrder)
@@ -336,6 +334,12 @@ template <bool Inverse, int Order> constexpr FftTransform* transformOf() {
 template <bool Inverse, int... Order> constexpr FftKernels::Orders transforms(Lane<Order...>) { return {{transformOf<Inverse, Order>()...}}; }
 
 // ---- real transforms --------------------------------------------------------------------------------------------------------------
+
+struct Point {
+    float re, im;
+    friend TEVS_INLINE Point operator+(Point a, Point b) { return {a.re + b.re, a.im + b.im}; }
+    friend TEVS_INLINE Point operator-(Point a, Point b) { return {a.re - b.re, a.im - b.im}; }
+};
 
 // Calls pair(k, Z[k], Z[N-k], w^k) for blocks of k that cover 1 .. N/2, where Z[N-k] comes and goes in the order of k. At k = N/2 both are the same value.
 template <int K, class Pair> TEVS_INLINE void recombine(const float* in, float* out, int n, const float* w, Pair pair) {
@@ -366,8 +370,8 @@ void spectrumOfReal(const FftTables& t, const float* z, float* bins, float* firs
     if (t.order <= 2) {
         // N = 1, 2, 4: k = N/2 has w^k = -i, so X = 2 conj Z; the one other k, 1 of 4, has w = exp(-i pi/4).
         if (t.order == 2) {
-            const Value p = {z[2], z[3]}, m = {z[6], -z[7]}, e = p + m, o = p - m;
-            const Value v = {(o.im - o.re) * kSqrtHalf, (o.re + o.im) * -kSqrtHalf};   // -i w O
+            const Point p = {z[2], z[3]}, m = {z[6], -z[7]}, e = p + m, o = p - m;
+            const Point v = {(o.im - o.re) * kSqrtHalf, (o.re + o.im) * -kSqrtHalf};   // -i w O
             bins[2] = e.re + v.re;
             bins[3] = e.im + v.im;
             bins[6] = e.re - v.re;
@@ -396,8 +400,8 @@ void pairsOfSpectrum(const FftTables& t, const float* bins, float first, float l
     const int n = 1 << t.order;
     if (t.order <= 2) {
         if (t.order == 2) {
-            const Value p = {bins[2], bins[3]}, m = {bins[6], -bins[7]}, e = p + m, o = p - m;
-            const Value v = {(o.re + o.im) * -kSqrtHalf, (o.re - o.im) * kSqrtHalf};   // i conj(w) O
+            const Point p = {bins[2], bins[3]}, m = {bins[6], -bins[7]}, e = p + m, o = p - m;
+            const Point v = {(o.re + o.im) * -kSqrtHalf, (o.re - o.im) * kSqrtHalf};   // i conj(w) O
             z[2] = e.re + v.re;
             z[3] = e.im + v.im;
             z[6] = e.re - v.re;
