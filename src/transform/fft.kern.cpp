@@ -158,15 +158,16 @@ template <int Order, bool Inverse> TEVS_INLINE Tiles columnPasses(const Rows& in
     return {at, at == work ? other : work};
 }
 
-// The last column pass, radix 8 for every order from 8 on; emit(row, column, block) places what comes.
+// The last column pass; emit(row, column, block) places what comes.
 template <int Order, class Emit> TEVS_INLINE void lastColumnPass(const float* tile, Emit emit) {
-    constexpr int K = kBlock, M = (1 << Order) / 8;
+    constexpr Radices kPasses = radicesOf(Order);
+    constexpr int K = kBlock, R = kPasses.r[kPasses.count - 1], M = (1 << Order) / R;
     for (int k = 0; k < M; ++k)
         for (int q = 0; q < kTileColumns; q += K) {
-            Cx<Vec<float, K>> x[8];
-            for (int j = 0; j < 8; ++j) x[j] = loadBlock<K>(tile + 2 * (q + kTileColumns * (k + M * j)));
+            Cx<Vec<float, K>> x[R];
+            for (int j = 0; j < R; ++j) x[j] = loadBlock<K>(tile + 2 * (q + kTileColumns * (k + M * j)));
             dft(x);
-            for (int j = 0; j < 8; ++j) emit(k + M * j, q, x[j]);
+            for (int j = 0; j < R; ++j) emit(k + M * j, q, x[j]);
         }
 }
 

@@ -20,10 +20,16 @@ struct Radices {
     int r[10] = {};
 };
 
-// bits as passes of radix 8, and of radix 4 first where 3 does not divide it.
+// bits as passes of radix 8, and of radix 4 first where 3 does not divide it. With the eight registers of a 32-bit process a radix-8 pass spills most of
+// what it holds: there, as passes of radix 4, and one of radix 8 last where 2 does not divide it.
+#ifdef __i386__
+constexpr int kFirstRadix = 4;
+#else
+constexpr int kFirstRadix = 8;
+#endif
 constexpr Radices radicesOf(int bits, Radices before = {}) {
     while (bits > 0) {
-        const int b = bits % 3 == 0 ? 3 : 2;
+        const int b = kFirstRadix == 4 ? (bits == 3 ? 3 : 2) : bits % 3 == 0 ? 3 : 2;
         before.r[before.count++] = 1 << b;
         bits -= b;
     }
@@ -44,8 +50,8 @@ constexpr Radices passesOf(int order, int lanes) {
         return r;
     }
     r.count = 1;
-    r.r[0] = 8;
-    return radicesOf(order - 3, r);
+    r.r[0] = kFirstRadix;
+    return radicesOf(order - (kFirstRadix == 8 ? 3 : 2), r);
 }
 
 // Large orders: the orders of P and Q.
