@@ -13,5 +13,6 @@
 #include "tevs/logic.h"      /* bitwise logic, shifts */
 #include "tevs/conversion.h" /* between sample types */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
+#include "tevs/fir.h"        /* FIR filters, with records and without */
 
 #endif

@@ -101,6 +101,12 @@ template <class V> TEVS_INLINE void store(void* p, Two<V> v) {
     store(static_cast<char*>(p) + sizeof(V), v.b);
 }
 
+// v, kept in a register: for a load that several operations share, which the compiler would otherwise repeat as each one's memory operand.
+template <class V> TEVS_INLINE V inRegister(V v) {
+    if constexpr (sizeof v >= 16) asm("" : "+x"(v));
+    return v;
+}
+
 template <class T, int N> TEVS_INLINE Two<Vec<T, N>> loadTwo(const T* p) { return {load<T, N>(p), load<T, N>(p + N)}; }
 
 // N interleaved pairs at p, as N first members and N second members; and back.
@@ -117,6 +123,7 @@ template <class V> TEVS_INLINE Two<V> interleave(V a, V b) { return {interleaveL
 template <class V> TEVS_INLINE V fma(V a, V b, V c) {
 #ifdef __FMA__
     if constexpr (sizeof(V{}[0]) == 4) {
+        if constexpr (sizeof(V) == 4) return V{__builtin_fmaf(a[0], b[0], c[0])};
         if constexpr (sizeof(V) == 16) return (V)_mm_fmadd_ps((__m128)a, (__m128)b, (__m128)c);
         if constexpr (sizeof(V) == 32) return (V)_mm256_fmadd_ps((__m256)a, (__m256)b, (__m256)c);
 #ifdef __AVX512F__

@@ -1,0 +1,78 @@
+#ifndef TEVS_FIR_H
+#define TEVS_FIR_H
+
+#include "tevs/types.h"
+
+TEVS_BEGIN
+
+/* ---- FIR: finite impulse response filter --------------------------------------------------------------------------------------
+ *
+ *     y[t] = sum over k = 0 .. tapsLen-1 of  h[k] * x[t-k]
+ *
+ * A record holds the taps h and the delay line, the last tapsLen inputs, and filters a stream in blocks of any length, or sample by sample; the two
+ * may be mixed. Wherever a stream is cut, direct filtering gives the same results to the bit.
+ *
+ *     FIRState_32f    single-precision taps and samples
+ *
+ * pTaps           h[0] .. h[tapsLen-1] in the order of the formula; tapsLen >= 1
+ * pDlyLine        the tapsLen samples before the next input, newest first: x[-1] .. x[-tapsLen]. The oldest is kept, though no output needs it.
+ *                 Where a record is built or set, NULL stands for silence.
+ * pSrc, pDst      numIters >= 1 samples each; equal pointers filter in place, other overlaps do not work
+ *
+ * GetStateSize    The bytes of a record in the caller's memory, at any address; depends on the thread count (tevcore.h) at the time of the call, which Init need not
+ *                 find again. Returns StatusOk, StatusNullPtr (pSize), StatusFilterLength (tapsLen < 1, or so large that the size is beyond INT_MAX).
+ * Init            Builds a record in pBuffer and stores its address. Such a record filters directly at every length.
+ *                 Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength.
+ * InitAlloc       The same in memory of its own. From 64 taps on, blocks of 512 samples and more are filtered by FFT.
+ *                 Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength (tapsLen < 1), StatusNoMemory.
+ * Free            Gives back what InitAlloc took; a record in the caller's memory is left as it is.
+ *                 Returns StatusOk, StatusNullPtr, StatusContextMismatch (not a record of this type).
+ * SetTaps         Other taps, as many as before; the delay line stays. GetTaps reads them back.
+ * SetDlyLine      Another past. GetDlyLine reads it. All four: StatusOk, StatusNullPtr (either pointer; pDlyLine of SetDlyLine may be NULL),
+ *                 StatusContextMismatch.
+ * FIR             Filters a block. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (numIters < 1), StatusContextMismatch; FFT filtering could also return
+ *                 what a transform returns.
+ * FIROne          Filters one sample. Returns StatusOk, StatusNullPtr, StatusContextMismatch.
+ *
+ * On failure nothing is written: no output, no record, no pointer to one.
+ *
+ * Threads         One call per record at a time. Blocks of more than 160000 samples are shared out over an OpenMP team of at most as many threads as
+ *                 threads_omp_of_n_tev said when the record was built; the results are the same for any number.
+ * Method          Direct: products in single precision, each output summed in an order of its own that no other argument changes. FFT: overlap-save with transforms of
+ *                 four times the largest power of two not above tapsLen (Oppenheim and Schafer, Discrete-Time Signal Processing, ch. 8); the error is then relative to
+ *                 the largest output of a block. Results may differ in rounding between SIMD levels.
+ */
+typedef struct FIRState_32f FIRState_32f;
+
+Status tevsFIRGetStateSize_32f(int tapsLen, int* pSize);
+Status tevsFIRInit_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, const float* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInitAlloc_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, const float* pDlyLine);
+Status tevsFIRFree_32f(FIRState_32f* pState);
+Status tevsFIRSetTaps_32f(const float* pTaps, FIRState_32f* pState);
+Status tevsFIRGetTaps_32f(const FIRState_32f* pState, float* pTaps);
+Status tevsFIRSetDlyLine_32f(FIRState_32f* pState, const float* pDlyLine);
+Status tevsFIRGetDlyLine_32f(const FIRState_32f* pState, float* pDlyLine);
+Status tevsFIR_32f(const float* pSrc, float* pDst, int numIters, FIRState_32f* pState);
+Status tevsFIR_32f_I(float* pSrcDst, int numIters, FIRState_32f* pState);
+Status tevsFIROne_32f(float src, float* pDst, FIRState_32f* pState);
+
+/* ---- FIR_Direct: the same filter without a record --------------------------------------------------------------------------------
+ *
+ * pTaps            tapsLen >= 1 taps in the order of the formula
+ * pDlyLine         2 * tapsLen samples: the past twice over, oldest first from *pDlyLineIndex on in a circle of tapsLen. Zeros and an index of 0 to begin with;
+ *                  every call leaves it ready for the next.
+ * pDlyLineIndex    0 .. tapsLen-1; any other value is taken modulo tapsLen
+ *
+ * Sums are formed in double precision and rounded once. Equal pSrc and pDst filter in place; taps, delay line and samples lie apart.
+ *
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSrc, pDst), StatusBadSize (numIters < 1), StatusNullPtr (pTaps),
+ * StatusFilterLength (tapsLen < 1), StatusNullPtr (pDlyLine, pDlyLineIndex). FIROne filters one sample and has no numIters.
+ */
+Status tevsFIR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+Status tevsFIR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne_Direct_32f(float src, float* pDst, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne_Direct_32f_I(float* pSrcDst, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+
+TEVS_END
+
+#endif
