@@ -1,0 +1,109 @@
+// Every allocation inside every function that allocates is made to fail in turn: StatusNoMemory, nothing leaked, nothing stored.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <vector>
+
+#include "tevs.h"
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define TEVS_OWN_MALLOC 0   // the sanitizer brings its own malloc
+#else
+#define TEVS_OWN_MALLOC 1
+#endif
+
+namespace {
+
+bool armed = false;
+int allocationsUntilFailure = 0, live = 0;
+
+#if TEVS_OWN_MALLOC
+extern "C" void* __libc_malloc(size_t);
+extern "C" void __libc_free(void*);
+extern "C" __attribute__((visibility("default"))) void* malloc(size_t n) {
+    if (!armed) return __libc_malloc(n);
+    if (allocationsUntilFailure-- == 0) return nullptr;
+    ++live;
+    return __libc_malloc(n);
+}
+extern "C" __attribute__((visibility("default"))) void free(void* p) {
+    if (armed && p) --live;
+    __libc_free(p);
+}
+#endif
+
+// Builds a record and frees it again.
+template <class Record, class Init, class Free> Status lifecycle(Init init, Free free) {
+    Record* const mark = reinterpret_cast<Record*>(0x40);
+    Record* p = mark;
+    const Status s = init(&p);
+    if (s != StatusOk) {
+        EXPECT_EQ(p, mark);
+        return s;
+    }
+    return free(p);
+}
+
+template <class Call> void failEachAllocation(const char* name, Call call) {
+    if (!TEVS_OWN_MALLOC) GTEST_SKIP();
+    for (int k = 0;; ++k) {
+        allocationsUntilFailure = k;
+        live = 0;
+        armed = true;
+        const Status s = call();
+        armed = false;
+        EXPECT_EQ(live, 0) << name << ", allocation " << k;
+        if (allocationsUntilFailure >= 0) {
+            EXPECT_EQ(s, StatusOk) << name;
+            EXPECT_GE(k, 1) << name << " allocates nothing";
+            return;
+        }
+        ASSERT_EQ(s, StatusNoMemory) << name << ", allocation " << k;
+    }
+}
+
+TEST(NoMemory, FftRecords) {
+    for (int order : {0, 4, 10, 16, 17})
+        for (int flag : {ScaleInvByN, NoScale}) {
+            failEachAllocation("C_32fc", [=] {
+                return lifecycle<FFTSpec_C_32fc>([=](auto p) { return tevsFFTInitAlloc_C_32fc(p, order, flag, HintNone); }, tevsFFTFree_C_32fc);
+            });
+            failEachAllocation("R_32f", [=] {
+                return lifecycle<FFTSpec_R_32f>([=](auto p) { return tevsFFTInitAlloc_R_32f(p, order, flag, HintNone); }, tevsFFTFree_R_32f);
+            });
+        }
+}
+
+TEST(NoMemory, FftWorkBuffer) {
+    FFTSpec_C_32fc* complex;
+    FFTSpec_R_32f* real;
+    for (int order : {10, 16}) {
+        ASSERT_EQ(tevsFFTInitAlloc_C_32fc(&complex, order, NoScale, HintNone), StatusOk);
+        ASSERT_EQ(tevsFFTInitAlloc_R_32f(&real, order, NoScale, HintNone), StatusOk);
+        const std::vector<Complex32f> src(size_t{1} << order, {1, 2});
+        std::vector<Complex32f> dst(src.size(), {3, 4});
+        failEachAllocation("complex", [&] {
+            const Status s = tevsFFTFwd_CToC_32fc(src.data(), dst.data(), complex, nullptr);
+            EXPECT_TRUE(s == StatusOk || dst[0].re == 3);
+            return s;
+        });
+        dst.assign(src.size(), {3, 4});
+        failEachAllocation("real", [&] {
+            const Status s = tevsFFTFwd_RToPerm_32f(&src[0].re, &dst[0].re, real, nullptr);
+            EXPECT_TRUE(s == StatusOk || dst[0].re == 3);
+            return s;
+        });
+        tevsFFTFree_C_32fc(complex);
+        tevsFFTFree_R_32f(real);
+    }
+}
+
+TEST(NoMemory, FirRecords) {
+    const std::vector<float> taps(100, 0.01f);
+    for (int tapsLen : {1, 16, 100})
+        failEachAllocation("FIR_32f", [&] {
+            return lifecycle<FIRState_32f>([&](auto p) { return tevsFIRInitAlloc_32f(p, taps.data(), tapsLen, nullptr); }, tevsFIRFree_32f);
+        });
+}
+
+}   // namespace
