@@ -23,6 +23,9 @@ template <class V> TEVS_INLINE void fillEnds(V v, uint8_t* d, ptrdiff_t n) {
     store(d + n - ptrdiff_t(sizeof(V)), v);
 }
 
+// From here on the caches are too small to matter and the memory's own speed decides.
+constexpr ptrdiff_t kStringStore = ptrdiff_t{24} << 20;
+
 void fill(__m128i pattern, int unit, void* dst, size_t bytes) {
     uint8_t* d = static_cast<uint8_t*>(dst);
     const ptrdiff_t n = ptrdiff_t(bytes);
@@ -41,8 +44,16 @@ void fill(__m128i pattern, int unit, void* dst, size_t bytes) {
     uint8_t* const end = d + n;
     store(d, Two<Register>{v, v});
     d = reinterpret_cast<uint8_t*>((reinterpret_cast<uintptr_t>(d) + kWidth) & ~uintptr_t(kWidth - 1));
-    // Aligned stores cross no cache line; streaming ones gain nothing on top, past the caches either. Where no element begins at the first aligned address, the pattern's phase is read back from what already stands there.
+    // Aligned stores cross no cache line; streaming ones gain nothing on top, past the caches either. Where no element begins at the first aligned address,
+    // the pattern's phase is read back from what already stands there.
     if ((d - static_cast<uint8_t*>(dst)) & (unit - 1)) v = loadAs<Register>(d);
+#ifdef __x86_64__
+    if (n >= kStringStore && unit <= 8) {
+        // The string instruction takes whole cache lines without reading them first, which stores do not; so it is what memset uses, too.
+        size_t words = size_t(end - d) / 8;
+        asm volatile("rep stosq" : "+D"(d), "+c"(words) : "a"(((Vec<uint64_t, kWidth / 8>)v)[0]) : "memory");
+    }
+#endif
     for (; end - d > 4 * kWidth; d += 4 * kWidth) {
         store(d, Two<Register>{v, v});
         store(d + 2 * kWidth, Two<Register>{v, v});
