@@ -55,7 +55,7 @@ Status tevsFFTGetBufSize_R_32f(const FFTSpec_R_32f* pSpec, int* pSize);
  * pBuffer       at least GetBufSize bytes, at any address, contents of no matter; or NULL, and the call takes and returns memory of its own.
  *               Orders from 22 on take a block beside the caller's buffer; it is small against their data.
  *
- * The relative error in the Euclidean norm is about 0.3 * 2^-24 * sqrt(order); docs/accuracy.md has the figures. Results are the same to the bit for
+ * The relative error in the Euclidean norm is about 0.6 * 2^-24 * sqrt(order); docs/accuracy.md has the figures. Results are the same to the bit for
  * any alignment, in place or not; they may differ in rounding between SIMD levels (see TEVS_LEVEL in the README).
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSpec), StatusContextMismatch (pSpec is no record of this kind),

@@ -47,14 +47,16 @@ constexpr uint64_t scratchBytes(int order) {
     return std::max(scratchBytes(order - splitOrder(order)), uint64_t{8} << blockOrder(order));
 }
 
+constexpr uint64_t kAlignmentRoom = 16;   // what a caller's buffer may lose up to its first 16-byte boundary
+
 constexpr FftSizes sizesOf(Signal signal, int order) {
     constexpr uint64_t kRecord = 96;
     if (order <= 3) return {kRecord, 0, 0};
-    const uint64_t init = permutationBytes(order) + 16;
-    if (signal == Signal::Complex) return {kRecord + factorBytes(order) + permutationBytes(order), init, roundUp16(scratchBytes(order)) + 16};
+    const uint64_t init = permutationBytes(order) + kAlignmentRoom;
+    if (signal == Signal::Complex) return {kRecord + factorBytes(order) + permutationBytes(order), init, roundUp16(scratchBytes(order)) + kAlignmentRoom};
     const uint64_t recombination = 2 * roundUp16((uint64_t{8} << order) / 4);
     if (order == 4) return {kRecord + recombination, init, 0};
-    return {kRecord + factorBytes(order - 1) + permutationBytes(order - 1) + recombination, init, roundUp16(scratchBytes(order - 1)) + 16};
+    return {kRecord + factorBytes(order - 1) + permutationBytes(order - 1) + recombination, init, roundUp16(scratchBytes(order - 1)) + kAlignmentRoom};
 }
 static_assert(sizesOf(Signal::Complex, 16).spec == 622720 && sizesOf(Signal::Real, 4).spec == 160 && sizesOf(Signal::Complex, 20).work == 131088);
 
@@ -145,7 +147,8 @@ FftSpec* build(Signal signal, void* block, int order, int flag, int hint, bool o
     spec->forwardScale = flag == ScaleFwdByN || flag == ScaleBySqrtN ? factor : 1.0f;
     spec->inverseScale = flag == ScaleInvByN || flag == ScaleBySqrtN ? factor : 1.0f;
     spec->hint = hint;
-    spec->workBytes = int(sizesOf(signal, order).work);
+    const uint64_t work = sizesOf(signal, order).work;
+    spec->workBytes = work ? int(work - kAlignmentRoom) : 0;
     spec->owned = owned;
 
     FftTables& t = spec->tables;
@@ -212,7 +215,7 @@ Status release(Signal signal, FftSpec* pSpec) {
 
 Status getBufSize(Signal signal, const FftSpec* pSpec, int* pSize) {
     if (Status s = Args().ptr(pSpec).ptr(pSize).record(pSpec, identifierOf(signal))) return s;
-    *pSize = pSpec->workBytes < 1 ? 0 : clampToInt(uint64_t(pSpec->workBytes) + 16);
+    *pSize = pSpec->workBytes < 1 ? 0 : clampToInt(uint64_t(pSpec->workBytes) + kAlignmentRoom);
     return StatusOk;
 }
 
@@ -311,12 +314,12 @@ Status realInverse(const float* pSrc, float* pDst, const FftSpec* pSpec, uint8_t
     const FftTables& t = pSpec->tables;
     const float scale = pSpec->inverseScale;
     FftTransform* const kernel = fft->inverse[t.order];
-    const float first = pSrc[0], last = pSrc[from.last(n)];
     if (n == 1) {
         NearestRounding guard;
-        pDst[0] = first * scale;
+        pDst[0] = pSrc[0] * scale;
         return StatusOk;
     }
+    const float first = pSrc[0], last = pSrc[from.last(n)];
     if (inRegisters(t)) {
         NearestRounding guard;
         float z[kMostInRegisters];

@@ -34,8 +34,8 @@ template <class T> struct Shift {
 };
 // There are no shifts of 8-bit lanes: those of 16 bits, less what came from the neighbour.
 template <> struct Shift<uint8_t> {
-    template <class V> TEVS_INLINE static V left(V v, int count) { return Shift<uint16_t>::left(v, count) & (V{} + uint8_t(0xff << count)); }
-    template <class V> TEVS_INLINE static V right(V v, int count) { return Shift<uint16_t>::right(v, count) & (V{} + uint8_t(0xff >> count)); }
+    template <class V> TEVS_INLINE static V left(V v, int count) { return Shift<uint16_t>::left(v, count) & splat<uint8_t, kCount<V>>(uint8_t(0xff << count)); }
+    template <class V> TEVS_INLINE static V right(V v, int count) { return Shift<uint16_t>::right(v, count) & splat<uint8_t, kCount<V>>(uint8_t(0xff >> count)); }
 };
 
 template <class T> void left(const void* src, int count, void* dst, ptrdiff_t bytes) {

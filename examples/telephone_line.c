@@ -1,0 +1,228 @@
+/* What a telephone line leaves of a recording.
+ *
+ *     telephone_line IN.wav OUTDIR
+ *
+ * Low-passes a recording to the telephone band, as one would before taking it down to 8 kHz, and measures its spectrum before and after. Writes
+ * line.wav, spectrum.txt and spectrogram-{before,after}.txt into OUTDIR, and prints what each step took.
+ */
+#include <math.h>
+#include <tevs.h>
+#include <time.h>
+
+#include "wav.h"
+
+enum { kRuns = 20, kBlockMilliseconds = 20 };
+static const double kPi = 3.14159265358979323846;
+
+static double now(void) {
+    struct timespec t;
+    timespec_get(&t, TIME_UTC);
+    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
+}
+
+static void must(Status status, const char* what) {
+    if (status == StatusOk) return;
+    fprintf(stderr, "telephone_line: %s: status %d\n", what, (int)status);
+    exit(1);
+}
+
+/* ---- The filter: windowed sinc, Kaiser window -------------------------------------------------------------------------------- */
+
+/* Modified Bessel function of the first kind and order 0, by its power series. */
+static double besselI0(double x) {
+    double term = 1, sum = 1;
+    for (int k = 1; term > 1e-17 * sum; ++k) sum += term *= (x / 2 / k) * (x / 2 / k);
+    return sum;
+}
+
+/* Taps of a low-pass that passes up to `pass` and stops from `stop` on, in units of the sample rate, by `decibels`. Kaiser's estimate of the length
+ * and of the window's shape: Oppenheim and Schafer, Discrete-Time Signal Processing, section 7.6. */
+static float* designLowPass(double pass, double stop, double decibels, int* tapsLen) {
+    const double beta = 0.1102 * (decibels - 8.7), cutoff = (pass + stop) / 2;
+    const int len = (int)ceil((decibels - 7.95) / (2.285 * 2 * kPi * (stop - pass))) | 1;
+    float* taps = tevsMalloc_32f(len);
+    if (!taps) return NULL;
+    for (int k = 0; k < len; ++k) {
+        const double t = k - (len - 1) / 2.0, r = 2 * t / (len - 1);
+        const double sinc = t == 0 ? 2 * cutoff : sin(2 * kPi * cutoff * t) / (kPi * t);
+        taps[k] = (float)(sinc * besselI0(beta * sqrt(1 - r * r)) / besselI0(beta));
+    }
+    *tapsLen = len;
+    return taps;
+}
+
+/* ---- The spectrum: power of overlapped, Hann-windowed frames -------------------------------------------------------------------- */
+
+typedef struct {
+    int order, len, hop, frames, bins;
+    float *window, *frame, *ccs;
+    uint8_t* work;
+    FFTSpec_R_32f* fft;
+} Analyser;
+
+static Analyser makeAnalyser(uint32_t rate, int samples) {
+    Analyser a = {.order = 5};
+    while ((1 << a.order) < (int)rate / 25 && a.order < 15) ++a.order; /* 40 ms or a little more */
+    a.len = 1 << a.order;
+    a.hop = samples / 1000 > a.len / 4 ? samples / 1000 : a.len / 4; /* at most a thousand frames: a picture shows no more */
+    a.bins = a.len / 2 + 1;
+    a.frames = samples < a.len ? 1 : 1 + (samples - a.len) / a.hop;
+    a.window = tevsMalloc_32f(a.len);
+    a.frame = tevsMalloc_32f(a.len);
+    a.ccs = tevsMalloc_32f(a.len + 2);
+    must(tevsFFTInitAlloc_R_32f(&a.fft, a.order, NoScale, HintNone), "tevsFFTInitAlloc_R_32f");
+    int bytes = 0;
+    must(tevsFFTGetBufSize_R_32f(a.fft, &bytes), "tevsFFTGetBufSize_R_32f");
+    a.work = bytes ? tevsMalloc_8u(bytes) : NULL;
+    if (!a.window || !a.frame || !a.ccs || (bytes && !a.work)) must(StatusNoMemory, "analyser");
+    for (int n = 0; n < a.len; ++n) a.window[n] = (float)(0.5 - 0.5 * cos(2 * kPi * n / a.len));
+    return a;
+}
+
+static void freeAnalyser(Analyser* a) {
+    tevsFFTFree_R_32f(a->fft);
+    tevsFree(a->work);
+    tevsFree(a->ccs);
+    tevsFree(a->frame);
+    tevsFree(a->window);
+}
+
+/* power[frame * bins + bin]: a sine at full scale has power 1 in its bin. */
+static void spectrogram(const Analyser* a, const float* x, int samples, float* power) {
+    const float scale = 4.0f / (float)a->len * (4.0f / (float)a->len);
+    for (int f = 0; f < a->frames; ++f) {
+        for (int n = 0; n < a->len; ++n) {
+            const int at = f * a->hop + n;
+            a->frame[n] = at < samples ? x[at] * a->window[n] : 0;
+        }
+        must(tevsFFTFwd_RToCCS_32f(a->frame, a->ccs, a->fft, a->work), "tevsFFTFwd_RToCCS_32f");
+        for (int k = 0; k < a->bins; ++k) {
+            const float re = a->ccs[2 * k], im = a->ccs[2 * k + 1];
+            power[(size_t)f * (size_t)a->bins + (size_t)k] = scale * (re * re + im * im);
+        }
+    }
+}
+
+/* ---- Results ------------------------------------------------------------------------------------------------------------------- */
+
+static FILE* create(const char* dir, const char* name) {
+    char path[4096];
+    snprintf(path, sizeof path, "%s/%s", dir, name);
+    FILE* file = fopen(path, "w");
+    if (!file) {
+        perror(path);
+        exit(1);
+    }
+    return file;
+}
+
+static double decibels(double power) { return 10 * log10(power + 1e-14); }
+
+static void writeSpectrum(const char* dir, const Analyser* a, uint32_t rate, const float* before, const float* after) {
+    FILE* file = create(dir, "spectrum.txt");
+    fprintf(file, "# Hz, dB before, dB after: mean power of %d frames\n", a->frames);
+    for (int k = 0; k < a->bins; ++k) {
+        double sum[2] = {0, 0};
+        for (size_t at = (size_t)k; at < (size_t)a->frames * (size_t)a->bins; at += (size_t)a->bins) {
+            sum[0] += before[at];
+            sum[1] += after[at];
+        }
+        fprintf(file, "%.1f %.2f %.2f\n", (double)k * rate / a->len, decibels(sum[0] / a->frames), decibels(sum[1] / a->frames));
+    }
+    fclose(file);
+}
+
+static void writeSpectrogram(const char* dir, const char* name, const Analyser* a, uint32_t rate, const float* power) {
+    FILE* file = create(dir, name);
+    fprintf(file, "# seconds, Hz, dB\n");
+    for (int f = 0; f < a->frames; ++f) {
+        for (int k = 0; k < a->bins; ++k)
+            fprintf(file, "%.4f %.1f %.1f\n", (f * a->hop + a->len / 2.0) / rate, (double)k * rate / a->len,
+                    decibels(power[(size_t)f * (size_t)a->bins + (size_t)k]));
+        fputc('\n', file);
+    }
+    fclose(file);
+}
+
+/* The steps of the line, each with the fastest of its runs. */
+enum { kToFloat, kLowPass, kToInt, kSpectra, kSteps };
+static const char* const kStep[kSteps][2] = {
+    {"16-bit to float", "tevsConvert_16s32f"},
+    {"low-pass", "tevsFIR_32f"},
+    {"float to 16-bit", "tevsConvert_32f16s_Sfs"},
+    {"window, FFT, power", "tevsFFTFwd_RToCCS_32f"},
+};
+
+int main(int argc, char** argv) {
+    Wav wav = {0, 0, NULL};
+    if (argc != 3) {
+        fprintf(stderr, "usage: telephone_line IN.wav OUTDIR\n");
+        return 2;
+    }
+    if (readWav(argv[1], &wav)) {
+        fprintf(stderr, "telephone_line: %s is no 16-bit WAV file\n", argv[1]);
+        return 1;
+    }
+    const int len = wav.len, block = (int)wav.rate * kBlockMilliseconds / 1000;
+    const double seconds = (double)len / wav.rate, stop = fmin(4000, wav.rate / 2.0), pass = 0.85 * stop;
+
+    int tapsLen = 0;
+    float* taps = designLowPass(pass / wav.rate, stop / wav.rate, 70, &tapsLen);
+    Analyser analyser = makeAnalyser(wav.rate, len);
+    float *x = tevsMalloc_32f(len), *y = tevsMalloc_32f(len);
+    int16_t* out = tevsMalloc_16s(len);
+    float *before = malloc(sizeof *before * (size_t)analyser.frames * (size_t)analyser.bins),
+          *after = malloc(sizeof *after * (size_t)analyser.frames * (size_t)analyser.bins);
+    if (!taps || !x || !y || !out || !before || !after) must(StatusNoMemory, "buffers");
+
+    double best[kSteps] = {1e9, 1e9, 1e9, 1e9};
+    for (int run = 0; run < kRuns; ++run) {
+        double mark[kSteps + 1];
+        FIRState_32f* filter;
+        must(tevsFIRInitAlloc_32f(&filter, taps, tapsLen, NULL), "tevsFIRInitAlloc_32f");
+
+        mark[kToFloat] = now();
+        must(tevsConvert_16s32f(wav.samples, x, len), "tevsConvert_16s32f");
+        mark[kLowPass] = now();
+        for (int n = 0; n < len; n += block) /* in blocks, as they would come off a line; the record carries the filter's past over */
+            must(tevsFIR_32f(x + n, y + n, len - n < block ? len - n : block, filter), "tevsFIR_32f");
+        mark[kToInt] = now();
+        must(tevsConvert_32f16s_Sfs(y, out, len, RoundNearest, 0), "tevsConvert_32f16s_Sfs");
+        mark[kSpectra] = now();
+        spectrogram(&analyser, x, len, before);
+        spectrogram(&analyser, y, len, after);
+        mark[kSteps] = now();
+
+        tevsFIRFree_32f(filter);
+        for (int s = 0; s < kSteps; ++s) best[s] = fmin(best[s], mark[s + 1] - mark[s]);
+    }
+    for (size_t n = 0; n < (size_t)analyser.frames * (size_t)analyser.bins; ++n) { /* to full scale 1 */
+        before[n] *= 0x1p-30f;
+        after[n] *= 0x1p-30f;
+    }
+
+    printf("%s: %.2f s at %u Hz; low-pass of %d taps, %.0f to %.0f Hz; spectra of %d frames of %d points\n\n", argv[1], seconds, (unsigned)wav.rate, tapsLen,
+           pass, stop, analyser.frames, analyser.len);
+    printf("%-20s %-24s %10s %16s\n", "step", "functions", "time, ms", "times real time");
+    for (int s = 0; s < kSteps; ++s) printf("%-20s %-24s %10.3f %16.0f\n", kStep[s][0], kStep[s][1], 1e3 * best[s], seconds / best[s]);
+
+    char path[4096];
+    snprintf(path, sizeof path, "%s/line.wav", argv[2]);
+    if (writeWav(path, &(Wav){wav.rate, len, out})) {
+        perror(path);
+        return 1;
+    }
+    writeSpectrum(argv[2], &analyser, wav.rate, before, after);
+    writeSpectrogram(argv[2], "spectrogram-before.txt", &analyser, wav.rate, before);
+    writeSpectrogram(argv[2], "spectrogram-after.txt", &analyser, wav.rate, after);
+
+    free(after);
+    free(before);
+    tevsFree(out);
+    tevsFree(y);
+    tevsFree(x);
+    freeAnalyser(&analyser);
+    tevsFree(taps);
+    free(wav.samples);
+    return 0;
+}

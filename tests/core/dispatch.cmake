@@ -1,0 +1,13 @@
+# Each setting of TEVS_LEVEL: below the base, each level, above all, and no number at all.
+function(tevs_test_dispatch)
+    get_property(objects GLOBAL PROPERTY TEVS_KERNEL_OBJECTS)
+    list(FILTER objects INCLUDE REGEX "TARGET_OBJECTS:tevs_")
+    add_executable(core_dispatch_test core/dispatch_test.cpp $<TARGET_OBJECTS:tevs> ${objects})
+    target_include_directories(core_dispatch_test PRIVATE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+    target_link_libraries(core_dispatch_test PRIVATE tevcore gtest_main OpenMP::OpenMP_CXX)
+    add_test(NAME core/dispatch COMMAND ${CMAKE_COMMAND} -E env --unset=TEVS_LEVEL $<TARGET_FILE:core_dispatch_test>)
+    foreach(setting 0 1 2 3 9 11 x)
+        add_test(NAME core/dispatch.${setting} COMMAND ${CMAKE_COMMAND} -E env TEVS_LEVEL=${setting} $<TARGET_FILE:core_dispatch_test>)
+    endforeach()
+endfunction()
+cmake_language(DEFER CALL tevs_test_dispatch)

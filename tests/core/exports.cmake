@@ -1,0 +1,30 @@
+# The two interfaces as a whole: every declared function links from C, the libraries export what is declared and nothing else, and no kernel object
+# holds a symbol that could stand in for code of another level.
+set(exports_dir ${CMAKE_CURRENT_LIST_DIR})
+set(exports_work ${CMAKE_CURRENT_BINARY_DIR}/exports)
+file(GLOB public_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/*.h ${PROJECT_SOURCE_DIR}/include/tevs/*.h)
+
+set(tevs_soname libtevsq7.so.5)
+set(tevcore_soname libtevcore.so.5)
+foreach(library tevs tevcore)
+    set(names ${exports_work}/${library}.names)
+    set(source ${exports_work}/${library}_links.c)
+    add_custom_command(OUTPUT ${names} ${source}
+                       COMMAND ${CMAKE_COMMAND} -DCC=${CMAKE_C_COMPILER} -DINCLUDE=${PROJECT_SOURCE_DIR}/include -DHEADER=${library}.h -DNAMES=${names}
+                               -DSOURCE=${source} -P ${exports_dir}/declared.cmake
+                       DEPENDS ${exports_dir}/declared.cmake ${public_headers} VERBATIM)
+    add_executable(core_${library}_links ${source})
+    target_link_libraries(core_${library}_links PRIVATE ${library})
+    add_test(NAME core/${library}.links COMMAND core_${library}_links)
+
+    add_test(NAME core/${library}.exports COMMAND ${CMAKE_COMMAND} -DNM=${CMAKE_NM} -DREADELF=${CMAKE_READELF} -DLIBRARY=$<TARGET_FILE:${library}>
+             -DSONAME=${${library}_soname} -DNAMES=${names} -P ${exports_dir}/exported.cmake)
+endforeach()
+
+# At the end of the directory, when every kernel source has been named.
+function(tevs_test_kernel_objects)
+    get_property(objects GLOBAL PROPERTY TEVS_KERNEL_OBJECTS)
+    file(GENERATE OUTPUT ${exports_work}/kernel_objects.txt CONTENT "$<JOIN:${objects},\n>\n")
+    add_test(NAME core/kernel_objects COMMAND ${CMAKE_COMMAND} -DNM=${CMAKE_NM} -DLIST=${exports_work}/kernel_objects.txt -P ${exports_dir}/kernel_objects.cmake)
+endfunction()
+cmake_language(DEFER CALL tevs_test_kernel_objects)

@@ -1,0 +1,18 @@
+# The installed package, proven from outside: installs into a prefix of its own, moves it, and uses it through CMake and through pkg-config.
+set(package_work ${PROJECT_BINARY_DIR}/package)
+set(package_prefix ${package_work}/moved)
+
+add_test(NAME package/install COMMAND ${CMAKE_COMMAND} -DBUILD=${PROJECT_BINARY_DIR} -DWORK=${package_work} -DPREFIX=${package_prefix}
+         -P ${CMAKE_CURRENT_LIST_DIR}/install.cmake)
+set_tests_properties(package/install PROPERTIES FIXTURES_SETUP package)
+
+add_test(NAME package/find_package COMMAND ${CMAKE_CTEST_COMMAND} --build-and-test ${CMAKE_CURRENT_LIST_DIR} ${package_work}/build
+         --build-generator ${CMAKE_GENERATOR}
+         --build-options -DCMAKE_PREFIX_PATH=${package_prefix} -DCMAKE_C_COMPILER=${CMAKE_C_COMPILER} -DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER}
+                         "-DCMAKE_C_FLAGS=${CMAKE_C_FLAGS}" "-DCMAKE_CXX_FLAGS=${CMAKE_CXX_FLAGS}"
+         --test-command ${CMAKE_CTEST_COMMAND} --output-on-failure)
+
+add_test(NAME package/pkg_config COMMAND ${CMAKE_COMMAND} -DLIBDIR=${package_prefix}/${CMAKE_INSTALL_LIBDIR} -DCC=${CMAKE_C_COMPILER}
+         "-DFLAGS=${CMAKE_C_FLAGS}" -DEXAMPLES=${PROJECT_SOURCE_DIR}/examples -DWORK=${package_work}/pkg_config
+         -P ${CMAKE_CURRENT_LIST_DIR}/pkg_config.cmake)
+set_tests_properties(package/find_package package/pkg_config PROPERTIES FIXTURES_REQUIRED package TIMEOUT 900)
