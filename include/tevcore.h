@@ -7,6 +7,7 @@
 
 #include <stdint.h>
 
+/* clang-format off */
 #ifdef __cplusplus
 #define TEVCORE_BEGIN _Pragma("GCC visibility push(default)") extern "C" {
 #define TEVCORE_END } _Pragma("GCC visibility pop")
@@ -14,6 +15,7 @@
 #define TEVCORE_BEGIN _Pragma("GCC visibility push(default)")
 #define TEVCORE_END _Pragma("GCC visibility pop")
 #endif
+/* clang-format on */
 
 TEVCORE_BEGIN
 

@@ -117,9 +117,8 @@ void add(int taps, const std::vector<int64_t>& sizes) {
 const bool registered = [] {
     for (int taps : {16, 32, 63}) add(taps, {64, 256, 4096});
     for (int taps : {64, 128, 512, 2048}) add(taps, {4096, 16384});
-    bench::row("FIROne_32f", "tevs", {16, 64, 256}, [](int taps) {
-        return [f = record(noise(size_t(taps))), y = 0.0f]() mutable { tevsFIROne_32f(0.5f, &y, f.get()); };
-    });
+    bench::row("FIROne_32f", "tevs", {16, 64, 256},
+               [](int taps) { return [f = record(noise(size_t(taps))), y = 0.0f]() mutable { tevsFIROne_32f(0.5f, &y, f.get()); }; });
 #if TEVS_PEER_LIQUID
     bench::row("FIROne_32f", "liquid-dsp", {16, 64, 256}, [](int taps) {
         Floats h = noise(size_t(taps));

@@ -33,11 +33,11 @@ void tevsFree(void* ptr);
  * The library's one version record, constant and never released; every call returns the same pointer.
  */
 typedef struct LibraryVersion {
-    int32_t major, minor;         /* 5, 1 */
-    int32_t majorBuild, build;    /* identify this build */
-    char targetCpu[4];            /* code of the processor class, zero-padded */
-    const char* name;             /* file name of the library */
-    const char* version;          /* "major.minor.patch" */
+    int32_t major, minor;      /* 5, 1 */
+    int32_t majorBuild, build; /* identify this build */
+    char targetCpu[4];         /* code of the processor class, zero-padded */
+    const char* name;          /* file name of the library */
+    const char* version;       /* "major.minor.patch" */
     const char* buildDate;
 } LibraryVersion;
 

@@ -19,8 +19,9 @@ TEVS_BEGIN
  *                 Where a record is built or set, NULL stands for silence.
  * pSrc, pDst      numIters >= 1 samples each; equal pointers filter in place, other overlaps do not work
  *
- * GetStateSize    The bytes of a record in the caller's memory, at any address; depends on the thread count (tevcore.h) at the time of the call, which Init need not
- *                 find again. Returns StatusOk, StatusNullPtr (pSize), StatusFilterLength (tapsLen < 1, or so large that the size is beyond INT_MAX).
+ * GetStateSize    The bytes of a record in the caller's memory, at any address; depends on the thread count (tevcore.h) at the time of the call, which
+ *                 Init need not find again. Returns StatusOk, StatusNullPtr (pSize), StatusFilterLength (tapsLen < 1, or so large that the size is beyond
+ *                 INT_MAX).
  * Init            Builds a record in pBuffer and stores its address. Such a record filters directly at every length.
  *                 Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength.
  * InitAlloc       The same in memory of its own. From 64 taps on, blocks of 512 samples and more are filtered by FFT.
@@ -30,17 +31,16 @@ TEVS_BEGIN
  * SetTaps         Other taps, as many as before; the delay line stays. GetTaps reads them back.
  * SetDlyLine      Another past. GetDlyLine reads it. All four: StatusOk, StatusNullPtr (either pointer; pDlyLine of SetDlyLine may be NULL),
  *                 StatusContextMismatch.
- * FIR             Filters a block. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (numIters < 1), StatusContextMismatch; FFT filtering could also return
- *                 what a transform returns.
+ * FIR             Filters a block. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (numIters < 1), StatusContextMismatch.
  * FIROne          Filters one sample. Returns StatusOk, StatusNullPtr, StatusContextMismatch.
  *
  * On failure nothing is written: no output, no record, no pointer to one.
  *
  * Threads         One call per record at a time. Blocks of more than 160000 samples are shared out over an OpenMP team of at most as many threads as
  *                 threads_omp_of_n_tev said when the record was built; the results are the same for any number.
- * Method          Direct: products in single precision, each output summed in an order of its own that no other argument changes. FFT: overlap-save with transforms of
- *                 four times the largest power of two not above tapsLen (Oppenheim and Schafer, Discrete-Time Signal Processing, ch. 8); the error is then relative to
- *                 the largest output of a block. Results may differ in rounding between SIMD levels.
+ * Method          Direct: products in single precision, each output summed in one order whatever the other arguments. FFT: overlap-save with transforms
+ *                 of four times the largest power of two not above tapsLen (Oppenheim and Schafer, Discrete-Time Signal Processing, ch. 8); the error is
+ *                 then relative to the largest output of a block. Results may differ in rounding between SIMD levels.
  */
 typedef struct FIRState_32f FIRState_32f;
 

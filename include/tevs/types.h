@@ -29,6 +29,7 @@
 
 #include <stdint.h>
 
+/* clang-format off */
 /* Every declaration stands between these two: C linkage, and the only symbols that the library exports. */
 #ifdef __cplusplus
 #define TEVS_BEGIN _Pragma("GCC visibility push(default)") extern "C" {
@@ -44,55 +45,56 @@ typedef struct { int32_t re, im; } Complex32s;
 typedef struct { int64_t re, im; } Complex64s;
 typedef struct { float re, im; } Complex32f;
 typedef struct { double re, im; } Complex64f;
+/* clang-format on */
 
 typedef enum Status {
     /* warnings: the whole destination was written */
-    WarnInfOrNaN = 9,        /* the largest magnitude of the source is not finite */
-    WarnLnNegArg = 8,        /* a logarithm argument was negative */
-    WarnLnZeroArg = 7,       /* a logarithm argument was zero */
-    WarnDivByZero = 6,       /* an element-wise divisor was zero; its result was replaced */
-    WarnEvenMedianMask = 5,  /* an even median mask size was reduced by one */
-    WarnInvZero = 4,         /* an inverse-threshold source element was zero; its result was replaced */
-    WarnSqrtNegArg = 3,      /* a square-root source element was negative; its result was replaced */
+    WarnInfOrNaN = 9,       /* the largest magnitude of the source is not finite */
+    WarnLnNegArg = 8,       /* a logarithm argument was negative */
+    WarnLnZeroArg = 7,      /* a logarithm argument was zero */
+    WarnDivByZero = 6,      /* an element-wise divisor was zero; its result was replaced */
+    WarnEvenMedianMask = 5, /* an even median mask size was reduced by one */
+    WarnInvZero = 4,        /* an inverse-threshold source element was zero; its result was replaced */
+    WarnSqrtNegArg = 3,     /* a square-root source element was negative; its result was replaced */
 
     StatusOk = 0,
 
     /* errors: nothing was written */
-    StatusBadArg = -5,               /* an index argument lies outside the record's range */
-    StatusBadSize = -6,              /* a length or count is below 1 or outside its stated range */
-    StatusNullPtr = -8,              /* a required pointer is null */
-    StatusNoMemory = -9,             /* memory for a record or for scratch could not be had */
-    StatusDivByZeroErr = -10,        /* a divisor given as a constant is zero */
-    StatusTapsFactor = -13,          /* the exponent that 16-bit IIR taps carry in the a0 position is negative */
-    StatusFftOrder = -15,            /* an FFT order is outside the supported range */
-    StatusFftFlag = -16,             /* a normalisation flag is not one of the defined values */
-    StatusContextMismatch = -17,     /* a record's identifier is not the one that the call expects */
-    StatusThresholdErr = -18,        /* a threshold level is inconsistent */
-    StatusThresholdNegLevel = -19,   /* a threshold level that must not be negative is negative */
-    StatusDelayIndex = -24,          /* a delay-line index is not in 0 .. tapsLen-1 */
-    StatusFilterOrder = -25,         /* an IIR order is negative, or below 1 where one is needed */
-    StatusFilterLength = -26,        /* an FIR tap count is below 1 */
-    StatusRelFreq = -27,             /* a relative frequency lies outside [0, 1) */
-    StatusRatePhase = -28,           /* a multirate phase is not in 0 .. factor-1 */
-    StatusRateFactor = -29,          /* a multirate up or down factor is below 1 */
-    StatusSamplePhase = -30,         /* a sample-rate phase is not in 0 .. factor-1 */
-    StatusSampleFactor = -31,        /* a sample-rate factor is below 1 */
-    StatusShift = -32,               /* a shift count is negative */
-    StatusMaskSize = -33,            /* a summation window length is below 1 */
-    StatusWtOffset = -35,            /* a wavelet filter offset is below -1 */
-    StatusJaehneMagnitude = -38,     /* a test-vector magnitude is negative */
-    StatusHugeWindow = -39,          /* a Kaiser window parameter is too large */
-    StatusTriangleAsym = -40,        /* a triangle-wave asymmetry is outside [-pi, pi) */
-    StatusTrianglePhase = -41,       /* a triangle-wave phase is outside [0, 2pi) */
-    StatusTriangleFreq = -42,        /* a triangle-wave relative frequency is outside [0, 0.5) */
-    StatusTriangleMagnitude = -43,   /* a triangle-wave magnitude is not positive */
-    StatusTonePhase = -44,           /* a tone phase is outside its range */
-    StatusToneFreq = -45,            /* a tone relative frequency is outside [0, 0.5) */
-    StatusToneMagnitude = -46,       /* a tone magnitude is not positive */
-    StatusSparseArg = -194,          /* a sparse filter's tap-position count or largest position is negative */
-    StatusIirGenOrder = -206,        /* a designed IIR filter's order is not in 1 .. 12 */
-    StatusIirGenFreq = -208,         /* a designed IIR filter's relative cut-off frequency is not in (0, 0.5] */
-    StatusIirGenDecibels = -209      /* a Chebyshev design's pass-band variation is not in (0, 29] dB */
+    StatusBadArg = -5,             /* an index argument lies outside the record's range */
+    StatusBadSize = -6,            /* a length or count is below 1 or outside its stated range */
+    StatusNullPtr = -8,            /* a required pointer is null */
+    StatusNoMemory = -9,           /* memory for a record or for scratch could not be had */
+    StatusDivByZeroErr = -10,      /* a divisor given as a constant is zero */
+    StatusTapsFactor = -13,        /* the exponent that 16-bit IIR taps carry in the a0 position is negative */
+    StatusFftOrder = -15,          /* an FFT order is outside the supported range */
+    StatusFftFlag = -16,           /* a normalisation flag is not one of the defined values */
+    StatusContextMismatch = -17,   /* a record's identifier is not the one that the call expects */
+    StatusThresholdErr = -18,      /* a threshold level is inconsistent */
+    StatusThresholdNegLevel = -19, /* a threshold level that must not be negative is negative */
+    StatusDelayIndex = -24,        /* a delay-line index is not in 0 .. tapsLen-1 */
+    StatusFilterOrder = -25,       /* an IIR order is negative, or below 1 where one is needed */
+    StatusFilterLength = -26,      /* an FIR tap count is below 1 */
+    StatusRelFreq = -27,           /* a relative frequency lies outside [0, 1) */
+    StatusRatePhase = -28,         /* a multirate phase is not in 0 .. factor-1 */
+    StatusRateFactor = -29,        /* a multirate up or down factor is below 1 */
+    StatusSamplePhase = -30,       /* a sample-rate phase is not in 0 .. factor-1 */
+    StatusSampleFactor = -31,      /* a sample-rate factor is below 1 */
+    StatusShift = -32,             /* a shift count is negative */
+    StatusMaskSize = -33,          /* a summation window length is below 1 */
+    StatusWtOffset = -35,          /* a wavelet filter offset is below -1 */
+    StatusJaehneMagnitude = -38,   /* a test-vector magnitude is negative */
+    StatusHugeWindow = -39,        /* a Kaiser window parameter is too large */
+    StatusTriangleAsym = -40,      /* a triangle-wave asymmetry is outside [-pi, pi) */
+    StatusTrianglePhase = -41,     /* a triangle-wave phase is outside [0, 2pi) */
+    StatusTriangleFreq = -42,      /* a triangle-wave relative frequency is outside [0, 0.5) */
+    StatusTriangleMagnitude = -43, /* a triangle-wave magnitude is not positive */
+    StatusTonePhase = -44,         /* a tone phase is outside its range */
+    StatusToneFreq = -45,          /* a tone relative frequency is outside [0, 0.5) */
+    StatusToneMagnitude = -46,     /* a tone magnitude is not positive */
+    StatusSparseArg = -194,        /* a sparse filter's tap-position count or largest position is negative */
+    StatusIirGenOrder = -206,      /* a designed IIR filter's order is not in 1 .. 12 */
+    StatusIirGenFreq = -208,       /* a designed IIR filter's relative cut-off frequency is not in (0, 0.5] */
+    StatusIirGenDecibels = -209    /* a Chebyshev design's pass-band variation is not in (0, 29] dB */
 } Status;
 
 /* Rounding of float to integer and to half-precision conversions. */
@@ -100,10 +102,10 @@ enum { RoundTowardZero = 0, RoundNearest = 1 };
 
 /* Which direction of a transform multiplies its result, and by what, for a transform of length N. */
 enum {
-    ScaleFwdByN = 1,    /* forward by 1/N */
-    ScaleInvByN = 2,    /* inverse by 1/N */
-    ScaleBySqrtN = 4,   /* both by 1/sqrt(N) */
-    NoScale = 8         /* neither */
+    ScaleFwdByN = 1,  /* forward by 1/N */
+    ScaleInvByN = 2,  /* inverse by 1/N */
+    ScaleBySqrtN = 4, /* both by 1/sqrt(N) */
+    NoScale = 8       /* neither */
 };
 
 /* How a transform or statistic may trade accuracy for speed. */

@@ -38,9 +38,7 @@ private:
 };
 
 // Four characters of a filter record's identifier, the first in the most significant byte.
-constexpr uint32_t identifier(const char (&s)[5]) {
-    return uint32_t(s[0]) << 24 | uint32_t(s[1]) << 16 | uint32_t(s[2]) << 8 | uint32_t(s[3]);
-}
+constexpr uint32_t identifier(const char (&s)[5]) { return uint32_t(s[0]) << 24 | uint32_t(s[1]) << 16 | uint32_t(s[2]) << 8 | uint32_t(s[3]); }
 static_assert(identifier("FI01") == 0x46493031);
 
 }   // namespace tevs

@@ -20,9 +20,7 @@ struct Release {
 using Scratch = std::unique_ptr<void, Release>;
 
 // The first 16-byte boundary at or after p: where a record or a work area begins in a caller's block.
-template <class T = void> T* align16(void* p) {
-    return reinterpret_cast<T*>((reinterpret_cast<uintptr_t>(p) + 15) & ~uintptr_t{15});
-}
+template <class T = void> T* align16(void* p) { return reinterpret_cast<T*>((reinterpret_cast<uintptr_t>(p) + 15) & ~uintptr_t{15}); }
 constexpr uint64_t roundUp16(uint64_t bytes) { return (bytes + 15) & ~uint64_t{15}; }
 
 // Cuts 16-byte aligned pieces off a block. Over no block it only adds up, so the function that reports a record's size and the one that

@@ -10,10 +10,12 @@ namespace tevs {
 class NearestRounding {
 public:
     NearestRounding() {
-        if (!isNearest()) [[unlikely]] set();
+        if (!isNearest()) [[unlikely]]
+            set();
     }
     ~NearestRounding() {
-        if (before_) [[unlikely]] _mm_setcsr(before_);
+        if (before_) [[unlikely]]
+            _mm_setcsr(before_);
     }
     NearestRounding(const NearestRounding&) = delete;
     NearestRounding& operator=(const NearestRounding&) = delete;

@@ -38,9 +38,9 @@ static_assert(sizeof(FirState) <= 112);   // with what 16-byte alignment costs, 
 
 namespace {
 
-constexpr int kStage = 4092;            // samples of a block in place that are copied at a time
-constexpr int kFewestFftTaps = 64;      // from which on InitAlloc prepares overlap-save
-constexpr int kLongestDirect = 511;     // samples of a block that is filtered directly even so
+constexpr int kStage = 4092;          // samples of a block in place that are copied at a time
+constexpr int kFewestFftTaps = 64;    // from which on InitAlloc prepares overlap-save
+constexpr int kLongestDirect = 511;   // samples of a block that is filtered directly even so
 constexpr int kParallelAbove = 160000;
 
 constexpr int64_t floats(int64_t n) { return int64_t(roundUp16(uint64_t(n) * sizeof(float))); }
@@ -61,8 +61,20 @@ uint64_t layOut(FirState* s, void* block, int tapsLen) {
     float* const reversed = c.take<float>(uint64_t(tapsLen));
     float* const delay = c.take<float>(3 * uint64_t(tapsLen) + 4);
     float* const stage = c.take<float>(uint64_t(tapsLen) + kStage);
-    if (s) *s = {.id = kFir32f, .tapsLen = tapsLen, .dlyIndex = 0, .fftLen = -1, .threads = 1, .allocated = 0, .workBytes = 0,
-                 .reversed = reversed, .delay = delay, .stage = stage, .spectrum = nullptr, .fft = nullptr, .work = nullptr};
+    if (s)
+        *s = {.id = kFir32f,
+              .tapsLen = tapsLen,
+              .dlyIndex = 0,
+              .fftLen = -1,
+              .threads = 1,
+              .allocated = 0,
+              .workBytes = 0,
+              .reversed = reversed,
+              .delay = delay,
+              .stage = stage,
+              .spectrum = nullptr,
+              .fft = nullptr,
+              .work = nullptr};
     return c.size();
 }
 

@@ -18,8 +18,8 @@ constexpr int kVectors = 10, kShared = 4;
 
 // Adds the taps j = s + q kStep, s < kStep, q < C, to A vectors of W outputs, kStep apart.
 //
-// A load of in[n+j .. ] serves tap q of vector a and tap q+1 of vector a-1, so A C products take A + C - 1 loads; one load each would keep the multipliers waiting, since
-// nearly half of them cross a cache line. Every sum runs over s, then q: the same order in whichever vector an output lies.
+// A load of in[n+j ..] serves tap q of vector a and tap q+1 of vector a-1, so A C products take A + C - 1 loads; one load each would keep the multipliers
+// waiting, since nearly half of them cross a cache line. Every sum runs over s, then q: the same order in whichever vector an output lies.
 template <int W, int A, int C> TEVS_INLINE void addTaps(const float* in, const float* taps, Vec<float, W> (&sum)[A]) {
     for (int s = 0; s < kStep; ++s) {
 #pragma GCC unroll 16

@@ -8,9 +8,7 @@ namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
 // Separate real and imaginary parts, so that a product needs no shuffle.
-template <class V> struct Cx {
-    V re, im;
-};
+template <class V> struct Cx { V re, im; };
 template <class V> TEVS_INLINE Cx<V> operator+(Cx<V> a, Cx<V> b) { return {a.re + b.re, a.im + b.im}; }
 template <class V> TEVS_INLINE Cx<V> operator-(Cx<V> a, Cx<V> b) { return {a.re - b.re, a.im - b.im}; }
 template <class V> TEVS_INLINE Cx<V> plusI(Cx<V> a, Cx<V> b) { return {a.re - b.im, a.im + b.re}; }    // a + i b

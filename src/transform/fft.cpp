@@ -240,7 +240,8 @@ template <class Run> [[gnu::noinline]] Status withWork(const FftSpec& spec, uint
 }
 bool inRegisters(const FftTables& t) { return t.order <= 3 || fusedLanes(t.order, fft->lanes); }
 
-Status complexTransform(const Complex32f* pSrc, Complex32f* pDst, const FftSpec* pSpec, uint8_t* pBuffer, const FftKernels::Orders& kernels, float FftSpec::*scale) {
+Status complexTransform(const Complex32f* pSrc, Complex32f* pDst, const FftSpec* pSpec, uint8_t* pBuffer, const FftKernels::Orders& kernels,
+                        float FftSpec::*scale) {
     if (Status s = Args().ptr(pSpec).record(pSpec, kFftC32fc).ptr(pSrc).ptr(pDst)) return s;
     const FftTables& t = pSpec->tables;
     FftTransform* const kernel = kernels[t.order];
@@ -372,15 +373,27 @@ Status tevsFFTInv_CToC_32fc(const Complex32f* pSrc, Complex32f* pDst, const FFTS
 }
 Status tevsFFTInv_CToC_32fc_I(Complex32f* pSrcDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer) { return inverse(pSrcDst, pSrcDst, pSpec, pBuffer); }
 
-Status tevsFFTFwd_RToCCS_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realForward(pSrc, pDst, pSpec, pBuffer, kCcs); }
+Status tevsFFTFwd_RToCCS_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return realForward(pSrc, pDst, pSpec, pBuffer, kCcs);
+}
 Status tevsFFTFwd_RToCCS_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realForward(pSrcDst, pSrcDst, pSpec, pBuffer, kCcs); }
-Status tevsFFTFwd_RToPack_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realForward(pSrc, pDst, pSpec, pBuffer, kPack); }
+Status tevsFFTFwd_RToPack_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return realForward(pSrc, pDst, pSpec, pBuffer, kPack);
+}
 Status tevsFFTFwd_RToPack_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realForward(pSrcDst, pSrcDst, pSpec, pBuffer, kPack); }
-Status tevsFFTFwd_RToPerm_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realForward(pSrc, pDst, pSpec, pBuffer, kPerm); }
+Status tevsFFTFwd_RToPerm_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return realForward(pSrc, pDst, pSpec, pBuffer, kPerm);
+}
 Status tevsFFTFwd_RToPerm_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realForward(pSrcDst, pSrcDst, pSpec, pBuffer, kPerm); }
-Status tevsFFTInv_CCSToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realInverse(pSrc, pDst, pSpec, pBuffer, kCcs); }
+Status tevsFFTInv_CCSToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return realInverse(pSrc, pDst, pSpec, pBuffer, kCcs);
+}
 Status tevsFFTInv_CCSToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realInverse(pSrcDst, pSrcDst, pSpec, pBuffer, kCcs); }
-Status tevsFFTInv_PackToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realInverse(pSrc, pDst, pSpec, pBuffer, kPack); }
+Status tevsFFTInv_PackToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return realInverse(pSrc, pDst, pSpec, pBuffer, kPack);
+}
 Status tevsFFTInv_PackToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realInverse(pSrcDst, pSrcDst, pSpec, pBuffer, kPack); }
-Status tevsFFTInv_PermToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realInverse(pSrc, pDst, pSpec, pBuffer, kPerm); }
+Status tevsFFTInv_PermToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return realInverse(pSrc, pDst, pSpec, pBuffer, kPerm);
+}
 Status tevsFFTInv_PermToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realInverse(pSrcDst, pSrcDst, pSpec, pBuffer, kPerm); }

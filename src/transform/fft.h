@@ -14,7 +14,7 @@ constexpr uint32_t kFftR32f = 6;
 // A record, at a 16-byte boundary, its tables behind it in the same block. Every reported size leaves room for 80 bytes of it, at any address.
 struct FftSpec {
     uint32_t id;
-    int32_t order;   // of the transform; the complex one inside a real one is one less
+    int32_t order;        // of the transform; the complex one inside a real one is one less
     float forwardScale;   // 1/N, 1/sqrt(N), or 1 for none
     float inverseScale;
     int32_t hint;        // as given

@@ -99,8 +99,7 @@ template <int K, int R, bool Inverse, bool Scaled> TEVS_INLINE void fused(const 
 
 // The data alternates between dst and work. The first pass turns it over and so needs another place than its source, which dst may be; the
 // last one can run in place, where the data is in dst already.
-template <int Order, bool Inverse, bool Scaled>
-TEVS_INLINE void stockham(const FftTables& t, const float* src, float* dst, float* work, float scale) {
+template <int Order, bool Inverse, bool Scaled> TEVS_INLINE void stockham(const FftTables& t, const float* src, float* dst, float* work, float scale) {
     constexpr int K = kBlock, N = 1 << Order;
     constexpr Radices kPasses = passesOf(Order, K);
     constexpr int R0 = kPasses.r[0], R = kPasses.r[kPasses.count - 1];
@@ -230,7 +229,7 @@ void turnSquare(float* a, int64_t stride, int rows) {
 
 // The column transforms of one length, as first sweep and as second.
 struct Sweeps {
-    const float* (*outer[2])(const FftTables& t, const float* src, int c, float* work);                         // [inverse]
+    const float* (*outer[2])(const FftTables& t, const float* src, int c, float* work);          // [inverse]
     void (*inner[2][2])(const FftTables& t, float* at, bool folded, float* work, float scale);   // [inverse][scaled]
 };
 template <int Order> constexpr Sweeps sweeps() {

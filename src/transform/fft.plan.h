@@ -13,7 +13,7 @@ namespace tevs {
 namespace {
 
 constexpr int kFirstLargeOrder = 16;
-constexpr int kTileColumns = 8;    // complex values of a row that a sweep takes at once: a cache line
+constexpr int kTileColumns = 8;   // complex values of a row that a sweep takes at once: a cache line
 
 struct Radices {
     int count = 0;

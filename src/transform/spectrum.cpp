@@ -14,7 +14,11 @@ enum class Packing { Pack, Perm, Ccs };
 // The complex pairs of len packed reals, where they begin, and where the second real value stands; an odd length has none.
 struct Layout {
     Layout(Packing packing, int len)
-        : pairs((len - 1) / 2), second(len % 2 ? 0 : packing == Packing::Perm ? 1 : len - 1), firstPair(packing == Packing::Perm && len % 2 == 0 ? 2 : 1) {}
+        : pairs((len - 1) / 2),
+          second(len % 2                    ? 0
+                 : packing == Packing::Perm ? 1
+                                            : len - 1),
+          firstPair(packing == Packing::Perm && len % 2 == 0 ? 2 : 1) {}
     int pairs, second, firstPair;
 };
 

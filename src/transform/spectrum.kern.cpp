@@ -13,8 +13,8 @@ struct Pair {
 void mulPairs(const float* a, const float* b, float* dst, int len) {
     map<kLanes<float>, 4>(
         len, reinterpret_cast<Pair*>(dst),
-        [](auto w, const Pair* x, const Pair* y) { return interleaved(mul(loadPairs<w.n>(&x->re), loadPairs<w.n>(&y->re))); },
-        reinterpret_cast<const Pair*>(a), reinterpret_cast<const Pair*>(b));
+        [](auto w, const Pair* x, const Pair* y) { return interleaved(mul(loadPairs<w.n>(&x->re), loadPairs<w.n>(&y->re))); }, reinterpret_cast<const Pair*>(a),
+        reinterpret_cast<const Pair*>(b));
 }
 
 }   // namespace

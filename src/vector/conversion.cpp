@@ -46,7 +46,6 @@ Status tevsConvert_32f64f(const float* pSrc, double* pDst, int len) { return con
 Status tevsConvert_64f32f(const double* pSrc, float* pDst, int len) { return convert(pSrc, pDst, len, conversion->narrow64f32f); }
 
 Status tevsConvert_32f16s_Sfs(const float* pSrc, int16_t* pDst, int len, int rndMode, int scaleFactor) {
-    return rndMode == RoundTowardZero
-               ? convertScaled(pSrc, pDst, len, scaleFactor, conversion->truncate32f16s, conversion->truncateScaled32f16s)
-               : convertScaled(pSrc, pDst, len, scaleFactor, conversion->nearest32f16s, conversion->nearestScaled32f16s);
+    return rndMode == RoundTowardZero ? convertScaled(pSrc, pDst, len, scaleFactor, conversion->truncate32f16s, conversion->truncateScaled32f16s)
+                                      : convertScaled(pSrc, pDst, len, scaleFactor, conversion->nearest32f16s, conversion->nearestScaled32f16s);
 }

@@ -8,23 +8,29 @@ namespace {
 constexpr int kFloats = kRegisterBytes / 4;
 
 void widen16s32f(const int16_t* src, float* dst, int len) {
-    map<kFloats, 4>(len, dst, [](auto w, auto s) { return __builtin_convertvector(loadWide<w.n>(s), Vec<float, w.n>); }, src);
+    map<kFloats, 4>(
+        len, dst, [](auto w, auto s) { return __builtin_convertvector(loadWide<w.n>(s), Vec<float, w.n>); }, src);
 }
 
 void widen32f64f(const float* src, double* dst, int len) {
-    map<kFloats / 2, 2>(len, dst, [](auto w, auto s) { return loadWide<w.n>(s); }, src);
+    map<kFloats / 2, 2>(
+        len, dst, [](auto w, auto s) { return loadWide<w.n>(s); }, src);
 }
 
 void narrow64f32f(const double* src, float* dst, int len) {
-    map<kFloats, 4>(len, dst, [](auto w, auto s) { return narrow(loadTwo<double, w.n / 2>(s)); }, src);
+    map<kFloats, 4>(
+        len, dst, [](auto w, auto s) { return narrow(loadTwo<double, w.n / 2>(s)); }, src);
 }
 
 // What is below the range converts to INT32_MIN and packs to -32768, as NaN does; what is above would too, so it is cut off first.
 template <class ToInt> TEVS_INLINE void narrow32f16s(const float* src, int16_t* dst, int len, ToInt toInt) {
-    map<2 * kFloats, 8>(len, dst, [=](auto w, auto s) {
-        const auto v = loadTwo<float, w.n / 2>(s);
-        return pack16(toInt(v.a), toInt(v.b));
-    }, src);
+    map<2 * kFloats, 8>(
+        len, dst,
+        [=](auto w, auto s) {
+            const auto v = loadTwo<float, w.n / 2>(s);
+            return pack16(toInt(v.a), toInt(v.b));
+        },
+        src);
 }
 
 template <class V> TEVS_INLINE V cutOff(V v) { return atMost(V{} + 32767.0f, v); }

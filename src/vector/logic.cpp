@@ -10,8 +10,7 @@
 namespace tevs {
 namespace {
 
-template <class T>
-Status binary(const T* pSrc1, const T* pSrc2, T* pDst, int len, void (*kernel)(const void*, const void*, void*, ptrdiff_t)) {
+template <class T> Status binary(const T* pSrc1, const T* pSrc2, T* pDst, int len, void (*kernel)(const void*, const void*, void*, ptrdiff_t)) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
     kernel(pSrc1, pSrc2, pDst, ptrdiff_t(bytesOf<T>(len)));
     return StatusOk;

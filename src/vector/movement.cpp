@@ -42,8 +42,7 @@ template <class S, class D> Status unary(const S* pSrc, D* pDst, int len, void (
     return StatusOk;
 }
 
-template <class S, class D>
-Status split(const S* pSrc, D* pDstRe, D* pDstIm, int len, void (*kernel)(const void*, void*, void*, ptrdiff_t)) {
+template <class S, class D> Status split(const S* pSrc, D* pDstRe, D* pDstIm, int len, void (*kernel)(const void*, void*, void*, ptrdiff_t)) {
     if (Status s = Args().ptr(pSrc).ptr(pDstRe).ptr(pDstIm).len(len)) return s;
     kernel(pSrc, pDstRe, pDstIm, len);
     return StatusOk;
@@ -179,15 +178,9 @@ Status tevsImag_16sc(const Complex16s* pSrc, int16_t* pDst, int len) { return un
 Status tevsImag_32fc(const Complex32f* pSrc, float* pDst, int len) { return unary(pSrc, pDst, len, movement->imag32); }
 Status tevsImag_64fc(const Complex64f* pSrc, double* pDst, int len) { return unary(pSrc, pDst, len, movement->imag64); }
 
-Status tevsCplxToReal_16sc(const Complex16s* pSrc, int16_t* pDstRe, int16_t* pDstIm, int len) {
-    return split(pSrc, pDstRe, pDstIm, len, movement->split16);
-}
-Status tevsCplxToReal_32fc(const Complex32f* pSrc, float* pDstRe, float* pDstIm, int len) {
-    return split(pSrc, pDstRe, pDstIm, len, movement->split32);
-}
-Status tevsCplxToReal_64fc(const Complex64f* pSrc, double* pDstRe, double* pDstIm, int len) {
-    return split(pSrc, pDstRe, pDstIm, len, movement->split64);
-}
+Status tevsCplxToReal_16sc(const Complex16s* pSrc, int16_t* pDstRe, int16_t* pDstIm, int len) { return split(pSrc, pDstRe, pDstIm, len, movement->split16); }
+Status tevsCplxToReal_32fc(const Complex32f* pSrc, float* pDstRe, float* pDstIm, int len) { return split(pSrc, pDstRe, pDstIm, len, movement->split32); }
+Status tevsCplxToReal_64fc(const Complex64f* pSrc, double* pDstRe, double* pDstIm, int len) { return split(pSrc, pDstRe, pDstIm, len, movement->split64); }
 
 Status tevsRealToCplx_16s(const int16_t* pSrcRe, const int16_t* pSrcIm, Complex16s* pDst, int len) {
     return join(pSrcRe, pSrcIm, pDst, len, movement->join16, movement->onlyReal16, movement->onlyImag16);

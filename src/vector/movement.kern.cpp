@@ -97,8 +97,9 @@ template <int Bytes, class V> TEVS_INLINE V swapBytes(V v) {
 }
 
 template <class T> void swap(const void* src, void* dst, ptrdiff_t n) {
-    map<kRegisterBytes, 16>(n * ptrdiff_t(sizeof(T)), static_cast<uint8_t*>(dst),
-                            [](auto w, auto s) { return swapBytes<sizeof(T)>(load<uint8_t, w.n>(s)); }, static_cast<const uint8_t*>(src));
+    map<kRegisterBytes, 16>(
+        n * ptrdiff_t(sizeof(T)), static_cast<uint8_t*>(dst), [](auto w, auto s) { return swapBytes<sizeof(T)>(load<uint8_t, w.n>(s)); },
+        static_cast<const uint8_t*>(src));
 }
 
 // Five elements of three bytes; the sixteenth byte stays as it is.
@@ -132,36 +133,34 @@ void swap24(const void* src, void* dst, ptrdiff_t n) {
 
 // ---- complex elements -------------------------------------------------------------------------------------------------------------
 
-template <class T> struct Pair {
-    T re, im;
-};
+template <class T> struct Pair { T re, im; };
 
 template <class T> TEVS_INLINE const T* parts(const Pair<T>* p) { return &p->re; }
 
 template <class T> void real(const void* src, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(parts(s)).a; },
-                                        static_cast<const Pair<T>*>(src));
+    map<kLanes<T>, 16 / int(sizeof(T))>(
+        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(parts(s)).a; }, static_cast<const Pair<T>*>(src));
 }
 template <class T> void imag(const void* src, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(parts(s)).b; },
-                                        static_cast<const Pair<T>*>(src));
+    map<kLanes<T>, 16 / int(sizeof(T))>(
+        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(parts(s)).b; }, static_cast<const Pair<T>*>(src));
 }
 template <class T> void split(const void* src, void* re, void* im, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(n, Both<T>{static_cast<T*>(re), static_cast<T*>(im)},
-                                        [](auto w, auto s) { return loadSplit<T, w.n>(parts(s)); }, static_cast<const Pair<T>*>(src));
+    map<kLanes<T>, 16 / int(sizeof(T))>(
+        n, Both<T>{static_cast<T*>(re), static_cast<T*>(im)}, [](auto w, auto s) { return loadSplit<T, w.n>(parts(s)); }, static_cast<const Pair<T>*>(src));
 }
 template <class T> void join(const void* re, const void* im, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(n, static_cast<Pair<T>*>(dst),
-                                        [](auto w, auto a, auto b) { return interleave(load<T, w.n>(a), load<T, w.n>(b)); },
-                                        static_cast<const T*>(re), static_cast<const T*>(im));
+    map<kLanes<T>, 16 / int(sizeof(T))>(
+        n, static_cast<Pair<T>*>(dst), [](auto w, auto a, auto b) { return interleave(load<T, w.n>(a), load<T, w.n>(b)); }, static_cast<const T*>(re),
+        static_cast<const T*>(im));
 }
 template <class T> void onlyReal(const void* re, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(n, static_cast<Pair<T>*>(dst),
-                                        [](auto w, auto s) { return interleave(load<T, w.n>(s), Vec<T, w.n>{}); }, static_cast<const T*>(re));
+    map<kLanes<T>, 16 / int(sizeof(T))>(
+        n, static_cast<Pair<T>*>(dst), [](auto w, auto s) { return interleave(load<T, w.n>(s), Vec<T, w.n>{}); }, static_cast<const T*>(re));
 }
 template <class T> void onlyImag(const void* im, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(n, static_cast<Pair<T>*>(dst),
-                                        [](auto w, auto s) { return interleave(Vec<T, w.n>{}, load<T, w.n>(s)); }, static_cast<const T*>(im));
+    map<kLanes<T>, 16 / int(sizeof(T))>(
+        n, static_cast<Pair<T>*>(dst), [](auto w, auto s) { return interleave(Vec<T, w.n>{}, load<T, w.n>(s)); }, static_cast<const T*>(im));
 }
 
 // 16-bit lanes, saturated. A vector shorter than a register is computed in one.
@@ -190,8 +189,8 @@ constexpr auto conjugate32 = [](auto v) { return v ^ kSign; };
 constexpr auto conjugate64 = [](auto v) { return v ^ interleaveLow(decltype(v){}, decltype(v){} + kSign); };
 
 template <class T, class F> TEVS_INLINE void conj(const void* src, void* dst, ptrdiff_t lanes, F f) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(lanes, static_cast<T*>(dst), [=](auto w, auto s) { return f(load<T, w.n>(s)); },
-                                        static_cast<const T*>(src));
+    map<kLanes<T>, 16 / int(sizeof(T))>(
+        lanes, static_cast<T*>(dst), [=](auto w, auto s) { return f(load<T, w.n>(s)); }, static_cast<const T*>(src));
 }
 void conj16(const void* src, void* dst, ptrdiff_t n) { conj<uint32_t>(src, dst, n, conjugate16); }
 void conj32(const void* src, void* dst, ptrdiff_t n) { conj<uint64_t>(src, dst, n, conjugate32); }
@@ -216,11 +215,14 @@ void conjFlip64(const void* src, void* dst, ptrdiff_t n) {
 void shiftBits(const uint8_t* src, int bit, uint8_t* dst, ptrdiff_t n) {
     const uint8_t upper = uint8_t(0xff << bit), lower = uint8_t(~upper);
     const __m128i left = _mm_cvtsi32_si128(bit), right = _mm_cvtsi32_si128(8 - bit);
-    map<16, 16>(n, dst, [=](auto w, auto a, auto b) {
-        const auto x = (__m128i)load<uint8_t, w.n>(a), y = (__m128i)load<uint8_t, w.n>(b);
-        return _mm_or_si128(_mm_and_si128(_mm_sll_epi16(x, left), _mm_set1_epi8(char(upper))),
-                            _mm_and_si128(_mm_srl_epi16(y, right), _mm_set1_epi8(char(lower))));
-    }, src, src + 1);
+    map<16, 16>(
+        n, dst,
+        [=](auto w, auto a, auto b) {
+            const auto x = (__m128i)load<uint8_t, w.n>(a), y = (__m128i)load<uint8_t, w.n>(b);
+            return _mm_or_si128(_mm_and_si128(_mm_sll_epi16(x, left), _mm_set1_epi8(char(upper))),
+                                _mm_and_si128(_mm_srl_epi16(y, right), _mm_set1_epi8(char(lower))));
+        },
+        src, src + 1);
 }
 
 }   // namespace

@@ -68,9 +68,8 @@ TEST(NoMemory, FftRecords) {
             failEachAllocation("C_32fc", [=] {
                 return lifecycle<FFTSpec_C_32fc>([=](auto p) { return tevsFFTInitAlloc_C_32fc(p, order, flag, HintNone); }, tevsFFTFree_C_32fc);
             });
-            failEachAllocation("R_32f", [=] {
-                return lifecycle<FFTSpec_R_32f>([=](auto p) { return tevsFFTInitAlloc_R_32f(p, order, flag, HintNone); }, tevsFFTFree_R_32f);
-            });
+            failEachAllocation(
+                "R_32f", [=] { return lifecycle<FFTSpec_R_32f>([=](auto p) { return tevsFFTInitAlloc_R_32f(p, order, flag, HintNone); }, tevsFFTFree_R_32f); });
         }
 }
 

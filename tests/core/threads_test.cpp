@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kThreads = 4, kRounds = 50;
+constexpr int kThreads = 8, kRounds = 50;
 
 // Every thread makes the same calls; each result is the first thread's.
 template <class Work> void inParallel(Work work) {

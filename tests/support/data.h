@@ -43,15 +43,24 @@ template <class T> std::vector<T> randomVector(size_t n) {
 // Floats over the whole range: every exponent, both signs, zeros, subnormals, infinities and NaN.
 template <class T> std::vector<T> wildFloats(size_t n) {
     constexpr T inf = std::numeric_limits<T>::infinity();
-    const T special[] = {T(0), -T(0), inf, -inf, std::numeric_limits<T>::quiet_NaN(), std::numeric_limits<T>::denorm_min(),
-                         -std::numeric_limits<T>::max(), std::numeric_limits<T>::min(), T(0.5), T(-2.5), T(32767.5), T(-32768.5)};
+    const T special[] = {T(0),
+                         -T(0),
+                         inf,
+                         -inf,
+                         std::numeric_limits<T>::quiet_NaN(),
+                         std::numeric_limits<T>::denorm_min(),
+                         -std::numeric_limits<T>::max(),
+                         std::numeric_limits<T>::min(),
+                         T(0.5),
+                         T(-2.5),
+                         T(32767.5),
+                         T(-32768.5)};
     std::vector<T> v(n);
     auto& g = generator();
     for (T& x : v) {
         const uint64_t r = g();
         x = (r & 7) == 0 ? special[(r >> 8) % std::size(special)]
-                         : std::ldexp(randomValue<T>(), int((r >> 8) % (std::numeric_limits<T>::max_exponent * 2)) -
-                                                            std::numeric_limits<T>::max_exponent + 1);
+                         : std::ldexp(randomValue<T>(), int((r >> 8) % (std::numeric_limits<T>::max_exponent * 2)) - std::numeric_limits<T>::max_exponent + 1);
     }
     return v;
 }

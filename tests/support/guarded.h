@@ -72,18 +72,17 @@ private:
 template <class T, class F> void sweep(F f) {
     constexpr int s = int(sizeof(T));
     for (int len = 1; len <= 71; ++len)
-        for (Place at : {Place{0, false}, Place{s, false}, Place{2 * s, false}, Place{3 * s, false}, Place{0, true}})
-            f(len == 71 ? 1003 : len, at);
+        for (Place at : {Place{0, false}, Place{s, false}, Place{2 * s, false}, Place{3 * s, false}, Place{0, true}}) f(len == 71 ? 1003 : len, at);
     f(33, Place{1, true});   // not even a multiple of the element
 }
 
 // Equal to the bit; names the first element that is not.
-template <class T> ::testing::AssertionResult same(const std::vector<T>& want, const std::vector<T>& got) {
+template <class T>::testing::AssertionResult same(const std::vector<T>& want, const std::vector<T>& got) {
     if (want.size() != got.size()) return ::testing::AssertionFailure() << "sizes " << want.size() << " and " << got.size();
     for (size_t i = 0; i < want.size(); ++i)
         if (std::memcmp(&want[i], &got[i], sizeof(T)) != 0)
-            return ::testing::AssertionFailure() << "at " << i << " of " << want.size() << ": want " << ::testing::PrintToString(want[i])
-                                                 << ", got " << ::testing::PrintToString(got[i]);
+            return ::testing::AssertionFailure() << "at " << i << " of " << want.size() << ": want " << ::testing::PrintToString(want[i]) << ", got "
+                                                 << ::testing::PrintToString(got[i]);
     return ::testing::AssertionSuccess();
 }
 

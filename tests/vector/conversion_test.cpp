@@ -23,15 +23,24 @@ struct Row {
     int16_t want;
 };
 constexpr Row kTo16s[] = {
-    {2.5f, RoundNearest, 0, 2},          {3.5f, RoundNearest, 0, 4},
-    {-2.7f, RoundTowardZero, 0, -2},     {2.7f, 2, 0, 3},   // any other mode is to nearest
-    {40000.0f, RoundNearest, 0, 32767},  {-40000.0f, RoundNearest, 0, -32768},
-    {5.0f, RoundNearest, 1, 2},          {1e10f, RoundNearest, 0, 32767},
-    {-1e10f, RoundNearest, 0, -32768},   {INFINITY, RoundTowardZero, 0, 32767},
-    {NAN, RoundNearest, 3, -32768},      {3.4e38f, RoundNearest, 127, 2},
-    {3.4e38f, RoundNearest, 128, 1},     {3.4e38f, RoundNearest, 129, 0},
-    {0.0f, RoundNearest, INT_MIN, 0},    {0x1p-149f, RoundNearest, -163, 16384},
-    {-1.0f, RoundNearest, INT_MIN, -32768}, {3e38f, RoundNearest, INT_MAX, 0},
+    {2.5f, RoundNearest, 0, 2},
+    {3.5f, RoundNearest, 0, 4},
+    {-2.7f, RoundTowardZero, 0, -2},
+    {2.7f, 2, 0, 3},   // any other mode is to nearest
+    {40000.0f, RoundNearest, 0, 32767},
+    {-40000.0f, RoundNearest, 0, -32768},
+    {5.0f, RoundNearest, 1, 2},
+    {1e10f, RoundNearest, 0, 32767},
+    {-1e10f, RoundNearest, 0, -32768},
+    {INFINITY, RoundTowardZero, 0, 32767},
+    {NAN, RoundNearest, 3, -32768},
+    {3.4e38f, RoundNearest, 127, 2},
+    {3.4e38f, RoundNearest, 128, 1},
+    {3.4e38f, RoundNearest, 129, 0},
+    {0.0f, RoundNearest, INT_MIN, 0},
+    {0x1p-149f, RoundNearest, -163, 16384},
+    {-1.0f, RoundNearest, INT_MIN, -32768},
+    {3e38f, RoundNearest, INT_MAX, 0},
 };
 
 TEST(Convert_32f16s_Sfs, TellingCases) {

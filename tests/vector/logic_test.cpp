@@ -64,7 +64,7 @@ constexpr auto disjunction = [](auto a, auto b) { return a | b; };
 constexpr auto difference = [](auto a, auto b) { return a ^ b; };
 
 TEST(Logic, TwoSources) {
-#define X(T, type)                                             \
+#define X(T, type)                                                  \
     twoSources<T>(tevsAnd_##type, tevsAnd_##type##_I, conjunction); \
     twoSources<T>(tevsOr_##type, tevsOr_##type##_I, disjunction);   \
     twoSources<T>(tevsXor_##type, tevsXor_##type##_I, difference);
@@ -73,15 +73,14 @@ TEST(Logic, TwoSources) {
 }
 
 TEST(Logic, ConstantAndComplement) {
-#define X(T, type)                                                                                       \
-    {                                                                                                    \
-        const std::vector<T> vals = {0, T(~T(0)), T(0x12345678), T(0x9c3e5a81)};                            \
-        oneSource<T>(tevsAndC_##type, tevsAndC_##type##_I, vals, conjunction);                           \
-        oneSource<T>(tevsOrC_##type, tevsOrC_##type##_I, vals, disjunction);                             \
-        oneSource<T>(tevsXorC_##type, tevsXorC_##type##_I, vals, difference);                            \
-        oneSource<T>([](const T* s, int, T* d, int len) { return tevsNot_##type(s, d, len); },           \
-                     [](int, T* d, int len) { return tevsNot_##type##_I(d, len); }, std::vector<int>{0}, \
-                     [](T x, int) { return ~x; });                                                       \
+#define X(T, type)                                                                                                                                            \
+    {                                                                                                                                                         \
+        const std::vector<T> vals = {0, T(~T(0)), T(0x12345678), T(0x9c3e5a81)};                                                                              \
+        oneSource<T>(tevsAndC_##type, tevsAndC_##type##_I, vals, conjunction);                                                                                \
+        oneSource<T>(tevsOrC_##type, tevsOrC_##type##_I, vals, disjunction);                                                                                  \
+        oneSource<T>(tevsXorC_##type, tevsXorC_##type##_I, vals, difference);                                                                                 \
+        oneSource<T>([](const T* s, int, T* d, int len) { return tevsNot_##type(s, d, len); }, [](int, T* d, int len) { return tevsNot_##type##_I(d, len); }, \
+                     std::vector<int>{0}, [](T x, int) { return ~x; });                                                                                       \
     }
     X(uint8_t, 8u) X(uint16_t, 16u) X(uint32_t, 32u)
 #undef X
@@ -133,8 +132,7 @@ struct Row {
 constexpr Row kShift16s[] = {
     {tevsLShiftC_16s, 1, 0x4000, -32768},   // no saturation
     {tevsRShiftC_16s, 1, -5, -3},           // toward minus infinity
-    {tevsRShiftC_16s, 20, 5, 0},           {tevsRShiftC_16s, 20, -5, -1},
-    {tevsRShiftC_16s, 16, -32768, -1},     {tevsLShiftC_16s, 15, 3, -32768},
+    {tevsRShiftC_16s, 20, 5, 0},          {tevsRShiftC_16s, 20, -5, -1}, {tevsRShiftC_16s, 16, -32768, -1}, {tevsLShiftC_16s, 15, 3, -32768},
 };
 TEST(Shift, TellingCases) {
     for (const Row& r : kShift16s) {

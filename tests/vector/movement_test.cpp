@@ -122,7 +122,7 @@ TEST(Copy_1u, EqualsBitByBit) {
     const uint8_t s = 0x35;   // 0011 0101
     uint8_t d = 0xff;
     EXPECT_EQ(tevsCopy_1u(&s, &d, 3, 4, 1), StatusOk);
-    EXPECT_EQ(d, 0xaf);       // 1 010 1111
+    EXPECT_EQ(d, 0xaf);   // 1 010 1111
     EXPECT_EQ(tevsCopy_1u(nullptr, &d, 0, -1, 0), StatusNullPtr);
     EXPECT_EQ(tevsCopy_1u(&s, nullptr, 0, -1, 0), StatusNullPtr);
     for (auto [len, from, to] : {std::array{0, 0, 0}, {1, -1, 0}, {1, 0, -1}, {8, INT_MIN, 0}}) EXPECT_EQ(tevsCopy_1u(&s, &d, len, from, to), StatusBadSize);
@@ -172,9 +172,7 @@ void parts(Status (*real)(const C*, T*, int), Status (*imag)(const C*, T*, int),
         const Guarded<C> src(in, at);
         Guarded<T> re(size_t(len), at), im(size_t(len), {at.offset, !at.atEnd});
         ASSERT_EQ(split(src.data(), re, im, len), StatusOk);
-        const struct {
-            const T *re, *im;
-        } sources[] = {{re, im}, {re, nullptr}, {nullptr, im}};
+        const struct { const T *re, *im; } sources[] = {{re, im}, {re, nullptr}, {nullptr, im}};
         for (const auto& from : sources) {
             std::vector<C> want(in.size());
             memset(static_cast<void*>(want.data()), 0, want.size() * sizeof(C));
@@ -251,10 +249,10 @@ TEST(Movement, RejectsBadArguments) {
     EVERY_TYPE(X)
 #undef X
     allReject(tevsFlip_8u, tevsFlip_8u_I, tevsFlip_16u, tevsFlip_16u_I, tevsFlip_32f, tevsFlip_32f_I, tevsFlip_64f, tevsFlip_64f_I);
-    allReject(tevsSwapBytes_16u, tevsSwapBytes_16u_I, tevsSwapBytes_24u, tevsSwapBytes_24u_I, tevsSwapBytes_32u, tevsSwapBytes_32u_I,
-              tevsSwapBytes_64u, tevsSwapBytes_64u_I);
-    allReject(tevsReal_16sc, tevsReal_32fc, tevsReal_64fc, tevsImag_16sc, tevsImag_32fc, tevsImag_64fc, tevsConj_16sc, tevsConj_16sc_I,
-              tevsConj_32fc, tevsConj_32fc_I, tevsConj_64fc, tevsConj_64fc_I, tevsConjFlip_16sc, tevsConjFlip_32fc, tevsConjFlip_64fc);
+    allReject(tevsSwapBytes_16u, tevsSwapBytes_16u_I, tevsSwapBytes_24u, tevsSwapBytes_24u_I, tevsSwapBytes_32u, tevsSwapBytes_32u_I, tevsSwapBytes_64u,
+              tevsSwapBytes_64u_I);
+    allReject(tevsReal_16sc, tevsReal_32fc, tevsReal_64fc, tevsImag_16sc, tevsImag_32fc, tevsImag_64fc, tevsConj_16sc, tevsConj_16sc_I, tevsConj_32fc,
+              tevsConj_32fc_I, tevsConj_64fc, tevsConj_64fc_I, tevsConjFlip_16sc, tevsConjFlip_32fc, tevsConjFlip_64fc);
 }
 
 }   // namespace

@@ -18,10 +18,9 @@ int supportedLevel() {
 #ifdef __i386__
     return 1;
 #else
-    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma") || !__builtin_cpu_supports("bmi") || !__builtin_cpu_supports("bmi2"))
-        return 1;
-    const bool avx512 = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
-                        __builtin_cpu_supports("avx512vl");
+    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma") || !__builtin_cpu_supports("bmi") || !__builtin_cpu_supports("bmi2")) return 1;
+    const bool avx512 =
+        __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl");
     return avx512 ? 3 : 2;
 #endif
 }
@@ -35,17 +34,14 @@ int chosenLevel() {
     return wanted < supported ? wanted : supported;
 }
 
-template <class Table> const Table* pick(int level, int top, const Table* const (&tables)[kHighestLevel + 1]) {
-    return tables[level < top ? level : top];
-}
+template <class Table> const Table* pick(int level, int top, const Table* const (&tables)[kHighestLevel + 1]) { return tables[level < top ? level : top]; }
 
 __attribute__((constructor)) void choose() {
     const int level = chosenLevel();
 #ifdef __i386__
 #define X(Type, name) name = pick<Type>(level, name##TopLevel, {&level0::name, &level1::name});
 #else
-#define X(Type, name) \
-    name = pick<Type>(level, name##TopLevel, {nullptr, &level1::name, &level2::name, name##TopLevel >= 3 ? &level3::name : nullptr});
+#define X(Type, name) name = pick<Type>(level, name##TopLevel, {nullptr, &level1::name, &level2::name, name##TopLevel >= 3 ? &level3::name : nullptr});
 #endif
     TEVS_FAMILIES(X)
 #undef X

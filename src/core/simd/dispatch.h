@@ -20,20 +20,20 @@ constexpr int kBaseLevel = 1;
 constexpr int kHighestLevel = 3;
 #endif
 
-#define TEVS_KERNEL_TABLE(Type, name, top)  \
-    namespace tevs {                        \
-    namespace level0 {                      \
-    extern const Type name;                 \
-    }                                       \
-    namespace level1 {                      \
-    extern const Type name;                 \
-    }                                       \
-    namespace level2 {                      \
-    extern const Type name;                 \
-    }                                       \
-    namespace level3 {                      \
-    extern const Type name;                 \
-    }                                       \
-    extern const Type* name;                \
-    constexpr int name##TopLevel = top;     \
+#define TEVS_KERNEL_TABLE(Type, name, top) \
+    namespace tevs {                       \
+    namespace level0 {                     \
+    extern const Type name;                \
+    }                                      \
+    namespace level1 {                     \
+    extern const Type name;                \
+    }                                      \
+    namespace level2 {                     \
+    extern const Type name;                \
+    }                                      \
+    namespace level3 {                     \
+    extern const Type name;                \
+    }                                      \
+    extern const Type* name;               \
+    constexpr int name##TopLevel = top;    \
     }

@@ -6,9 +6,7 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
-template <int N> struct Lanes {
-    static constexpr int n = N;
-};
+template <int N> struct Lanes { static constexpr int n = N; };
 
 // Two destinations that advance together.
 template <class A, class B = A> struct Both {

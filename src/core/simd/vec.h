@@ -25,9 +25,7 @@ namespace {
 
 constexpr int kRegisterBytes = TEVS_LEVEL >= 3 ? 64 : TEVS_LEVEL == 2 ? 32 : 16;
 
-template <class T, int N> struct VecOf {
-    typedef T type __attribute__((vector_size(N * sizeof(T))));
-};
+template <class T, int N> struct VecOf { typedef T type __attribute__((vector_size(N * sizeof(T)))); };
 template <class T, int N> using Vec = typename VecOf<T, N>::type;
 
 // Lanes of T in one register of the level.
@@ -46,16 +44,14 @@ template <class T, int N> TEVS_INLINE Vec<T, N> load(const T* p) { return loadAs
 template <class V> TEVS_INLINE void store(void* p, V v) { memcpy(p, &v, sizeof v); }
 
 template <class T, int N> TEVS_INLINE Vec<T, N> splat(T x) { return Vec<T, N>{} + x; }
-template <int N> TEVS_INLINE Vec<float, N> splat(float x) { return x - Vec<float, N>{}; }     // -0.0f stays -0.0f
+template <int N> TEVS_INLINE Vec<float, N> splat(float x) { return x - Vec<float, N>{}; }   // -0.0f stays -0.0f
 template <int N> TEVS_INLINE Vec<double, N> splat(double x) { return x - Vec<double, N>{}; }
 
 // ---- lane permutations ------------------------------------------------------------------------------------------------------
 
 template <int... I> struct Lane {};
 template <int N, int... I> struct MakeLane : MakeLane<N - 1, N - 1, I...> {};
-template <int... I> struct MakeLane<0, I...> {
-    using type = Lane<I...>;
-};
+template <int... I> struct MakeLane<0, I...> { using type = Lane<I...>; };
 template <int N> using Iota = typename MakeLane<N>::type;
 
 template <class V, int... I> TEVS_INLINE auto evensOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (2 * I)...); }
@@ -93,9 +89,7 @@ template <class V> TEVS_INLINE auto high(V a) { return highOf(a, Iota<kCount<V> 
 template <class V> TEVS_INLINE auto join(V a, V b) { return joinOf(a, b, Iota<2 * kCount<V>>{}); }
 
 // Two vectors that belong together: consecutive in memory where they are stored, or the two parts of a complex vector.
-template <class V> struct Two {
-    V a, b;
-};
+template <class V> struct Two { V a, b; };
 template <class V> TEVS_INLINE void store(void* p, Two<V> v) {
     store(p, v.a);
     store(static_cast<char*>(p) + sizeof(V), v.b);
@@ -141,7 +135,7 @@ template <class V> TEVS_INLINE V fma(V a, V b, V c) {
 #endif
 }
 template <class V> TEVS_INLINE V fms(V a, V b, V c) { return fma(a, b, -c); }   // a * b - c
-template <class V> TEVS_INLINE V fnma(V a, V b, V c) {                            // c - a * b
+template <class V> TEVS_INLINE V fnma(V a, V b, V c) {                          // c - a * b
 #ifdef __FMA__
     return fma(-a, b, c);
 #else
@@ -185,11 +179,11 @@ template <int N> TEVS_INLINE Vec<double, N> loadWide(const float* p) {
 #endif
     if constexpr (N == 2) return (Vec<double, 2>)_mm_cvtps_pd((__m128)_mm_load_sd(reinterpret_cast<const double*>(p)));
 }
-TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) {
-    return (Vec<float, 4>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)v.a), _mm_cvtpd_ps((__m128d)v.b));
-}
+TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) { return (Vec<float, 4>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)v.a), _mm_cvtpd_ps((__m128d)v.b)); }
 #if TEVS_LEVEL >= 2
-TEVS_INLINE Vec<float, 8> narrow(Two<Vec<double, 4>> v) { return join((Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b)); }
+TEVS_INLINE Vec<float, 8> narrow(Two<Vec<double, 4>> v) {
+    return join((Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b));
+}
 #endif
 
 }   // namespace
