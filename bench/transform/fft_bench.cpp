@@ -67,9 +67,9 @@ void add(const char* name, Real transform) {
 
 #if TEVS_PEER_FFTW
 enum class Kind { Complex, ToComplex, ToReal };
-void addFftw(const char* name, Kind kind, int sign) {
+void addFftw(const char* name, Kind kind, int sign, bool inPlace = false) {
     bench::row(name, "FFTW", lengths(), [=](int n) {
-        const Buffer a = buffer(2 * size_t(n) + 2), b = buffer(2 * size_t(n) + 2);
+        const Buffer a = buffer(2 * size_t(n) + 2), b = inPlace ? a : buffer(2 * size_t(n) + 2);
         auto* const ca = reinterpret_cast<fftwf_complex*>(a.get());
         auto* const cb = reinterpret_cast<fftwf_complex*>(b.get());
         const Buffer saved = buffer(2 * size_t(n) + 2);
@@ -77,7 +77,10 @@ void addFftw(const char* name, Kind kind, int sign) {
                                 : kind == Kind::ToComplex ? fftwf_plan_dft_r2c_1d(n, a.get(), cb, FFTW_MEASURE)
                                                           : fftwf_plan_dft_c2r_1d(n, ca, b.get(), FFTW_MEASURE | FFTW_PRESERVE_INPUT);
         std::copy_n(saved.get(), 2 * size_t(n) + 2, a.get());   // planning writes to its buffers
-        return [a, b, p = std::shared_ptr<fftwf_plan_s>(plan, fftwf_destroy_plan)] { fftwf_execute(p.get()); };
+        return [=, p = std::shared_ptr<fftwf_plan_s>(plan, fftwf_destroy_plan)] {
+            if (inPlace) std::copy_n(saved.get(), 2 * size_t(n), b.get());
+            fftwf_execute(p.get());
+        };
     });
 }
 #endif
@@ -91,6 +94,7 @@ const bool registered = [] {
 #if TEVS_PEER_FFTW
     addFftw("FFTFwd_CToC_32fc", Kind::Complex, FFTW_FORWARD);
     addFftw("FFTInv_CToC_32fc", Kind::Complex, FFTW_BACKWARD);
+    addFftw("FFTFwd_CToC_32fc_I", Kind::Complex, FFTW_FORWARD, true);
     addFftw("FFTFwd_RToCCS_32f", Kind::ToComplex, 0);
     addFftw("FFTInv_CCSToR_32f", Kind::ToReal, 0);
 #endif

@@ -112,19 +112,20 @@ template <int Order, bool Inverse, bool Scaled> TEVS_INLINE void stockham(const 
 
 // ---- large orders: two sweeps of column transforms --------------------------------------------------------------------------------
 
-// A matrix of complex values in interleaved memory whose rows are `stride` apart. Folded, the rows of the upper half lie between those of the lower: row r is
-// at 2r for r < rows/2, at 2r - rows + 1 from there on.
+// A matrix of complex values in interleaved memory whose rows are `stride` apart. Folded, its rows come in `fold` parts of equal size, dealt like cards: row l of
+// part h is at l fold + h.
 struct Rows {
     const float* at;
     int64_t stride;   // in floats
-    bool folded;
+    int fold;         // 1, 2 or 4
 };
 
 // The first pass of transforms down kTileColumns columns of m R rows, into a tile of blocks.
 template <int K, int R, int M, bool Inverse> TEVS_PASS const float* firstColumnPass(const Rows& in, float* __restrict tile, const float* w) {
     const float* column[R];
-    for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (in.folded ? int64_t{2} * M * (j % (R / 2)) + (j >= R / 2) : int64_t{M} * j);
-    const int64_t step = in.folded ? 2 * in.stride : in.stride;
+    const int perPart = R / in.fold;
+    for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (int64_t{M} * in.fold * (j % perPart) + j / perPart);
+    const int64_t step = in.stride * in.fold;
     for (int p = 0; p < M; ++p) {
         for (int q = 0; q < kTileColumns; q += K) {
             Cx<Vec<float, K>> x[R];
@@ -173,7 +174,7 @@ template <int Order, class Emit> TEVS_INLINE void lastColumnPass(const float* ti
 // The first sweep over columns c .. c + kTileColumns - 1 of a matrix of P rows: transforms of length P times w_N^(n2 k1), in blocks, row by row.
 template <int P, bool Inverse> TEVS_PASS const float* outerColumns(const FftTables& t, const float* src, int c, float* work) {
     constexpr int K = kBlock;
-    const Tiles tiles = columnPasses<P, Inverse>(Rows{src + 2 * c, int64_t{2} << innerOrder(t.order), false}, t.passes, work);
+    const Tiles tiles = columnPasses<P, Inverse>(Rows{src + 2 * c, int64_t{2} << innerOrder(t.order), 1}, t.passes, work);
     // n2 = c + l: w_N^(n2 k1) as the product of w_N^(l k1), from a table that stays in the cache, and w_N^(c k1), one number a row. A table of all N factors
     // would be a third stream as long as the data.
     const float* const lanes = t.outer;
@@ -186,10 +187,10 @@ template <int P, bool Inverse> TEVS_PASS const float* outerColumns(const FftTabl
 }
 
 // The second sweep, over the same number of columns of a matrix of 2^Q rows, in place.
-template <int Q, bool Inverse, bool Scaled> TEVS_PASS void innerColumns(const FftTables& t, float* at, bool folded, float* work, float scale) {
+template <int Q, bool Inverse, bool Scaled> TEVS_PASS void innerColumns(const FftTables& t, float* at, int fold, float* work, float scale) {
     constexpr int K = kBlock;
     const int p = outerOrder(t.order);
-    const Tiles tiles = columnPasses<Q, false>(Rows{at, int64_t{2} << p, folded}, t.passes + (int64_t{2} << p), work);
+    const Tiles tiles = columnPasses<Q, false>(Rows{at, int64_t{2} << p, fold}, t.passes + (int64_t{2} << p), work);
     lastColumnPass<Q>(tiles.data, [&](int row, int column, Cx<Vec<float, K>> x) {
         auto y = Inverse ? swapped(x) : x;
         if (Scaled) y = times(y, scale);
@@ -209,28 +210,30 @@ void storeTurned(const float* tile, float* dst, int c, int p) {
         }
 }
 
-// In place the first sweep leaves dst[k1][n2], and the square of P x P at each half of the columns (there is one half where Q = P) is turned over
-// across its diagonal: row n2 of the second sweep's matrix is then row 2 (n2 mod P) + n2 / P, folded in the sense of Rows.
+// In place the first sweep leaves dst[k1][n2], and each square of P x P in it, Q/P side by side, is turned over across its diagonal: row n2 of the second
+// sweep's matrix is then row (n2 mod P) Q/P + n2 / P, folded in the sense of Rows.
 void turnSquare(float* a, int64_t stride, int rows) {
-    constexpr int K = kBlock;
-    for (int i = 0; i < rows; i += K)
-        for (int j = i; j < rows; j += K) {
-            Cx<Vec<float, K>> x[K], y[K];
-            for (int l = 0; l < K; ++l) x[l] = loadPairs<K>(a + stride * (i + l) + 2 * j);
-            transpose<K>(x);
-            if (i != j) {
-                for (int l = 0; l < K; ++l) y[l] = loadPairs<K>(a + stride * (j + l) + 2 * i);
-                transpose<K>(y);
-                for (int l = 0; l < K; ++l) storePairs<K>(a + stride * (i + l) + 2 * j, y[l]);
-            }
-            for (int l = 0; l < K; ++l) storePairs<K>(a + stride * (j + l) + 2 * i, x[l]);
-        }
+    constexpr int K = kBlock, kPatch = 32;   // a patch's rows lie in as many pages, which the first level of the TLB holds
+    for (int i0 = 0; i0 < rows; i0 += kPatch)
+        for (int j0 = i0; j0 < rows; j0 += kPatch)
+            for (int i = i0; i < i0 + kPatch; i += K)
+                for (int j = i0 == j0 ? i : j0; j < j0 + kPatch; j += K) {
+                    Cx<Vec<float, K>> x[K], y[K];
+                    for (int l = 0; l < K; ++l) x[l] = loadPairs<K>(a + stride * (i + l) + 2 * j);
+                    transpose<K>(x);
+                    if (i != j) {
+                        for (int l = 0; l < K; ++l) y[l] = loadPairs<K>(a + stride * (j + l) + 2 * i);
+                        transpose<K>(y);
+                        for (int l = 0; l < K; ++l) storePairs<K>(a + stride * (i + l) + 2 * j, y[l]);
+                    }
+                    for (int l = 0; l < K; ++l) storePairs<K>(a + stride * (j + l) + 2 * i, x[l]);
+                }
 }
 
 // The column transforms of one length, as first sweep and as second.
 struct Sweeps {
-    const float* (*outer[2])(const FftTables& t, const float* src, int c, float* work);          // [inverse]
-    void (*inner[2][2])(const FftTables& t, float* at, bool folded, float* work, float scale);   // [inverse][scaled]
+    const float* (*outer[2])(const FftTables& t, const float* src, int c, float* work);       // [inverse]
+    void (*inner[2][2])(const FftTables& t, float* at, int fold, float* work, float scale);   // [inverse][scaled]
 };
 template <int Order> constexpr Sweeps sweeps() {
     return {{outerColumns<Order, false>, outerColumns<Order, true>},
@@ -256,9 +259,9 @@ template <bool Inverse> void large(const FftTables& t, const float* src, float* 
                 storePairs<K>(dst + 2 * ((int64_t{row} << q) + c + column), loadBlock<K>(tile + 2 * (row * kTileColumns + column)));
     }
     if (inPlace)
-        for (int half = 0; half < Q; half += P) turnSquare(dst + 2 * half, int64_t{2} << q, P);
+        for (int square = 0; square < Q; square += P) turnSquare(dst + 2 * square, int64_t{2} << q, P);
 
-    for (int c = 0; c < P; c += kTileColumns) inner(t, dst + 2 * c, inPlace && Q > P, work, scale);
+    for (int c = 0; c < P; c += kTileColumns) inner(t, dst + 2 * c, inPlace ? Q / P : 1, work, scale);
 }
 
 // ---- orders 0 to 3: no tables ------------------------------------------------------------------------------------------------------

@@ -54,9 +54,10 @@ constexpr Radices passesOf(int order, int lanes) {
     return radicesOf(order - (kFirstRadix == 8 ? 3 : 2), r);
 }
 
-// Large orders: the orders of P and Q.
-constexpr int outerOrder(int order) { return order / 2; }
-constexpr int innerOrder(int order) { return order - order / 2; }
+// Large orders: the orders of P and Q, Q being P, 2 P or 4 P. At order 18 two of 512 would put all rows of both sweeps at a distance of 4096 bytes, in the
+// same few sets of the caches.
+constexpr int outerOrder(int order) { return order == 18 ? 8 : order / 2; }
+constexpr int innerOrder(int order) { return order - outerOrder(order); }
 
 // The lane order of a block: what a block of `lanes` interleaved complex values becomes under the shuffles that stay within 128 bits.
 constexpr int laneAt(int lanes, int l) { return lanes == 4 ? l : (l & 2 ? lanes / 2 : 0) + l / 4 * 2 + (l & 1); }
