@@ -221,21 +221,22 @@ Status getBufSize(Signal signal, const FftSpec* pSpec, int* pSize) {
 
 // ---- transforms ---------------------------------------------------------------------------------------------------------------------
 
-// Calls run(work) with the work area of one call: the caller's, from its first 16-byte boundary on, or one of its own. The transforms that are one
-// kernel in registers get none: at their length the call itself is what costs.
-template <class Run> [[gnu::noinline]] Status withWork(const FftSpec& spec, uint8_t* pBuffer, Run run) {
-    const int order = spec.tables.order;
-    // Two tiles are more than what is reported for the largest orders; beside their data, a block of their own is nothing.
-    const uint64_t tiles = order >= kFirstLargeOrder ? uint64_t{16} * kTileColumns << innerOrder(order) : 0;
-    const uint64_t bytes = std::max(uint64_t(spec.workBytes), tiles);
-    NearestRounding guard;
-    if (pBuffer && bytes <= uint64_t(spec.workBytes)) {
-        run(align16<float>(pBuffer));
-        return StatusOk;
-    }
+// Calls run(work) with a work area of the library's own.
+template <class Run> [[gnu::noinline]] Status withOwnWork(uint64_t bytes, const Run& run) {
     const Scratch own(allocate(size_t(bytes)));
     if (!own) return StatusNoMemory;
     run(static_cast<float*>(own.get()));
+    return StatusOk;
+}
+// With the work area of one call: the caller's, from its first 16-byte boundary on, or one of its own. The transforms that are one kernel in
+// registers need none: at their length the call itself is what costs.
+template <class Run> [[gnu::always_inline]] inline Status withWork(const FftSpec& spec, uint8_t* pBuffer, const Run& run) {
+    const int order = spec.tables.order;
+    // Two tiles are more than what is reported for the largest orders; beside their data, a block of their own is nothing.
+    const uint64_t tiles = order >= kFirstLargeOrder ? uint64_t{16} * kTileColumns << innerOrder(order) : 0;
+    NearestRounding guard;
+    if (!pBuffer || tiles > uint64_t(spec.workBytes)) return withOwnWork(std::max(uint64_t(spec.workBytes), tiles), run);
+    run(align16<float>(pBuffer));
     return StatusOk;
 }
 bool inRegisters(const FftTables& t) { return t.order <= 3 || fusedLanes(t.order, fft->lanes); }
