@@ -4,6 +4,7 @@
 #include "core/args.h"
 #include "core/rounding.h"
 #include "tevs/fft.h"
+#include "tevs/movement.h"
 #include "transform/spectrum.table.h"
 
 namespace tevs {
@@ -46,8 +47,7 @@ Status expand(const float* pSrc, Complex32f* pDst, int len, Packing packing) {
         if (len % 2 == 0) pDst[len / 2] = {second, 0};
         pDst[0] = {first, 0};
     }
-    for (int k = 1; k <= pairs; ++k) pDst[len - k] = {pDst[k].re, -pDst[k].im};
-    return StatusOk;
+    return pairs > 0 ? tevsConjFlip_32fc(pDst + 1, pDst + (len - pairs), pairs) : StatusOk;
 }
 
 }   // namespace
