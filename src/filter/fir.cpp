@@ -370,7 +370,9 @@ Status tevsFIROne_32f(float src, float* pDst, FIRState_32f* pState) {
     if (Status s = Args().ptr(pDst).ptr(pState).record(pState, kFir32f)) return s;
     NearestRounding guard;
     Circle circle(pState->delay, pState->tapsLen, pState->dlyIndex);
-    *pDst = fir->dot(circle.push(src), pState->reversed, pState->tapsLen);
+    // The newest sample is added by itself: a vector load that takes in what was stored a moment ago waits for the store.
+    const int older = pState->tapsLen - 1;
+    *pDst = fir->dot(circle.push(src), pState->reversed, older) + pState->reversed[older] * src;
     pState->dlyIndex = circle.index();
     return StatusOk;
 }

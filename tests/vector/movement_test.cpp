@@ -255,4 +255,21 @@ TEST(Movement, RejectsBadArguments) {
               tevsConj_32fc_I, tevsConj_64fc, tevsConj_64fc_I, tevsConjFlip_16sc, tevsConjFlip_32fc, tevsConjFlip_64fc);
 }
 
+// Long fills take another way through the kernel; the pattern must keep its phase wherever the vector begins.
+template <class T> void fillsLong(Status (*set)(T, T*, int), T val, size_t bytes) {
+    for (int offset : {0, 1, 3, 4}) {
+        Guarded<T> dst(bytes / sizeof(T), {offset, true});
+        ASSERT_EQ(set(val, dst, int(dst.size())), StatusOk);
+        ASSERT_TRUE(same(std::vector<T>(dst.size(), val), dst.values())) << sizeof(T) << " bytes, offset " << offset;
+        ASSERT_TRUE(dst.intact());
+    }
+}
+TEST(Set, LongVectorsAtOddAddresses) {
+    for (size_t bytes : {size_t{4092}, size_t{4096}, size_t{9000}, size_t{25} << 20}) {
+        fillsLong<int16_t>(tevsSet_16s, 0x1234, bytes);
+        fillsLong<int32_t>(tevsSet_32s, 0x12345678, bytes);
+        fillsLong<int64_t>(tevsSet_64s, 0x123456789abcdef0, bytes);
+    }
+}
+
 }   // namespace
