@@ -11,6 +11,7 @@
 #include "tevs/core.h"       /* memory, version */
 #include "tevs/movement.h"   /* copy, set, reverse, complex parts, conjugate */
 #include "tevs/logic.h"      /* bitwise logic, shifts */
+#include "tevs/arithmetic.h" /* sums, products, quotients, with scaling and saturation */
 #include "tevs/conversion.h" /* between sample types */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 #include "tevs/fir.h"        /* FIR filters, with records and without */

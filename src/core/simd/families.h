@@ -3,7 +3,7 @@
 
 #include "filter/fir.table.h"
 #include "transform/fft.table.h"
-#include "transform/spectrum.table.h"
+#include "vector/arithmetic.table.h"
 #include "vector/conversion.table.h"
 #include "vector/logic.table.h"
 #include "vector/movement.table.h"
@@ -11,7 +11,7 @@
 #define TEVS_FAMILIES(X)             \
     X(LogicKernels, logic)           \
     X(MovementKernels, movement)     \
+    X(ArithmeticKernels, arithmetic) \
     X(ConversionKernels, conversion) \
     X(FftKernels, fft)               \
-    X(SpectrumKernels, spectrum)     \
     X(FirKernels, fir)

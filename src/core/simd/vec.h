@@ -33,6 +33,11 @@ template <class T> constexpr int kLanes = kRegisterBytes / int(sizeof(T));
 
 template <class V> constexpr int kCount = int(sizeof(V) / sizeof(V{}[0]));
 
+template <class T> struct Unqualified { typedef T type; };
+template <class T> struct Unqualified<T&> { typedef T type; };
+template <class T> struct Unqualified<T&&> { typedef T type; };
+template <class V> using Element = typename Unqualified<decltype(V{}[0])>::type;
+
 // ---- loads, stores, constants: any address will do ------------------------------------------------------------------------
 
 template <class V> TEVS_INLINE V loadAs(const void* p) {
@@ -83,13 +88,23 @@ template <class V> TEVS_INLINE V reverse(V a) {
 #endif
     return reverseOf(a, Iota<kCount<V>>{});
 }
+template <class V, int... I> TEVS_INLINE V alternateOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (I + (I % 2) * int(sizeof...(I)))...); }
+// The even lanes of a, the odd lanes of b.
+template <class V> TEVS_INLINE V alternate(V a, V b) { return alternateOf(a, b, Iota<kCount<V>>{}); }
 template <class V> TEVS_INLINE V swapPairs(V a) { return swapPairsOf(a, Iota<kCount<V>>{}); }
 template <class V> TEVS_INLINE auto low(V a) { return lowOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto high(V a) { return highOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto join(V a, V b) { return joinOf(a, b, Iota<2 * kCount<V>>{}); }
 
+// The even, the odd lanes, each in its own place and its neighbour's.
+template <class V, int... I> TEVS_INLINE V evensTwiceOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I & ~1)...); }
+template <class V, int... I> TEVS_INLINE V oddsTwiceOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I | 1)...); }
+template <class V> TEVS_INLINE V evensTwice(V a) { return evensTwiceOf(a, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE V oddsTwice(V a) { return oddsTwiceOf(a, Iota<kCount<V>>{}); }
+
 // Two vectors that belong together: consecutive in memory where they are stored, or the two parts of a complex vector.
 template <class V> struct Two { V a, b; };
+template <class V> TEVS_INLINE Two<V> two(V a, V b) { return {a, b}; }
 template <class V> TEVS_INLINE void store(void* p, Two<V> v) {
     store(p, v.a);
     store(static_cast<char*>(p) + sizeof(V), v.b);
@@ -109,6 +124,20 @@ template <class T, int N> TEVS_INLINE Two<Vec<T, N>> loadSplit(const T* p) {
     return {evens(x, y), odds(x, y)};
 }
 template <class V> TEVS_INLINE Two<V> interleave(V a, V b) { return {interleaveLow(a, b), interleaveHigh(a, b)}; }
+
+// As many 32-bit elements at p as half fill V, each in two lanes.
+template <class V> TEVS_INLINE V loadTwice(const void* p) {
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32) {
+        const auto v = loadAs<Vec<int32_t, 4>>(p);
+        return (V)join(interleaveLow(v, v), interleaveHigh(v, v));
+    }
+#endif
+    if constexpr (sizeof(V) == 16) {
+        const auto v = (Vec<int32_t, 4>)_mm_loadl_epi64(static_cast<const __m128i*>(p));
+        return (V)interleaveLow(v, v);
+    }
+}
 
 // ---- arithmetic that no operator says -----------------------------------------------------------------------------------------
 
@@ -143,6 +172,23 @@ template <class V> TEVS_INLINE V fnma(V a, V b, V c) {                          
 #endif
 }
 
+// a - b in the even lanes and a + b in the odd ones, and the other way round.
+TEVS_INLINE Vec<float, 4> subAdd(Vec<float, 4> a, Vec<float, 4> b) { return (Vec<float, 4>)_mm_addsub_ps((__m128)a, (__m128)b); }
+TEVS_INLINE Vec<double, 2> subAdd(Vec<double, 2> a, Vec<double, 2> b) { return (Vec<double, 2>)_mm_addsub_pd((__m128d)a, (__m128d)b); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<float, 8> subAdd(Vec<float, 8> a, Vec<float, 8> b) { return (Vec<float, 8>)_mm256_addsub_ps((__m256)a, (__m256)b); }
+TEVS_INLINE Vec<double, 4> subAdd(Vec<double, 4> a, Vec<double, 4> b) { return (Vec<double, 4>)_mm256_addsub_pd((__m256d)a, (__m256d)b); }
+#endif
+template <class V> TEVS_INLINE V addSub(V a, V b) { return alternate(a + b, a - b); }
+
+// Whether any lane of a comparison holds.
+template <class V> TEVS_INLINE bool any(V mask) {
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32) return !_mm256_testz_si256((__m256i)mask, (__m256i)mask);
+#endif
+    if constexpr (sizeof(V) == 16) return _mm_movemask_epi8((__m128i)mask) != 0;
+}
+
 // min(limit, v), and v itself where v is NaN.
 TEVS_INLINE Vec<float, 4> atMost(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_min_ps((__m128)limit, (__m128)v); }
 #if TEVS_LEVEL >= 2
@@ -159,6 +205,22 @@ TEVS_INLINE Vec<int32_t, 8> nearestInt(Vec<float, 8> v) { return (Vec<int32_t, 8
 TEVS_INLINE Vec<int32_t, 8> truncatedInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvttps_epi32((__m256)v); }
 #endif
 
+// 32-bit integers as doubles, and doubles to the nearest integers.
+TEVS_INLINE Two<Vec<double, 2>> doubles(Vec<int32_t, 4> v) {
+    return {(Vec<double, 2>)_mm_cvtepi32_pd((__m128i)v), (Vec<double, 2>)_mm_cvtepi32_pd(_mm_shuffle_epi32((__m128i)v, 0xee))};
+}
+TEVS_INLINE Vec<int32_t, 4> nearestInt(Two<Vec<double, 2>> v) {
+    return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvtpd_epi32((__m128d)v.a), _mm_cvtpd_epi32((__m128d)v.b));
+}
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Two<Vec<double, 4>> doubles(Vec<int32_t, 8> v) {
+    return {(Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)low(v)), (Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)high(v))};
+}
+TEVS_INLINE Vec<int32_t, 8> nearestInt(Two<Vec<double, 4>> v) {
+    return join((Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.b));
+}
+#endif
+
 // N lanes from memory in a type of twice the width, and N lanes in half the width: exact, and rounded to nearest.
 template <int N> TEVS_INLINE Vec<int32_t, N> loadWide(const int16_t* p) {
 #if TEVS_LEVEL >= 2
@@ -173,11 +235,37 @@ template <int N> TEVS_INLINE Vec<int32_t, N> loadWide(const int16_t* p) {
     }
 #endif
 }
+template <int N> TEVS_INLINE Vec<uint16_t, N> loadWide(const uint8_t* p) {
+#if TEVS_LEVEL >= 2
+    if constexpr (N == 16) return (Vec<uint16_t, 16>)_mm256_cvtepu8_epi16((__m128i)loadAs<Vec<uint8_t, 16>>(p));
+#endif
+    if constexpr (N == 8) return (Vec<uint16_t, 8>)_mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128());
+}
 template <int N> TEVS_INLINE Vec<double, N> loadWide(const float* p) {
 #if TEVS_LEVEL >= 2
     if constexpr (N == 4) return (Vec<double, 4>)_mm256_cvtps_pd((__m128)load<float, 4>(p));
 #endif
     if constexpr (N == 2) return (Vec<double, 2>)_mm_cvtps_pd((__m128)_mm_load_sd(reinterpret_cast<const double*>(p)));
+}
+// N integers from memory in 32-bit lanes.
+template <int N> TEVS_INLINE Vec<int32_t, N> loadInts(const int32_t* p) { return load<int32_t, N>(p); }
+template <int N> TEVS_INLINE Vec<int32_t, N> loadInts(const int16_t* p) { return loadWide<N>(p); }
+template <int N> TEVS_INLINE Vec<int32_t, N> loadInts(const uint16_t* p) {
+#if TEVS_LEVEL >= 2
+    if constexpr (N == 8) return (Vec<int32_t, 8>)_mm256_cvtepu16_epi32((__m128i)loadAs<Vec<uint16_t, 8>>(p));
+#endif
+    if constexpr (N == 4) return (Vec<int32_t, 4>)_mm_unpacklo_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128());
+}
+template <int N> TEVS_INLINE Vec<int32_t, N> loadInts(const uint8_t* p) {
+#if TEVS_LEVEL >= 2
+    if constexpr (N == 8) return (Vec<int32_t, 8>)_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+#endif
+    if constexpr (N == 4) {
+        int32_t bytes;
+        memcpy(&bytes, p, sizeof bytes);
+        const __m128i zero = _mm_setzero_si128();
+        return (Vec<int32_t, 4>)_mm_unpacklo_epi16(_mm_unpacklo_epi8(_mm_cvtsi32_si128(bytes), zero), zero);
+    }
 }
 TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) { return (Vec<float, 4>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)v.a), _mm_cvtpd_ps((__m128d)v.b)); }
 #if TEVS_LEVEL >= 2
