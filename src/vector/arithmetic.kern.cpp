@@ -23,9 +23,9 @@ template <class V> TEVS_INLINE auto widened(V v) {
     }
 }
 // Products of 16-bit lanes from their low and high halves.
-template <class T, class W, class L, class H> TEVS_INLINE auto joined(L low, H high) {
+template <class T, class W, bool Spare = false, class L, class H> TEVS_INLINE auto joined(L low, H high) {
     using S = Vec<int16_t, kCount<L>>;
-    return Widened<T, W>{(W)blockLow((S)low, (S)high), (W)blockHigh((S)low, (S)high)};
+    return Widened<T, W, Spare>{(W)blockLow((S)low, (S)high), (W)blockHigh((S)low, (S)high)};
 }
 // 64-bit products of 32-bit lanes.
 template <class V> TEVS_INLINE auto products32(V a, V b) {
@@ -60,7 +60,7 @@ constexpr auto product = [](auto a, auto b) {
         return joined<int16_t, Vec<int32_t, n>>(a * (U)b, mulHigh(a, (U)b) - ((U)(b >> 15) & a));
     } else {
         using U = Vec<uint16_t, kCount<V>>;
-        return joined<int16_t, Vec<int32_t, n>>((U)a * (U)b, mulHigh(a, b));
+        return joined<int16_t, Vec<int32_t, n>, true>((U)a * (U)b, mulHigh(a, b));
     }
 };
 
@@ -133,7 +133,7 @@ void addProduct16s(const int16_t* a, const int16_t* b, int16_t* dst, ptrdiff_t n
             n, dst,
             [=](auto w, auto x, auto y, auto z) {
                 const auto p = product(load<int16_t, w.n>(x), load<int16_t, w.n>(y)), before = widened(load<int16_t, w.n>(z));
-                return fit(scaling, decltype(p){p.low + before.low, p.high + before.high});
+                return fit(scaling, decltype(before){p.low + before.low, p.high + before.high});
             },
             a, b, static_cast<const int16_t*>(dst));
     });
@@ -273,22 +273,23 @@ template <class V> TEVS_INLINE V squaredMagnitude(V y) {
     return s + swapPairs(s);
 }
 
-// In double precision no square of a single-precision number leaves the range, and none but that of 0 is 0.
+// In double precision no square of a single-precision number leaves the range, and none but that of 0 is 0. The reciprocals of two vectors' magnitudes are
+// one division; the second rounding that this costs is 2^-29 of a result's last bit.
 bool div32fc(const float* dividend, const float* divisor, float* dst, ptrdiff_t n) {
     bool zero = false;
-    const auto part = [&](auto x, auto y) {
-        const auto m = squaredMagnitude(y);
-        const auto q = timesConjugate(x, y) / m;
-        if (!any(m == 0)) [[likely]]
-            return q;
-        zero = true;
-        return m == 0 ? quietNaN<decltype(q)>() : q;
-    };
     map<kFloats, 4>(
         n, dst,
-        [&](auto w, auto x, auto y) {
+        [&](auto w, auto p, auto q) {
             constexpr int h = w.n / 2;
-            return narrow(two(part(loadWide<h>(x), loadWide<h>(y)), part(loadWide<h>(x + h), loadWide<h>(y + h))));
+            using V = Vec<double, h>;
+            const V x = loadWide<h>(p), xh = loadWide<h>(p + h), y = loadWide<h>(q), yh = loadWide<h>(q + h);
+            const V s = y * y, sh = yh * yh, m = blockLow(s, sh) + blockHigh(s, sh), r = 1 / m;
+            const auto v = two(timesConjugate(x, y) * evensTwice(r), timesConjugate(xh, yh) * oddsTwice(r));
+            if (!any(m == 0)) [[likely]]
+                return narrow(v);
+            zero = true;
+            const auto only = [](V mag, V z) { return mag == 0 ? quietNaN<V>() : z; };
+            return narrow(two(only(evensTwice(m), v.a), only(oddsTwice(m), v.b)));
         },
         dividend, divisor);
     return zero;

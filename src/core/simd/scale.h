@@ -57,6 +57,8 @@ TEVS_EACH_WIDTH(subSat, int16_t, subs_epi16)
 TEVS_EACH_WIDTH(mulHigh, int16_t, mulhi_epi16)
 TEVS_EACH_WIDTH(mulHigh, uint16_t, mulhi_epu16)
 
+TEVS_EACH_WIDTH(blockLow, double, unpacklo_epi64)
+TEVS_EACH_WIDTH(blockHigh, double, unpackhi_epi64)
 // Within each block of 128 bits: the lower, the upper halves interleaved; two vectors to lanes of half the width, saturated.
 TEVS_EACH_WIDTH(blockLow, uint8_t, unpacklo_epi8)
 TEVS_EACH_WIDTH(blockHigh, uint8_t, unpackhi_epi8)
@@ -212,15 +214,15 @@ template <class V> TEVS_INLINE V fit(Right by, Difference<V> x) {
     return halvesRight(shiftRight(odd, 1) - (~x.a & x.b), odd, by.s);
 }
 
-// Lanes of the stored type that hold the result exactly, whatever bits it takes.
+// Lanes of the stored type that hold the result exactly, with a bit to spare.
 template <class V> struct Whole { V v; };
 template <class V> TEVS_INLINE V fit(Exact, Whole<V> x) { return x.v; }
-template <class V> TEVS_INLINE V fit(Right by, Whole<V> x) { return roundRight(x.v, by.s); }
+template <class V> TEVS_INLINE V fit(Right by, Whole<V> x) { return roundShift(x.v, by.s); }
 
 // Lanes of twice the stored type T's width, block by block: the first vector holds the lower half of each block of 128 bits, the second the upper.
-// No permutation across blocks is needed then.
-template <class T, class V> struct Widened { V low, high; };
-template <class V> TEVS_INLINE auto packed(Widened<int16_t, V> x) { return (Vec<int16_t, 2 * kCount<V>>)blockPack(x.low, x.high); }
+// No permutation across blocks is needed then. Spare: every result leaves a bit of the lanes to spare.
+template <class T, class V, bool Spare = false> struct Widened { V low, high; };
+template <class V, bool Spare> TEVS_INLINE auto packed(Widened<int16_t, V, Spare> x) { return (Vec<int16_t, 2 * kCount<V>>)blockPack(x.low, x.high); }
 template <class V> TEVS_INLINE auto packed(Widened<uint8_t, V> x) {
     const auto clamped = [](V v) { return (Vec<int16_t, kCount<V>>)(v - subSat(v, same<V>(255))); };
     return (Vec<uint8_t, 2 * kCount<V>>)blockPackUnsigned(clamped(x.low), clamped(x.high));
@@ -236,7 +238,10 @@ template <class V> TEVS_INLINE auto packed(Widened<uint16_t, V> x) {
     return (Vec<uint16_t, 2 * kCount<V>>)blockPack(clamped(x.low), clamped(x.high));
 #endif
 }
-template <class T, class V> TEVS_INLINE auto fit(Exact, Widened<T, V> x) { return packed(x); }
+template <class T, class V, bool Spare> TEVS_INLINE auto fit(Exact, Widened<T, V, Spare> x) { return packed(x); }
+template <class T, class V> TEVS_INLINE auto fit(Right by, Widened<T, V, true> x) {
+    return packed(Widened<T, V>{roundShift(x.low, by.s), roundShift(x.high, by.s)});
+}
 template <class T, class V> TEVS_INLINE auto fit(Right by, Widened<T, V> x) { return packed(Widened<T, V>{roundRight(x.low, by.s), roundRight(x.high, by.s)}); }
 
 // 64-bit lanes for 32-bit results: of the even lanes and of the odd ones.
