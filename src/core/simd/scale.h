@@ -10,9 +10,15 @@ namespace {
 // build a vector of counts on levels without per-lane shifts.
 TEVS_INLINE Vec<int32_t, 4> shiftRight(Vec<int32_t, 4> v, int s) { return (Vec<int32_t, 4>)_mm_sra_epi32((__m128i)v, _mm_cvtsi32_si128(s)); }
 TEVS_INLINE Vec<int32_t, 4> shiftLeft(Vec<int32_t, 4> v, int s) { return (Vec<int32_t, 4>)_mm_sll_epi32((__m128i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<uint32_t, 4> shiftRight(Vec<uint32_t, 4> v, int s) { return (Vec<uint32_t, 4>)_mm_srl_epi32((__m128i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<uint32_t, 4> shiftLeft(Vec<uint32_t, 4> v, int s) { return (Vec<uint32_t, 4>)_mm_sll_epi32((__m128i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<uint64_t, 2> shiftRight(Vec<uint64_t, 2> v, int s) { return (Vec<uint64_t, 2>)_mm_srl_epi64((__m128i)v, _mm_cvtsi32_si128(s)); }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<int32_t, 8> shiftRight(Vec<int32_t, 8> v, int s) { return (Vec<int32_t, 8>)_mm256_sra_epi32((__m256i)v, _mm_cvtsi32_si128(s)); }
 TEVS_INLINE Vec<int32_t, 8> shiftLeft(Vec<int32_t, 8> v, int s) { return (Vec<int32_t, 8>)_mm256_sll_epi32((__m256i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<uint32_t, 8> shiftRight(Vec<uint32_t, 8> v, int s) { return (Vec<uint32_t, 8>)_mm256_srl_epi32((__m256i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<uint32_t, 8> shiftLeft(Vec<uint32_t, 8> v, int s) { return (Vec<uint32_t, 8>)_mm256_sll_epi32((__m256i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<uint64_t, 4> shiftRight(Vec<uint64_t, 4> v, int s) { return (Vec<uint64_t, 4>)_mm256_srl_epi64((__m256i)v, _mm_cvtsi32_si128(s)); }
 #endif
 
 // r * 2^-s for 1 <= s <= 31, to nearest, ties to even; a bit to spare over r, as in the scalar twin.

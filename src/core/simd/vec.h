@@ -145,8 +145,28 @@ template <class V> TEVS_INLINE V fnma(V a, V b, V c) {                          
 
 // min(limit, v), and v itself where v is NaN.
 TEVS_INLINE Vec<float, 4> atMost(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_min_ps((__m128)limit, (__m128)v); }
+TEVS_INLINE Vec<double, 2> atMost(Vec<double, 2> limit, Vec<double, 2> v) { return (Vec<double, 2>)_mm_min_pd((__m128d)limit, (__m128d)v); }
+// max(limit, v), and limit where v is NaN.
+TEVS_INLINE Vec<float, 4> atLeast(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_max_ps((__m128)v, (__m128)limit); }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<float, 8> atMost(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_min_ps((__m256)limit, (__m256)v); }
+TEVS_INLINE Vec<double, 4> atMost(Vec<double, 4> limit, Vec<double, 4> v) { return (Vec<double, 4>)_mm256_min_pd((__m256d)limit, (__m256d)v); }
+TEVS_INLINE Vec<float, 8> atLeast(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_max_ps((__m256)v, (__m256)limit); }
+#endif
+
+// The smaller and the larger of two integers. Below SSE4.1 there is no instruction for 32 bits.
+#if TEVS_LEVEL >= 1
+TEVS_INLINE Vec<int32_t, 4> minimum(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int32_t, 4>)_mm_min_epi32((__m128i)a, (__m128i)b); }
+TEVS_INLINE Vec<int32_t, 4> maximum(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int32_t, 4>)_mm_max_epi32((__m128i)a, (__m128i)b); }
+TEVS_INLINE Vec<uint32_t, 4> minimum(Vec<uint32_t, 4> a, Vec<uint32_t, 4> b) { return (Vec<uint32_t, 4>)_mm_min_epu32((__m128i)a, (__m128i)b); }
+#else
+template <class V> TEVS_INLINE V minimum(V a, V b) { return a < b ? a : b; }
+template <class V> TEVS_INLINE V maximum(V a, V b) { return a < b ? b : a; }
+#endif
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> minimum(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int32_t, 8>)_mm256_min_epi32((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<int32_t, 8> maximum(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int32_t, 8>)_mm256_max_epi32((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<uint32_t, 8> minimum(Vec<uint32_t, 8> a, Vec<uint32_t, 8> b) { return (Vec<uint32_t, 8>)_mm256_min_epu32((__m256i)a, (__m256i)b); }
 #endif
 
 // ---- conversions ------------------------------------------------------------------------------------------------------------------
@@ -157,6 +177,22 @@ TEVS_INLINE Vec<int32_t, 4> truncatedInt(Vec<float, 4> v) { return (Vec<int32_t,
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<int32_t, 8> nearestInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvtps_epi32((__m256)v); }
 TEVS_INLINE Vec<int32_t, 8> truncatedInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvttps_epi32((__m256)v); }
+#endif
+
+// Double to integer likewise: lanes of two registers in one.
+TEVS_INLINE Vec<int32_t, 4> nearestInt(Two<Vec<double, 2>> v) {
+    return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvtpd_epi32((__m128d)v.a), _mm_cvtpd_epi32((__m128d)v.b));
+}
+TEVS_INLINE Vec<int32_t, 4> truncatedInt(Two<Vec<double, 2>> v) {
+    return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)v.a), _mm_cvttpd_epi32((__m128d)v.b));
+}
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> nearestInt(Two<Vec<double, 4>> v) {
+    return join((Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.b));
+}
+TEVS_INLINE Vec<int32_t, 8> truncatedInt(Two<Vec<double, 4>> v) {
+    return join((Vec<int32_t, 4>)_mm256_cvttpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvttpd_epi32((__m256d)v.b));
+}
 #endif
 
 // N lanes from memory in a type of twice the width, and N lanes in half the width: exact, and rounded to nearest.
