@@ -9,14 +9,22 @@ namespace {
 template <class V> TEVS_INLINE void put(Int24* d, const Some<V, 4>& s) { store(d, pack24(s)); }
 template <class V> TEVS_INLINE void put(UInt24* d, const Some<V, 4>& s) { store(d, pack24(s)); }
 
-// A step fills registers of the narrower of the two formats, and four registers of 32-bit lanes for a packed one.
-template <class S, class D> constexpr int kUnit = sizeof(S) == 3 || sizeof(D) == 3 ? 1 : int(sizeof(S) < sizeof(D) ? sizeof(S) : sizeof(D));
+// dst[n] = finish(src[n] as a lane of T): one loop for all formats. `finish` takes all registers of a step and returns what put() stores.
+//
+// A step makes one register of a narrower destination out of kPerStep of T's, and otherwise two registers of the destination, which pays for the
+// loop; four would store no faster than one. A packed source is loaded in pairs, a packed destination made of four.
+template <class T, class S, class D> constexpr int kPerStep = sizeof(D) == 3 ? 4 : sizeof(S) == 3 ? 2 : sizeof(D) < sizeof(T) ? int(sizeof(T) / sizeof(D)) : 1;
 
-// dst[n] = finish(src[n] as a lane of T): one loop for all formats. `finish` takes all lanes of a step and returns what put() stores.
 template <class T, class S, class D, class F> TEVS_INLINE void run(const S* src, D* dst, int len, F finish) {
-    constexpr int unit = kUnit<S, D>;
-    map<kRegisterBytes / unit, 16 / unit>(
-        len, dst, [=](auto w, auto s) { return finish(loadLanes<T, w.n * unit, int(sizeof(T)) / unit>(s)); }, src);
+    constexpr int least = 16 * kPerStep<T, S, D> / int(sizeof(T)),
+                  full = kPerStep<T, S, D> == 1 ? 2 * kRegisterBytes / int(sizeof(T)) : least * kRegisterBytes / 16;
+    map<full, least>(
+        len, dst,
+        [=](auto w, auto s) {
+            constexpr int bytes = w.n * int(sizeof(T)), atOnce = bytes / kPerStep<T, S, D>, B = atOnce < kRegisterBytes ? atOnce : kRegisterBytes;
+            return finish(loadLanes<T, B, bytes / B>(s));
+        },
+        src);
 }
 
 // ---- to wider or floating types: the load does it --------------------------------------------------------------------------------------
@@ -167,59 +175,86 @@ template <class Mode, class S> void halves(const S* src, Half* dst, int len) {
 struct Pair {
     float a, b;
 };
-using Row = Vec<float, 4>;
 
-TEVS_INLINE void transpose(Row (&r)[4]) {
-    const Two<Row> even = interleave(r[0], r[2]), odd = interleave(r[1], r[3]);
-    const Two<Row> low = interleave(even.a, odd.a), high = interleave(even.b, odd.b);
+// Four rows of four in each 128-bit half: rows become columns.
+template <class V> TEVS_INLINE Two<V> unpacked(V a, V b) {
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32) return {(V)_mm256_unpacklo_ps((__m256)a, (__m256)b), (V)_mm256_unpackhi_ps((__m256)a, (__m256)b)};
+#endif
+    if constexpr (sizeof(V) == 16) return interleave(a, b);
+}
+template <class V> TEVS_INLINE void transpose(V (&r)[4]) {
+    const Two<V> even = unpacked(r[0], r[2]), odd = unpacked(r[1], r[3]);
+    const Two<V> low = unpacked(even.a, odd.a), high = unpacked(even.b, odd.b);
     r[0] = low.a, r[1] = low.b, r[2] = high.a, r[3] = high.b;
 }
 
-// Squares of four channels and four frames. A square that reaches past the last channel goes on into the next frame (or the slack), which it spoils
-// when it is stored; so the squares of four frames are stored from the last to the first, and each from its first frame on.
+// W frames at a time, four channels at a time. Four that reach past the last channel go on into the next frame (or the slack), which they spoil when
+// they are stored: so the channels of W frames are stored from the last to the first, and each four from their first frame on.
+template <int W> TEVS_INLINE void interleaveSquares(const float* const* channels, int first, int nChannels, int frames, float* dst) {
+    for (int f = 0; f < frames; f += W) {
+        if (f > frames - W) f = frames - W;
+        for (int c = (nChannels - 1) & ~3; c >= 0; c -= 4) {
+            Vec<float, W> r[4];
+            for (int k = 0; k < 4; ++k) r[k] = load<float, W>(channels[c + k < nChannels ? c + k : c] + first + f);
+            transpose(r);
+            float* frame = dst + f * nChannels + c;
+            for (int k = 0; k < W; ++k, frame += nChannels) {
+                if constexpr (W == 4)
+                    store(frame, r[k]);
+                else
+                    store(frame, k < 4 ? low(r[k]) : high(r[k - 4]));
+            }
+        }
+    }
+}
+template <int W> TEVS_INLINE void deinterleaveSquares(const float* src, float* const* channels, int first, int nChannels, int frames) {
+    for (int f = 0; f < frames; f += W) {
+        if (f > frames - W) f = frames - W;
+        for (int c = 0; c < nChannels; c += 4) {
+            Vec<float, W> r[4];
+            const float* frame = src + f * nChannels + c;
+            for (int k = 0; k < 4; ++k, frame += nChannels) {
+                if constexpr (W == 4)
+                    r[k] = load<float, 4>(frame);
+                else
+                    r[k] = join(load<float, 4>(frame), load<float, 4>(frame + 4 * nChannels));
+            }
+            transpose(r);
+            for (int k = 0; k < 4 && c + k < nChannels; ++k) store(channels[c + k] + first + f, r[k]);
+        }
+    }
+}
+
 void interleaved(const float* const* channels, int first, int nChannels, int frames, float* dst) {
+    constexpr int W = kRegisterBytes / 4;
     if (nChannels == 2) {
-        map<kRegisterBytes / 4, 4>(
+        map<W, 4>(
             frames, reinterpret_cast<Pair*>(dst), [](auto w, auto a, auto b) { return interleave(load<float, w.n>(a), load<float, w.n>(b)); },
             channels[0] + first, channels[1] + first);
-        return;
-    }
-    if (frames < 4) {
+    } else if (frames >= W) {
+        interleaveSquares<W>(channels, first, nChannels, frames, dst);
+    } else if (frames >= 4) {
+        interleaveSquares<4>(channels, first, nChannels, frames, dst);
+    } else {
         for (int f = 0; f < frames; ++f)
             for (int c = 0; c < nChannels; ++c) *dst++ = channels[c][first + f];
-        return;
-    }
-    for (int f = 0; f < frames; f += 4) {
-        if (f > frames - 4) f = frames - 4;
-        for (int c = (nChannels - 1) & ~3; c >= 0; c -= 4) {
-            Row r[4];
-            for (int k = 0; k < 4; ++k) r[k] = load<float, 4>(channels[c + k < nChannels ? c + k : c] + first + f);
-            transpose(r);
-            for (int k = 0; k < 4; ++k) store(dst + (f + k) * nChannels + c, r[k]);
-        }
     }
 }
 
 void deinterleaved(const float* src, float* const* channels, int first, int nChannels, int frames) {
+    constexpr int W = kRegisterBytes / 4;
     if (nChannels == 2) {
-        map<kRegisterBytes / 4, 4>(
+        map<W, 4>(
             frames, Both<float>{channels[0] + first, channels[1] + first},
             [](auto w, auto s) { return loadSplit<float, w.n>(reinterpret_cast<const float*>(s)); }, reinterpret_cast<const Pair*>(src));
-        return;
-    }
-    if (frames < 4) {
+    } else if (frames >= W) {
+        deinterleaveSquares<W>(src, channels, first, nChannels, frames);
+    } else if (frames >= 4) {
+        deinterleaveSquares<4>(src, channels, first, nChannels, frames);
+    } else {
         for (int f = 0; f < frames; ++f)
             for (int c = 0; c < nChannels; ++c) channels[c][first + f] = *src++;
-        return;
-    }
-    for (int f = 0; f < frames; f += 4) {
-        if (f > frames - 4) f = frames - 4;
-        for (int c = 0; c < nChannels; c += 4) {
-            Row r[4];
-            for (int k = 0; k < 4; ++k) r[k] = load<float, 4>(src + (f + k) * nChannels + c);
-            transpose(r);
-            for (int k = 0; k < 4 && c + k < nChannels; ++k) store(channels[c + k] + first + f, r[k]);
-        }
     }
 }
 

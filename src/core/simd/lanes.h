@@ -103,11 +103,12 @@ template <class S> TEVS_INLINE Vec<int32_t, 4> unpack24(__m128i v, int from) {
 }
 #endif
 
-// 4 registers of packed integers. Every load is of 16 bytes inside the samples: the last one ends where they end.
-template <int B, class S> TEVS_INLINE Some<Register<int32_t, B>, 4> load24(const S* samples) {
+// K >= 2 registers of packed integers. Every load is of 16 bytes inside the samples: the last one ends where they end.
+template <int B, int K, class S> TEVS_INLINE Some<Register<int32_t, B>, K> load24(const S* samples) {
+    static_assert(K >= 2);
     const auto p = reinterpret_cast<const unsigned char*>(samples);
-    Some<Register<int32_t, B>, 4> r;
-    for (int k = 0; k < 4; ++k) {
+    Some<Register<int32_t, B>, K> r;
+    for (int k = 0; k < K; ++k) {
 #if TEVS_LEVEL >= 2
         if constexpr (B == 32) {
             const __m256i v = _mm256_inserti128_si256(_mm256_castsi128_si256(loadLow<16>(p + 24 * k)), loadLow<16>(p + 24 * k + 8), 1);
@@ -116,7 +117,7 @@ template <int B, class S> TEVS_INLINE Some<Register<int32_t, B>, 4> load24(const
             r.v[k] = kSigned24<S> ? lanes >> 8 : lanes;
         }
 #endif
-        if constexpr (B == 16) r.v[k] = k < 3 ? unpack24<S>(loadLow<16>(p + 12 * k), 0) : unpack24<S>(loadLow<16>(p + 32), 4);
+        if constexpr (B == 16) r.v[k] = k < K - 1 ? unpack24<S>(loadLow<16>(p + 12 * k), 0) : unpack24<S>(loadLow<16>(p + 12 * K - 16), 4);
     }
     return r;
 }
@@ -186,11 +187,11 @@ template <class T, int B, int K, class S> TEVS_INLINE Some<Register<T, B>, K> lo
     constexpr int n = B / int(sizeof(T));
     Some<Register<T, B>, K> r;
     if constexpr (__is_same(S, Int24) || __is_same(S, UInt24)) {
-        const auto ints = load24<B>(p);
+        const auto ints = load24<B, K>(p);
         if constexpr (__is_same(T, float))
             return each(ints, [](auto v) { return __builtin_convertvector(v, Register<float, B>); });
         else
-            return {(Register<T, B>)ints.v[0], (Register<T, B>)ints.v[1], (Register<T, B>)ints.v[2], (Register<T, B>)ints.v[3]};
+            return each(ints, [](auto v) { return (Register<T, B>)v; });
     } else {
         for (int k = 0; k < K; ++k) {
             const S* const s = p + n * k;
