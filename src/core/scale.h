@@ -38,6 +38,14 @@ template <class D, int Bits, class W> constexpr D scaled(W r, int scaleFactor) {
 static_assert(scaled<int16_t, 17>(-65536, 16) == -1 && scaled<int16_t, 17>(-65536, 18) == 0 && scaled<int16_t, 17>(65535, 17) == 0);
 static_assert(scaled<int16_t, 17>(-1, -16) == -32768 && scaled<int16_t, 17>(0, -40) == 0 && scaled<int16_t, 17>(1, -14) == 16384);
 
+// 2^e, a normal number of T.
+template <class T> constexpr T powerOfTwo(int e) {
+    if constexpr (sizeof(T) == 4)
+        return __builtin_bit_cast(float, uint32_t(e + 127) << 23);
+    else
+        return __builtin_bit_cast(double, uint64_t(e + 1023) << 52);
+}
+
 // 2^-scaleFactor as f * g, for floats that become integers of up to 32 bits. A non-zero float has a magnitude of 2^-149 to 2^128, so scales beyond +-190 change no
 // result. The factor for such scales is out of a float's range: half of the exponent goes into each of two. A product that overflows between
 // them saturates in the end, one that loses bits to underflow rounds to 0, and all others are exact.
@@ -45,10 +53,9 @@ struct ScaleFactors {
     float f, g;
     explicit ScaleFactors(int scaleFactor) {
         const int e = scaleFactor < -190 ? 190 : scaleFactor > 190 ? -190 : -scaleFactor;
-        f = powerOfTwo(e / 2);
-        g = powerOfTwo(e - e / 2);
+        f = powerOfTwo<float>(e / 2);
+        g = powerOfTwo<float>(e - e / 2);
     }
-    static float powerOfTwo(int e) { return __builtin_bit_cast(float, uint32_t(e + 127) << 23); }
 };
 
 }   // namespace tevs

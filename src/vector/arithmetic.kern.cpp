@@ -1,7 +1,7 @@
 #include "vector/arithmetic.table.h"
 
+#include "core/simd/lanes.h"
 #include "core/simd/map.h"
-#include "core/simd/scale.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
@@ -176,7 +176,7 @@ constexpr auto times = [](auto a, auto b) { return a * b; };
 // Sums and products of 8-bit lanes fit 16.
 template <class Op> void wide8u(const uint8_t* a, const uint8_t* b, uint16_t* dst, ptrdiff_t n) {
     map<kLanes<uint16_t>, 8>(
-        n, dst, [](auto w, auto x, auto y) { return Op{}(loadWide<w.n>(x), loadWide<w.n>(y)); }, a, b);
+        n, dst, [](auto w, auto x, auto y) { return Op{}(loadInts<uint16_t, 2 * w.n>(x), loadInts<uint16_t, 2 * w.n>(y)); }, a, b);
 }
 // Sums, differences and products of 16-bit lanes fit 32; a product is rounded where it becomes a float.
 template <class Op> void floats16s(const int16_t* a, const int16_t* b, float* dst, ptrdiff_t n) {
@@ -336,6 +336,26 @@ bool div64fc(const double* dividend, const double* divisor, double* dst, ptrdiff
     return zero;
 }
 
+// The lower half of a register, where a whole one would run past the destination.
+struct LowHalf {
+    Vec<uint8_t, 16> v;
+};
+TEVS_INLINE void store(void* p, LowHalf v) { _mm_storel_epi64(static_cast<__m128i*>(p), (__m128i)v.v); }
+
+// 32-bit lanes that hold values of T, as T.
+template <class T, class V> TEVS_INLINE auto narrowInts(V a, V b) {
+    if constexpr (sizeof(T) == 4)
+        return two(a, b);
+    else if constexpr (__is_same(T, int16_t))
+        return pack16(a, b);
+    else if constexpr (__is_same(T, uint16_t))
+        return packU16(a, b);
+    else if constexpr (kCount<V> == 8)
+        return (Vec<uint8_t, 16>)blockPackUnsigned(low(pack16(a, b)), high(pack16(a, b)));
+    else
+        return LowHalf{(Vec<uint8_t, 16>)blockPackUnsigned(pack16(a, b), pack16(a, b))};
+}
+
 // q clamped to T's range, NaN to 0, to the nearest integer.
 template <class T, class V> TEVS_INLINE auto clamped(V q) {
     constexpr double lo = LimitsOf<T>::isSigned ? -double(LimitsOf<T>::max) - 1 : 0, hi = double(LimitsOf<T>::max);
@@ -407,12 +427,12 @@ template <class Q, class A, class B> TEVS_INLINE bool quotients(const A* dividen
         n, dst,
         [&](auto w, auto x, auto y) {
             constexpr int h = w.n / 2;
-            const auto a = loadInts<h>(y), b = loadInts<h>(y + h);
+            const auto a = loadInts<int32_t, 4 * h>(y), b = loadInts<int32_t, 4 * h>(y + h);
             if constexpr (__is_same(Q, ComplexQuotient))
                 zero |= any(((a | swapPairs(a)) == 0) | ((b | swapPairs(b)) == 0));
             else
                 zero |= any((a == 0) | (b == 0));
-            return narrowInts<B>(q(loadInts<h>(x), a), q(loadInts<h>(x + h), b));
+            return narrowInts<B>(q(loadInts<int32_t, 4 * h>(x), a), q(loadInts<int32_t, 4 * h>(x + h), b));
         },
         dividend, divisor);
     return zero;
@@ -423,7 +443,7 @@ template <class Q, class T> TEVS_INLINE void quotientsC(const T* src, Constant<T
         [=](auto w, auto x) {
             constexpr int h = w.n / 2;
             const auto c = repeated<Vec<int32_t, h>>({val.even, val.odd});
-            return narrowInts<T>(q(loadInts<h>(x), c), q(loadInts<h>(x + h), c));
+            return narrowInts<T>(q(loadInts<int32_t, 4 * h>(x), c), q(loadInts<int32_t, 4 * h>(x + h), c));
         },
         src);
 }
@@ -466,7 +486,7 @@ bool divCRev16u(const uint16_t* divisor, uint16_t dividend, uint16_t* dst, ptrdi
         n, dst,
         [&](auto w, auto y) {
             constexpr int h = w.n / 2;
-            const auto a = loadInts<h>(y), b = loadInts<h>(y + h), x = decltype(a){} + int32_t(dividend);
+            const auto a = loadInts<int32_t, 4 * h>(y), b = loadInts<int32_t, 4 * h>(y + h), x = decltype(a){} + int32_t(dividend);
             zero |= any((a == 0) | (b == 0));
             const SingleQuotient<uint16_t> q(0);
             return narrowInts<uint16_t>(q(x, a), q(x, b));

@@ -47,6 +47,7 @@ TEVS_SHIFT(shiftRight, uint64_t, srl_epi64)
 TEVS_SHIFT(shiftLeft, int16_t, sll_epi16)
 TEVS_SHIFT(shiftLeft, uint16_t, sll_epi16)
 TEVS_SHIFT(shiftLeft, int32_t, sll_epi32)
+TEVS_SHIFT(shiftLeft, uint32_t, sll_epi32)
 
 TEVS_EACH_WIDTH(addSat, uint8_t, adds_epu8)
 TEVS_EACH_WIDTH(addSat, uint16_t, adds_epu16)
@@ -254,9 +255,7 @@ template <class V> TEVS_INLINE auto packed(EvenOdd<V> x) {
 template <class V> TEVS_INLINE auto fit(Exact, EvenOdd<V> x) { return packed(x); }
 template <class V> TEVS_INLINE auto fit(Right by, EvenOdd<V> x) { return packed(EvenOdd<V>{roundRight(x.even, by.s), roundRight(x.odd, by.s)}); }
 
-// ---- narrowing in order --------------------------------------------------------------------------------------------------------------------
-
-// 32-bit lanes to 16 bits, saturated.
+// 32-bit lanes to 16 bits, saturated, in order.
 TEVS_INLINE Vec<int16_t, 8> pack16(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int16_t, 8>)blockPack(a, b); }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<int16_t, 16> pack16(Vec<int32_t, 8> a, Vec<int32_t, 8> b) {
@@ -264,30 +263,6 @@ TEVS_INLINE Vec<int16_t, 16> pack16(Vec<int32_t, 8> a, Vec<int32_t, 8> b) {
     return (Vec<int16_t, 16>)_mm256_permute4x64_epi64((__m256i)blockPack(a, b), 0xd8);
 }
 #endif
-
-// The lower half of a register, where a whole one would run past the destination.
-struct LowHalf {
-    Vec<uint8_t, 16> v;
-};
-TEVS_INLINE void store(void* p, LowHalf v) { _mm_storel_epi64(static_cast<__m128i*>(p), (__m128i)v.v); }
-
-// 32-bit lanes that hold values of T, as T.
-template <class T, class V> TEVS_INLINE auto narrowInts(V a, V b) {
-    if constexpr (sizeof(T) == 4) {
-        return Two<V>{a, b};
-    } else if constexpr (sizeof(T) == 2) {
-        if constexpr (LimitsOf<T>::isSigned)
-            return pack16(a, b);
-        else
-            return (Vec<uint16_t, 2 * kCount<V>>)pack16(a << 16 >> 16, b << 16 >> 16);   // as the signed numbers of the same bits
-    } else {
-        const auto words = pack16(a, b);
-        if constexpr (kCount<V> == 8)
-            return (Vec<uint8_t, 16>)blockPackUnsigned(low(words), high(words));
-        else
-            return LowHalf{(Vec<uint8_t, 16>)blockPackUnsigned(words, words)};
-    }
-}
 
 }   // namespace
 }   // namespace tevs::TEVS_LEVEL_NS

@@ -191,8 +191,28 @@ template <class V> TEVS_INLINE bool any(V mask) {
 
 // min(limit, v), and v itself where v is NaN.
 TEVS_INLINE Vec<float, 4> atMost(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_min_ps((__m128)limit, (__m128)v); }
+TEVS_INLINE Vec<double, 2> atMost(Vec<double, 2> limit, Vec<double, 2> v) { return (Vec<double, 2>)_mm_min_pd((__m128d)limit, (__m128d)v); }
+// max(limit, v), and limit where v is NaN.
+TEVS_INLINE Vec<float, 4> atLeast(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_max_ps((__m128)v, (__m128)limit); }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<float, 8> atMost(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_min_ps((__m256)limit, (__m256)v); }
+TEVS_INLINE Vec<double, 4> atMost(Vec<double, 4> limit, Vec<double, 4> v) { return (Vec<double, 4>)_mm256_min_pd((__m256d)limit, (__m256d)v); }
+TEVS_INLINE Vec<float, 8> atLeast(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_max_ps((__m256)v, (__m256)limit); }
+#endif
+
+// The smaller and the larger of two integers. Below SSE4.1 there is no instruction for 32 bits.
+#if TEVS_LEVEL >= 1
+TEVS_INLINE Vec<int32_t, 4> minimum(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int32_t, 4>)_mm_min_epi32((__m128i)a, (__m128i)b); }
+TEVS_INLINE Vec<int32_t, 4> maximum(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int32_t, 4>)_mm_max_epi32((__m128i)a, (__m128i)b); }
+TEVS_INLINE Vec<uint32_t, 4> minimum(Vec<uint32_t, 4> a, Vec<uint32_t, 4> b) { return (Vec<uint32_t, 4>)_mm_min_epu32((__m128i)a, (__m128i)b); }
+#else
+template <class V> TEVS_INLINE V minimum(V a, V b) { return a < b ? a : b; }
+template <class V> TEVS_INLINE V maximum(V a, V b) { return a < b ? b : a; }
+#endif
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> minimum(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int32_t, 8>)_mm256_min_epi32((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<int32_t, 8> maximum(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int32_t, 8>)_mm256_max_epi32((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<uint32_t, 8> minimum(Vec<uint32_t, 8> a, Vec<uint32_t, 8> b) { return (Vec<uint32_t, 8>)_mm256_min_epu32((__m256i)a, (__m256i)b); }
 #endif
 
 // ---- conversions ------------------------------------------------------------------------------------------------------------------
@@ -205,19 +225,29 @@ TEVS_INLINE Vec<int32_t, 8> nearestInt(Vec<float, 8> v) { return (Vec<int32_t, 8
 TEVS_INLINE Vec<int32_t, 8> truncatedInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvttps_epi32((__m256)v); }
 #endif
 
-// 32-bit integers as doubles, and doubles to the nearest integers.
+// 32-bit integers as doubles.
 TEVS_INLINE Two<Vec<double, 2>> doubles(Vec<int32_t, 4> v) {
     return {(Vec<double, 2>)_mm_cvtepi32_pd((__m128i)v), (Vec<double, 2>)_mm_cvtepi32_pd(_mm_shuffle_epi32((__m128i)v, 0xee))};
-}
-TEVS_INLINE Vec<int32_t, 4> nearestInt(Two<Vec<double, 2>> v) {
-    return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvtpd_epi32((__m128d)v.a), _mm_cvtpd_epi32((__m128d)v.b));
 }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Two<Vec<double, 4>> doubles(Vec<int32_t, 8> v) {
     return {(Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)low(v)), (Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)high(v))};
 }
+#endif
+
+// Double to integer likewise: the lanes of two registers in one.
+TEVS_INLINE Vec<int32_t, 4> nearestInt(Two<Vec<double, 2>> v) {
+    return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvtpd_epi32((__m128d)v.a), _mm_cvtpd_epi32((__m128d)v.b));
+}
+TEVS_INLINE Vec<int32_t, 4> truncatedInt(Two<Vec<double, 2>> v) {
+    return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)v.a), _mm_cvttpd_epi32((__m128d)v.b));
+}
+#if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<int32_t, 8> nearestInt(Two<Vec<double, 4>> v) {
     return join((Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.b));
+}
+TEVS_INLINE Vec<int32_t, 8> truncatedInt(Two<Vec<double, 4>> v) {
+    return join((Vec<int32_t, 4>)_mm256_cvttpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvttpd_epi32((__m256d)v.b));
 }
 #endif
 
@@ -235,42 +265,16 @@ template <int N> TEVS_INLINE Vec<int32_t, N> loadWide(const int16_t* p) {
     }
 #endif
 }
-template <int N> TEVS_INLINE Vec<uint16_t, N> loadWide(const uint8_t* p) {
-#if TEVS_LEVEL >= 2
-    if constexpr (N == 16) return (Vec<uint16_t, 16>)_mm256_cvtepu8_epi16((__m128i)loadAs<Vec<uint8_t, 16>>(p));
-#endif
-    if constexpr (N == 8) return (Vec<uint16_t, 8>)_mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128());
-}
 template <int N> TEVS_INLINE Vec<double, N> loadWide(const float* p) {
 #if TEVS_LEVEL >= 2
     if constexpr (N == 4) return (Vec<double, 4>)_mm256_cvtps_pd((__m128)load<float, 4>(p));
 #endif
     if constexpr (N == 2) return (Vec<double, 2>)_mm_cvtps_pd((__m128)_mm_load_sd(reinterpret_cast<const double*>(p)));
 }
-// N integers from memory in 32-bit lanes.
-template <int N> TEVS_INLINE Vec<int32_t, N> loadInts(const int32_t* p) { return load<int32_t, N>(p); }
-template <int N> TEVS_INLINE Vec<int32_t, N> loadInts(const int16_t* p) { return loadWide<N>(p); }
-template <int N> TEVS_INLINE Vec<int32_t, N> loadInts(const uint16_t* p) {
-#if TEVS_LEVEL >= 2
-    if constexpr (N == 8) return (Vec<int32_t, 8>)_mm256_cvtepu16_epi32((__m128i)loadAs<Vec<uint16_t, 8>>(p));
-#endif
-    if constexpr (N == 4) return (Vec<int32_t, 4>)_mm_unpacklo_epi16(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)), _mm_setzero_si128());
-}
-template <int N> TEVS_INLINE Vec<int32_t, N> loadInts(const uint8_t* p) {
-#if TEVS_LEVEL >= 2
-    if constexpr (N == 8) return (Vec<int32_t, 8>)_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
-#endif
-    if constexpr (N == 4) {
-        int32_t bytes;
-        memcpy(&bytes, p, sizeof bytes);
-        const __m128i zero = _mm_setzero_si128();
-        return (Vec<int32_t, 4>)_mm_unpacklo_epi16(_mm_unpacklo_epi8(_mm_cvtsi32_si128(bytes), zero), zero);
-    }
-}
 TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) { return (Vec<float, 4>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)v.a), _mm_cvtpd_ps((__m128d)v.b)); }
 #if TEVS_LEVEL >= 2
-TEVS_INLINE Vec<float, 8> narrow(Two<Vec<double, 4>> v) {
-    return join((Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b));
+TEVS_INLINE Two<Vec<float, 4>> narrow(Two<Vec<double, 4>> v) {   // two stores are faster than joining these
+    return {(Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b)};
 }
 #endif
 
