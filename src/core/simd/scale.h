@@ -9,9 +9,11 @@ namespace {
 // Shifts by one run-time count for all lanes. The intrinsics take the count from a register's low half in one instruction; v >> s makes the compiler
 // build a vector of counts on levels without per-lane shifts.
 TEVS_INLINE Vec<int32_t, 4> shiftRight(Vec<int32_t, 4> v, int s) { return (Vec<int32_t, 4>)_mm_sra_epi32((__m128i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<uint32_t, 4> shiftRight(Vec<uint32_t, 4> v, int s) { return (Vec<uint32_t, 4>)_mm_srl_epi32((__m128i)v, _mm_cvtsi32_si128(s)); }
 TEVS_INLINE Vec<int32_t, 4> shiftLeft(Vec<int32_t, 4> v, int s) { return (Vec<int32_t, 4>)_mm_sll_epi32((__m128i)v, _mm_cvtsi32_si128(s)); }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<int32_t, 8> shiftRight(Vec<int32_t, 8> v, int s) { return (Vec<int32_t, 8>)_mm256_sra_epi32((__m256i)v, _mm_cvtsi32_si128(s)); }
+TEVS_INLINE Vec<uint32_t, 8> shiftRight(Vec<uint32_t, 8> v, int s) { return (Vec<uint32_t, 8>)_mm256_srl_epi32((__m256i)v, _mm_cvtsi32_si128(s)); }
 TEVS_INLINE Vec<int32_t, 8> shiftLeft(Vec<int32_t, 8> v, int s) { return (Vec<int32_t, 8>)_mm256_sll_epi32((__m256i)v, _mm_cvtsi32_si128(s)); }
 #endif
 
