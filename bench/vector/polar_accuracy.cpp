@@ -109,11 +109,15 @@ template <class T> void report(size_t count) {
     const auto arctan = [](const T* x, const T*, T* d) { F::arctan(x, d, kBlock); };
     const auto want = [](Exact x, Exact) { return std::atan(x); };
     sample<T>(F::names[0], "everywhere", count, everywhere, arctan, want);
-    sample<T>(F::names[0], "-4 .. 4", 2 * count, [](T& x, T&) { x = uniform(T(4)); }, arctan, want);
+    sample<T>(
+        F::names[0], "-4 .. 4", 2 * count, [](T& x, T&) { x = uniform(T(4)); }, arctan, want);
 
-    each(F::names[1], [](const T* x, const T* y, T* d) { F::magnitude(x, y, d, kBlock); }, [](Exact x, Exact y) { return std::hypot(x, y); });
-    each(F::names[2], [](const T* x, const T* y, T* d) { F::phase(x, y, d, kBlock); }, [](Exact x, Exact y) { return std::atan2(y, x); });
-    each(F::names[3], [](const T* x, const T* y, T* d) { F::power(x, y, d, kBlock); }, [](Exact x, Exact y) { return x * x + y * y; });
+    each(
+        F::names[1], [](const T* x, const T* y, T* d) { F::magnitude(x, y, d, kBlock); }, [](Exact x, Exact y) { return std::hypot(x, y); });
+    each(
+        F::names[2], [](const T* x, const T* y, T* d) { F::phase(x, y, d, kBlock); }, [](Exact x, Exact y) { return std::atan2(y, x); });
+    each(
+        F::names[3], [](const T* x, const T* y, T* d) { F::power(x, y, d, kBlock); }, [](Exact x, Exact y) { return x * x + y * y; });
 
     static std::vector<T> other(kBlock);
     for (const bool im : {false, true}) {
@@ -121,13 +125,28 @@ template <class T> void report(size_t count) {
         const auto product = [=](Exact m, Exact p) { return m * (im ? std::sin(p) : std::cos(p)); };
         const char* name = F::names[im ? 5 : 4];
         sample<T>(name, "everywhere", count / 4, everywhere, call, product);
-        sample<T>(name, "phase -4 .. 4", 2 * count, [](T& m, T& p) { m = uniform(T(1)); p = uniform(T(4)); }, call, product);
-        sample<T>(name, "phase -2^20 .. 2^20", count, [](T& m, T& p) { m = wild<T>(); p = uniform(T(0x1p20)); }, call, product);
+        sample<T>(
+            name, "phase -4 .. 4", 2 * count,
+            [](T& m, T& p) {
+                m = uniform(T(1));
+                p = uniform(T(4));
+            },
+            call, product);
+        sample<T>(
+            name, "phase -2^20 .. 2^20", count,
+            [](T& m, T& p) {
+                m = wild<T>();
+                p = uniform(T(0x1p20));
+            },
+            call, product);
         // The nearest values to multiples of pi/2.
-        sample<T>(name, "near quarter turns", count / 4, [](T& m, T& p) {
-            m = uniform(T(1));
-            p = T(std::rint(std::ldexp(uniform(1.0), int(random64() % 40))) * 1.57079632679489661923132169163975144L);
-        }, call, product);
+        sample<T>(
+            name, "near quarter turns", count / 4,
+            [](T& m, T& p) {
+                m = uniform(T(1));
+                p = T(std::rint(std::ldexp(uniform(1.0), int(random64() % 40))) * 1.57079632679489661923132169163975144L);
+            },
+            call, product);
     }
 }
 

@@ -3,6 +3,9 @@
 #include "core/simd/scale.h"
 #include "vector/polar.table.h"
 
+// Of a function object that map() calls: left to itself the compiler calls the longer ones, with vectors in memory.
+#define TEVS_FLAT __attribute__((always_inline))
+
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
@@ -59,11 +62,12 @@ template <class V> TEVS_INLINE auto as16(V v) { return low(pack16(v, v)); }
 // ---- operations --------------------------------------------------------------------------------------------------------------------
 
 struct Phase {
+    static constexpr bool kShort = false;
     template <class V> TEVS_INLINE auto operator()(Two<V> z) const {
         if constexpr (sizeof(V{}[0]) == 8)
             return angleDouble(z.a, z.b);
         else
-            return narrow(widened(z, [](auto h) { return angleSingle(h.a, h.b); }));
+            return narrow(widened(z, [](auto h) TEVS_FLAT { return angleSingle(h.a, h.b); }));
     }
 };
 
@@ -75,13 +79,18 @@ template <class D> struct ScaledPhase {
         const V shifter = constant<V>(0x1.8p52), whole = (v + shifter) - shifter;
         // v is off by 2^-21 or less.
         const auto nearTie = abs(v - whole) > constant<V>(0.5 - 0x1p-20);
-        if (any(nearTie)) [[unlikely]]
-            for (int i = 0; i < kCount<V>; ++i)
-                if (nearTie[i]) v[i] = roundedPhase(z.a[i], z.b[i], factor);
+        if (any(nearTie)) [[unlikely]] {
+            constexpr int n = kCount<V>;
+            double x[n], y[n], result[n];
+            store(x, z.a);
+            store(y, z.b);
+            for (int i = 0; i < n; ++i) result[i] = roundedPhase(x[i], y[i], factor);
+            v = nearTie ? load<double, n>(result) : v;
+        }
         return v;
     }
     template <class V> TEVS_INLINE auto operator()(Two<V> z) const {
-        const auto v = nearestInt(widened(z, [this](auto h) { return half(h); }));
+        const auto v = nearestInt(widened(z, [f = *this](auto h) TEVS_FLAT { return f.half(h); }));
         if constexpr (sizeof(D) == 2)
             return as16(v);
         else
@@ -92,15 +101,16 @@ template <class D> struct ScaledPhase {
 // The root's argument is exact to one rounding: of single precision by double, of double by squares of half-length parts and the sum's error (Dekker). So the
 // root is off by 1/2 + 1/(2 sqrt 2) units at most.
 struct Magnitude {
+    static constexpr bool kShort = true;
     template <class V> TEVS_INLINE V single(V re, V im) const {
-        const auto square = widened(Two{re, im}, [](auto h) { return h.a * h.a + h.b * h.b; });
+        const auto square = widened(Two{re, im}, [](auto h) TEVS_FLAT { return h.a * h.a + h.b * h.b; });
         const V s = narrow(square);
         V m = squareRoot(s);
         // A square out of the range of normal numbers: its root in double.
         const auto unusual = ~((s >= constant<V>(0x1p-126)) & (s < constant<V>(kInfinity)));
         if (any(unusual)) [[unlikely]] {
             m = unusual ? narrow(Two{squareRoot(square.a), squareRoot(square.b)}) : m;
-            m = (abs(re) == constant<V>(kInfinity)) | (abs(im) == constant<V>(kInfinity)) ? constant<V>(kInfinity) : m;
+            m = ((abs(re) == constant<V>(kInfinity)) | (abs(im) == constant<V>(kInfinity))) ? constant<V>(kInfinity) : m;
         }
         return m;
     }
@@ -120,7 +130,7 @@ struct Magnitude {
         V m = squareRoot(sum + (((most - sum) + atMost(p, q)) + rest));
         if (anyUnusual) [[unlikely]] {
             m *= constant<V>(1) / scale;
-            m = (a == constant<V>(kInfinity)) | (b == constant<V>(kInfinity)) ? constant<V>(kInfinity) : m;
+            m = ((a == constant<V>(kInfinity)) | (b == constant<V>(kInfinity))) ? constant<V>(kInfinity) : m;
         }
         return m;
     }
@@ -133,6 +143,7 @@ struct Magnitude {
 };
 
 struct Power {
+    static constexpr bool kShort = true;
     template <class V> TEVS_INLINE V operator()(Two<V> z) const { return z.a * z.a + z.b * z.b; }
 };
 
@@ -154,17 +165,27 @@ struct ScaledRootOfSquare {
 
 // ---- kernels -----------------------------------------------------------------------------------------------------------------------
 
+// Squares and roots are short enough for the tails that map() gives them, angles are not.
 template <class D, class Op, class... S> TEVS_INLINE void eachSample(int len, D* dst, Op op, const S*... src) {
+    mapLong<kStep<S...>>(
+        len, dst, [=](auto w, auto... s) TEVS_FLAT { return op(parts<w.n>(s...)); }, src...);
+}
+template <class D, class Op, class... S> TEVS_INLINE void eachSampleShort(int len, D* dst, Op op, const S*... src) {
     map<kStep<S...>, kLeast<S...>>(
-        len, dst, [=](auto w, auto... s) { return op(parts<w.n>(s...)); }, src...);
+        len, dst, [=](auto w, auto... s) TEVS_FLAT { return op(parts<w.n>(s...)); }, src...);
 }
 template <class D, class Op, class... S> TEVS_INLINE void eachSquare(int len, D* dst, Op op, const S*... src) {
     map<kInts, 4>(
-        len, dst, [=](auto w, auto... s) { return op(squares<w.n>(s...)); }, src...);
+        len, dst, [=](auto w, auto... s) TEVS_FLAT { return op(squares<w.n>(s...)); }, src...);
 }
 
 template <class Op, class D, class... S> struct OfParts {
-    static void run(const S*... src, D* dst, int len) { eachSample(len, dst, Op(), src...); }
+    static void run(const S*... src, D* dst, int len) {
+        if constexpr (Op::kShort)
+            eachSampleShort(len, dst, Op(), src...);
+        else
+            eachSample(len, dst, Op(), src...);
+    }
 };
 template <class Op, class T, class Z, class D> constexpr FromParts<T, Z, D> kOfParts = {OfParts<Op, D, Z>::run, OfParts<Op, D, T, T>::run};
 
@@ -181,7 +202,7 @@ template <class... S> struct Scaled {
         constexpr int n = 2 * kInts;
         map<n, 8>(
             len, dst,
-            [=](auto w, auto... s) {
+            [=](auto w, auto... s) TEVS_FLAT {
                 constexpr int half = w.n / 2;
                 const auto a = squares<half>(s...), b = squares<half>((s + half)...);
                 return f(Two{a + (a >> 31), b + (b >> 31)});
@@ -190,19 +211,19 @@ template <class... S> struct Scaled {
     }
     static void power(const S*... src, int16_t* dst, int len, int scale) {
         if (scale == 0)
-            power([](auto n) { return exact16(n); }, src..., dst, len);
+            power([](auto n) TEVS_FLAT { return exact16(n); }, src..., dst, len);
         else if (scale < 0)
-            power([=](auto n) { return left16(n, -scale); }, src..., dst, len);
+            power([=](auto n) TEVS_FLAT { return left16(n, -scale); }, src..., dst, len);
         else
-            power([=](auto n) { return right16(n, scale); }, src..., dst, len);
+            power([=](auto n) TEVS_FLAT { return right16(n, scale); }, src..., dst, len);
     }
 };
 
 template <class D, class... S> struct ToPolar {
     static void run(const S*... src, D* magnitude, D* phase, int len) {
-        map<kStep<S...>, kLeast<S...>>(
+        mapLong<kStep<S...>>(
             len, Both<D>{magnitude, phase},
-            [](auto w, auto... s) {
+            [](auto w, auto... s) TEVS_FLAT {
                 const auto z = parts<w.n>(s...);
                 return Two{Magnitude()(z), Phase()(z)};
             },
@@ -211,9 +232,9 @@ template <class D, class... S> struct ToPolar {
 };
 
 void toPolar16sc(const Complex16s* src, int16_t* magnitude, int16_t* phase, int len, double factor) {
-    map<kInts, 4>(
+    mapLong<kInts>(
         len, Both<int16_t>{magnitude, phase},
-        [=](auto w, auto s) {
+        [=](auto w, auto s) TEVS_FLAT {
             return Two{ScaledRootOfSquare{factor}(squares<w.n>(s)), ScaledPhase<int16_t>{factor}(parts<w.n>(s))};
         },
         src);
@@ -223,27 +244,27 @@ template <class V> TEVS_INLINE Two<V> cartesian(Two<V> polar) {
     if constexpr (sizeof(V{}[0]) == 8)
         return cartesianDouble(polar.a, polar.b);
     else {
-        const auto z = transposed(widened(polar, [](auto h) { return cartesianSingle(h.a, h.b); }));
+        const auto z = transposed(widened(polar, [](auto h) TEVS_FLAT { return cartesianSingle(h.a, h.b); }));
         return {narrow(z.a), narrow(z.b)};
     }
 }
 template <class Z, class T> void toComplex(const T* magnitude, const T* phase, Z* dst, int len) {
     eachSample(
         len, dst,
-        [](auto polar) {
+        [](auto polar) TEVS_FLAT {
             const auto z = cartesian(polar);
             return interleave(z.a, z.b);
         },
         magnitude, phase);
 }
 template <class T> void toSplit(const T* magnitude, const T* phase, T* re, T* im, int len) {
-    map<kStep<T>, kLeast<T>>(
-        len, Both<T>{re, im}, [](auto w, auto m, auto p) { return cartesian(parts<w.n>(m, p)); }, magnitude, phase);
+    mapLong<kStep<T>>(
+        len, Both<T>{re, im}, [](auto w, auto m, auto p) TEVS_FLAT { return cartesian(parts<w.n>(m, p)); }, magnitude, phase);
 }
 
 // Products of 32-bit magnitudes are off by 2^-22 before they are rounded.
 template <class D, class V> TEVS_INLINE auto cartesianInts(Two<V> polar, double factor) {
-    const auto z = transposed(widened(polar, [=](auto h) {
+    const auto z = transposed(widened(polar, [=](auto h) TEVS_FLAT {
         const auto c = cartesianDouble(h.a, h.b);
         return Two{saturated<D>(c.a, factor), saturated<D>(c.b, factor)};
     }));
@@ -252,7 +273,7 @@ template <class D, class V> TEVS_INLINE auto cartesianInts(Two<V> polar, double 
 void toCart16sc(const int16_t* magnitude, const int16_t* phase, Complex16s* dst, int len, double factor) {
     eachSample(
         len, dst,
-        [=](auto polar) {
+        [=](auto polar) TEVS_FLAT {
             const auto z = cartesianInts<int16_t>(polar, factor);
             return (z.a & 0xffff) | z.b << 16;
         },
@@ -261,7 +282,7 @@ void toCart16sc(const int16_t* magnitude, const int16_t* phase, Complex16s* dst,
 void toCart32sc(const int32_t* magnitude, const int32_t* phase, Complex32s* dst, int len) {
     eachSample(
         len, dst,
-        [](auto polar) {
+        [](auto polar) TEVS_FLAT {
             const auto z = cartesianInts<int32_t>(polar, 1);
             return interleave(z.a, z.b);
         },
@@ -269,17 +290,17 @@ void toCart32sc(const int32_t* magnitude, const int32_t* phase, Complex32s* dst,
 }
 
 void arctan32f(const float* src, float* dst, int len) {
-    map<kLanes<float>, 4>(
+    mapLong<kLanes<float>>(
         len, dst,
-        [](auto w, auto s) {
+        [](auto w, auto s) TEVS_FLAT {
             const auto v = widen(load<float, w.n>(s));
             return narrow(Two{arctanSingle(v.a), arctanSingle(v.b)});
         },
         src);
 }
 void arctan64f(const double* src, double* dst, int len) {
-    map<kLanes<double>, 2>(
-        len, dst, [](auto w, auto s) { return arctanDouble(load<double, w.n>(s)); }, src);
+    mapLong<kLanes<double>>(
+        len, dst, [](auto w, auto s) TEVS_FLAT { return arctanDouble(load<double, w.n>(s)); }, src);
 }
 
 }   // namespace

@@ -97,7 +97,7 @@ template <class V> TEVS_INLINE V angleDouble(V x, V y) {
         tiny = unusual & ~infinite & (zero | (a < b * constant<V>(0x1p-60)));
         const V scale = b < constant<V>(0x1p-400) ? constant<V>(0x1p600) : b > constant<V>(0x1p400) ? constant<V>(0x1p-600) : constant<V>(1);
         a = infinite ? (a == b ? constant<V>(1) : V{}) : zero ? V{} : unusual ? a * scale : a;
-        b = infinite | zero ? constant<V>(1) : unusual ? b * scale : b;
+        b = (infinite | zero) ? constant<V>(1) : unusual ? b * scale : b;
     }
     Two<V> v = octantDouble(a, b);
     if (anyUnusual) [[unlikely]] {
@@ -139,14 +139,27 @@ template <class V> TEVS_INLINE Two<V> nearestQuarter(V phase) {
     return {shifted - shifter, shifted};
 }
 
-template <class V> TEVS_INLINE void reduceOneByOne(Reduced<V>& to, V phase, Bits<V> which) {
-    for (int i = 0; i < kCount<V>; ++i)
+// Out of line, and through memory: an index that is not a constant would keep the vectors there on the usual path too.
+template <int N> __attribute__((noinline, cold)) void reduceLanes(const double* phase, const int64_t* which, double* r, double* low, int64_t* quarter) {
+    for (int i = 0; i < N; ++i)
         if (which[i]) {
-            double r[2];
-            to.quarter[i] = reducePhase(phase[i], r);
-            to.r[i] = r[0];
-            to.low[i] = r[1];
+            double parts[2];
+            quarter[i] = reducePhase(phase[i], parts);
+            r[i] = parts[0];
+            low[i] = parts[1];
         }
+}
+template <class V> TEVS_INLINE Reduced<V> reducedOneByOne(Reduced<V> to, V phase, Bits<V> which) {
+    constexpr int n = kCount<V>;
+    double phases[n], r[n], low[n];
+    int64_t chosen[n], quarter[n];
+    store(phases, phase);
+    store(chosen, which);
+    store(r, to.r);
+    store(low, to.low);
+    store(quarter, to.quarter);
+    reduceLanes<n>(phases, chosen, r, low, quarter);
+    return {load<double, n>(r), load<double, n>(low), loadAs<Bits<V>>(quarter)};
 }
 
 template <class V> TEVS_INLINE Reduced<V> reduceSingle(V phase) {
@@ -154,7 +167,7 @@ template <class V> TEVS_INLINE Reduced<V> reduceSingle(V phase) {
     Reduced<V> to = {(phase - quarter.a * constant<V>(kHalfPiParts[0])) - quarter.a * constant<V>(kHalfPiRest), V{}, (Bits<V>)quarter.b};
     const auto far = ~(phase <= constant<V>(kReducible));
     if (any(far)) [[unlikely]]
-        reduceOneByOne(to, phase, far);
+        return reducedOneByOne(to, phase, far);
     return to;
 }
 
@@ -167,7 +180,7 @@ template <class V> TEVS_INLINE Reduced<V> reduceDouble(V phase) {
     // The third product is off by 2^-119 q, which is too much for phases that all but equal a multiple of pi/2.
     const auto far = ~((phase <= constant<V>(kReducible)) & (abs(r) >= q * constant<V>(0x1p-60)));
     if (any(far)) [[unlikely]]
-        reduceOneByOne(to, phase, far);
+        return reducedOneByOne(to, phase, far);
     return to;
 }
 

@@ -90,6 +90,7 @@ template <class V> TEVS_INLINE auto join(V a, V b) { return joinOf(a, b, Iota<2 
 
 // Two vectors that belong together: consecutive in memory where they are stored, or the two parts of a complex vector.
 template <class V> struct Two { V a, b; };
+template <class V> Two(V, V) -> Two<V>;
 template <class V> TEVS_INLINE void store(void* p, Two<V> v) {
     store(p, v.a);
     store(static_cast<char*>(p) + sizeof(V), v.b);
