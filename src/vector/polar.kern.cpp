@@ -215,7 +215,14 @@ template <class... S> struct Scaled {
         else if (scale < 0)
             power([=](auto n) TEVS_FLAT { return left16(n, -scale); }, src..., dst, len);
         else
-            power([=](auto n) TEVS_FLAT { return right16(n, scale); }, src..., dst, len);
+            power(
+                [=](auto n) TEVS_FLAT {
+                    // The sums fill 31 bits, so rounding takes them as unsigned.
+                    using V = decltype(n.a);
+                    using U = Vec<uint32_t, kCount<V>>;
+                    return pack16((V)roundShift((U)n.a, scale), (V)roundShift((U)n.b, scale));
+                },
+                src..., dst, len);
     }
 };
 

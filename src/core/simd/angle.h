@@ -93,10 +93,10 @@ template <class V> TEVS_INLINE V angleDouble(V x, V y) {
     Bits<V> tiny{};
     if (anyUnusual) [[unlikely]] {
         const auto infinite = b == constant<V>(kInfinity), zero = b == V{};
-        quotient = zero ? V{} : a / b;
+        quotient = zero ? a : a / b;
         tiny = unusual & ~infinite & (zero | (a < b * constant<V>(0x1p-60)));
         const V scale = b < constant<V>(0x1p-400) ? constant<V>(0x1p600) : b > constant<V>(0x1p400) ? constant<V>(0x1p-600) : constant<V>(1);
-        a = infinite ? (a == b ? constant<V>(1) : V{}) : zero ? V{} : unusual ? a * scale : a;
+        a = infinite ? (a == b ? constant<V>(1) : a * V{}) : (unusual & ~zero) ? a * scale : a;   // a is 0 or NaN beside a zero, and a NaN stays one
         b = (infinite | zero) ? constant<V>(1) : unusual ? b * scale : b;
     }
     Two<V> v = octantDouble(a, b);
