@@ -250,10 +250,8 @@ void toPolar16sc(const Complex16s* src, int16_t* magnitude, int16_t* phase, int 
 template <class V> TEVS_INLINE Two<V> cartesian(Two<V> polar) {
     if constexpr (sizeof(V{}[0]) == 8)
         return cartesianDouble(polar.a, polar.b);
-    else {
-        const auto z = transposed(widened(polar, [](auto h) TEVS_FLAT { return cartesianSingle(h.a, h.b); }));
-        return {narrow(z.a), narrow(z.b)};
-    }
+    else
+        return cartesianSingle(polar.a, polar.b);
 }
 template <class Z, class T> void toComplex(const T* magnitude, const T* phase, Z* dst, int len) {
     eachSample(
@@ -300,8 +298,9 @@ void arctan32f(const float* src, float* dst, int len) {
     mapLong<kLanes<float>>(
         len, dst,
         [](auto w, auto s) TEVS_FLAT {
-            const auto v = widen(load<float, w.n>(s));
-            return narrow(Two{arctanSingle(v.a), arctanSingle(v.b)});
+            const auto y = load<float, w.n>(s);
+            const auto t = widen(abs(y));
+            return withSign(narrow(Two{arctanSingle(t.a), arctanSingle(t.b)}), signOf(y));
         },
         src);
 }

@@ -38,12 +38,16 @@ constexpr double kInfinity = __builtin_inf();
 //
 // The quotient is formed after the step, by the only division. Quadrants and the half turn follow C's atan2: signed zeros, infinities and NaN included.
 
-// atan(a / b) for 0 <= a <= b, 2^-1000 < b < 2^1000. c is 0 or 1, which leaves |r| <= tan(pi/8); the polynomial is off by 2^-30.5.
+// atan(r) for |r| <= tan(pi/8), off by 2^-30.5.
+template <class V> TEVS_INLINE V smallArctanSingle(V r) {
+    const V z = r * r;
+    return r + r * (z * polynomial(z, -0x1.5555495d12fddp-2, 0x1.9991ad6a5867ep-3, -0x1.23b6bb1bc9e6ep-3, 0x1.b20234a5789abp-4, -0x1.f25655680d30bp-5));
+}
+
+// atan(a / b) for 0 <= a <= b, 2^-1000 < b < 2^1000. c is 0 or 1.
 template <class V> TEVS_INLINE V octantSingle(V a, V b) {
     const auto far = a > b * constant<V>(0x1.a827999fcef32p-2);
-    const V r = (a - (far ? b : V{})) / (b + (far ? a : V{})), z = r * r;
-    const V p = polynomial(z, -0x1.5555495d12fddp-2, 0x1.9991ad6a5867ep-3, -0x1.23b6bb1bc9e6ep-3, 0x1.b20234a5789abp-4, -0x1.f25655680d30bp-5);
-    return (far ? constant<V>(kPi / 4) : V{}) + (r + r * (z * p));
+    return (far ? constant<V>(kPi / 4) : V{}) + smallArctanSingle((a - (far ? b : V{})) / (b + (far ? a : V{})));
 }
 
 // For x and y that come from single precision. Clamping keeps quotients of zeros and infinities defined: the true ones lie between 2^-277 and 2^277.
@@ -54,10 +58,12 @@ template <class V> TEVS_INLINE V angleSingle(V x, V y) {
     const V v = octantSingle(a, b), w = steep ? constant<V>(kPi / 2) - v : v;
     return withSign(bySign(x, constant<V>(kPi) - w, w), signOf(y));
 }
-template <class V> TEVS_INLINE V arctanSingle(V y) {
-    const V one = constant<V>(1), ay = abs(y);
-    const V v = octantSingle(atMost(one, ay), atLeast(one, atMost(constant<V>(0x1p900), ay)));
-    return withSign(ay > one ? constant<V>(kPi / 2) - v : v, signOf(y));
+// atan(t) for t >= 0: c is 0, 1 or infinity, where it turns into pi/2 - atan(1 / t).
+template <class V> TEVS_INLINE V arctanSingle(V t) {
+    const V one = constant<V>(1);
+    const auto middle = t > constant<V>(0x1.a827999fcef32p-2), far = t > constant<V>(0x1.3504f333f9de6p+1);
+    const V n = far ? -one : t - (middle ? one : V{}), d = far ? t : one + (middle ? t : V{});
+    return (far ? constant<V>(kPi / 2) : middle ? constant<V>(kPi / 4) : V{}) + smallArctanSingle(n / d);
 }
 
 // atan(a / b) as a sum of two parts, for 0 <= a <= b of moderate size (isModerate). c is 0, 1/2 or 1: c b is exact and within a factor of two of a, so a - c b is exact
@@ -164,11 +170,7 @@ template <class V> TEVS_INLINE Reduced<V> reducedOneByOne(Reduced<V> to, V phase
 
 template <class V> TEVS_INLINE Reduced<V> reduceSingle(V phase) {
     const Two<V> quarter = nearestQuarter(phase);
-    Reduced<V> to = {(phase - quarter.a * constant<V>(kHalfPiParts[0])) - quarter.a * constant<V>(kHalfPiRest), V{}, (Bits<V>)quarter.b};
-    const auto far = ~(phase <= constant<V>(kReducible));
-    if (any(far)) [[unlikely]]
-        return reducedOneByOne(to, phase, far);
-    return to;
+    return {(phase - quarter.a * constant<V>(kHalfPiParts[0])) - quarter.a * constant<V>(kHalfPiRest), V{}, (Bits<V>)quarter.b};
 }
 
 template <class V> TEVS_INLINE Reduced<V> reduceDouble(V phase) {
@@ -184,18 +186,35 @@ template <class V> TEVS_INLINE Reduced<V> reduceDouble(V phase) {
     return to;
 }
 
-// Bit n of each lane as its sign bit.
-template <int N, class V> TEVS_INLINE V bitAsSign(Bits<V> v) { return (V)(v << (63 - N)); }
+// The quarters' lower bit as a sign bit, which exchanges sine and cosine, and the signs of both.
+template <class V> struct Quadrant { V odd, cosine, sine; };
+template <class V> TEVS_INLINE Quadrant<V> quadrantOf(Bits<V> quarter, V phase) {
+    constexpr int top = 8 * int(sizeof(V{}[0])) - 1;
+    return {(V)(quarter << top), signOf((V)((quarter + 1) << (top - 1))), signOf(flip((V)(quarter << (top - 1)), phase))};
+}
 
-// (re, im) = magnitude * (cos phase, sin phase).
-template <class V> TEVS_INLINE Two<V> cartesianSingle(V magnitude, V phase) {
-    const Reduced<V> to = reduceSingle(abs(phase));
-    const V z = to.r * to.r;
-    const V sine = to.r + to.r * (z * polynomial(z, -0x1.5555554cb9d5ap-3, 0x1.111108963d279p-7, -0x1.a00f9d9c158fap-13, 0x1.6cd85632e04fcp-19));
+// The sine and cosine of a reduced phase times m.
+template <class V> TEVS_INLINE Two<V> productsSingle(V m, V r) {
+    const V z = r * r;
+    const V sine = r + r * (z * polynomial(z, -0x1.5555554cb9d5ap-3, 0x1.111108963d279p-7, -0x1.a00f9d9c158fap-13, 0x1.6cd85632e04fcp-19));
     const V cosine = (constant<V>(1) - constant<V>(0.5) * z) + (z * z) * polynomial(z, 0x1.55554ab43370cp-5, -0x1.6c0c8bcc953ccp-10, 0x1.9a025a16fd34cp-16);
-    const V ms = magnitude * sine, mc = magnitude * cosine, odd = bitAsSign<0, V>(to.quarter);
-    const V reSign = signOf(bitAsSign<1, V>(to.quarter + 1)), imSign = signOf(flip(bitAsSign<1, V>(to.quarter), phase));
-    return {flip(bySign(odd, ms, mc), reSign), flip(bySign(odd, mc, ms), imSign)};
+    return {m * sine, m * cosine};
+}
+
+// (re, im) = magnitude * (cos phase, sin phase), of lanes of float.
+template <class F> TEVS_INLINE Two<F> cartesianSingle(F magnitude, F phase) {
+    using I = Bits<F>;
+    const F turned = abs(phase);
+    const auto m = widen(magnitude), p = widen(turned);
+    auto a = reduceSingle(p.a), b = reduceSingle(p.b);
+    if (any(~(turned <= constant<F>(kReducible)))) [[unlikely]] {
+        a = reducedOneByOne(a, p.a, ~(p.a <= constant<decltype(p.a)>(kReducible)));
+        b = reducedOneByOne(b, p.b, ~(p.b <= constant<decltype(p.b)>(kReducible)));
+    }
+    const auto x = productsSingle(m.a, a.r), y = productsSingle(m.b, b.r);
+    const F sine = narrow(Two{x.a, y.a}), cosine = narrow(Two{x.b, y.b});
+    const auto q = quadrantOf(evens((I)a.quarter, (I)b.quarter), phase);
+    return {flip(bySign(q.odd, sine, cosine), q.cosine), flip(bySign(q.odd, cosine, sine), q.sine)};
 }
 
 // m * (high + low), where low is a tenth of high at most: the product of the upper halves is exact, so the roundings of the rest count for a tenth of a unit.
@@ -227,9 +246,9 @@ template <class V> TEVS_INLINE Two<V> cartesianDouble(V magnitude, V phase) {
         mc = finite ? mc * unscale : m * cosHigh;
     }
     ms = withSign(abs(ms), signOf(r));   // of a zero, too
-    const V odd = bitAsSign<0, V>(to.quarter);
-    const V reSign = signOf(flip(bitAsSign<1, V>(to.quarter + 1), magnitude)), imSign = signOf(flip(flip(bitAsSign<1, V>(to.quarter), phase), magnitude));
-    return {flip(bySign(odd, ms, mc), reSign), flip(bySign(odd, mc, ms), imSign)};
+    const auto q = quadrantOf(to.quarter, phase);
+    const V sign = signOf(magnitude);
+    return {flip(bySign(q.odd, ms, mc), flip(q.cosine, sign)), flip(bySign(q.odd, mc, ms), flip(q.sine, sign))};
 }
 
 }   // namespace

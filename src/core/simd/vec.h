@@ -170,24 +170,25 @@ TEVS_INLINE Vec<double, 8> squareRoot(Vec<double, 8> v) { return (Vec<double, 8>
 #endif
 
 // a if the lane of sign has its sign bit set, b if not.
-TEVS_INLINE Vec<double, 2> bySign(Vec<double, 2> sign, Vec<double, 2> a, Vec<double, 2> b) {
-#if TEVS_LEVEL >= 1
-    return (Vec<double, 2>)_mm_blendv_pd((__m128d)b, (__m128d)a, (__m128d)sign);
-#else
-    const __m128i mask = _mm_shuffle_epi32(_mm_srai_epi32((__m128i)sign, 31), 0xf5);
-    return (Vec<double, 2>)_mm_or_si128(_mm_and_si128(mask, (__m128i)a), _mm_andnot_si128(mask, (__m128i)b));
-#endif
-}
-#if TEVS_LEVEL >= 2
-TEVS_INLINE Vec<double, 4> bySign(Vec<double, 4> sign, Vec<double, 4> a, Vec<double, 4> b) {
-    return (Vec<double, 4>)_mm256_blendv_pd((__m256d)b, (__m256d)a, (__m256d)sign);
-}
-#endif
+template <class V> TEVS_INLINE V bySign(V sign, V a, V b) {
+    constexpr bool wide = sizeof(sign[0]) == 8;
 #if TEVS_LEVEL >= 3
-TEVS_INLINE Vec<double, 8> bySign(Vec<double, 8> sign, Vec<double, 8> a, Vec<double, 8> b) {
-    return (Vec<double, 8>)_mm512_mask_blend_pd(_mm512_movepi64_mask((__m512i)sign), (__m512d)b, (__m512d)a);
-}
+    if constexpr (sizeof(V) == 64 && wide) return (V)_mm512_mask_blend_pd(_mm512_movepi64_mask((__m512i)sign), (__m512d)b, (__m512d)a);
+    if constexpr (sizeof(V) == 64 && !wide) return (V)_mm512_mask_blend_ps(_mm512_movepi32_mask((__m512i)sign), (__m512)b, (__m512)a);
 #endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32 && wide) return (V)_mm256_blendv_pd((__m256d)b, (__m256d)a, (__m256d)sign);
+    if constexpr (sizeof(V) == 32 && !wide) return (V)_mm256_blendv_ps((__m256)b, (__m256)a, (__m256)sign);
+#endif
+#if TEVS_LEVEL >= 1
+    if constexpr (sizeof(V) == 16 && wide) return (V)_mm_blendv_pd((__m128d)b, (__m128d)a, (__m128d)sign);
+    if constexpr (sizeof(V) == 16 && !wide) return (V)_mm_blendv_ps((__m128)b, (__m128)a, (__m128)sign);
+#else
+    __m128i mask = _mm_srai_epi32((__m128i)sign, 31);
+    if constexpr (wide) mask = _mm_shuffle_epi32(mask, 0xf5);
+    return (V)_mm_or_si128(_mm_and_si128(mask, (__m128i)a), _mm_andnot_si128(mask, (__m128i)b));
+#endif
+}
 
 // Whether any lane of a comparison holds.
 template <class M> TEVS_INLINE bool any(M mask) {
