@@ -98,47 +98,32 @@ template <class D> struct ScaledPhase {
     }
 };
 
-// The root's argument is exact to one rounding: of single precision by double, of double by squares of half-length parts and the sum's error (Dekker). So the
-// root is off by 1/2 + 1/(2 sqrt 2) units at most.
+// re^2 + im^2, off by little more than half a unit: squares of half-length parts, and the sum's error beside the rest (Dekker).
+template <class V> TEVS_INLINE V squareSum(V re, V im) {
+    const V reHigh = upperHalf(re), imHigh = upperHalf(im), p = reHigh * reHigh, q = imHigh * imHigh;
+    const V rest = (re - reHigh) * (re + reHigh) + (im - imHigh) * (im + imHigh);
+    const V sum = p + q;
+    return sum + (((atLeast(p, q) - sum) + atMost(p, q)) + rest);
+}
+
+// The root of a sum so exact is off by 1/2 + 1/(2 sqrt 2) units at most.
 struct Magnitude {
     static constexpr bool kShort = true;
-    template <class V> TEVS_INLINE V single(V re, V im) const {
-        const auto square = widened(Two{re, im}, [](auto h) TEVS_FLAT { return h.a * h.a + h.b * h.b; });
-        const V s = narrow(square);
-        V m = squareRoot(s);
-        // A square out of the range of normal numbers: its root in double.
-        const auto unusual = ~((s >= constant<V>(0x1p-126)) & (s < constant<V>(kInfinity)));
-        if (any(unusual)) [[unlikely]] {
-            m = unusual ? narrow(Two{squareRoot(square.a), squareRoot(square.b)}) : m;
-            m = ((abs(re) == constant<V>(kInfinity)) | (abs(im) == constant<V>(kInfinity))) ? constant<V>(kInfinity) : m;
-        }
-        return m;
-    }
-    template <class V> TEVS_INLINE V inDouble(V re, V im) const {
-        const V a = abs(re), b = abs(im), larger = atLeast(a, b);
-        const auto unusual = ~((larger >= constant<V>(0x1p-450)) & (larger <= constant<V>(0x1p500)));
-        const bool anyUnusual = any(unusual);
-        V scale{};
-        if (anyUnusual) [[unlikely]] {
-            scale = unusual ? larger > constant<V>(1) ? constant<V>(0x1p-600) : constant<V>(0x1p600) : constant<V>(1);
-            re *= scale;
-            im *= scale;
-        }
-        const V reHigh = upperHalf(re), imHigh = upperHalf(im), p = reHigh * reHigh, q = imHigh * imHigh;
-        const V rest = (re - reHigh) * (re + reHigh) + (im - imHigh) * (im + imHigh);
-        const V most = atLeast(p, q), sum = p + q;
-        V m = squareRoot(sum + (((most - sum) + atMost(p, q)) + rest));
-        if (anyUnusual) [[unlikely]] {
-            m *= constant<V>(1) / scale;
-            m = ((a == constant<V>(kInfinity)) | (b == constant<V>(kInfinity))) ? constant<V>(kInfinity) : m;
-        }
-        return m;
-    }
     template <class V> TEVS_INLINE V operator()(Two<V> z) const {
-        if constexpr (sizeof(V{}[0]) == 8)
-            return inDouble(z.a, z.b);
-        else
-            return single(z.a, z.b);
+        constexpr bool wide = sizeof(z.a[0]) == 8;
+        const V s = squareSum(z.a, z.b);
+        V m = squareRoot(s);
+        // Sums that overflow, or whose parts underflow: the samples are scaled by a power of two that keeps either from happening.
+        const auto unusual = ~((s >= constant<V>(wide ? 0x1p-900 : 0x1p-80)) & (s <= constant<V>(wide ? 0x1p1000 : 0x1p120)));
+        if (any(unusual)) [[unlikely]] {
+            const V infinity = constant<V>(kInfinity), re = abs(z.a), im = abs(z.b);
+            const auto large = atLeast(re, im) > constant<V>(1);
+            const V down = constant<V>(wide ? 0x1p-600 : 0x1p-90), up = constant<V>(wide ? 0x1p600 : 0x1p90);
+            const V scaled = squareRoot(squareSum(re * (large ? down : up), im * (large ? down : up))) * (large ? up : down);
+            m = unusual ? scaled : m;
+            m = ((re == infinity) | (im == infinity)) ? infinity : m;
+        }
+        return m;
     }
 };
 

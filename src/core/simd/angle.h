@@ -22,8 +22,8 @@ template <class V> TEVS_INLINE V abs(V v) { return (V)((Bits<V>)v & ~(Bits<V>)co
 template <class V> TEVS_INLINE V flip(V v, V sign) { return (V)((Bits<V>)v ^ (Bits<V>)sign); }
 template <class V> TEVS_INLINE V withSign(V v, V sign) { return (V)((Bits<V>)v | (Bits<V>)sign); }
 
-// The upper 26 bits. The product of two such is exact, and so is the one with what they leave of a double, 27 bits.
-template <class V> TEVS_INLINE V upperHalf(V v) { return (V)((Bits<V>)v & ~0x7ffffffll); }
+// The upper half of a significand: 12 bits of single precision, 26 of double. Products of two such are exact, and so is one with what they leave of a number.
+template <class V> TEVS_INLINE V upperHalf(V v) { return (V)((Bits<V>)v & (sizeof(v[0]) == 4 ? ~0xfff : ~0x7ffffffll)); }
 
 // c[0] + c[1] z + ... (Horner).
 template <class V> TEVS_INLINE V polynomial(V, double c) { return constant<V>(c); }

@@ -86,7 +86,14 @@ template <class V> TEVS_INLINE V reverse(V a) {
 template <class V> TEVS_INLINE V swapPairs(V a) { return swapPairsOf(a, Iota<kCount<V>>{}); }
 template <class V> TEVS_INLINE auto low(V a) { return lowOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto high(V a) { return highOf(a, Iota<kCount<V> / 2>{}); }
-template <class V> TEVS_INLINE auto join(V a, V b) { return joinOf(a, b, Iota<2 * kCount<V>>{}); }
+template <class V> TEVS_INLINE auto join(V a, V b) {
+    using W = decltype(joinOf(a, b, Iota<2 * kCount<V>>{}));
+#if TEVS_LEVEL >= 2
+    // One instruction, where the compiler's own shuffle first copies a to itself.
+    if constexpr (sizeof(V) == 16) return (W)_mm256_insertf128_ps(_mm256_castps128_ps256((__m128)a), (__m128)b, 1);
+#endif
+    return W(joinOf(a, b, Iota<2 * kCount<V>>{}));
+}
 
 // Two vectors that belong together: consecutive in memory where they are stored, or the two parts of a complex vector.
 template <class V> struct Two { V a, b; };
@@ -145,18 +152,32 @@ template <class V> TEVS_INLINE V fnma(V a, V b, V c) {                          
 }
 
 // min(limit, v) and max(limit, v), and v itself where v is NaN.
-TEVS_INLINE Vec<float, 4> atMost(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_min_ps((__m128)limit, (__m128)v); }
-TEVS_INLINE Vec<double, 2> atMost(Vec<double, 2> limit, Vec<double, 2> v) { return (Vec<double, 2>)_mm_min_pd((__m128d)limit, (__m128d)v); }
-TEVS_INLINE Vec<double, 2> atLeast(Vec<double, 2> limit, Vec<double, 2> v) { return (Vec<double, 2>)_mm_max_pd((__m128d)limit, (__m128d)v); }
-#if TEVS_LEVEL >= 2
-TEVS_INLINE Vec<float, 8> atMost(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_min_ps((__m256)limit, (__m256)v); }
-TEVS_INLINE Vec<double, 4> atMost(Vec<double, 4> limit, Vec<double, 4> v) { return (Vec<double, 4>)_mm256_min_pd((__m256d)limit, (__m256d)v); }
-TEVS_INLINE Vec<double, 4> atLeast(Vec<double, 4> limit, Vec<double, 4> v) { return (Vec<double, 4>)_mm256_max_pd((__m256d)limit, (__m256d)v); }
-#endif
+template <class V> TEVS_INLINE V atMost(V limit, V v) {
+    constexpr bool wide = sizeof(v[0]) == 8;
 #if TEVS_LEVEL >= 3
-TEVS_INLINE Vec<double, 8> atMost(Vec<double, 8> limit, Vec<double, 8> v) { return (Vec<double, 8>)_mm512_maskz_min_pd(0xff, (__m512d)limit, (__m512d)v); }
-TEVS_INLINE Vec<double, 8> atLeast(Vec<double, 8> limit, Vec<double, 8> v) { return (Vec<double, 8>)_mm512_maskz_max_pd(0xff, (__m512d)limit, (__m512d)v); }
+    if constexpr (sizeof(V) == 64 && wide) return (V)_mm512_maskz_min_pd(0xff, (__m512d)limit, (__m512d)v);
+    if constexpr (sizeof(V) == 64 && !wide) return (V)_mm512_maskz_min_ps(0xffff, (__m512)limit, (__m512)v);
 #endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32 && wide) return (V)_mm256_min_pd((__m256d)limit, (__m256d)v);
+    if constexpr (sizeof(V) == 32 && !wide) return (V)_mm256_min_ps((__m256)limit, (__m256)v);
+#endif
+    if constexpr (sizeof(V) == 16 && wide) return (V)_mm_min_pd((__m128d)limit, (__m128d)v);
+    if constexpr (sizeof(V) == 16 && !wide) return (V)_mm_min_ps((__m128)limit, (__m128)v);
+}
+template <class V> TEVS_INLINE V atLeast(V limit, V v) {
+    constexpr bool wide = sizeof(v[0]) == 8;
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(V) == 64 && wide) return (V)_mm512_maskz_max_pd(0xff, (__m512d)limit, (__m512d)v);
+    if constexpr (sizeof(V) == 64 && !wide) return (V)_mm512_maskz_max_ps(0xffff, (__m512)limit, (__m512)v);
+#endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32 && wide) return (V)_mm256_max_pd((__m256d)limit, (__m256d)v);
+    if constexpr (sizeof(V) == 32 && !wide) return (V)_mm256_max_ps((__m256)limit, (__m256)v);
+#endif
+    if constexpr (sizeof(V) == 16 && wide) return (V)_mm_max_pd((__m128d)limit, (__m128d)v);
+    if constexpr (sizeof(V) == 16 && !wide) return (V)_mm_max_ps((__m128)limit, (__m128)v);
+}
 
 TEVS_INLINE Vec<float, 4> squareRoot(Vec<float, 4> v) { return (Vec<float, 4>)_mm_sqrt_ps((__m128)v); }
 TEVS_INLINE Vec<double, 2> squareRoot(Vec<double, 2> v) { return (Vec<double, 2>)_mm_sqrt_pd((__m128d)v); }
