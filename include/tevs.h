@@ -13,6 +13,7 @@
 #include "tevs/logic.h"      /* bitwise logic, shifts */
 #include "tevs/arithmetic.h" /* sums, products, quotients, with scaling and saturation */
 #include "tevs/conversion.h" /* between sample types */
+#include "tevs/polar.h"      /* arctangent, magnitude, phase, power, polar form */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 

@@ -37,7 +37,7 @@ template <class W> TEVS_INLINE EvenOdd<W> operator+(EvenOdd<W> a, EvenOdd<W> b) 
 // 32-bit products of 16-bit numbers in 32-bit lanes: the high half of one factor's lanes is emptied, so that it adds nothing.
 template <class V> TEVS_INLINE V products16(V a, V b) {
     using S = Vec<int16_t, 2 * kCount<V>>;
-    return (V)pairProducts((S)(a & 0xffff), (S)b);
+    return (V)multiplyPairs((S)(a & 0xffff), (S)b);
 }
 
 constexpr auto sum = [](auto a, auto b) { return Sum<decltype(a)>{a, b}; };
@@ -79,8 +79,8 @@ constexpr auto complexProduct = [](auto a, auto b) {
         // 2^31 as above.
         using W = Vec<int32_t, kCount<V> / 2>;
         using U = Vec<uint32_t, kCount<V> / 2>;
-        const W re = (W)((U)pairProducts(a, (V)((W)b ^ same<W>(int32_t(0xffff0000)))) + (U)((W)a >> 16));
-        const W whole = (W)pairProducts(a, swapPairs(b)), im = (W)((U)whole + (U)(whole == INT32_MIN));
+        const W re = (W)((U)multiplyPairs(a, (V)((W)b ^ same<W>(int32_t(0xffff0000)))) + (U)((W)a >> 16));
+        const W whole = (W)multiplyPairs(a, swapPairs(b)), im = (W)((U)whole + (U)(whole == INT32_MIN));
         return Widened<int16_t, W>{blockLow(re, im), blockHigh(re, im)};
     }
 };
@@ -284,12 +284,12 @@ bool div32fc(const float* dividend, const float* divisor, float* dst, ptrdiff_t 
             using V = Vec<double, h>;
             const V x = loadWide<h>(p), xh = loadWide<h>(p + h), y = loadWide<h>(q), yh = loadWide<h>(q + h);
             const V s = y * y, sh = yh * yh, m = blockLow(s, sh) + blockHigh(s, sh), r = 1 / m;
-            const auto v = two(timesConjugate(x, y) * evensTwice(r), timesConjugate(xh, yh) * oddsTwice(r));
+            const auto v = Two{timesConjugate(x, y) * evensTwice(r), timesConjugate(xh, yh) * oddsTwice(r)};
             if (!any(m == 0)) [[likely]]
-                return narrow(v);
+                return narrowed(v);
             zero = true;
             const auto only = [](V mag, V z) { return mag == 0 ? quietNaN<V>() : z; };
-            return narrow(two(only(evensTwice(m), v.a), only(oddsTwice(m), v.b)));
+            return narrowed(Two{only(evensTwice(m), v.a), only(oddsTwice(m), v.b)});
         },
         dividend, divisor);
     return zero;
@@ -345,7 +345,7 @@ TEVS_INLINE void store(void* p, LowHalf v) { _mm_storel_epi64(static_cast<__m128
 // 32-bit lanes that hold values of T, as T.
 template <class T, class V> TEVS_INLINE auto narrowInts(V a, V b) {
     if constexpr (sizeof(T) == 4)
-        return two(a, b);
+        return Two{a, b};
     else if constexpr (__is_same(T, int16_t))
         return pack16(a, b);
     else if constexpr (__is_same(T, uint16_t))
@@ -391,9 +391,9 @@ template <class T> struct DoubleQuotient {
     int shift;
     explicit DoubleQuotient(int s) : factor(__builtin_bit_cast(double, uint64_t(1023 - s) << 52)), shift(s) {}
     template <class V> TEVS_INLINE V operator()(V x, V y) const {
-        const auto a = doubles(x), b = doubles(y);
+        const auto a = widen(x), b = widen(y);
         const auto p = a.a / b.a * factor, q = a.b / b.b * factor;
-        V r = nearestInt(two(clamped<T>(p), clamped<T>(q)));
+        V r = nearestInt(Two{clamped<T>(p), clamped<T>(q)});
         if (sizeof(T) < 4 || shift >= 0) return r;
         const auto nearTie = [](auto v) {   // and not so large that it saturates
             using D = decltype(v);
@@ -415,9 +415,9 @@ struct ComplexQuotient {
     double factor;
     explicit ComplexQuotient(int s) : factor(__builtin_bit_cast(double, uint64_t(1023 - s) << 52)) {}
     template <class V> TEVS_INLINE V operator()(V x, V y) const {
-        const auto a = doubles(x), b = doubles(y);
+        const auto a = widen(x), b = widen(y);
         const auto part = [this](auto u, auto v) { return clamped<int16_t>(timesConjugate(u, v) / squaredMagnitude(v) * factor); };
-        return nearestInt(two(part(a.a, b.a), part(a.b, b.b)));
+        return nearestInt(Two{part(a.a, b.a), part(a.b, b.b)});
     }
 };
 

@@ -38,7 +38,7 @@ template <class S, class D> void loadedTimes(const S* src, D* dst, int len, floa
 template <class S, class D> constexpr Scalable<S, D> floating = {loaded<D, S, D>, loadedTimes<S, D>};
 
 void narrow64f32f(const double* src, float* dst, int len) {
-    run<double>(src, dst, len, [](const auto& s) { return eachPair(s, [](auto a, auto b) { return narrow(Two<decltype(a)>{a, b}); }); });
+    run<double>(src, dst, len, [](const auto& s) { return eachPair(s, [](auto a, auto b) { return narrowed(Two{a, b}); }); });
 }
 
 // ---- integers to narrower integers -------------------------------------------------------------------------------------------------------
@@ -113,7 +113,8 @@ template <class D, class Mode, class V, int K> TEVS_INLINE auto rounded(const So
     } else if constexpr (__is_same(D, int32_t)) {
         return each(s, [](V v) { return toInt<Mode>(v) ^ (v >= 0x1p31f); });
     } else if constexpr (sizeof(D) == 3) {
-        return each(s, [](V v) { return toInt<Mode>(atLeast(V{} + (kSigned24<D> ? -0x1p23f : 0.0f), atMost(V{} + kHighest<D>, v))); });
+        return each(s,
+                    [](V v) { return toInt<Mode>(atLeast(atMost(V{} + kHighest<D>, v), V{} + (kSigned24<D> ? -0x1p23f : 0.0f))); });   // of a NaN, the second
     } else {
         const auto ints = each(s, [](V v) { return toInt<Mode>(atMost(V{} + kHighest<D>, v)); });
         if constexpr (__is_same(D, int8_t)) return pack8(ints);

@@ -7,11 +7,13 @@
 #include "vector/conversion.table.h"
 #include "vector/logic.table.h"
 #include "vector/movement.table.h"
+#include "vector/polar.table.h"
 
 #define TEVS_FAMILIES(X)             \
     X(LogicKernels, logic)           \
     X(MovementKernels, movement)     \
     X(ArithmeticKernels, arithmetic) \
     X(ConversionKernels, conversion) \
+    X(PolarKernels, polar)           \
     X(FftKernels, fft)               \
     X(FirKernels, fir)

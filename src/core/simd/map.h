@@ -117,5 +117,16 @@ template <int N, int Least, class Count, class D, class F, class... S> TEVS_INLI
     }
 }
 
+// map() for an f of a hundred instructions: two copies of it instead of two for every width. What is left after whole steps goes through a padded copy.
+template <int N, class D, class F, class... S> TEVS_INLINE void mapLong(int n, D d, F f, S... s) {
+    int i = 0;
+    for (; i <= n - N; i += N) put(d + i, f(Lanes<N>{}, (s + i)...));
+    if (i == n) return;
+    Stage<N, D> t;
+    [&](auto... copy) __attribute__((always_inline)) { put(t.at(), f(Lanes<N>{}, copy.at()...)); }
+    (staged<N>(s + i, n - i)...);
+    t.out(d + i, n - i);
+}
+
 }   // namespace
 }   // namespace tevs::TEVS_LEVEL_NS

@@ -73,8 +73,7 @@ TEVS_EACH_WIDTH(blockPackUnsigned, int16_t, packus_epi16)
 TEVS_EACH_WIDTH(blockPackUnsigned, int32_t, packus_epi32)
 #endif
 
-// Products of pairs of 16-bit lanes added up in 32 bits, wrapping; products of even 32-bit lanes in 64 bits.
-TEVS_EACH_WIDTH(pairProducts, int16_t, madd_epi16)
+// Products of even 32-bit lanes in 64 bits.
 #if TEVS_LEVEL >= 1
 TEVS_EACH_WIDTH(evenProducts, int32_t, mul_epi32)
 #else
@@ -158,6 +157,15 @@ template <class V> TEVS_INLINE V roundRight(V v, int s) {
 }
 // v * 2^-s as above with two operations less, for signed lanes with a bit to spare: adding 2^(s-1) does not overflow.
 template <class V> TEVS_INLINE V roundShift(V v, int s) { return shiftRight(v + ones<V>(s - 1) + (shiftRight(v, s) & same<V>(1)), s); }
+
+// 32-bit lanes to 16 bits, saturated, in order.
+TEVS_INLINE Vec<int16_t, 8> pack16(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int16_t, 8>)blockPack(a, b); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int16_t, 16> pack16(Vec<int32_t, 8> a, Vec<int32_t, 8> b) {
+    // The permutation puts the quarters in order.
+    return (Vec<int16_t, 16>)_mm256_permute4x64_epi64((__m256i)blockPack(a, b), 0xd8);
+}
+#endif
 
 // ---- exact results ------------------------------------------------------------------------------------------------------------------------
 
@@ -245,6 +253,12 @@ template <class T, class V> TEVS_INLINE auto fit(Right by, Widened<T, V, true> x
 }
 template <class T, class V> TEVS_INLINE auto fit(Right by, Widened<T, V> x) { return packed(Widened<T, V>{roundRight(x.low, by.s), roundRight(x.high, by.s)}); }
 
+// 32-bit lanes for 16-bit results, in order.
+template <class V> struct InOrder { V a, b; };
+template <class V> InOrder(V, V) -> InOrder<V>;
+template <class V> TEVS_INLINE auto fit(Exact, InOrder<V> x) { return pack16(x.a, x.b); }
+template <class V> TEVS_INLINE auto fit(Right by, InOrder<V> x) { return pack16(roundRight(x.a, by.s), roundRight(x.b, by.s)); }
+
 // 64-bit lanes for 32-bit results: of the even lanes and of the odd ones.
 template <class V> struct EvenOdd { V even, odd; };
 template <class V> TEVS_INLINE auto packed(EvenOdd<V> x) {
@@ -254,15 +268,6 @@ template <class V> TEVS_INLINE auto packed(EvenOdd<V> x) {
 }
 template <class V> TEVS_INLINE auto fit(Exact, EvenOdd<V> x) { return packed(x); }
 template <class V> TEVS_INLINE auto fit(Right by, EvenOdd<V> x) { return packed(EvenOdd<V>{roundRight(x.even, by.s), roundRight(x.odd, by.s)}); }
-
-// 32-bit lanes to 16 bits, saturated, in order.
-TEVS_INLINE Vec<int16_t, 8> pack16(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int16_t, 8>)blockPack(a, b); }
-#if TEVS_LEVEL >= 2
-TEVS_INLINE Vec<int16_t, 16> pack16(Vec<int32_t, 8> a, Vec<int32_t, 8> b) {
-    // The permutation puts the quarters in order.
-    return (Vec<int16_t, 16>)_mm256_permute4x64_epi64((__m256i)blockPack(a, b), 0xd8);
-}
-#endif
 
 }   // namespace
 }   // namespace tevs::TEVS_LEVEL_NS

@@ -94,7 +94,14 @@ template <class V> TEVS_INLINE V alternate(V a, V b) { return alternateOf(a, b, 
 template <class V> TEVS_INLINE V swapPairs(V a) { return swapPairsOf(a, Iota<kCount<V>>{}); }
 template <class V> TEVS_INLINE auto low(V a) { return lowOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto high(V a) { return highOf(a, Iota<kCount<V> / 2>{}); }
-template <class V> TEVS_INLINE auto join(V a, V b) { return joinOf(a, b, Iota<2 * kCount<V>>{}); }
+template <class V> TEVS_INLINE auto join(V a, V b) {
+    using W = decltype(joinOf(a, b, Iota<2 * kCount<V>>{}));
+#if TEVS_LEVEL >= 2
+    // One instruction, where the compiler's own shuffle first copies a to itself.
+    if constexpr (sizeof(V) == 16) return (W)_mm256_insertf128_ps(_mm256_castps128_ps256((__m128)a), (__m128)b, 1);
+#endif
+    return W(joinOf(a, b, Iota<2 * kCount<V>>{}));
+}
 
 // The even, the odd lanes, each in its own place and its neighbour's.
 template <class V, int... I> TEVS_INLINE V evensTwiceOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I & ~1)...); }
@@ -104,7 +111,7 @@ template <class V> TEVS_INLINE V oddsTwice(V a) { return oddsTwiceOf(a, Iota<kCo
 
 // Two vectors that belong together: consecutive in memory where they are stored, or the two parts of a complex vector.
 template <class V> struct Two { V a, b; };
-template <class V> TEVS_INLINE Two<V> two(V a, V b) { return {a, b}; }
+template <class V> Two(V, V) -> Two<V>;
 template <class V> TEVS_INLINE void store(void* p, Two<V> v) {
     store(p, v.a);
     store(static_cast<char*>(p) + sizeof(V), v.b);
@@ -181,25 +188,6 @@ TEVS_INLINE Vec<double, 4> subAdd(Vec<double, 4> a, Vec<double, 4> b) { return (
 #endif
 template <class V> TEVS_INLINE V addSub(V a, V b) { return alternate(a + b, a - b); }
 
-// Whether any lane of a comparison holds.
-template <class V> TEVS_INLINE bool any(V mask) {
-#if TEVS_LEVEL >= 2
-    if constexpr (sizeof(V) == 32) return !_mm256_testz_si256((__m256i)mask, (__m256i)mask);
-#endif
-    if constexpr (sizeof(V) == 16) return _mm_movemask_epi8((__m128i)mask) != 0;
-}
-
-// min(limit, v), and v itself where v is NaN.
-TEVS_INLINE Vec<float, 4> atMost(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_min_ps((__m128)limit, (__m128)v); }
-TEVS_INLINE Vec<double, 2> atMost(Vec<double, 2> limit, Vec<double, 2> v) { return (Vec<double, 2>)_mm_min_pd((__m128d)limit, (__m128d)v); }
-// max(limit, v), and limit where v is NaN.
-TEVS_INLINE Vec<float, 4> atLeast(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_max_ps((__m128)v, (__m128)limit); }
-#if TEVS_LEVEL >= 2
-TEVS_INLINE Vec<float, 8> atMost(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_min_ps((__m256)limit, (__m256)v); }
-TEVS_INLINE Vec<double, 4> atMost(Vec<double, 4> limit, Vec<double, 4> v) { return (Vec<double, 4>)_mm256_min_pd((__m256d)limit, (__m256d)v); }
-TEVS_INLINE Vec<float, 8> atLeast(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_max_ps((__m256)v, (__m256)limit); }
-#endif
-
 // The smaller and the larger of two integers. Below SSE4.1 there is no instruction for 32 bits.
 #if TEVS_LEVEL >= 1
 TEVS_INLINE Vec<int32_t, 4> minimum(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int32_t, 4>)_mm_min_epi32((__m128i)a, (__m128i)b); }
@@ -215,6 +203,83 @@ TEVS_INLINE Vec<int32_t, 8> maximum(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { retu
 TEVS_INLINE Vec<uint32_t, 8> minimum(Vec<uint32_t, 8> a, Vec<uint32_t, 8> b) { return (Vec<uint32_t, 8>)_mm256_min_epu32((__m256i)a, (__m256i)b); }
 #endif
 
+// min(limit, v) and max(limit, v), and v itself where v is NaN.
+template <class V> TEVS_INLINE V atMost(V limit, V v) {
+    constexpr bool wide = sizeof(v[0]) == 8;
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(V) == 64 && wide) return (V)_mm512_maskz_min_pd(0xff, (__m512d)limit, (__m512d)v);
+    if constexpr (sizeof(V) == 64 && !wide) return (V)_mm512_maskz_min_ps(0xffff, (__m512)limit, (__m512)v);
+#endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32 && wide) return (V)_mm256_min_pd((__m256d)limit, (__m256d)v);
+    if constexpr (sizeof(V) == 32 && !wide) return (V)_mm256_min_ps((__m256)limit, (__m256)v);
+#endif
+    if constexpr (sizeof(V) == 16 && wide) return (V)_mm_min_pd((__m128d)limit, (__m128d)v);
+    if constexpr (sizeof(V) == 16 && !wide) return (V)_mm_min_ps((__m128)limit, (__m128)v);
+}
+template <class V> TEVS_INLINE V atLeast(V limit, V v) {
+    constexpr bool wide = sizeof(v[0]) == 8;
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(V) == 64 && wide) return (V)_mm512_maskz_max_pd(0xff, (__m512d)limit, (__m512d)v);
+    if constexpr (sizeof(V) == 64 && !wide) return (V)_mm512_maskz_max_ps(0xffff, (__m512)limit, (__m512)v);
+#endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32 && wide) return (V)_mm256_max_pd((__m256d)limit, (__m256d)v);
+    if constexpr (sizeof(V) == 32 && !wide) return (V)_mm256_max_ps((__m256)limit, (__m256)v);
+#endif
+    if constexpr (sizeof(V) == 16 && wide) return (V)_mm_max_pd((__m128d)limit, (__m128d)v);
+    if constexpr (sizeof(V) == 16 && !wide) return (V)_mm_max_ps((__m128)limit, (__m128)v);
+}
+
+TEVS_INLINE Vec<float, 4> squareRoot(Vec<float, 4> v) { return (Vec<float, 4>)_mm_sqrt_ps((__m128)v); }
+TEVS_INLINE Vec<double, 2> squareRoot(Vec<double, 2> v) { return (Vec<double, 2>)_mm_sqrt_pd((__m128d)v); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<float, 8> squareRoot(Vec<float, 8> v) { return (Vec<float, 8>)_mm256_sqrt_ps((__m256)v); }
+TEVS_INLINE Vec<double, 4> squareRoot(Vec<double, 4> v) { return (Vec<double, 4>)_mm256_sqrt_pd((__m256d)v); }
+#endif
+#if TEVS_LEVEL >= 3
+TEVS_INLINE Vec<float, 16> squareRoot(Vec<float, 16> v) { return (Vec<float, 16>)_mm512_maskz_sqrt_ps(0xffff, (__m512)v); }
+TEVS_INLINE Vec<double, 8> squareRoot(Vec<double, 8> v) { return (Vec<double, 8>)_mm512_maskz_sqrt_pd(0xff, (__m512d)v); }
+#endif
+
+// a if the lane of sign has its sign bit set, b if not.
+template <class V> TEVS_INLINE V bySign(V sign, V a, V b) {
+    constexpr bool wide = sizeof(sign[0]) == 8;
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(V) == 64 && wide) return (V)_mm512_mask_blend_pd(_mm512_movepi64_mask((__m512i)sign), (__m512d)b, (__m512d)a);
+    if constexpr (sizeof(V) == 64 && !wide) return (V)_mm512_mask_blend_ps(_mm512_movepi32_mask((__m512i)sign), (__m512)b, (__m512)a);
+#endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32 && wide) return (V)_mm256_blendv_pd((__m256d)b, (__m256d)a, (__m256d)sign);
+    if constexpr (sizeof(V) == 32 && !wide) return (V)_mm256_blendv_ps((__m256)b, (__m256)a, (__m256)sign);
+#endif
+#if TEVS_LEVEL >= 1
+    if constexpr (sizeof(V) == 16 && wide) return (V)_mm_blendv_pd((__m128d)b, (__m128d)a, (__m128d)sign);
+    if constexpr (sizeof(V) == 16 && !wide) return (V)_mm_blendv_ps((__m128)b, (__m128)a, (__m128)sign);
+#else
+    __m128i mask = _mm_srai_epi32((__m128i)sign, 31);
+    if constexpr (wide) mask = _mm_shuffle_epi32(mask, 0xf5);
+    return (V)_mm_or_si128(_mm_and_si128(mask, (__m128i)a), _mm_andnot_si128(mask, (__m128i)b));
+#endif
+}
+
+// Whether any lane of a comparison holds.
+template <class M> TEVS_INLINE bool any(M mask) {
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(M) == 64) return sizeof(M{}[0]) == 8 ? _mm512_movepi64_mask((__m512i)mask) != 0 : _mm512_movepi32_mask((__m512i)mask) != 0;
+#endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(M) == 32) return _mm256_movemask_epi8((__m256i)mask) != 0;
+#endif
+    if constexpr (sizeof(M) == 16) return _mm_movemask_epi8((__m128i)mask) != 0;
+}
+
+// v[2i] * w[2i] + v[2i+1] * w[2i+1] in 32 bits. Only four factors of -32768 leave that range: 2^31 comes out as INT32_MIN.
+TEVS_INLINE Vec<int32_t, 4> multiplyPairs(Vec<int16_t, 8> v, Vec<int16_t, 8> w) { return (Vec<int32_t, 4>)_mm_madd_epi16((__m128i)v, (__m128i)w); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> multiplyPairs(Vec<int16_t, 16> v, Vec<int16_t, 16> w) { return (Vec<int32_t, 8>)_mm256_madd_epi16((__m256i)v, (__m256i)w); }
+#endif
+
 // ---- conversions ------------------------------------------------------------------------------------------------------------------
 
 // Float to the nearest integer (ties to even, in the rounding mode that exports keep) or toward zero; out of range and NaN: INT32_MIN.
@@ -223,16 +288,6 @@ TEVS_INLINE Vec<int32_t, 4> truncatedInt(Vec<float, 4> v) { return (Vec<int32_t,
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<int32_t, 8> nearestInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvtps_epi32((__m256)v); }
 TEVS_INLINE Vec<int32_t, 8> truncatedInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvttps_epi32((__m256)v); }
-#endif
-
-// 32-bit integers as doubles.
-TEVS_INLINE Two<Vec<double, 2>> doubles(Vec<int32_t, 4> v) {
-    return {(Vec<double, 2>)_mm_cvtepi32_pd((__m128i)v), (Vec<double, 2>)_mm_cvtepi32_pd(_mm_shuffle_epi32((__m128i)v, 0xee))};
-}
-#if TEVS_LEVEL >= 2
-TEVS_INLINE Two<Vec<double, 4>> doubles(Vec<int32_t, 8> v) {
-    return {(Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)low(v)), (Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)high(v))};
-}
 #endif
 
 // Double to integer likewise: the lanes of two registers in one.
@@ -273,8 +328,42 @@ template <int N> TEVS_INLINE Vec<double, N> loadWide(const float* p) {
 }
 TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) { return (Vec<float, 4>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)v.a), _mm_cvtpd_ps((__m128d)v.b)); }
 #if TEVS_LEVEL >= 2
-TEVS_INLINE Two<Vec<float, 4>> narrow(Two<Vec<double, 4>> v) {   // two stores are faster than joining these
-    return {(Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b)};
+TEVS_INLINE Vec<float, 8> narrow(Two<Vec<double, 4>> v) {
+    return join((Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b));
+}
+#endif
+#if TEVS_LEVEL >= 3
+TEVS_INLINE Vec<float, 16> narrow(Two<Vec<double, 8>> v) {
+    return join((Vec<float, 8>)_mm512_maskz_cvtpd_ps(0xff, (__m512d)v.a), (Vec<float, 8>)_mm512_maskz_cvtpd_ps(0xff, (__m512d)v.b));
+}
+#endif
+
+// The same for what is stored at once: two stores are faster than joining the halves.
+template <class V> TEVS_INLINE auto narrowed(Two<V> v) {
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32) return Two{(Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b)};
+#endif
+    if constexpr (sizeof(V) == 16) return narrow(v);
+}
+
+// Lanes as doubles, exactly.
+TEVS_INLINE Two<Vec<double, 2>> widen(Vec<float, 4> v) {
+    return {(Vec<double, 2>)_mm_cvtps_pd((__m128)v), (Vec<double, 2>)_mm_cvtps_pd(_mm_movehl_ps((__m128)v, (__m128)v))};
+}
+TEVS_INLINE Two<Vec<double, 2>> widen(Vec<int32_t, 4> v) {
+    return {(Vec<double, 2>)_mm_cvtepi32_pd((__m128i)v), (Vec<double, 2>)_mm_cvtepi32_pd(_mm_unpackhi_epi64((__m128i)v, (__m128i)v))};
+}
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Two<Vec<double, 4>> widen(Vec<float, 8> v) {
+    return {(Vec<double, 4>)_mm256_cvtps_pd((__m128)low(v)), (Vec<double, 4>)_mm256_cvtps_pd((__m128)high(v))};
+}
+TEVS_INLINE Two<Vec<double, 4>> widen(Vec<int32_t, 8> v) {
+    return {(Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)low(v)), (Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)high(v))};
+}
+#endif
+#if TEVS_LEVEL >= 3
+TEVS_INLINE Two<Vec<double, 8>> widen(Vec<float, 16> v) {
+    return {(Vec<double, 8>)_mm512_maskz_cvtps_pd(0xff, (__m256)low(v)), (Vec<double, 8>)_mm512_maskz_cvtps_pd(0xff, (__m256)high(v))};
 }
 #endif
 

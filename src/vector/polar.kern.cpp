@@ -1,0 +1,314 @@
+#include "core/simd/angle.h"
+#include "core/simd/map.h"
+#include "core/simd/scale.h"
+#include "vector/polar.table.h"
+
+// Of a function object that map() calls: left to itself the compiler calls the longer ones, with vectors in memory.
+#define TEVS_FLAT __attribute__((always_inline))
+
+namespace tevs::TEVS_LEVEL_NS {
+namespace {
+
+// ---- samples in, samples out ----------------------------------------------------------------------------------------------------
+
+template <class S> struct PartOf { using Type = S; };
+template <class S>
+requires requires(S z) { z.re; }
+struct PartOf<S> {
+    using Type = decltype(S::re);
+};
+template <class S> using Part = typename PartOf<S>::Type;
+
+// Elements a step, by the sources' type. Integers gain nothing from registers wider than 32 bytes.
+constexpr int kInts = kLanes<int32_t> < 8 ? kLanes<int32_t> : 8;
+template <class S, class...> constexpr int kStep = Part<S>(0.5) == 0 ? kInts : kLanes<Part<S>>;
+template <class S, class...> constexpr int kLeast = sizeof(Part<S>) == 8 ? 2 : 4;
+
+// N samples as two vectors of parts: real and imaginary, or magnitude and phase. 16-bit samples come as 32-bit lanes.
+template <int N, class T> TEVS_INLINE Two<Vec<T, N>> parts(const T* a, const T* b) { return {load<T, N>(a), load<T, N>(b)}; }
+template <int N> TEVS_INLINE Two<Vec<float, N>> parts(const Complex32f* z) { return loadSplit<float, N>(&z->re); }
+template <int N> TEVS_INLINE Two<Vec<double, N>> parts(const Complex64f* z) { return loadSplit<double, N>(&z->re); }
+template <int N> TEVS_INLINE Two<Vec<int32_t, N>> parts(const Complex32s* z) { return loadSplit<int32_t, N>(&z->re); }
+template <int N> TEVS_INLINE Two<Vec<int32_t, N>> parts(const int16_t* a, const int16_t* b) { return {loadWide<N>(a), loadWide<N>(b)}; }
+template <int N> TEVS_INLINE Two<Vec<int32_t, N>> parts(const Complex16s* z) {
+    const auto v = loadAs<Vec<int32_t, N>>(z);
+    return {v << 16 >> 16, v >> 16};
+}
+
+// The exact re^2 + im^2 of N samples. Its one value beyond 32 bits, 2^31, comes out as INT32_MIN.
+template <int N> TEVS_INLINE Vec<int32_t, N> squares(const Complex16s* z) {
+    const auto v = loadAs<Vec<int16_t, 2 * N>>(z);
+    return multiplyPairs(v, v);
+}
+template <int N> TEVS_INLINE Vec<int32_t, N> squares(const int16_t* re, const int16_t* im) {
+    const auto v = (Vec<int16_t, 2 * N>)((loadWide<N>(re) & 0xffff) | loadWide<N>(im) << 16);
+    return multiplyPairs(v, v);
+}
+
+// f over both halves of widened lanes.
+template <class V, class F> TEVS_INLINE auto widened(Two<V> z, F f) {
+    const auto a = widen(z.a), b = widen(z.b);
+    return Two{f(Two{a.a, b.a}), f(Two{a.b, b.b})};
+}
+template <class V> TEVS_INLINE Two<Two<V>> transposed(Two<Two<V>> v) { return {{v.a.a, v.b.a}, {v.a.b, v.b.b}}; }
+
+// v * factor, saturated to D.
+template <class D, class V> TEVS_INLINE V saturated(V v, double factor) {
+    constexpr double limit = sizeof(D) == 2 ? 0x1p15 : 0x1p31;
+    return atLeast(constant<V>(-limit), atMost(constant<V>(limit - 1), v * constant<V>(factor)));
+}
+template <class V> TEVS_INLINE auto as16(V v) { return low(pack16(v, v)); }
+
+// ---- operations --------------------------------------------------------------------------------------------------------------------
+
+struct Phase {
+    static constexpr bool kShort = false;
+    template <class V> TEVS_INLINE auto operator()(Two<V> z) const {
+        if constexpr (sizeof(V{}[0]) == 8)
+            return angleDouble(z.a, z.b);
+        else
+            return narrow(widened(z, [](auto h) TEVS_FLAT { return angleSingle(h.a, h.b); }));
+    }
+};
+
+// The phase times factor as an integer in double lanes.
+template <class D> struct ScaledPhase {
+    double factor;
+    template <class V> TEVS_INLINE V half(Two<V> z) const {
+        V v = saturated<D>(angleDouble(z.a, z.b), factor);
+        const V shifter = constant<V>(0x1.8p52), whole = (v + shifter) - shifter;
+        // v is off by 2^-21 or less.
+        const auto nearTie = abs(v - whole) > constant<V>(0.5 - 0x1p-20);
+        if (any(nearTie)) [[unlikely]] {
+            constexpr int n = kCount<V>;
+            double x[n], y[n], result[n];
+            store(x, z.a);
+            store(y, z.b);
+            for (int i = 0; i < n; ++i) result[i] = roundedPhase(x[i], y[i], factor);
+            v = nearTie ? load<double, n>(result) : v;
+        }
+        return v;
+    }
+    template <class V> TEVS_INLINE auto operator()(Two<V> z) const {
+        const auto v = nearestInt(widened(z, [f = *this](auto h) TEVS_FLAT { return f.half(h); }));
+        if constexpr (sizeof(D) == 2)
+            return as16(v);
+        else
+            return v;
+    }
+};
+
+// re^2 + im^2, off by little more than half a unit: squares of half-length parts, and the sum's error beside the rest (Dekker).
+template <class V> TEVS_INLINE V squareSum(V re, V im) {
+    const V reHigh = upperHalf(re), imHigh = upperHalf(im), p = reHigh * reHigh, q = imHigh * imHigh;
+    const V rest = (re - reHigh) * (re + reHigh) + (im - imHigh) * (im + imHigh);
+    const V sum = p + q;
+    return sum + (((atLeast(p, q) - sum) + atMost(p, q)) + rest);
+}
+
+// The root of a sum so exact is off by 1/2 + 1/(2 sqrt 2) units at most.
+struct Magnitude {
+    static constexpr bool kShort = true;
+    template <class V> TEVS_INLINE V operator()(Two<V> z) const {
+        constexpr bool wide = sizeof(z.a[0]) == 8;
+        const V s = squareSum(z.a, z.b);
+        V m = squareRoot(s);
+        // Sums that overflow, or whose parts underflow: the samples are scaled by a power of two that keeps either from happening.
+        const auto unusual = ~((s >= constant<V>(wide ? 0x1p-900 : 0x1p-80)) & (s <= constant<V>(wide ? 0x1p1000 : 0x1p120)));
+        if (any(unusual)) [[unlikely]] {
+            const V infinity = constant<V>(kInfinity), re = abs(z.a), im = abs(z.b);
+            const auto large = atLeast(re, im) > constant<V>(1);
+            const V down = constant<V>(wide ? 0x1p-600 : 0x1p-90), up = constant<V>(wide ? 0x1p600 : 0x1p90);
+            const V scaled = squareRoot(squareSum(re * (large ? down : up), im * (large ? down : up))) * (large ? up : down);
+            m = unusual ? scaled : m;
+            m = ((re == infinity) | (im == infinity)) ? infinity : m;
+        }
+        return m;
+    }
+};
+
+struct Power {
+    static constexpr bool kShort = true;
+    template <class V> TEVS_INLINE V operator()(Two<V> z) const { return z.a * z.a + z.b * z.b; }
+};
+
+// Of exact squares. A square of 2^31, INT32_MIN, is right but for its sign as a number, and saturates as 2^31 - 1 for any scale.
+struct SquareAsFloat {
+    template <class V> TEVS_INLINE auto operator()(V n) const { return abs(__builtin_convertvector(n, Vec<float, kCount<V>>)); }
+};
+struct RootOfSquare {
+    template <class V> TEVS_INLINE auto operator()(V n) const { return squareRoot(SquareAsFloat()(n)); }
+};
+template <class V> TEVS_INLINE V scaledRoot(V n, double factor) { return saturated<int16_t>(squareRoot(abs(n)), factor); }
+struct ScaledRootOfSquare {
+    double factor;
+    template <class V> TEVS_INLINE auto operator()(V n) const {
+        const auto wide = widen(n);
+        return as16(nearestInt(Two{scaledRoot(wide.a, factor), scaledRoot(wide.b, factor)}));
+    }
+};
+
+// ---- kernels -----------------------------------------------------------------------------------------------------------------------
+
+// Squares and roots are short enough for the tails that map() gives them, angles are not.
+template <class D, class Op, class... S> TEVS_INLINE void eachSample(int len, D* dst, Op op, const S*... src) {
+    mapLong<kStep<S...>>(
+        len, dst, [=](auto w, auto... s) TEVS_FLAT { return op(parts<w.n>(s...)); }, src...);
+}
+template <class D, class Op, class... S> TEVS_INLINE void eachSampleShort(int len, D* dst, Op op, const S*... src) {
+    map<kStep<S...>, kLeast<S...>>(
+        len, dst, [=](auto w, auto... s) TEVS_FLAT { return op(parts<w.n>(s...)); }, src...);
+}
+template <class D, class Op, class... S> TEVS_INLINE void eachSquare(int len, D* dst, Op op, const S*... src) {
+    map<kInts, 4>(
+        len, dst, [=](auto w, auto... s) TEVS_FLAT { return op(squares<w.n>(s...)); }, src...);
+}
+
+template <class Op, class D, class... S> struct OfParts {
+    static void run(const S*... src, D* dst, int len) {
+        if constexpr (Op::kShort)
+            eachSampleShort(len, dst, Op(), src...);
+        else
+            eachSample(len, dst, Op(), src...);
+    }
+};
+template <class Op, class T, class Z, class D> constexpr FromParts<T, Z, D> kOfParts = {OfParts<Op, D, Z>::run, OfParts<Op, D, T, T>::run};
+
+template <class Op, class D, class... S> struct OfSquares {
+    static void run(const S*... src, D* dst, int len) { eachSquare(len, dst, Op(), src...); }
+};
+template <class Op>
+constexpr FromParts<int16_t, Complex16s, float> kOfSquares = {OfSquares<Op, float, Complex16s>::run, OfSquares<Op, float, int16_t, int16_t>::run};
+
+template <class... S> struct Scaled {
+    static void magnitude(const S*... src, int16_t* dst, int len, double factor) { eachSquare(len, dst, ScaledRootOfSquare{factor}, src...); }
+    static void phase(const S*... src, int16_t* dst, int len, double factor) { eachSample(len, dst, ScaledPhase<int16_t>{factor}, src...); }
+    static void power(const S*... src, int16_t* dst, int len, int scale) {
+        withScale(scale, [=](auto scaling) TEVS_FLAT {
+            map<2 * kInts, 8>(
+                len, dst,
+                [=](auto w, auto... s) TEVS_FLAT {
+                    constexpr int half = w.n / 2;
+                    const auto a = squares<half>(s...), b = squares<half>((s + half)...);
+                    return fit(scaling, InOrder{a + (a >> 31), b + (b >> 31)});
+                },
+                src...);
+        });
+    }
+};
+
+template <class D, class... S> struct ToPolar {
+    static void run(const S*... src, D* magnitude, D* phase, int len) {
+        mapLong<kStep<S...>>(
+            len, Both<D>{magnitude, phase},
+            [](auto w, auto... s) TEVS_FLAT {
+                const auto z = parts<w.n>(s...);
+                return Two{Magnitude()(z), Phase()(z)};
+            },
+            src...);
+    }
+};
+
+void toPolar16sc(const Complex16s* src, int16_t* magnitude, int16_t* phase, int len, double factor) {
+    mapLong<kInts>(
+        len, Both<int16_t>{magnitude, phase},
+        [=](auto w, auto s) TEVS_FLAT {
+            return Two{ScaledRootOfSquare{factor}(squares<w.n>(s)), ScaledPhase<int16_t>{factor}(parts<w.n>(s))};
+        },
+        src);
+}
+
+template <class V> TEVS_INLINE Two<V> cartesian(Two<V> polar) {
+    if constexpr (sizeof(V{}[0]) == 8)
+        return cartesianDouble(polar.a, polar.b);
+    else
+        return cartesianSingle(polar.a, polar.b);
+}
+template <class Z, class T> void toComplex(const T* magnitude, const T* phase, Z* dst, int len) {
+    eachSample(
+        len, dst,
+        [](auto polar) TEVS_FLAT {
+            const auto z = cartesian(polar);
+            return interleave(z.a, z.b);
+        },
+        magnitude, phase);
+}
+template <class T> void toSplit(const T* magnitude, const T* phase, T* re, T* im, int len) {
+    mapLong<kStep<T>>(
+        len, Both<T>{re, im}, [](auto w, auto m, auto p) TEVS_FLAT { return cartesian(parts<w.n>(m, p)); }, magnitude, phase);
+}
+
+// Products of 32-bit magnitudes are off by 2^-22 before they are rounded.
+template <class D, class V> TEVS_INLINE auto cartesianInts(Two<V> polar, double factor) {
+    const auto z = transposed(widened(polar, [=](auto h) TEVS_FLAT {
+        const auto c = cartesianDouble(h.a, h.b);
+        return Two{saturated<D>(c.a, factor), saturated<D>(c.b, factor)};
+    }));
+    return Two{nearestInt(z.a), nearestInt(z.b)};
+}
+void toCart16sc(const int16_t* magnitude, const int16_t* phase, Complex16s* dst, int len, double factor) {
+    eachSample(
+        len, dst,
+        [=](auto polar) TEVS_FLAT {
+            const auto z = cartesianInts<int16_t>(polar, factor);
+            return (z.a & 0xffff) | z.b << 16;
+        },
+        magnitude, phase);
+}
+void toCart32sc(const int32_t* magnitude, const int32_t* phase, Complex32s* dst, int len) {
+    eachSample(
+        len, dst,
+        [](auto polar) TEVS_FLAT {
+            const auto z = cartesianInts<int32_t>(polar, 1);
+            return interleave(z.a, z.b);
+        },
+        magnitude, phase);
+}
+
+void arctan32f(const float* src, float* dst, int len) {
+    mapLong<kLanes<float>>(
+        len, dst,
+        [](auto w, auto s) TEVS_FLAT {
+            const auto y = load<float, w.n>(s);
+            const auto t = widen(abs(y));
+            return withSign(narrow(Two{arctanSingle(t.a), arctanSingle(t.b)}), signOf(y));
+        },
+        src);
+}
+void arctan64f(const double* src, double* dst, int len) {
+    mapLong<kLanes<double>>(
+        len, dst, [](auto w, auto s) TEVS_FLAT { return arctanDouble(load<double, w.n>(s)); }, src);
+}
+
+}   // namespace
+
+extern const PolarKernels polar = {
+    .arctan32f = arctan32f,
+    .arctan64f = arctan64f,
+    .magnitude32f = kOfParts<Magnitude, float, Complex32f, float>,
+    .phase32f = kOfParts<Phase, float, Complex32f, float>,
+    .power32f = kOfParts<Power, float, Complex32f, float>,
+    .magnitude64f = kOfParts<Magnitude, double, Complex64f, double>,
+    .phase64f = kOfParts<Phase, double, Complex64f, double>,
+    .power64f = kOfParts<Power, double, Complex64f, double>,
+    .magnitude16s32f = kOfSquares<RootOfSquare>,
+    .phase16s32f = kOfParts<Phase, int16_t, Complex16s, float>,
+    .power16s32f = kOfSquares<SquareAsFloat>,
+    .magnitude16s = {Scaled<Complex16s>::magnitude, Scaled<int16_t, int16_t>::magnitude},
+    .phase16s = {Scaled<Complex16s>::phase, Scaled<int16_t, int16_t>::phase},
+    .phase32sc = [](const Complex32s* src, int32_t* dst, int len, double factor) { eachSample(len, dst, ScaledPhase<int32_t>{factor}, src); },
+    .power16s = {Scaled<Complex16s>::power, Scaled<int16_t, int16_t>::power},
+    .toPolar32fc = ToPolar<float, Complex32f>::run,
+    .toPolar64fc = ToPolar<double, Complex64f>::run,
+    .toPolar16sc = toPolar16sc,
+    .toPolar32f = ToPolar<float, float, float>::run,
+    .toPolar64f = ToPolar<double, double, double>::run,
+    .toCart32fc = toComplex<Complex32f, float>,
+    .toCart64fc = toComplex<Complex64f, double>,
+    .toCart16sc = toCart16sc,
+    .toCart32sc = toCart32sc,
+    .toCart32f = toSplit<float>,
+    .toCart64f = toSplit<double>,
+};
+
+}   // namespace tevs::TEVS_LEVEL_NS
