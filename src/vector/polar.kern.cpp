@@ -223,6 +223,8 @@ template <class D, class... S> struct ToPolar {
     }
 };
 
+void phase32sc(const Complex32s* src, int32_t* dst, int len, double factor) { eachSample(len, dst, ScaledPhase<int32_t>{factor}, src); }
+
 void toPolar16sc(const Complex16s* src, int16_t* magnitude, int16_t* phase, int len, double factor) {
     mapLong<kInts>(
         len, Both<int16_t>{magnitude, phase},
@@ -310,7 +312,7 @@ extern const PolarKernels polar = {
     .power16s32f = kOfSquares<SquareAsFloat>,
     .magnitude16s = {Scaled<Complex16s>::magnitude, Scaled<int16_t, int16_t>::magnitude},
     .phase16s = {Scaled<Complex16s>::phase, Scaled<int16_t, int16_t>::phase},
-    .phase32sc = [](const Complex32s* src, int32_t* dst, int len, double factor) { eachSample(len, dst, ScaledPhase<int32_t>{factor}, src); },
+    .phase32sc = phase32sc,
     .power16s = {Scaled<Complex16s>::power, Scaled<int16_t, int16_t>::power},
     .toPolar32fc = ToPolar<float, Complex32f>::run,
     .toPolar64fc = ToPolar<double, Complex64f>::run,
