@@ -300,6 +300,19 @@ TEST(Integers, EveryMagnitudeAlongTheDiagonalAndTheAxes) {
     }
 }
 
+// Phases so near to a tie of units of 2^-29 that a double falls on the other side.
+TEST(Integers, PhasesNextToTies) {
+    struct Row {
+        Complex32s z;
+        int32_t want;
+    };
+    for (const Row& r : {Row{{861965561, -1749193941}, -597506405}, {{-349996574, -78106597}, -1568751049}, {{-648025050, 312423097}, 1445446825}}) {
+        int32_t got;
+        tevsPhase_32sc_Sfs(&r.z, &got, 1, -29);
+        EXPECT_EQ(got, r.want);
+    }
+}
+
 void floatParts(Status (*complex)(const Complex16s*, float*, int), Status (*split)(const int16_t*, const int16_t*, float*, int), Exact (*exact)(int, int),
                 double bound) {
     sweep<int16_t>([=](int len, Place at) {
