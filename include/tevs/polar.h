@@ -9,7 +9,8 @@ TEVS_BEGIN
  *
  *     pDst[n] = atan(pSrc[n]), in -pi/2 .. pi/2 radians
  *
- * pSrc, pDst    len >= 1 elements each; equal pointers work. Off by 0.56 units in the last place at most. -0 gives -0, an infinity +-pi/2, NaN gives NaN.
+ * pSrc, pDst    len >= 1 elements each; equal pointers work. Off by 0.51 units in the last place at most, in double precision by 0.6. -0 gives -0,
+ *               an infinity +-pi/2, NaN gives NaN.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
  */
@@ -30,9 +31,10 @@ Status tevsArctan_64f_I(double* pSrcDst, int len);
  * scaleFactor      _Sfs forms: stores the result times 2^-scaleFactor, to nearest, ties to even, saturated, for any scaleFactor. The Phase of integers is in radians as
  *                  well: scaleFactor -13 stores it in units of 2^-13, which just holds pi in 16 bits.
  *
- * Magnitude and Phase are off by 0.86 units in the last place at most (Phase by 0.56), over the whole range: a magnitude overflows or underflows only where the result does. An
- * infinite part gives an infinite magnitude, whatever the other one is; NaN beside a finite part gives NaN. Phase follows C's atan2: (+0, +-0) gives +-0,
- * (-0, +-0) gives +-pi, infinities give multiples of pi/4, NaN gives NaN. PowerSpectr rounds after each of its three steps, in the samples' own precision.
+ * Magnitude is off by 0.86 units in the last place at most (below the normal range 1), over the whole range: it overflows or underflows only where the result does. An infinite
+ * part gives infinity, whatever the other one is; NaN beside a finite part gives NaN. Phase is off by 0.51 units, in double precision by 0.65, and follows C's
+ * atan2: (+0, +-0) gives +-0, (-0, +-0) gives +-pi, infinities give multiples of pi/4, NaN gives NaN. PowerSpectr rounds each of its three steps in the samples' own
+ * precision, which adds up to 1.25 units; 16sc32f and 16s32f forms form the exact square first.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
  */
@@ -72,7 +74,7 @@ Status tevsPowerSpectr_16s32f(const int16_t* pSrcRe, const int16_t* pSrcIm, floa
  * Sources and destinations hold len >= 1 elements each; a destination may equal a source whose elements are as wide.
  * scaleFactor   _Sfs forms: both results times 2^-scaleFactor, to nearest, ties to even, saturated. Integer phases are whole radians; 32sc is stored unscaled.
  *
- * PolarToCart is off by 1 unit in the last place at most, for every finite phase however large. A negative magnitude is a half turn; an infinite one gives
+ * PolarToCart is off by 0.51 units in the last place at most, in double precision by 1, for every finite phase however large. A negative magnitude is a half turn; an infinite one gives
  * infinities, or NaN for a part that is 0. An infinite phase, or NaN, gives NaN.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).

@@ -71,14 +71,15 @@ struct Phase {
     }
 };
 
-// The phase times factor as an integer in double lanes.
+// The phase times factor as an integer in double lanes: of quick arithmetic, unless that cannot tell the value from a tie.
 template <class D> struct ScaledPhase {
     double factor;
     template <class V> TEVS_INLINE V half(Two<V> z) const {
-        V v = saturated<D>(angleDouble(z.a, z.b), factor);
+        constexpr bool narrow = sizeof(D) == 2;
+        V v = saturated<D>(narrow ? angleSingle(z.a, z.b) : angleDouble(z.a, z.b), factor);
         const V shifter = constant<V>(0x1.8p52), whole = (v + shifter) - shifter;
-        // v is off by 2^-21 or less.
-        const auto nearTie = abs(v - whole) > constant<V>(0.5 - 0x1p-20);
+        // v is off by 2^-15 or less, of 32-bit results by 2^-21.
+        const auto nearTie = abs(v - whole) > constant<V>(0.5 - (narrow ? 0x1p-14 : 0x1p-20));
         if (any(nearTie)) [[unlikely]] {
             constexpr int n = kCount<V>;
             double x[n], y[n], result[n];
@@ -142,9 +143,18 @@ struct RootOfSquare {
 template <class V> TEVS_INLINE V scaledRoot(V n, double factor) { return saturated<int16_t>(squareRoot(abs(n)), factor); }
 struct ScaledRootOfSquare {
     double factor;
-    template <class V> TEVS_INLINE auto operator()(V n) const {
-        const auto wide = widen(n);
-        return as16(nearestInt(Two{scaledRoot(wide.a, factor), scaledRoot(wide.b, factor)}));
+    template <class I> TEVS_INLINE auto operator()(I n) const {
+        using V = Vec<float, kCount<I>>;
+        // Any factor beyond 2^100 saturates what is not 0.
+        const V v = atMost(constant<V>(32767), RootOfSquare()(n) * constant<V>(factor < 0x1p100 ? factor : 0x1p100));
+        I m = nearestInt(v);
+        // v is off by 2^-9 or less. Roots in double are right even where the exact one is a tie, since other roots keep clear of ties by 2^-18.
+        const auto nearTie = abs(v - __builtin_convertvector(m, V)) > constant<V>(0.5 - 0x1p-8);
+        if (any(nearTie)) [[unlikely]] {
+            const auto wide = widen(n);
+            m = nearestInt(Two{scaledRoot(wide.a, factor), scaledRoot(wide.b, factor)});
+        }
+        return as16(m);
     }
 };
 
@@ -208,6 +218,8 @@ template <class D, class... S> struct ToPolar {
             src...);
     }
 };
+
+void phase32sc(const Complex32s* src, int32_t* dst, int len, double factor) { eachSample(len, dst, ScaledPhase<int32_t>{factor}, src); }
 
 void toPolar16sc(const Complex16s* src, int16_t* magnitude, int16_t* phase, int len, double factor) {
     mapLong<kInts>(
@@ -296,7 +308,7 @@ extern const PolarKernels polar = {
     .power16s32f = kOfSquares<SquareAsFloat>,
     .magnitude16s = {Scaled<Complex16s>::magnitude, Scaled<int16_t, int16_t>::magnitude},
     .phase16s = {Scaled<Complex16s>::phase, Scaled<int16_t, int16_t>::phase},
-    .phase32sc = [](const Complex32s* src, int32_t* dst, int len, double factor) { eachSample(len, dst, ScaledPhase<int32_t>{factor}, src); },
+    .phase32sc = phase32sc,
     .power16s = {Scaled<Complex16s>::power, Scaled<int16_t, int16_t>::power},
     .toPolar32fc = ToPolar<float, Complex32f>::run,
     .toPolar64fc = ToPolar<double, Complex64f>::run,

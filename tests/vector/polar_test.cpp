@@ -35,6 +35,9 @@ template <class T>::testing::AssertionResult sameNumbers(std::vector<T> want, st
 }
 
 template <class T> using Complex = std::conditional_t<sizeof(T) == 4, Complex32f, Complex64f>;
+// Half a unit for the root and 1/(2 sqrt 2) for its argument; a result below the normal range is rounded once more.
+template <class T> double magnitudeBound(Exact want) { return want < std::numeric_limits<T>::min() ? 1 : 0.86; }
+
 template <class T> struct Names;
 #define NAMES(T, code)                                                                                                                \
     template <> struct Names<T> {                                                                                                     \
@@ -84,8 +87,8 @@ template <class T> void sweepParts() {
         ASSERT_EQ(N::toCart(a.data(), b.data(), re, im, len), StatusOk);
         for (size_t i = 0; i < n; ++i) {
             const T x = a.data()[i], y = b.data()[i];
-            ASSERT_LE(ulps(exactMagnitude(x, y), magnitude.data()[i]), 0.86) << "|" << x << ", " << y << "|";
-            ASSERT_LE(ulps(std::atan2(Exact(y), Exact(x)), phase.data()[i]), 0.6) << "phase of " << x << ", " << y;
+            ASSERT_LE(ulps(exactMagnitude(x, y), magnitude.data()[i]), magnitudeBound<T>(exactMagnitude(x, y))) << "|" << x << ", " << y << "|";
+            ASSERT_LE(ulps(std::atan2(Exact(y), Exact(x)), phase.data()[i]), 0.65) << "phase of " << x << ", " << y;
             const T volatile xx = x * x, yy = y * y, sum = xx + yy;
             ASSERT_TRUE(sum == power.data()[i] || (std::isnan(sum) && std::isnan(power.data()[i])));
             ASSERT_LE(ulps(x * std::cos(Exact(y)), re.data()[i]), sizeof(T) == 4 ? 0.51 : 1.0) << x << " cos " << y;
@@ -129,7 +132,7 @@ template <class T> void sweepArctan() {
         const Guarded<T> src(mixture<T>(size_t(len)), at);
         Guarded<T> dst(size_t(len), at), both(src.values(), at);
         ASSERT_EQ(Names<T>::arctan(src.data(), dst, len), StatusOk);
-        for (int i = 0; i < len; ++i) ASSERT_LE(ulps(std::atan(Exact(src.data()[i])), dst.data()[i]), sizeof(T) == 4 ? 0.9 : 0.6) << src.data()[i];
+        for (int i = 0; i < len; ++i) ASSERT_LE(ulps(std::atan(Exact(src.data()[i])), dst.data()[i]), sizeof(T) == 4 ? 0.51 : 0.6) << src.data()[i];
         ASSERT_EQ(Names<T>::arctanInPlace(both, len), StatusOk);
         ASSERT_TRUE(sameNumbers(dst.values(), both.values()));
         ASSERT_TRUE(dst.intact() && both.intact());
@@ -152,8 +155,8 @@ template <class T> void corners() {
         for (T y : values) {
             T phase, magnitude, re, im;
             N::toPolar(&x, &y, &magnitude, &phase, 1);
-            EXPECT_LE(ulps(std::atan2(Exact(y), Exact(x)), phase), 0.6) << x << ", " << y;
-            EXPECT_LE(ulps(exactMagnitude(x, y), magnitude), 0.86) << x << ", " << y;
+            EXPECT_LE(ulps(std::atan2(Exact(y), Exact(x)), phase), 0.65) << x << ", " << y;
+            EXPECT_LE(ulps(exactMagnitude(x, y), magnitude), magnitudeBound<T>(exactMagnitude(x, y))) << x << ", " << y;
             N::toCart(&x, &y, &re, &im, 1);
             EXPECT_LE(ulps(x * std::cos(Exact(y)), re), 1.0) << x << " cos " << y;
             EXPECT_LE(ulps(x * std::sin(Exact(y)), im), 1.0) << x << " sin " << y;
@@ -233,7 +236,7 @@ template <class T> uint64_t resultBits() {
 }
 TEST(Parts, SameBitsAtEveryLevel) {
     EXPECT_EQ(resultBits<float>(), 7196216727219606611u);
-    EXPECT_EQ(resultBits<double>(), 14110107822914695756u);
+    EXPECT_EQ(resultBits<double>(), 2003760929774492543u);
 }
 
 // ---- integers: the exact result in extended precision, scaled, rounded and saturated -----------------------------------------------------------
@@ -294,6 +297,19 @@ TEST(Integers, EveryMagnitudeAlongTheDiagonalAndTheAxes) {
             tevsMagnitude_16sc_Sfs(z, got, 3, scale);
             for (int i = 0; i < 3; ++i) ASSERT_EQ(got[i], scaledTo<int16_t>(magnitudeOf(z[i].re, z[i].im), scale)) << k << " scale " << scale;
         }
+    }
+}
+
+// Phases so near to a tie of units of 2^-29 that a double falls on the other side.
+TEST(Integers, PhasesNextToTies) {
+    struct Row {
+        Complex32s z;
+        int32_t want;
+    };
+    for (const Row& r : {Row{{861965561, -1749193941}, -597506405}, {{-349996574, -78106597}, -1568751049}, {{-648025050, 312423097}, 1445446825}}) {
+        int32_t got;
+        tevsPhase_32sc_Sfs(&r.z, &got, 1, -29);
+        EXPECT_EQ(got, r.want);
     }
 }
 
