@@ -15,9 +15,9 @@ template <class V> TEVS_INLINE void put(UInt24* d, const Some<V, 4>& s) { store(
 // loop; four would store no faster than one. A packed source is loaded in pairs, a packed destination made of four.
 template <class T, class S, class D> constexpr int kPerStep = sizeof(D) == 3 ? 4 : sizeof(S) == 3 ? 2 : sizeof(D) < sizeof(T) ? int(sizeof(T) / sizeof(D)) : 1;
 
-template <class T, class S, class D, class F> TEVS_INLINE void run(const S* src, D* dst, int len, F finish) {
+template <class T, int Unrolled = 1, class S, class D, class F> TEVS_INLINE void run(const S* src, D* dst, int len, F finish) {
     constexpr int least = 16 * kPerStep<T, S, D> / int(sizeof(T)),
-                  full = kPerStep<T, S, D> == 1 ? 2 * kRegisterBytes / int(sizeof(T)) : least * kRegisterBytes / 16;
+                  full = kPerStep<T, S, D> == 1 ? 2 * kRegisterBytes / int(sizeof(T)) : Unrolled * least * kRegisterBytes / 16;
     map<full, least>(
         len, dst,
         [=](auto w, auto s) {
@@ -37,8 +37,9 @@ template <class S, class D> void loadedTimes(const S* src, D* dst, int len, floa
 }
 template <class S, class D> constexpr Scalable<S, D> floating = {loaded<D, S, D>, loadedTimes<S, D>};
 
+// Where a step of one register takes two cycles, the loop counts: two make it faster by an eighth.
 void narrow64f32f(const double* src, float* dst, int len) {
-    run<double>(src, dst, len, [](const auto& s) { return eachPair(s, [](auto a, auto b) { return narrowed(Two{a, b}); }); });
+    run<double, 2>(src, dst, len, [](const auto& s) { return eachPair(s, [](auto a, auto b) { return narrow(Two{a, b}); }); });
 }
 
 // ---- integers to narrower integers -------------------------------------------------------------------------------------------------------

@@ -1,10 +1,12 @@
-// Bad pointers and lengths, for any function whose arguments end with the length, or with the length and a scale factor.
+// Bad pointers and lengths, for any function whose length follows its last pointer.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
+#include <iterator>
 #include <tuple>
 #include <type_traits>
 
@@ -16,7 +18,8 @@ namespace test {
 template <class... P> void rejects(Status (*f)(P...)) {
     constexpr size_t n = sizeof...(P);
     using Arguments = std::tuple<P...>;
-    constexpr size_t lenAt = std::is_same_v<std::tuple_element_t<n - 2, Arguments>, int> ? n - 2 : n - 1;
+    constexpr bool isPointer[] = {std::is_pointer_v<P>...};
+    constexpr size_t lenAt = size_t(std::find(std::rbegin(isPointer), std::rend(isPointer), true).base() - std::begin(isPointer));
     alignas(16) unsigned char memory[n][32], before[n][32];
     std::memset(memory, 0x3c, sizeof memory);
     std::memcpy(before, memory, sizeof memory);
@@ -33,7 +36,6 @@ template <class... P> void rejects(Status (*f)(P...)) {
         };
         return std::apply(f, Arguments{argument(std::type_identity<P>{})...});
     };
-    const bool isPointer[] = {std::is_pointer_v<P>...};
     for (size_t i = 0; i < n; ++i)
         for (int len : {1, 0})
             if (isPointer[i]) {

@@ -6,6 +6,7 @@
 
 #include "support/data.h"
 #include "support/guarded.h"
+#include "support/rejects.h"
 #include "tevcore.h"
 
 using namespace test;
@@ -215,7 +216,7 @@ TEST(Convert, Narrows64BitsAtTheBounds) {
 
 template <class S, class D, class F> void rounds(F f, const char* what) {
     for (int mode : {int(RoundTowardZero), int(RoundNearest), 2})
-        for (int scale : {0, 1, 7, -5, 120, 126, 127, -126, -127, -140, 1000, 1023, -1030, INT_MIN, INT_MAX}) {
+        for (int scale : {0, 1, -5, 126, 127, -127, 1023, -1030, INT_MIN, INT_MAX}) {
             const auto data = [=](size_t n) { return floats<S, D>(n, std::clamp(scale, -120, 90)); };
             const auto want = [=](S x) { return integer<D>(x, mode == RoundTowardZero, scale); };
             if constexpr (std::is_invocable_v<F, const S*, D*, int, int, int>)
@@ -449,14 +450,6 @@ TEST(Convert, IgnoresAndKeepsTheCallersRounding) {
     }
 }
 
-template <class S, class D, class... A> void rejects(Status (*f)(const S*, D*, int, A...)) {
-    const S s[3]{};
-    Guarded<D> d(3);
-    EXPECT_EQ(f(nullptr, d, 0, A{}...), StatusNullPtr);
-    EXPECT_EQ(f(s, nullptr, 0, A{}...), StatusNullPtr);
-    for (int len : {0, -1, INT_MIN}) EXPECT_EQ(f(s, d, len, A{}...), StatusBadSize);
-    EXPECT_TRUE(d.untouched());
-}
 template <class... F> void allReject(F... f) { (rejects(f), ...); }
 TEST(Convert, RejectsBadArguments) {
     allReject(tevsConvert_8s16s, tevsConvert_16s32s, tevsConvert_32s64f, tevsConvert_32f64f, tevsConvert_24s32s, tevsConvert_24u32u);

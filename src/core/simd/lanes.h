@@ -195,7 +195,10 @@ template <class T, int B, int K, class S> TEVS_INLINE Some<Register<T, B>, K> lo
     } else {
         for (int k = 0; k < K; ++k) {
             const S* const s = p + n * k;
-            if constexpr (__is_same(S, T) || sizeof(S) == 8)
+            if constexpr (sizeof(S) == 8)
+                // The 32-bit compiler would load such a register in halves.
+                r.v[k] = B == 16 ? inRegister(loadAs<Register<T, B>>(s)) : loadAs<Register<T, B>>(s);
+            else if constexpr (__is_same(S, T))
                 r.v[k] = loadAs<Register<T, B>>(s);
             else if constexpr (__is_same(S, Half))
                 r.v[k] = loadHalves<B>(s);
