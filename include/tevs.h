@@ -12,6 +12,9 @@
 #include "tevs/movement.h"   /* copy, set, reverse, complex parts, conjugate */
 #include "tevs/logic.h"      /* bitwise logic, shifts */
 #include "tevs/conversion.h" /* between sample types */
+#include "tevs/extremes.h"   /* largest and smallest elements, where they are, their magnitudes */
+#include "tevs/statistics.h" /* sums, means, deviations, norms, counts, sums of logarithms */
+#include "tevs/dotprod.h"    /* dot products */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 

@@ -5,13 +5,19 @@
 #include "transform/fft.table.h"
 #include "transform/spectrum.table.h"
 #include "vector/conversion.table.h"
+#include "vector/dotprod.table.h"
+#include "vector/extremes.table.h"
 #include "vector/logic.table.h"
 #include "vector/movement.table.h"
+#include "vector/statistics.table.h"
 
 #define TEVS_FAMILIES(X)             \
     X(LogicKernels, logic)           \
     X(MovementKernels, movement)     \
     X(ConversionKernels, conversion) \
+    X(ExtremesKernels, extremes)     \
+    X(StatisticsKernels, statistics) \
+    X(DotProdKernels, dotProd)       \
     X(FftKernels, fft)               \
     X(SpectrumKernels, spectrum)     \
     X(FirKernels, fir)

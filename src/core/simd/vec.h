@@ -149,6 +149,32 @@ TEVS_INLINE Vec<float, 4> atMost(Vec<float, 4> limit, Vec<float, 4> v) { return 
 TEVS_INLINE Vec<float, 8> atMost(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_min_ps((__m256)limit, (__m256)v); }
 #endif
 
+// a0*b0 + a1*b1, a2*b2 + a3*b3, ...: pairs of 16-bit products, summed to 32 bits. All four at -32768 wrap to -2^31; nothing else does.
+TEVS_INLINE Vec<int32_t, 4> pairProducts(Vec<int16_t, 8> a, Vec<int16_t, 8> b) { return (Vec<int32_t, 4>)_mm_madd_epi16((__m128i)a, (__m128i)b); }
+// The upper 16 bits of each product.
+TEVS_INLINE Vec<int16_t, 8> mulHigh(Vec<int16_t, 8> a, Vec<int16_t, 8> b) { return (Vec<int16_t, 8>)_mm_mulhi_epi16((__m128i)a, (__m128i)b); }
+// a0*b0, a2*b2, ...: every second product, exact.
+TEVS_INLINE Vec<int64_t, 2> mulEven(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
+#if TEVS_LEVEL >= 1
+    return (Vec<int64_t, 2>)_mm_mul_epi32((__m128i)a, (__m128i)b);
+#else
+    // Of the unsigned product, less the other factor * 2^32 for each negative one.
+    const auto over = (Vec<uint64_t, 2>)((a >> 31 & b) + (b >> 31 & a)) << 32;
+    return (Vec<int64_t, 2>)((Vec<uint64_t, 2>)_mm_mul_epu32((__m128i)a, (__m128i)b) - over);
+#endif
+}
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> pairProducts(Vec<int16_t, 16> a, Vec<int16_t, 16> b) { return (Vec<int32_t, 8>)_mm256_madd_epi16((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<int16_t, 16> mulHigh(Vec<int16_t, 16> a, Vec<int16_t, 16> b) { return (Vec<int16_t, 16>)_mm256_mulhi_epi16((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<int64_t, 4> mulEven(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int64_t, 4>)_mm256_mul_epi32((__m256i)a, (__m256i)b); }
+#endif
+
+// A bit for every byte of v: its highest.
+TEVS_INLINE uint32_t byteSigns(Vec<uint8_t, 16> v) { return uint32_t(_mm_movemask_epi8((__m128i)v)); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE uint32_t byteSigns(Vec<uint8_t, 32> v) { return uint32_t(_mm256_movemask_epi8((__m256i)v)); }
+#endif
+
 // ---- conversions ------------------------------------------------------------------------------------------------------------------
 
 // Float to the nearest integer (ties to even, in the rounding mode that exports keep) or toward zero; out of range and NaN: INT32_MIN.
