@@ -77,9 +77,7 @@ Status tevsDotProd_64f64fc(const double* pSrc1, const Complex64f* pSrc2, int len
     return dot(pSrc1, pSrc2, len, pDp, dotProd->mixed64f, asIs);
 }
 Status tevsDotProd_16s64s(const int16_t* pSrc1, const int16_t* pSrc2, int len, int64_t* pDp) { return dot(pSrc1, pSrc2, len, pDp, dotProd->real16s, asIs); }
-Status tevsDotProd_16s32f(const int16_t* pSrc1, const int16_t* pSrc2, int len, float* pDp) {
-    return dot(pSrc1, pSrc2, len, pDp, dotProd->real16s, to32f);
-}
+Status tevsDotProd_16s32f(const int16_t* pSrc1, const int16_t* pSrc2, int len, float* pDp) { return dot(pSrc1, pSrc2, len, pDp, dotProd->real16s, to32f); }
 Status tevsDotProd_16sc64sc(const Complex16s* pSrc1, const Complex16s* pSrc2, int len, Complex64s* pDp) {
     return dot(pSrc1, pSrc2, len, pDp, dotProd->complex16s, asIs);
 }

@@ -1,5 +1,3 @@
-#include <float.h>
-
 #include "core/simd/reduce.h"
 #include "vector/statistics.table.h"
 
@@ -256,45 +254,6 @@ int countInRange(const int32_t* src, int n, int32_t lower, int32_t upper) {
     return -reduce<kLanes<int32_t>, 4, kTurns / 2>(n, Sum{}, Between{src, lower, upper});
 }
 
-// ---- logarithms -----------------------------------------------------------------------------------------------------------------------------
-
-// Exponents are added, and the factors 1 <= m < 2 are multiplied: the product of 512 of them is below 2^512.
-template <class V> struct Logs {
-    V product;
-    Vec<int64_t, kCount<V>> exponent, unusable;
-};
-struct LogSum {
-    static constexpr bool kTwice = false;
-    template <class V> TEVS_INLINE Logs<V> start() const { return {V{} + 1, decltype(Logs<V>::exponent){}, decltype(Logs<V>::exponent){}}; }
-    template <class V> TEVS_INLINE V pad() const { return V{} + 1; }
-    template <class V> TEVS_INLINE Logs<V> step(Logs<V> s, V x) const {
-        using Bits = Vec<uint64_t, kCount<V>>;
-        const Bits bits = (Bits)x, fraction = bits & (Bits{} + ((uint64_t{1} << 52) - 1));
-        return {s.product * (V)(fraction | (Bits)(V{} + 1)), s.exponent + ((decltype(s.exponent))(bits >> 52) - 1023),
-                s.unusable | ~((x >= V{} + DBL_MIN) & (x <= V{} + DBL_MAX))};
-    }
-    template <class V> TEVS_INLINE Logs<V> join(Logs<V> a, Logs<V> b) const {
-        return {a.product * b.product, a.exponent + b.exponent, a.unusable | b.unusable};
-    }
-    template <class V> TEVS_INLINE LnBlock finish(Logs<V> s) const {
-        return {foldLanes<1>(s.product, [](auto a, auto b) { return a * b; })[0], sumOfLanes(s.exponent), sumOfLanes(s.unusable) == 0};
-    }
-};
-
-struct Shorts {
-    const int16_t* p;
-    friend TEVS_INLINE Shorts operator+(Shorts s, ptrdiff_t i) { return {s.p + i}; }
-    template <int N> TEVS_INLINE auto load() const {
-        if constexpr (N == 2)
-            return Vec<double, 2>{double(p[0]), double(p[1])};
-        else
-            return __builtin_convertvector(loadWide<N>(p), Vec<double, N>);
-    }
-    template <int N> TEVS_INLINE auto held(int n) const { return heldCopy<N>(*this, n); }
-};
-
-template <class S, class T> LnBlock ln(const T* src, int n) { return reduce<kDoubles, 2, 4>(n, LogSum{}, S{src}); }
-
 }   // namespace
 
 extern const StatisticsKernels statistics = {
@@ -323,9 +282,6 @@ extern const StatisticsKernels statistics = {
     .squares32fc = kMeasure<SquaresComplex, Complex32f>,
     .squares64fc = kMeasure<SquaresComplex, Complex64f>,
     .countInRange = countInRange,
-    .ln16s = ln<Shorts>,
-    .ln32f = ln<Widened<float>>,
-    .ln64f = ln<Elements<double>>,
 };
 
 }   // namespace tevs::TEVS_LEVEL_NS

@@ -13,13 +13,6 @@ template <class T, class R> struct Measure {
     R (*difference)(const T* a, const T* b, int len);
 };
 
-// The sum of the logarithms of a block is ln(product) + exponent * ln 2, if `usable`: every element is a positive normal number.
-struct LnBlock {
-    double product;
-    int64_t exponent;
-    bool usable;
-};
-
 // Sums of integers are exact; those of floats are of the type's own precision where nothing else is said, and differ in rounding between levels.
 struct StatisticsKernels {
     int64_t (*sum16s)(const int16_t* src, int len);
@@ -48,10 +41,6 @@ struct StatisticsKernels {
     Measure<Complex32f, double> squares32fc;
     Measure<Complex64f, double> squares64fc;
     int (*countInRange)(const int32_t* src, int len, int32_t lower, int32_t upper);
-    // At most 512 elements.
-    LnBlock (*ln16s)(const int16_t* src, int len);
-    LnBlock (*ln32f)(const float* src, int len);
-    LnBlock (*ln64f)(const double* src, int len);
 };
 
 }   // namespace tevs

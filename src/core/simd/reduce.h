@@ -152,25 +152,33 @@ template <int N, class State, int U, class Op, class... S> TEVS_INLINE Turns<Sta
     }
 }
 
+// x with all but its last or its first n lanes padded.
+template <class Op, class V> TEVS_INLINE V lastOf(Op op, int n, V x) {
+    if constexpr (Op::kTwice)
+        return x;
+    else
+        return lastLanes(n, x, op.template pad<V>());
+}
+template <class Op, class V> TEVS_INLINE V firstOf(Op op, int n, V x) {
+    if constexpr (Op::kTwice)
+        return firstLanes(n, x, splatAs<V>(x[0]));
+    else
+        return firstLanes(n, x, op.template pad<V>());
+}
+
 // The result of op over the elements 0 .. n - 1 of the sources, n >= 1. An operation has
 //
 //     start<X...>()      the state before the first element, for vectors of types X; its type follows the width
 //     step(state, x...)  the state after one vector of each source
 //     join(a, b)         two states in one
 //     finish(state)      the result
-//     pad<X>()           lanes that add nothing; where taking an element twice adds nothing either, kTwice is true, and pad is not asked for
+//     pad<X>()           lanes that add nothing; where taking an element twice adds nothing either, kTwice is true, and elements are the pad
 //
 // U states take turns, so that steps overlap. The last vector ends with the last element and what the loop has had of it is padded out; below N
 // elements the width is halved, down to Least lanes; fewer than those go through a copy. Nothing is read past element n - 1, and the order of the
 // steps hangs on n alone.
 template <int N, int Least, int U, class Op, class... S> TEVS_INLINE auto reduce(ptrdiff_t n, Op op, S... s) {
     auto start = op.template start<decltype(s.template load<N>())...>();
-    const auto pad = [&](auto x, auto lanes) {
-        if constexpr (Op::kTwice)
-            return x;
-        else
-            return lanes(x, op.template pad<decltype(x)>());
-    };
     if (n >= N) {
         Turns<decltype(start), U> turns(start);
         ptrdiff_t i = 0;
@@ -178,15 +186,13 @@ template <int N, int Least, int U, class Op, class... S> TEVS_INLINE auto reduce
         auto state = lastTurns<N>(turns, i, n, op, s...).state;
         if (i < n) {
             const int left = int(n - i);
-            state = op.step(state, pad((s + (n - N)).template load<N>(), [=](auto x, auto p) { return lastLanes(left, x, p); })...);
+            state = op.step(state, lastOf(op, left, (s + (n - N)).template load<N>())...);
         }
         return op.finish(state);
     } else if constexpr (N > Least) {
         return reduce<N / 2, Least, 1>(n, op, s...);   // at most one whole vector and a part
     } else {
-        return [&](auto... copy) {
-            return op.finish(op.step(start, pad(copy.at().template load<N>(), [=](auto x, auto p) { return firstLanes(int(n), x, p); })...));
-        }(s.template held<N>(int(n))...);
+        return [&](auto... copy) { return op.finish(op.step(start, firstOf(op, int(n), copy.at().template load<N>())...)); }(s.template held<N>(int(n))...);
     }
 }
 
