@@ -39,6 +39,7 @@ private:
 };
 
 // The same for arithmetic in 80-bit extended precision, and for the conversions that a 32-bit build makes by way of it: to nearest, with all 64 bits.
+// What is computed in the scope has to come from memory and go to memory, which the changes of the control word are ordered with.
 class NearestExtended {
 public:
     NearestExtended() {
@@ -64,8 +65,13 @@ private:
 template <class F> F toFloat(int64_t x) {
 #ifdef __i386__
     NearestExtended guard;
-#endif
+    asm volatile("" : "+m"(x));   // the conversion keeps its place between the control words
+    F y = F(x);
+    asm volatile("" : "+m"(y));
+    return y;
+#else
     return F(x);
+#endif
 }
 
 }   // namespace tevs

@@ -186,10 +186,12 @@ struct NormL2 : NormInf {
 };
 
 // Where squares of doubles may have left the range, the extended one holds them. pSrc2 may be null: a difference to nothing.
-template <class N, class T> double norm64(const T* pSrc1, const T* pSrc2, int len, const Measure<T, double>& kernel) {
+template <class N, class T> void norm64(const T* pSrc1, const T* pSrc2, int len, double* pNorm, const Measure<T, double>& kernel) {
     const double sum = pSrc2 ? kernel.difference(pSrc1, pSrc2, len) : kernel.one(pSrc1, len);
-    if (!(sum < 0x1p-450 || sum > std::numeric_limits<double>::max())) [[likely]]
-        return N::finish(sum);
+    if (!(sum < 0x1p-450 || sum > std::numeric_limits<double>::max())) [[likely]] {
+        *pNorm = N::finish(sum);
+        return;
+    }
     constexpr int kParts = int(sizeof(T) / sizeof(double));
     const auto *a = reinterpret_cast<const double*>(pSrc1), *b = reinterpret_cast<const double*>(pSrc2);
     bool zero = sum == 0;
@@ -197,7 +199,10 @@ template <class N, class T> double norm64(const T* pSrc1, const T* pSrc2, int le
         const ptrdiff_t at = i * len;
         zero = (b ? statistics->largest64f.difference(a + at, b + at, len) : statistics->largest64f.one(a + at, len)) == 0;
     }
-    if (zero) return 0;
+    if (zero) {
+        *pNorm = 0;
+        return;
+    }
     NearestExtended guard;
     long double extended = 0;
     for (ptrdiff_t n = 0; n < len; ++n) {
@@ -208,18 +213,18 @@ template <class N, class T> double norm64(const T* pSrc1, const T* pSrc2, int le
         }
         extended = N::add(extended, square);
     }
-    return double(N::finish(extended));
+    *pNorm = double(N::finish(extended));
 }
 template <class N, class T> Status norm(const T* pSrc, int len, double* pNorm, const Measure<T, double>& kernel) {
     if (Status s = Args().ptr(pSrc).ptr(pNorm).len(len)) return s;
     NearestRounding guard;
-    *pNorm = norm64<N, T>(pSrc, nullptr, len, kernel);
+    norm64<N, T>(pSrc, nullptr, len, pNorm, kernel);
     return StatusOk;
 }
 template <class N, class T> Status norm(const T* pSrc1, const T* pSrc2, int len, double* pNorm, const Measure<T, double>& kernel) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pNorm).len(len)) return s;
     NearestRounding guard;
-    *pNorm = norm64<N, T>(pSrc1, pSrc2, len, kernel);
+    norm64<N, T>(pSrc1, pSrc2, len, pNorm, kernel);
     return StatusOk;
 }
 

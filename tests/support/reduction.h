@@ -1,6 +1,7 @@
 // Reductions against an oracle: at every short length and two long ones, at any address, with nothing written but the result.
 #pragma once
 
+#include <array>
 #include <cstring>
 #include <type_traits>
 #include <vector>
@@ -10,11 +11,11 @@
 
 namespace test {
 
-template <class R> std::vector<long double> partsOf(const R& r) {
+template <class R> auto partsOf(const R& r) {
     if constexpr (std::is_arithmetic_v<R>)
-        return {(long double)r};
+        return std::array{(long double)r};
     else
-        return {(long double)r.re, (long double)r.im};
+        return std::array{(long double)r.re, (long double)r.im};
 }
 
 // What a result has to be, and how far off it may be. NaN stands for NaN.
@@ -22,7 +23,10 @@ struct Want {
     std::vector<long double> parts;
     long double tolerance = 0;
 };
-template <class R> Want exactly(const R& r) { return {partsOf(r)}; }
+template <class R> Want exactly(const R& r) {
+    const auto parts = partsOf(r);
+    return {{parts.begin(), parts.end()}};
+}
 
 template <class R>::testing::AssertionResult fits(const Want& want, const R& got) {
     const auto parts = partsOf(got);
@@ -37,17 +41,24 @@ template <class R>::testing::AssertionResult fits(const Want& want, const R& got
 
 constexpr int kLong = 2 * 65536 + 37;   // past two blocks of exact sums
 
+inline std::vector<int> lengthsFrom(int least) {
+    std::vector<int> lengths = {1003, kLong};
+    for (int len = least; len <= 70; ++len) lengths.push_back(len);
+    return lengths;
+}
+// For what does not hang on the length: a scale factor's effect, once it has been swept at some.
+inline std::vector<int> lengthsAt(int scaleFactor) { return scaleFactor == 0 || scaleFactor == 5 ? lengthsFrom(1) : std::vector<int>{1, 2, 7, 61, 1003}; }
+
 // call(a, b, len, result) reduces vectors that make() has made, oracle(a, b) says what comes out. The result hangs on the elements alone: it is the same to the
 // bit wherever they lie.
 template <class A, class B, class R, class Call, class Oracle, class MakeA = std::vector<A> (*)(size_t), class MakeB = std::vector<B> (*)(size_t)>
-void sweepReduction(Call call, Oracle oracle, MakeA makeA = randomVector<A>, MakeB makeB = randomVector<B>, int least = 1) {
-    for (int i = least; i <= 72; ++i) {
-        const int len = i == 71 ? 1003 : i == 72 ? kLong : i;
+void sweepReduction(Call call, Oracle oracle, MakeA makeA = randomVector<A>, MakeB makeB = randomVector<B>, const std::vector<int>& lengths = lengthsFrom(1)) {
+    for (const int len : lengths) {
         const std::vector<A> a = makeA(size_t(len));
         const std::vector<B> b = makeB(size_t(len));
         const Want want = oracle(a, b);
         std::vector<R> first;
-        for (int offset = 0; offset < 5; ++offset) {
+        for (int offset = len == kLong ? 3 : 0; offset < 5; ++offset) {
             const int at = offset < 4 ? offset : 0;
             const Guarded<A> srcA(a, Place{at * int(sizeof(A)), offset < 4});
             const Guarded<B> srcB(b, Place{(3 - at) * int(sizeof(B)), offset < 3});
@@ -61,9 +72,9 @@ void sweepReduction(Call call, Oracle oracle, MakeA makeA = randomVector<A>, Mak
     }
 }
 template <class T, class R, class Call, class Oracle, class Make = std::vector<T> (*)(size_t)>
-void sweepReduction1(Call call, Oracle oracle, Make make = randomVector<T>, int least = 1) {
+void sweepReduction1(Call call, Oracle oracle, Make make = randomVector<T>, const std::vector<int>& lengths = lengthsFrom(1)) {
     sweepReduction<T, char, R>([=](const T* p, const char*, int len, R* r) { return call(p, len, r); },
-                               [=](const std::vector<T>& v, const std::vector<char>&) { return oracle(v); }, make, randomVector<char>, least);
+                               [=](const std::vector<T>& v, const std::vector<char>&) { return oracle(v); }, make, randomVector<char>, lengths);
 }
 
 }   // namespace test

@@ -149,7 +149,7 @@ TEST(DotProd, TellingCases) {
 // Sums in double precision: off by 2^-53 of the magnitudes per addition, and by the rounding to the result.
 template <class A, class B, class R> void checkFloats(Dot<A, B, R> dot) {
     const auto re = [](const auto& x) { return partsOf(x)[0]; };
-    const auto im = [](const auto& x) { return partsOf(x).size() > 1 ? partsOf(x)[1] : 0; };
+    const auto im = [](const auto& x) { return partsOf(x).size() > 1 ? partsOf(x).back() : 0; };
     sweepReduction<A, B, R>(dot, [=](const std::vector<A>& a, const std::vector<B>& b) {
         Want w{{0, 0}};
         long double magnitudes = 0;

@@ -41,7 +41,8 @@ template <class T, class R> void checkSum(Scaled<T, R> sum) {
                                   Want w;
                                   for (const ExactSum& s : exactSums(v)) w.parts.push_back(s.template scaled<D>(scale));
                                   return w;
-                              });
+                              },
+                              randomVector<T>, lengthsAt(scale));
 }
 
 TEST(Statistics, ScaledSumsAreOfTheExactSum) {
@@ -93,7 +94,8 @@ template <class T, class R> void checkMean(Scaled<T, R> mean) {
                                       w.parts.push_back(std::clamp<long double>(m, std::numeric_limits<D>::min(), std::numeric_limits<D>::max()));
                                   }
                                   return w;
-                              });
+                              },
+                              randomVector<T>, lengthsAt(scale));
 }
 
 TEST(Statistics, MeansRoundOnce) {
@@ -200,7 +202,7 @@ template <class R> void checkDeviation16s(Scaled<int16_t, R> f) {
                                             const long double d = std::ldexp(deviation(v), -std::clamp(scale, -1000, 1000));
                                             return Want{{std::min<long double>(d, std::numeric_limits<R>::max())}, 0.5L + 1e-9L};
                                         },
-                                        make, 2);
+                                        make, scale == 0 ? lengthsFrom(2) : std::vector<int>{2, 3, 61, 1003});
 }
 template <class T, class Call> void checkDeviation(Call call, long double perElement) {
     sweepReduction1<T, T>(
@@ -208,7 +210,7 @@ template <class T, class Call> void checkDeviation(Call call, long double perEle
         [=](const std::vector<T>& v) {
             return Want{{deviation(v)}, perElement * (long double)v.size() + (sizeof(T) == 4 ? 0x1p-24L : 0x1p-52L)};
         },
-        randomVector<T>, 2);
+        randomVector<T>, lengthsFrom(2));
 }
 
 TEST(Statistics, Deviations) {
@@ -261,7 +263,7 @@ template <class T> long double normOf(Kind kind, const std::vector<T>& a, const 
     for (size_t i = 0; i < a.size(); ++i) {
         const auto x = partsOf(a[i]), y = partsOf(b[i]);
         long double m = std::abs(x[0] - y[0]);
-        if (x.size() > 1) m = std::hypot(x[0] - y[0], x[1] - y[1]);
+        if (x.size() > 1) m = std::hypot(x[0] - y[0], x.back() - y.back());
         norm = kind == Inf ? std::max(norm, m) : norm + (kind == L1 ? m : m * m);
     }
     return kind == L2 ? std::sqrt(norm) : norm;
@@ -342,8 +344,8 @@ template <class R> struct ScaledNorm {
             const auto callBoth = [=, f = difference](const int16_t* a, const int16_t* b, int len, R* r) { return f(a, b, len, r, scale); };
             for (auto make : {randomVector<int16_t>, lowest}) {
                 sweepReduction1<int16_t, R>(
-                    call, [=](const auto& v) { return want(v, std::vector<int16_t>(v.size())); }, make);
-                sweepReduction<int16_t, int16_t, R>(callBoth, want, make, highest);
+                    call, [=](const auto& v) { return want(v, std::vector<int16_t>(v.size())); }, make, lengthsAt(scale));
+                sweepReduction<int16_t, int16_t, R>(callBoth, want, make, highest, lengthsAt(scale));
             }
         }
     }
