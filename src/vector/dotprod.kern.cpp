@@ -15,7 +15,7 @@ template <class S, class T = S> struct Doubled {
         if constexpr (N == 2) {
             return splat<2>(double(*p));
         } else if constexpr (sizeof(S) != sizeof(T)) {
-            return __builtin_convertvector(Doubled<S>{p}.template load<N>(), Vec<T, N>);
+            return wide(Doubled<S>{p}.template load<N>());
         } else if constexpr (N * sizeof(S) == 16) {
             const auto pairs = (Vec<S, N>)_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
             return interleaveLow(pairs, pairs);
@@ -74,9 +74,12 @@ Complex64f complex64f(const Complex64f* a, const Complex64f* b, int n) {
 
 template <class V> using Pairs = Vec<int32_t, kCount<V> / 2>;
 
-// The lanes of a and b two by two, times (even, odd): 2^31, which pairProducts cannot give, is right in the lower 32 bits, and the upper halves of the
-// products, which the sum is known from, are added by themselves.
-template <class V> TEVS_INLINE Exact<Pairs<V>> exactPairs(V a, V b) { return {(Unsigned32<V>)pairProducts(a, b), pairProducts(mulHigh(a, b), V{} + 1)}; }
+// Products of the lanes two by two, as terms of an exact sum. They lie in -2^31 + 2^16 .. 2^31, of which pairProducts gives 2^31 as -2^31: right in the lower 32
+// bits. One less fits them all, and its upper half is within 2^16 of the term; with kBlock / 2 terms that is as good as the floor.
+template <class V> TEVS_INLINE Exact<Pairs<V>> exactPairs(V a, V b) {
+    const auto t = pairProducts(a, b);
+    return {(Unsigned32<V>)t, (Pairs<V>)((Unsigned32<V>)t - 1) >> 16};
+}
 
 struct Products16 : Additive {
     template <class V, class> TEVS_INLINE Exact<Pairs<V>> start() const { return Exact<Pairs<V>>{}; }
@@ -118,7 +121,7 @@ struct ComplexProducts16 : Additive {
 template <class Op, class A, class B> TEVS_INLINE Complex64s complexBlocks(ptrdiff_t n, A a, B b) {
     Complex64s sum = {0, 0};
     inBlocks(2 * n, [&](ptrdiff_t i, ptrdiff_t m) {
-        const Complex64s s = reduce<kShorts, 8, 1>(m, Op{}, a + i, b + i);
+        const Complex64s s = reduce<kShorts, 8, kTurns / 4>(m, Op{}, a + i, b + i);
         sum = {sum.re + s.re, sum.im + s.im};
     });
     return sum;
@@ -197,7 +200,7 @@ template <class Op, class A, class B> TEVS_INLINE WideSum realWide(ptrdiff_t n, 
 template <class Op, class A, class B> TEVS_INLINE ComplexWideSum complexWide(ptrdiff_t n, A a, B b) {
     ComplexWideSum sum = {{0, 0}, {0, 0}};
     inBlocks(2 * n, [&](ptrdiff_t i, ptrdiff_t m) {
-        const ComplexWideSum s = reduce<kWords, 4, 1>(m, Op{}, a + i, b + i);
+        const ComplexWideSum s = reduce<kWords, 4, kTurns / 4>(m, Op{}, a + i, b + i);
         add(sum.re, s.re);
         add(sum.im, s.im);
     });

@@ -11,6 +11,7 @@
 #include "core/rounding.h"
 #include "core/scale.h"
 #include "tevcore.h"
+#include "vector/extremes.table.h"
 #include "vector/statistics.table.h"
 
 namespace tevs {
@@ -236,10 +237,10 @@ Status countInRange(const int32_t* pSrc, int len, int* pCounts, int32_t lowerBou
     return StatusOk;
 }
 
-// The logarithm of the product of n elements, which is off by at most n 2^-64; meaningless unless `usable`, that is, unless all are above 0. Extended
-// precision has room for 15 doubles from 2^-1000 .. 2^1000 on; what leaves that goes on as a fraction and an exponent.
-template <class T> long double lnOfProduct(const T* p, int n, bool& usable) {
-    constexpr int kProducts = 8;
+// The logarithm of the product of n <= 512 positive elements, which is off by at most n 2^-64. Extended precision has room for 15 doubles from
+// 2^-1000 .. 2^1000 on, and for a hundred narrower elements; what leaves that in a turn goes on as a fraction and an exponent.
+template <class T> long double lnOfProduct(const T* p, int n) {
+    constexpr int kProducts = 8, kTurn = sizeof(T) == 8 ? 8 * kProducts : 512;
     constexpr long double kLn2 = 0.693147180559945309417232121458176568L;
     long double product[kProducts] = {1, 1, 1, 1, 1, 1, 1, 1};
     int64_t exponents = 0;
@@ -249,30 +250,22 @@ template <class T> long double lnOfProduct(const T* p, int n, bool& usable) {
         exponents += e;
         return x;
     };
-    bool positive = true;
     for (int i = 0; i < n;) {
-        const int end = std::min(i + kProducts * kProducts, n);
+        const int end = std::min(i + kTurn, n);
         for (; i <= end - kProducts; i += kProducts)
 #pragma GCC unroll 8
-            for (int k = 0; k < kProducts; ++k) {
-                positive &= p[i + k] > 0;
-                product[k] *= p[i + k];
-            }
-        for (; i < end; ++i) {
-            positive &= p[i] > 0;
-            product[0] *= p[i];
-        }
+            for (int k = 0; k < kProducts; ++k) product[k] *= p[i + k];
+        for (; i < end; ++i) product[0] *= p[i];
         for (long double& x : product)
             if (!(x > 0x1p-1000L && x < 0x1p1000L)) x = fraction(x);
     }
     for (int k = 1; k < kProducts; ++k) product[0] = fraction(product[0]) * fraction(product[k]);
-    usable = positive;
     return std::log(product[0]) + exponents * kLn2;
 }
 
 // A logarithm costs as much as a hundred products: one is taken for each block. Where it is too small to bear the product's error, the logarithms of
 // the elements are taken one by one, as they are where one of them decides the status.
-template <class T, class D> Status sumLn(const T* pSrc, int len, D* pSum, const D& infinity, const D& nan) {
+template <class T, class D> Status sumLn(const T* pSrc, int len, D* pSum, const OneExtreme<T>& smallest, const D& infinity, const D& nan) {
     if (Status s = Args().ptr(pSrc).ptr(pSum).len(len)) return s;
     NearestExtended guard;
     constexpr int kBlock = 512;
@@ -280,11 +273,14 @@ template <class T, class D> Status sumLn(const T* pSrc, int len, D* pSum, const 
     for (ptrdiff_t i = 0; i < len; i += kBlock) {
         const T* p = pSrc + i;
         const int n = int(std::min<ptrdiff_t>(len - i, kBlock));
-        bool usable;
-        const long double ln = lnOfProduct(p, n, usable);
-        if (usable && std::abs(ln) >= n * 0x1p-14L) {
-            sum += ln;
-            continue;
+        T least;
+        smallest.value(p, n, &least);
+        if (least > 0) {   // a NaN that this passes over comes out of the product
+            const long double ln = lnOfProduct(p, n);
+            if (std::abs(ln) >= n * 0x1p-14L) {
+                sum += ln;
+                continue;
+            }
         }
         for (int k = 0; k < n; ++k) {
             if (p[k] == 0 || p[k] < 0) {
@@ -464,7 +460,11 @@ Status tevsCountInRange_32s(const int32_t* pSrc, int len, int* pCounts, int32_t 
     return countInRange(pSrc, len, pCounts, lowerBound, upperBound);
 }
 
-Status tevsSumLn_32f(const float* pSrc, int len, float* pSum) { return sumLn(pSrc, len, pSum, tevConstantOfINF_32f, tevConstantOfNAN_32f); }
-Status tevsSumLn_64f(const double* pSrc, int len, double* pSum) { return sumLn(pSrc, len, pSum, tevConstantOfINF_64f, tevConstantOfNAN_64f); }
-Status tevsSumLn_32f64f(const float* pSrc, int len, double* pSum) { return sumLn(pSrc, len, pSum, tevConstantOfINF_64f, tevConstantOfNAN_64f); }
-Status tevsSumLn_16s32f(const int16_t* pSrc, int len, float* pSum) { return sumLn(pSrc, len, pSum, tevConstantOfINF_32f, tevConstantOfNAN_32f); }
+Status tevsSumLn_32f(const float* pSrc, int len, float* pSum) { return sumLn(pSrc, len, pSum, extremes->min32f, tevConstantOfINF_32f, tevConstantOfNAN_32f); }
+Status tevsSumLn_64f(const double* pSrc, int len, double* pSum) { return sumLn(pSrc, len, pSum, extremes->min64f, tevConstantOfINF_64f, tevConstantOfNAN_64f); }
+Status tevsSumLn_32f64f(const float* pSrc, int len, double* pSum) {
+    return sumLn(pSrc, len, pSum, extremes->min32f, tevConstantOfINF_64f, tevConstantOfNAN_64f);
+}
+Status tevsSumLn_16s32f(const int16_t* pSrc, int len, float* pSum) {
+    return sumLn(pSrc, len, pSum, extremes->min16s, tevConstantOfINF_32f, tevConstantOfNAN_32f);
+}
