@@ -36,4 +36,14 @@ TEST(Scale, WideProductsEqualOracle) {
             for (int scale = -40; scale <= 70; ++scale) ASSERT_EQ((scaled<int32_t, 62>(r, scale)), oracle<int32_t>(r, scale)) << r << " scale " << scale;
 }
 
+TEST(Scale, FullWidthEqualsOracle) {
+    const int64_t edges[] = {
+        0, 1, 3, -1, -3, INT64_MAX, INT64_MIN, INT64_MAX - 1, INT64_MIN + 1, INT64_MAX / 2, INT64_MIN / 2 - 1, 0x5555555555555555, -0x2aaaaaaaaaaaaaab};
+    const auto check = [&](int scale) {
+        for (int64_t r : edges) ASSERT_EQ((scaled<int64_t, 63>(r, scale)), oracle<int64_t>(r, scale)) << r << " scale " << scale;
+    };
+    for (int scale = -70; scale <= 70; ++scale) check(scale);
+    for (int scale : kScales) check(scale);
+}
+
 }   // namespace

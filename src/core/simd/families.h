@@ -5,9 +5,12 @@
 #include "transform/fft.table.h"
 #include "vector/arithmetic.table.h"
 #include "vector/conversion.table.h"
+#include "vector/dotprod.table.h"
+#include "vector/extremes.table.h"
 #include "vector/logic.table.h"
 #include "vector/movement.table.h"
 #include "vector/polar.table.h"
+#include "vector/statistics.table.h"
 
 #define TEVS_FAMILIES(X)             \
     X(LogicKernels, logic)           \
@@ -15,5 +18,8 @@
     X(ArithmeticKernels, arithmetic) \
     X(ConversionKernels, conversion) \
     X(PolarKernels, polar)           \
+    X(ExtremesKernels, extremes)     \
+    X(StatisticsKernels, statistics) \
+    X(DotProdKernels, dotProd)       \
     X(FftKernels, fft)               \
     X(FirKernels, fir)

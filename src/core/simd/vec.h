@@ -280,6 +280,29 @@ TEVS_INLINE Vec<int32_t, 4> multiplyPairs(Vec<int16_t, 8> v, Vec<int16_t, 8> w) 
 TEVS_INLINE Vec<int32_t, 8> multiplyPairs(Vec<int16_t, 16> v, Vec<int16_t, 16> w) { return (Vec<int32_t, 8>)_mm256_madd_epi16((__m256i)v, (__m256i)w); }
 #endif
 
+// a0*b0 + a1*b1, a2*b2 + a3*b3, ...: pairs of 16-bit products, summed to 32 bits. All four at -32768 wrap to -2^31; nothing else does.
+TEVS_INLINE Vec<int32_t, 4> pairProducts(Vec<int16_t, 8> a, Vec<int16_t, 8> b) { return (Vec<int32_t, 4>)_mm_madd_epi16((__m128i)a, (__m128i)b); }
+// a0*b0, a2*b2, ...: every second product, exact.
+TEVS_INLINE Vec<int64_t, 2> mulEven(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
+#if TEVS_LEVEL >= 1
+    return (Vec<int64_t, 2>)_mm_mul_epi32((__m128i)a, (__m128i)b);
+#else
+    // Of the unsigned product, less the other factor * 2^32 for each negative one.
+    const auto over = (Vec<uint64_t, 2>)((a >> 31 & b) + (b >> 31 & a)) << 32;
+    return (Vec<int64_t, 2>)((Vec<uint64_t, 2>)_mm_mul_epu32((__m128i)a, (__m128i)b) - over);
+#endif
+}
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> pairProducts(Vec<int16_t, 16> a, Vec<int16_t, 16> b) { return (Vec<int32_t, 8>)_mm256_madd_epi16((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<int64_t, 4> mulEven(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int64_t, 4>)_mm256_mul_epi32((__m256i)a, (__m256i)b); }
+#endif
+
+// A bit for every byte of v: its highest.
+TEVS_INLINE uint32_t byteSigns(Vec<uint8_t, 16> v) { return uint32_t(_mm_movemask_epi8((__m128i)v)); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE uint32_t byteSigns(Vec<uint8_t, 32> v) { return uint32_t(_mm256_movemask_epi8((__m256i)v)); }
+#endif
+
 // ---- conversions ------------------------------------------------------------------------------------------------------------------
 
 // Float to the nearest integer (ties to even, in the rounding mode that exports keep) or toward zero; out of range and NaN: INT32_MIN.
@@ -326,6 +349,9 @@ template <int N> TEVS_INLINE Vec<double, N> loadWide(const float* p) {
 #endif
     if constexpr (N == 2) return (Vec<double, 2>)_mm_cvtps_pd((__m128)_mm_load_sd(reinterpret_cast<const double*>(p)));
 }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<double, 4> wide(Vec<float, 4> v) { return (Vec<double, 4>)_mm256_cvtps_pd((__m128)v); }
+#endif
 TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) { return (Vec<float, 4>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)v.a), _mm_cvtpd_ps((__m128d)v.b)); }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<float, 8> narrow(Two<Vec<double, 4>> v) {
