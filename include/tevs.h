@@ -12,6 +12,7 @@
 #include "tevs/movement.h"   /* copy, set, reverse, complex parts, conjugate */
 #include "tevs/logic.h"      /* bitwise logic, shifts */
 #include "tevs/conversion.h" /* between sample types */
+#include "tevs/elementary.h" /* exponential, logarithm, roots, squares, normalisation */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 

@@ -38,4 +38,23 @@ private:
     uint32_t before_ = 0;   // the caller's word where it was changed; its rounding field is not 0 then
 };
 
+// The same for long double, whose mode, and number of digits, stand in a control word of their own.
+class NearestExtended {
+public:
+    NearestExtended() {
+        asm volatile("fnstcw %0" : "=m"(before_));
+        const uint16_t wanted = uint16_t((before_ & ~kRoundAndPrecision) | kNearest64);
+        if (wanted != before_) asm volatile("fldcw %0" : : "m"(wanted));
+    }
+    ~NearestExtended() {
+        if ((before_ & kRoundAndPrecision) != kNearest64) asm volatile("fldcw %0" : : "m"(before_));
+    }
+    NearestExtended(const NearestExtended&) = delete;
+    NearestExtended& operator=(const NearestExtended&) = delete;
+
+private:
+    static constexpr uint16_t kRoundAndPrecision = 0x0f00, kNearest64 = 0x0300;
+    uint16_t before_;
+};
+
 }   // namespace tevs

@@ -5,6 +5,7 @@
 #include "transform/fft.table.h"
 #include "transform/spectrum.table.h"
 #include "vector/conversion.table.h"
+#include "vector/elementary.table.h"
 #include "vector/logic.table.h"
 #include "vector/movement.table.h"
 
@@ -12,6 +13,7 @@
     X(LogicKernels, logic)           \
     X(MovementKernels, movement)     \
     X(ConversionKernels, conversion) \
+    X(ElementaryKernels, elementary) \
     X(FftKernels, fft)               \
     X(SpectrumKernels, spectrum)     \
     X(FirKernels, fir)

@@ -143,20 +143,67 @@ template <class V> TEVS_INLINE V fnma(V a, V b, V c) {                          
 #endif
 }
 
-// min(limit, v), and v itself where v is NaN.
+// min(limit, v) and max(limit, v), and v itself where v is NaN.
 TEVS_INLINE Vec<float, 4> atMost(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_min_ps((__m128)limit, (__m128)v); }
+TEVS_INLINE Vec<float, 4> atLeast(Vec<float, 4> limit, Vec<float, 4> v) { return (Vec<float, 4>)_mm_max_ps((__m128)limit, (__m128)v); }
+TEVS_INLINE Vec<double, 2> atMost(Vec<double, 2> limit, Vec<double, 2> v) { return (Vec<double, 2>)_mm_min_pd((__m128d)limit, (__m128d)v); }
+TEVS_INLINE Vec<double, 2> atLeast(Vec<double, 2> limit, Vec<double, 2> v) { return (Vec<double, 2>)_mm_max_pd((__m128d)limit, (__m128d)v); }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<float, 8> atMost(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_min_ps((__m256)limit, (__m256)v); }
+TEVS_INLINE Vec<float, 8> atLeast(Vec<float, 8> limit, Vec<float, 8> v) { return (Vec<float, 8>)_mm256_max_ps((__m256)limit, (__m256)v); }
+TEVS_INLINE Vec<double, 4> atMost(Vec<double, 4> limit, Vec<double, 4> v) { return (Vec<double, 4>)_mm256_min_pd((__m256d)limit, (__m256d)v); }
+TEVS_INLINE Vec<double, 4> atLeast(Vec<double, 4> limit, Vec<double, 4> v) { return (Vec<double, 4>)_mm256_max_pd((__m256d)limit, (__m256d)v); }
 #endif
+#if TEVS_LEVEL >= 3
+TEVS_INLINE Vec<float, 16> atMost(Vec<float, 16> limit, Vec<float, 16> v) { return (Vec<float, 16>)_mm512_min_ps((__m512)limit, (__m512)v); }
+TEVS_INLINE Vec<float, 16> atLeast(Vec<float, 16> limit, Vec<float, 16> v) { return (Vec<float, 16>)_mm512_max_ps((__m512)limit, (__m512)v); }
+TEVS_INLINE Vec<double, 8> atMost(Vec<double, 8> limit, Vec<double, 8> v) { return (Vec<double, 8>)_mm512_min_pd((__m512d)limit, (__m512d)v); }
+TEVS_INLINE Vec<double, 8> atLeast(Vec<double, 8> limit, Vec<double, 8> v) { return (Vec<double, 8>)_mm512_max_pd((__m512d)limit, (__m512d)v); }
+#endif
+
+TEVS_INLINE Vec<float, 4> squareRoot(Vec<float, 4> v) { return (Vec<float, 4>)_mm_sqrt_ps((__m128)v); }
+TEVS_INLINE Vec<double, 2> squareRoot(Vec<double, 2> v) { return (Vec<double, 2>)_mm_sqrt_pd((__m128d)v); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<float, 8> squareRoot(Vec<float, 8> v) { return (Vec<float, 8>)_mm256_sqrt_ps((__m256)v); }
+TEVS_INLINE Vec<double, 4> squareRoot(Vec<double, 4> v) { return (Vec<double, 4>)_mm256_sqrt_pd((__m256d)v); }
+#endif
+#if TEVS_LEVEL >= 3
+TEVS_INLINE Vec<float, 16> squareRoot(Vec<float, 16> v) { return (Vec<float, 16>)_mm512_sqrt_ps((__m512)v); }
+TEVS_INLINE Vec<double, 8> squareRoot(Vec<double, 8> v) { return (Vec<double, 8>)_mm512_sqrt_pd((__m512d)v); }
+#endif
+
+// Whether any lane of a comparison holds.
+template <class M> TEVS_INLINE bool any(M mask) {
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(M) == 64) return sizeof(M{}[0]) == 8 ? _mm512_movepi64_mask((__m512i)mask) != 0 : _mm512_movepi32_mask((__m512i)mask) != 0;
+#endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(M) == 32) return _mm256_movemask_epi8((__m256i)mask) != 0;
+#endif
+    if constexpr (sizeof(M) == 16) return _mm_movemask_epi8((__m128i)mask) != 0;
+}
+template <class M> TEVS_INLINE bool any(Two<M> mask) { return any(mask.a | mask.b); }
 
 // ---- conversions ------------------------------------------------------------------------------------------------------------------
 
 // Float to the nearest integer (ties to even, in the rounding mode that exports keep) or toward zero; out of range and NaN: INT32_MIN.
 TEVS_INLINE Vec<int32_t, 4> nearestInt(Vec<float, 4> v) { return (Vec<int32_t, 4>)_mm_cvtps_epi32((__m128)v); }
 TEVS_INLINE Vec<int32_t, 4> truncatedInt(Vec<float, 4> v) { return (Vec<int32_t, 4>)_mm_cvttps_epi32((__m128)v); }
+TEVS_INLINE Vec<int32_t, 4> nearestInt(Two<Vec<double, 2>> v) {
+    return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvtpd_epi32((__m128d)v.a), _mm_cvtpd_epi32((__m128d)v.b));
+}
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<int32_t, 8> nearestInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvtps_epi32((__m256)v); }
 TEVS_INLINE Vec<int32_t, 8> truncatedInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvttps_epi32((__m256)v); }
+TEVS_INLINE Vec<int32_t, 8> nearestInt(Two<Vec<double, 4>> v) {
+    return join((Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.b));
+}
+#endif
+#if TEVS_LEVEL >= 3
+TEVS_INLINE Vec<int32_t, 16> nearestInt(Vec<float, 16> v) { return (Vec<int32_t, 16>)_mm512_cvtps_epi32((__m512)v); }
+TEVS_INLINE Vec<int32_t, 16> nearestInt(Two<Vec<double, 8>> v) {
+    return join((Vec<int32_t, 8>)_mm512_cvtpd_epi32((__m512d)v.a), (Vec<int32_t, 8>)_mm512_cvtpd_epi32((__m512d)v.b));
+}
 #endif
 
 // N lanes from memory in a type of twice the width, and N lanes in half the width: exact, and rounded to nearest.
@@ -183,6 +230,35 @@ TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) { return (Vec<float, 4>)
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<float, 8> narrow(Two<Vec<double, 4>> v) {
     return join((Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b));
+}
+#endif
+#if TEVS_LEVEL >= 3
+TEVS_INLINE Vec<float, 16> narrow(Two<Vec<double, 8>> v) {
+    return join((Vec<float, 8>)_mm512_cvtpd_ps((__m512d)v.a), (Vec<float, 8>)_mm512_cvtpd_ps((__m512d)v.b));
+}
+#endif
+
+// Lanes as doubles, exactly.
+TEVS_INLINE Two<Vec<double, 2>> widen(Vec<float, 4> v) {
+    return {(Vec<double, 2>)_mm_cvtps_pd((__m128)v), (Vec<double, 2>)_mm_cvtps_pd(_mm_movehl_ps((__m128)v, (__m128)v))};
+}
+TEVS_INLINE Two<Vec<double, 2>> widen(Vec<int32_t, 4> v) {
+    return {(Vec<double, 2>)_mm_cvtepi32_pd((__m128i)v), (Vec<double, 2>)_mm_cvtepi32_pd(_mm_unpackhi_epi64((__m128i)v, (__m128i)v))};
+}
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Two<Vec<double, 4>> widen(Vec<float, 8> v) {
+    return {(Vec<double, 4>)_mm256_cvtps_pd((__m128)low(v)), (Vec<double, 4>)_mm256_cvtps_pd((__m128)high(v))};
+}
+TEVS_INLINE Two<Vec<double, 4>> widen(Vec<int32_t, 8> v) {
+    return {(Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)low(v)), (Vec<double, 4>)_mm256_cvtepi32_pd((__m128i)high(v))};
+}
+#endif
+#if TEVS_LEVEL >= 3
+TEVS_INLINE Two<Vec<double, 8>> widen(Vec<float, 16> v) {
+    return {(Vec<double, 8>)_mm512_cvtps_pd((__m256)low(v)), (Vec<double, 8>)_mm512_cvtps_pd((__m256)high(v))};
+}
+TEVS_INLINE Two<Vec<double, 8>> widen(Vec<int32_t, 16> v) {
+    return {(Vec<double, 8>)_mm512_cvtepi32_pd((__m256i)low(v)), (Vec<double, 8>)_mm512_cvtepi32_pd((__m256i)high(v))};
 }
 #endif
 
