@@ -2,6 +2,7 @@
 
 #include "core/simd/explog.h"
 #include "core/simd/map.h"
+#include "core/simd/scale.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
@@ -178,7 +179,21 @@ void sqrt64fc(const Complex64f* src, Complex64f* dst, int len) {
 
 // ---- integers, by way of floating-point lanes ------------------------------------------------------------------------------------
 
-template <class S, int N> TEVS_INLINE Vec<int32_t, N> loadInts(const S* p) { return __builtin_convertvector(load<S, N>(p), Vec<int32_t, N>); }
+// N lanes of memory as integers of 32 bits, and back from lanes within D's range. Vectors of less than 16 bytes are not for the compiler, which in 32-bit code
+// keeps them in the registers of the x87 unit.
+template <class S, int N> TEVS_INLINE Vec<int32_t, N> loadInts(const S* p) {
+    if constexpr (sizeof(S) * N >= 16 || N > 4)
+        return __builtin_convertvector(load<S, N>(p), Vec<int32_t, N>);
+    else if constexpr (sizeof(S) == 2) {
+        const auto v = (Vec<int16_t, 8>)_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
+        return (Vec<int32_t, 4>)interleaveLow(v, S(-1) < 0 ? v >> 15 : Vec<int16_t, 8>{});
+    } else {
+        int32_t word;
+        memcpy(&word, p, sizeof word);
+        const auto v = (Vec<uint8_t, 16>)_mm_cvtsi32_si128(word);
+        return (Vec<int32_t, 4>)interleaveLow((Vec<uint16_t, 8>)interleaveLow(v, Vec<uint8_t, 16>{}), Vec<uint16_t, 8>{});
+    }
+}
 
 // Lanes of R, exactly.
 template <class R, class V> TEVS_INLINE auto real(V ints) {
@@ -200,7 +215,36 @@ template <class D, class V> TEVS_INLINE V saturate(V v) { return atLeast(constan
 template <class D, class R> TEVS_INLINE auto toInts(R v, double factor) {
     return nearestInt(each(v, [=](auto x) { return saturate<D>(x * constant<decltype(x)>(factor)); }));
 }
-template <class D, class V> TEVS_INLINE auto narrowTo(V ints) { return __builtin_convertvector(ints, Vec<D, kCount<V>>); }
+template <int Bytes> struct LowPart { __m128i v; };
+template <int Bytes> TEVS_INLINE void store(void* p, LowPart<Bytes> low) {
+    if constexpr (Bytes == 8)
+        _mm_storel_epi64(static_cast<__m128i*>(p), low.v);
+    else {
+        const int32_t word = _mm_cvtsi128_si32(low.v);
+        memcpy(p, &word, sizeof word);
+    }
+}
+template <class D, class V> TEVS_INLINE auto narrowTo(V ints) {
+    constexpr int n = kCount<V>;
+    if constexpr (sizeof(D) == 4 || n > 8)
+        return __builtin_convertvector(ints, Vec<D, n>);
+    else {
+        constexpr bool offset = sizeof(D) == 2 && D(-1) > 0;   // only signed numbers are packed at every level
+        if constexpr (offset) ints -= 32768;
+        Vec<int16_t, 8> words;
+        if constexpr (n == 8)
+            words = pack16(low(ints), high(ints));
+        else
+            words = pack16(ints, ints);
+        if constexpr (offset) words ^= -32768;
+        if constexpr (sizeof(D) == 1)
+            return LowPart<n>{_mm_packus_epi16((__m128i)words, (__m128i)words)};
+        else if constexpr (n == 8)
+            return (Vec<D, 8>)words;
+        else
+            return LowPart<8>{(__m128i)words};
+    }
+}
 
 // The square has 16 bits of 8 and 32 bits of 16: exact in R.
 template <class R, class T> Status sqrInts(const T* src, T* dst, int len, double factor) {

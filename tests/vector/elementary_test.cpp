@@ -352,7 +352,10 @@ long double exponential(long double x) { return std::exp(x); }
 TEST(Elementary, IntegersAreRoundedFromTheExactValue) {
     const std::vector<int32_t> wide = telling32s();
     const auto square = [](long double x) { return x * x; };
-    const auto cube = [](long double x) { return std::cbrt(x); };
+    const auto cube = [](long double x) {
+        const long double root = std::cbrt(x), whole = std::nearbyint(root);   // not every library's is exact where it could be
+        return whole * whole * whole == x ? whole : root;
+    };
     integers("Exp_16s", tevsExp_16s_Sfs, all<int16_t>(), exponential);
     integers("Exp_32s", tevsExp_32s_Sfs, wide, exponential);
     integers("Exp_64s", tevsExp_64s_Sfs, std::vector<int64_t>(wide.begin(), wide.end()), exponential);
