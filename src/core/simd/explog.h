@@ -23,6 +23,23 @@ template <class V> TEVS_INLINE V abs(V v) { return (V)((Bits<V>)v & ~(Bits<V>)co
 template <class V> TEVS_INLINE V polynomial(V, double c) { return constant<V>(c); }
 template <class V, class... C> TEVS_INLINE V polynomial(V z, double c, C... rest) { return constant<V>(c) + z * polynomial(z, rest...); }
 
+// Whether low <= v <= high in all lanes. AVX-512 compares into masks, which the compiler would turn into vectors and back.
+template <class V> TEVS_INLINE bool allBetween(V low, V v, V high) {
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(V) == 64 && sizeof(V{}[0]) == 4)
+        return _mm512_mask_cmp_ps_mask(_mm512_cmp_ps_mask((__m512)low, (__m512)v, _CMP_LE_OQ), (__m512)v, (__m512)high, _CMP_LE_OQ) == 0xffff;
+    else if constexpr (sizeof(V) == 64)
+        return _mm512_mask_cmp_pd_mask(_mm512_cmp_pd_mask((__m512d)low, (__m512d)v, _CMP_LE_OQ), (__m512d)v, (__m512d)high, _CMP_LE_OQ) == 0xff;
+#endif
+    return !any(~((low <= v) & (v <= high)));
+}
+template <class V> TEVS_INLINE bool allBetween(V low, Two<V> v, V high) {
+#if TEVS_LEVEL >= 3
+    return allBetween(low, v.a, high) & allBetween(low, v.b, high);
+#endif
+    return !any(~((low <= v.a) & (v.a <= high) & (low <= v.b) & (v.b <= high)));
+}
+
 template <class T> struct Format;
 template <> struct Format<float> {
     static constexpr int kMantissa = 23, kBias = 127;
@@ -52,7 +69,8 @@ template <class V> TEVS_INLINE V timesPowerOfTwo(V v, V k) {
 }
 
 // e^x = e^r 2^k for x in the range where that is not 0 or infinity: x = k ln 2 + r, |r| <= ln 2 / 2, and e^r = 1 + r + r^2 q(r).
-// The polynomial is off by 2^-27.5 of e^r for float, 2^-60 for double. r = high - low, where high is exact and only the small terms see the rounding of r.
+// The polynomial is off by 2^-27.5 of e^r for float, 2^-60 for double. r = high - low, where high is exact, fused or not, and only the
+// small terms see the rounding of r.
 template <class V> struct Exponential {
     V fraction, whole;   // e^r, k + kWhole
     TEVS_INLINE explicit Exponential(V x) {
@@ -60,12 +78,17 @@ template <class V> struct Exponential {
         whole = x * constant<V>(0x1.71547652b82fep+0) + constant<V>(kWhole<V>);
         const V k = whole - constant<V>(kWhole<V>);
         const V high = x - k * constant<V>(F::kLn2), low = k * constant<V>(F::kLn2Rest), r = high - low, z = r * r;
+        // Estrin's scheme: the square that it takes is there anyway.
+        const auto pair = [=](double even, double odd) { return constant<V>(even) + r * constant<V>(odd); };
         V q;
         if constexpr (isSingle<V>)
-            q = polynomial(r, 0x1p-1, 0x1.55548ep-3, 0x1.55545ep-5, 0x1.123b92p-7, 0x1.6db44cp-10);
-        else
-            q = polynomial(z, 0x1p-1, 0x1.555555555555ep-5, 0x1.6c16c16c1352cp-10, 0x1.a01a01b46d0f0p-16, 0x1.27e4bf05a428cp-22, 0x1.1f9e29ab02490p-29) +
-                r * polynomial(z, 0x1.555555555555cp-3, 0x1.111111110eb94p-7, 0x1.a01a01b3c72ccp-13, 0x1.71ddef7533f43p-19, 0x1.af6d02fe2640fp-26);
+            q = pair(0x1p-1, 0x1.55548ep-3) + z * (pair(0x1.55545ep-5, 0x1.123b92p-7) + z * constant<V>(0x1.6db44cp-10));
+        else {
+            const V w = z * z;
+            q = (pair(0x1p-1, 0x1.555555555555cp-3) + z * pair(0x1.555555555555ep-5, 0x1.111111110eb94p-7)) +
+                w * ((pair(0x1.6c16c16c1352cp-10, 0x1.a01a01b3c72ccp-13) + z * pair(0x1.a01a01b46d0f0p-16, 0x1.71ddef7533f43p-19)) +
+                     w * (pair(0x1.27e4bf05a428cp-22, 0x1.af6d02fe2640fp-26) + z * constant<V>(0x1.1f9e29ab02490p-29)));
+        }
         fraction = constant<V>(1) + (high + (z * q - low));
     }
     TEVS_INLINE V ordinary() const { return (V)((Bits<V>)fraction + ((Bits<V>)whole << FormatOf<V>::kMantissa)); }
@@ -73,15 +96,24 @@ template <class V> struct Exponential {
 };
 
 // Where e^x is far from the ends of the normal numbers, the exponent is added in place; elsewhere there are two products. The results are the same where both will do.
+template <class V, class X> TEVS_INLINE bool isFarFromEnds(X x) {
+    return allBetween(constant<V>(-FormatOf<V>::kExpOrdinary), x, constant<V>(FormatOf<V>::kExpOrdinary));
+}
 template <class V> TEVS_INLINE V exponential(V x) {
     using F = FormatOf<V>;
-    if (!any(~(abs(x) <= constant<V>(F::kExpOrdinary)))) [[likely]]
+    if (isFarFromEnds<V>(x)) [[likely]]
         return Exponential<V>(x).ordinary();
     return Exponential<V>(atLeast(constant<V>(F::kExpLowest), atMost(constant<V>(F::kExpHighest), x))).any();
 }
+// Two vectors at a time keep more of a long chain of operations in flight: a gain for float, and a loss for double, whose polynomials are longer.
+template <class V> TEVS_INLINE Two<V> exponential(Two<V> x) {
+    if (isFarFromEnds<V>(x)) [[likely]]
+        return {Exponential<V>(x.a).ordinary(), Exponential<V>(x.b).ordinary()};
+    return {exponential(x.a), exponential(x.b)};
+}
 
 // Positive normal numbers, whose logarithm needs no care.
-template <class V> TEVS_INLINE auto isOrdinary(V x) { return (x >= constant<V>(FormatOf<V>::kSmallest)) & (x <= constant<V>(FormatOf<V>::kLargest)); }
+template <class V, class X> TEVS_INLINE bool isOrdinary(X x) { return allBetween(constant<V>(FormatOf<V>::kSmallest), x, constant<V>(FormatOf<V>::kLargest)); }
 
 // The exponent that a lane of bits, shifted arithmetically by kMantissa, holds: there is no such shift, nor a conversion, of 64 bits below AVX-512. The bias makes the
 // exponent positive, and so a part of the bits of a number that is a constant more.
@@ -105,13 +137,14 @@ template <class V, class... Shift> TEVS_INLINE V logarithmOfOrdinary(V x, Shift.
     const V k = (exponentOf(above) + ... + shift);
     const V f = (V)((U)x - (above & F::kExponentMask)) - constant<V>(1);
     const V s = f / (constant<V>(2) + f), z = s * s;
+    const auto pair = [=](double even, double odd) { return constant<V>(even) + z * constant<V>(odd); };
     V less;   // f - ln(1 + f)
     if constexpr (isSingle<V>)
-        less = s * (f - z * polynomial(z, 0x1.55557ap-1, 0x1.995eaap-2, 0x1.31e4b2p-2));
+        less = s * (f - z * (pair(0x1.55557ap-1, 0x1.995eaap-2) + (z * z) * constant<V>(0x1.31e4b2p-2)));
     else {
         const V w = z * z;
-        const V p = polynomial(w, 0x1.5555555555593p-1, 0x1.24924942044c5p-2, 0x1.74664284ba37ap-3, 0x1.2f0971a47e1a7p-3) +
-                    z * polynomial(w, 0x1.999999997fc76p-2, 0x1.c71c51f8c1849p-3, 0x1.39a1588790825p-3);
+        const V p = (pair(0x1.5555555555593p-1, 0x1.999999997fc76p-2) + w * pair(0x1.24924942044c5p-2, 0x1.c71c51f8c1849p-3)) +
+                    (w * w) * (pair(0x1.74664284ba37ap-3, 0x1.39a1588790825p-3) + w * constant<V>(0x1.2f0971a47e1a7p-3));
         const V half = constant<V>(0.5) * f * f;
         less = half - s * (half + z * p);
     }
@@ -123,7 +156,7 @@ template <class V, class... Shift> TEVS_INLINE V logarithmOfOrdinary(V x, Shift.
 // Calls unusual() if some lane is not ordinary.
 template <class V, class F> TEVS_INLINE V logarithm(V x, F unusual) {
     using Form = FormatOf<V>;
-    if (!any(~isOrdinary(x))) [[likely]]
+    if (isOrdinary<V>(x)) [[likely]]
         return logarithmOfOrdinary(x);
     unusual();
     constexpr double up = isSingle<V> ? 0x1p24 : 0x1p53, down = isSingle<V> ? -24 : -53;
@@ -133,6 +166,12 @@ template <class V, class F> TEVS_INLINE V logarithm(V x, F unusual) {
     y = x < V{} ? (V)(Integers<V>{} + Form::kNegativeNaN) : y;
     return x == V{} ? constant<V>(-__builtin_inf()) : y;
 }
+template <class V, class F> TEVS_INLINE Two<V> logarithm(Two<V> x, F unusual) {
+    if (isOrdinary<V>(x)) [[likely]]
+        return {logarithmOfOrdinary(x.a), logarithmOfOrdinary(x.b)};
+    return {logarithm(x.a, unusual), logarithm(x.b, unusual)};
+}
+
 // The cube root of float lanes. A third of the bits, taken from a constant, is y = x^(-1/3) within 4 %; one step of the series of (1 - h)^(-1/3), h = 1 - x y^3,
 // leaves 2^-15. t, the root in 12 bits, has an exact square, so r = x / t^2 is off by its own rounding only, r - t is exact (Sterbenz), and with u = (r - t) / t
 //     x^(1/3) = t (1 + u)^(1/3) = t + (r - t) (1 - u/3)/3 + ...,  1 - u/3 = t y
