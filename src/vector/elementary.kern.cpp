@@ -24,7 +24,7 @@ constexpr auto squareRootDomain = [](auto x) { return x < 0 ? WarnSqrtNegArg : S
 // The warning of the first offending element. Vectors are not visited in order, the last comes first; each is looked at before anything is stored over it.
 template <class S> class Warning {
 public:
-    template <class F> [[gnu::noinline, gnu::cold]] void look(const S* s, int n, F domain) {
+    template <class F> TEVS_INLINE void look(const S* s, int n, F domain) {
         for (int i = 0; i < n && !(at_ && s + i >= at_); ++i)
             if (const Status found = domain(s[i])) {
                 at_ = s + i;
@@ -53,16 +53,10 @@ TEVS_WHOLE void exp32f64f(const float* src, double* dst, int len) {
         len, dst, [](auto w, auto s) { return each(widen(load<float, w.n>(s)), [](auto x) { return exponential(x); }); }, src);
 }
 
-TEVS_WHOLE Status ln32f(const float* src, float* dst, int len) {
-    Warning<float> warning;
-    map<2 * kFloats, 8>(
-        len, dst, [&](auto w, auto s) { return logarithm(loadTwo<float, w.n / 2>(s), [&] { warning.look(s, w.n, logarithmDomain); }); }, src);
-    return warning.status();
-}
-TEVS_WHOLE Status ln64f(const double* src, double* dst, int len) {
-    Warning<double> warning;
-    map<kDoubles, 2>(
-        len, dst, [&](auto w, auto s) { return logarithm(load<double, w.n>(s), [&] { warning.look(s, w.n, logarithmDomain); }); }, src);
+template <class T> TEVS_WHOLE Status ln(const T* src, T* dst, int len) {
+    Warning<T> warning;
+    map<kLanes<T>, 16 / sizeof(T)>(
+        len, dst, [&](auto w, auto s) { return logarithm(load<T, w.n>(s), [&] { warning.look(s, w.n, logarithmDomain); }); }, src);
     return warning.status();
 }
 TEVS_WHOLE Status ln64f32f(const double* src, float* dst, int len) {
@@ -403,8 +397,8 @@ extern const ElementaryKernels elementary = {
     .exp32f64f = exp32f64f,
     .exp16s = expInts<int16_t>,
     .exp32s = expInts<int32_t>,
-    .ln32f = ln32f,
-    .ln64f = ln64f,
+    .ln32f = ln<float>,
+    .ln64f = ln<double>,
     .ln64f32f = ln64f32f,
     .ln16s = lnScaled<int16_t, int16_t>,
     .ln32s = lnScaled<int32_t, int32_t>,

@@ -77,7 +77,7 @@ template <class V> struct Exponential {
         using F = FormatOf<V>;
         whole = x * constant<V>(0x1.71547652b82fep+0) + constant<V>(kWhole<V>);
         const V k = whole - constant<V>(kWhole<V>);
-        const V high = x - k * constant<V>(F::kLn2), low = k * constant<V>(F::kLn2Rest), r = high - low, z = r * r;
+        const V high = fnma(k, constant<V>(F::kLn2), x), low = k * constant<V>(F::kLn2Rest), r = high - low, z = r * r;
         // Estrin's scheme: the square that it takes is there anyway.
         const auto pair = [=](double even, double odd) { return constant<V>(even) + r * constant<V>(odd); };
         V q;
@@ -165,11 +165,6 @@ template <class V, class F> TEVS_INLINE V logarithm(V x, F unusual) {
     y = x <= constant<V>(Form::kLargest) ? y : x + x;
     y = x < V{} ? (V)(Integers<V>{} + Form::kNegativeNaN) : y;
     return x == V{} ? constant<V>(-__builtin_inf()) : y;
-}
-template <class V, class F> TEVS_INLINE Two<V> logarithm(Two<V> x, F unusual) {
-    if (isOrdinary<V>(x)) [[likely]]
-        return {logarithmOfOrdinary(x.a), logarithmOfOrdinary(x.b)};
-    return {logarithm(x.a, unusual), logarithm(x.b, unusual)};
 }
 
 // The cube root of float lanes. A third of the bits, taken from a constant, is y = x^(-1/3) within 4 %; one step of the series of (1 - h)^(-1/3), h = 1 - x y^3,
