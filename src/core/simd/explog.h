@@ -35,7 +35,7 @@ template <class V> TEVS_INLINE bool allBetween(V low, V v, V high) {
 }
 template <class V> TEVS_INLINE bool allBetween(V low, Two<V> v, V high) {
 #if TEVS_LEVEL >= 3
-    return allBetween(low, v.a, high) & allBetween(low, v.b, high);
+    return allBetween(low, v.a, high) && allBetween(low, v.b, high);
 #endif
     return !any(~((low <= v.a) & (v.a <= high) & (low <= v.b) & (v.b <= high)));
 }
