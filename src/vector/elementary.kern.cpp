@@ -86,7 +86,7 @@ template <class T> Status sqrt(const T* src, T* dst, int len) {
         len, dst,
         [&](auto w, auto s) {
             const auto x = load<T, w.n>(s);
-            if (any(x < decltype(x){})) [[unlikely]]
+            if (any(isLess(x, decltype(x){}))) [[unlikely]]
                 warning.look(s, w.n, squareRootDomain);
             return squareRoot(x);
         },
@@ -136,18 +136,18 @@ template <class V> TEVS_INLINE V withSignOf(V v, V sign) { return (V)((Bits<V>)a
 template <class V> TEVS_INLINE Two<V> scaledRoot(Two<V> z, V up, V back) {
     const V re = z.a * up, im = z.b * up;
     const V t = back * squareRoot((squareRoot(re * re + im * im) + abs(re)) * constant<V>(0.5));
-    const V other = t == V{} ? z.b : z.b / (t + t);
-    const auto left = z.a < V{};
-    return {left ? abs(other) : t, left ? withSignOf(t, z.b) : other};
+    const V other = z.b / atLeast(constant<V>(0x1p-1000), t + t);   // where t is 0, im is too
+    const auto left = isLess(z.a, V{});
+    return {select(left, abs(other), t), select(left, withSignOf(t, z.b), other)};
 }
 template <class V> TEVS_INLINE Two<V> moderateRoot(Two<V> z) { return scaledRoot(z, constant<V>(1), constant<V>(1)); }
 
 // For parts of any size; infinities and NaN as in C's csqrt.
 template <class V> TEVS_INLINE Two<V> principalRoot(Two<V> z) {
-    const V size = abs(z.a) > abs(z.b) ? abs(z.a) : abs(z.b);
-    const auto small = size<constant<V>(0x1p-480), large = size> constant<V>(0x1p500);
-    if (!any(small | large | (size != size))) [[likely]]
+    const V size = atLeast(abs(z.a), abs(z.b));
+    if (allBetween(constant<V>(0x1p-480), size, constant<V>(0x1p500))) [[likely]]
         return moderateRoot(z);
+    const auto small = size<constant<V>(0x1p-480), large = size> constant<V>(0x1p500);
     const V up = small ? constant<V>(0x1p600) : large ? constant<V>(0x1p-600) : constant<V>(1);
     const V back = small ? constant<V>(0x1p-300) : large ? constant<V>(0x1p300) : constant<V>(1);
     Two<V> root = scaledRoot(z, up, back);
@@ -294,7 +294,7 @@ TEVS_WHOLE Status cubrt32s16s(const int32_t* src, int16_t* dst, int len, double 
             const auto x = widen(v), t = widen((V)(((Vec<int32_t, w.n>)single + 0x200) & ~0x3ff));
             const auto root = [](auto x, auto t) {
                 using W = decltype(x);
-                const W cube = t * t * t, u = (x - cube) / (cube == W{} ? constant<W>(1) : cube);
+                const W cube = t * t * t, u = (x - cube) / (cube + constant<W>(0x1p-1000));
                 return t + t * (u * polynomial(u, 1.0 / 3, -1.0 / 9, 5.0 / 81));
             };
             return narrowTo<int16_t>(toInts<int16_t>(decltype(x){root(x.a, t.a), root(x.b, t.b)}, factor));
@@ -313,7 +313,7 @@ template <class S, class D, class F> TEVS_INLINE void careful(const S* src, D* d
             const auto doubtful = each(y, [](auto v) {
                 using V = decltype(v);
                 const V whole = constant<V>(kWhole<V>);
-                return abs(v - ((v + whole) - whole)) > constant<V>(0.5 - 0x1p-18);
+                return isLess(constant<V>(0.5 - 0x1p-18), abs(v - ((v + whole) - whole)));
             });
             if (any(doubtful)) [[unlikely]] {
                 const auto lanes = join(doubtful.a, doubtful.b);
@@ -337,7 +337,7 @@ template <class S, class D> TEVS_INLINE Status lnInts(const S* src, D* dst, int 
         return each(x, [&](auto v) {
             using V = decltype(v);
             const V y = logarithm(v, [&] { warning.look(s, n, logarithmDomain); });
-            return v < V{} ? constant<V>(-__builtin_inf()) : y * constant<V>(times);
+            return select(isLess(v, V{}), constant<V>(-__builtin_inf()), y * constant<V>(times));
         });
     });
     return warning.status();

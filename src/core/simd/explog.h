@@ -31,13 +31,13 @@ template <class V> TEVS_INLINE bool allBetween(V low, V v, V high) {
     else if constexpr (sizeof(V) == 64)
         return _mm512_mask_cmp_pd_mask(_mm512_cmp_pd_mask((__m512d)low, (__m512d)v, _CMP_LE_OQ), (__m512d)v, (__m512d)high, _CMP_LE_OQ) == 0xff;
 #endif
-    return !any(~((low <= v) & (v <= high)));
+    return all(isAtMost(low, v) & isAtMost(v, high));
 }
 template <class V> TEVS_INLINE bool allBetween(V low, Two<V> v, V high) {
 #if TEVS_LEVEL >= 3
     return allBetween(low, v.a, high) && allBetween(low, v.b, high);
 #endif
-    return !any(~((low <= v.a) & (v.a <= high) & (low <= v.b) & (v.b <= high)));
+    return all(isAtMost(low, v.a) & isAtMost(v.a, high) & isAtMost(low, v.b) & isAtMost(v.b, high));
 }
 
 template <class T> struct Format;

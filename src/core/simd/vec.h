@@ -172,6 +172,21 @@ TEVS_INLINE Vec<float, 16> squareRoot(Vec<float, 16> v) { return (Vec<float, 16>
 TEVS_INLINE Vec<double, 8> squareRoot(Vec<double, 8> v) { return (Vec<double, 8>)_mm512_sqrt_pd((__m512d)v); }
 #endif
 
+// a < b, a <= b, and a where mask holds, b elsewhere, by lane. As operators, but that in 32-bit code the compiler turns comparisons of double, and
+// choices by them, into ones of single lanes through memory.
+template <class V> TEVS_INLINE auto isLess(V a, V b) { return a < b; }
+template <class V> TEVS_INLINE auto isAtMost(V a, V b) { return a <= b; }
+template <class M, class V> TEVS_INLINE V select(M mask, V a, V b) {
+#ifdef __i386__
+    if constexpr (sizeof(V{}[0]) == 8) return (V)(((M)a & mask) | ((M)b & ~mask));
+#endif
+    return mask ? a : b;
+}
+#ifdef __i386__
+TEVS_INLINE Vec<int64_t, 2> isLess(Vec<double, 2> a, Vec<double, 2> b) { return (Vec<int64_t, 2>)_mm_cmplt_pd((__m128d)a, (__m128d)b); }
+TEVS_INLINE Vec<int64_t, 2> isAtMost(Vec<double, 2> a, Vec<double, 2> b) { return (Vec<int64_t, 2>)_mm_cmple_pd((__m128d)a, (__m128d)b); }
+#endif
+
 // Whether any lane of a comparison holds.
 template <class M> TEVS_INLINE bool any(M mask) {
 #if TEVS_LEVEL >= 3
@@ -183,6 +198,16 @@ template <class M> TEVS_INLINE bool any(M mask) {
     if constexpr (sizeof(M) == 16) return _mm_movemask_epi8((__m128i)mask) != 0;
 }
 template <class M> TEVS_INLINE bool any(Two<M> mask) { return any(mask.a | mask.b); }
+// Whether all lanes do.
+template <class M> TEVS_INLINE bool all(M mask) {
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(M) == 64) return sizeof(M{}[0]) == 8 ? _mm512_movepi64_mask((__m512i)mask) == 0xff : _mm512_movepi32_mask((__m512i)mask) == 0xffff;
+#endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(M) == 32) return _mm256_movemask_epi8((__m256i)mask) == -1;
+#endif
+    if constexpr (sizeof(M) == 16) return _mm_movemask_epi8((__m128i)mask) == 0xffff;
+}
 
 // ---- conversions ------------------------------------------------------------------------------------------------------------------
 
