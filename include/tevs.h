@@ -17,6 +17,7 @@
 #include "tevs/extremes.h"   /* largest and smallest elements, where they are, their magnitudes */
 #include "tevs/statistics.h" /* sums, means, deviations, norms, counts, sums of logarithms */
 #include "tevs/dotprod.h"    /* dot products */
+#include "tevs/elementary.h" /* exponential, logarithm, roots, squares, normalisation */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 

@@ -30,7 +30,7 @@ template <class T, class W, bool Spare = false, class L, class H> TEVS_INLINE au
 // 64-bit products of 32-bit lanes.
 template <class V> TEVS_INLINE auto products32(V a, V b) {
     using W = Vec<uint64_t, kCount<V> / 2>;
-    return EvenOdd<W>{(W)evenProducts(a, b), (W)evenProducts(swapPairs(a), swapPairs(b))};
+    return EvenOdd<W>{(W)mulEven(a, b), (W)mulEven(swapPairs(a), swapPairs(b))};
 }
 template <class V> TEVS_INLINE auto widened32(V v) { return products32(v, same<V>(1)); }
 template <class W> TEVS_INLINE EvenOdd<W> operator+(EvenOdd<W> a, EvenOdd<W> b) { return {a.even + b.even, a.odd + b.odd}; }
@@ -70,7 +70,7 @@ constexpr auto complexProduct = [](auto a, auto b) {
         // im reaches 2^63 where all four parts are -2^31 and wraps to -2^63, which no other im is: 2^63 - 1 rounds and saturates as it would.
         const V x = swapPairs(a), y = swapPairs(b);
         using W = Vec<uint64_t, kCount<V> / 2>;
-        const W re = (W)evenProducts(a, b) - (W)evenProducts(x, y), im = (W)evenProducts(a, y) + (W)evenProducts(x, b);
+        const W re = (W)mulEven(a, b) - (W)mulEven(x, y), im = (W)mulEven(a, y) + (W)mulEven(x, b);
         const auto high = (V)im == INT32_MIN, low = (V)im == 0;   // the even lanes are the low words
         const auto wrapped = (W)(high & swapPairs(low)) >> 32;    // 0 or 2^32 - 1
         return EvenOdd<W>{re, im - (wrapped & 1)};
@@ -360,8 +360,7 @@ template <class T, class V> TEVS_INLINE auto narrowInts(V a, V b) {
 template <class T, class V> TEVS_INLINE auto clamped(V q) {
     constexpr double lo = LimitsOf<T>::isSigned ? -double(LimitsOf<T>::max) - 1 : 0, hi = double(LimitsOf<T>::max);
     q = (V)((Bits<V>)q & (q == q));
-    q = q > Element<V>(lo) ? q : V{} + Element<V>(lo);
-    return q < Element<V>(hi) ? q : V{} + Element<V>(hi);
+    return atMost(V{} + Element<V>(hi), atLeast(V{} + Element<V>(lo), q));
 }
 
 // |x / y| 2^k to the nearest integer, where that is below 2^31: the shifted dividend fits 63 bits then.

@@ -74,10 +74,10 @@ Complex64f complex64f(const Complex64f* a, const Complex64f* b, int n) {
 
 template <class V> using Pairs = Vec<int32_t, kCount<V> / 2>;
 
-// Products of the lanes two by two, as terms of an exact sum. They lie in -2^31 + 2^16 .. 2^31, of which pairProducts gives 2^31 as -2^31: right in the lower 32
+// Products of the lanes two by two, as terms of an exact sum. They lie in -2^31 + 2^16 .. 2^31, of which multiplyPairs gives 2^31 as -2^31: right in the lower 32
 // bits. One less fits them all, and its upper half is within 2^16 of the term; with kBlock / 2 terms that is as good as the floor.
 template <class V> TEVS_INLINE Exact<Pairs<V>> exactPairs(V a, V b) {
-    const auto t = pairProducts(a, b);
+    const auto t = multiplyPairs(a, b);
     return {(Unsigned32<V>)t, (Pairs<V>)((Unsigned32<V>)t - 1) >> 16};
 }
 

@@ -38,7 +38,7 @@ template <class V> TEVS_INLINE V ones() { return V{} + 1; }
 
 struct Sum16 : Sum {
     template <class V> TEVS_INLINE Pairs<V> start() const { return Pairs<V>{}; }
-    template <class V> TEVS_INLINE Pairs<V> step(Pairs<V> s, V x) const { return s + pairProducts(x, ones<V>()); }
+    template <class V> TEVS_INLINE Pairs<V> step(Pairs<V> s, V x) const { return s + multiplyPairs(x, ones<V>()); }
 };
 int64_t sum16s(const int16_t* src, int n) {
     int64_t sum = 0;
@@ -50,7 +50,7 @@ struct PartSums16 : Additive {
     template <class V> TEVS_INLINE Two<Pairs<V>> start() const { return Two<Pairs<V>>{}; }
     template <class V> TEVS_INLINE auto step(Two<Pairs<V>> s, V x) const {
         const auto even = (V)(Pairs<V>{} + 0x00000001), odd = (V)(Pairs<V>{} + 0x00010000);
-        return s + Two<Pairs<V>>{pairProducts(x, even), pairProducts(x, odd)};
+        return s + Two<Pairs<V>>{multiplyPairs(x, even), multiplyPairs(x, odd)};
     }
     template <class V> TEVS_INLINE Complex32s finish(Two<V> s) const { return {sumOfLanes(s.a), sumOfLanes(s.b)}; }
 };
@@ -107,7 +107,7 @@ struct Distance16 {
 // Per pair of elements at most 2^16 without a difference, and 2 * 65535 with one: a block's sum fits 32 bits without a sign.
 struct AbsSum16 : Sum {
     template <class V> TEVS_INLINE Unsigned32<V> start() const { return Unsigned32<V>{}; }
-    template <class V> TEVS_INLINE Unsigned32<V> step(Unsigned32<V> s, V x) const { return s + (Unsigned32<V>)pairProducts(x, x >> 15 | ones<V>()); }
+    template <class V> TEVS_INLINE Unsigned32<V> step(Unsigned32<V> s, V x) const { return s + (Unsigned32<V>)multiplyPairs(x, x >> 15 | ones<V>()); }
 };
 struct DistanceSum16 : AbsSum16 {
     template <class V> TEVS_INLINE Unsigned32<V> step(Unsigned32<V> s, V d) const { return s + (((Unsigned32<V>)d & 0xffff) + ((Unsigned32<V>)d >> 16)); }
@@ -117,7 +117,7 @@ struct DistanceSum16 : AbsSum16 {
 struct SquareSum16 : Additive {
     template <class V> TEVS_INLINE Exact<Pairs<V>> start() const { return Exact<Pairs<V>>{}; }
     template <class V> TEVS_INLINE Exact<Pairs<V>> step(Exact<Pairs<V>> s, V x) const {
-        const auto t = pairProducts(x, x);
+        const auto t = multiplyPairs(x, x);
         return s + Exact<Pairs<V>>{(Unsigned32<V>)t, (Pairs<V>)((Unsigned32<V>)t >> 16)};
     }
     template <class V> TEVS_INLINE int64_t finish(Exact<V> s) const { return s.sum(); }
@@ -134,7 +134,7 @@ struct DistanceSquareSum16 : Additive {
     template <class V> TEVS_INLINE Halves<Pairs<V>> step(Halves<Pairs<V>> s, V d) const {
         using Signed = Vec<int16_t, kCount<V>>;
         const V half = d >> 1;
-        const auto t = pairProducts((Signed)half, (Signed)(half - d));
+        const auto t = multiplyPairs((Signed)half, (Signed)(half - d));
         return s + Halves<Pairs<V>>{{(Unsigned32<V>)t, t >> 16}, (Pairs<V>)(d & 1)};
     }
     template <class V> TEVS_INLINE int64_t finish(Halves<V> s) const {

@@ -7,6 +7,7 @@
 #include "vector/conversion.table.h"
 #include "vector/dotprod.table.h"
 #include "vector/extremes.table.h"
+#include "vector/elementary.table.h"
 #include "vector/logic.table.h"
 #include "vector/movement.table.h"
 #include "vector/polar.table.h"
@@ -21,5 +22,6 @@
     X(ExtremesKernels, extremes)     \
     X(StatisticsKernels, statistics) \
     X(DotProdKernels, dotProd)       \
+    X(ElementaryKernels, elementary) \
     X(FftKernels, fft)               \
     X(FirKernels, fir)

@@ -73,17 +73,6 @@ TEVS_EACH_WIDTH(blockPackUnsigned, int16_t, packus_epi16)
 TEVS_EACH_WIDTH(blockPackUnsigned, int32_t, packus_epi32)
 #endif
 
-// Products of even 32-bit lanes in 64 bits.
-#if TEVS_LEVEL >= 1
-TEVS_EACH_WIDTH(evenProducts, int32_t, mul_epi32)
-#else
-TEVS_INLINE Vec<int32_t, 4> evenProducts(Vec<int32_t, 4> x, Vec<int32_t, 4> y) {
-    // The unsigned product counts a negative factor 2^32 too high.
-    const auto high = (Vec<int64_t, 2>)(((x >> 31) & y) + ((y >> 31) & x)) << 32;
-    return (Vec<int32_t, 4>)((Vec<int64_t, 2>)_mm_mul_epu32((__m128i)x, (__m128i)y) - high);
-}
-#endif
-
 #undef TEVS_AT_16
 #undef TEVS_SHIFT_AT_16
 #undef TEVS_EACH_WIDTH

@@ -263,6 +263,21 @@ template <class V> TEVS_INLINE V bySign(V sign, V a, V b) {
 #endif
 }
 
+// a < b, a <= b, and a where mask holds, b elsewhere, by lane. As operators, but that in 32-bit code the compiler turns comparisons of double, and
+// choices by them, into ones of single lanes through memory.
+template <class V> TEVS_INLINE auto isLess(V a, V b) { return a < b; }
+template <class V> TEVS_INLINE auto isAtMost(V a, V b) { return a <= b; }
+template <class M, class V> TEVS_INLINE V select(M mask, V a, V b) {
+#ifdef __i386__
+    if constexpr (sizeof(V{}[0]) == 8) return (V)(((M)a & mask) | ((M)b & ~mask));
+#endif
+    return mask ? a : b;
+}
+#ifdef __i386__
+TEVS_INLINE Vec<int64_t, 2> isLess(Vec<double, 2> a, Vec<double, 2> b) { return (Vec<int64_t, 2>)_mm_cmplt_pd((__m128d)a, (__m128d)b); }
+TEVS_INLINE Vec<int64_t, 2> isAtMost(Vec<double, 2> a, Vec<double, 2> b) { return (Vec<int64_t, 2>)_mm_cmple_pd((__m128d)a, (__m128d)b); }
+#endif
+
 // Whether any lane of a comparison holds.
 template <class M> TEVS_INLINE bool any(M mask) {
 #if TEVS_LEVEL >= 3
@@ -274,14 +289,24 @@ template <class M> TEVS_INLINE bool any(M mask) {
     if constexpr (sizeof(M) == 16) return _mm_movemask_epi8((__m128i)mask) != 0;
 }
 
+template <class M> TEVS_INLINE bool any(Two<M> mask) { return any(mask.a | mask.b); }
+// Whether all lanes do.
+template <class M> TEVS_INLINE bool all(M mask) {
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(M) == 64) return sizeof(M{}[0]) == 8 ? _mm512_movepi64_mask((__m512i)mask) == 0xff : _mm512_movepi32_mask((__m512i)mask) == 0xffff;
+#endif
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(M) == 32) return _mm256_movemask_epi8((__m256i)mask) == -1;
+#endif
+    if constexpr (sizeof(M) == 16) return _mm_movemask_epi8((__m128i)mask) == 0xffff;
+}
+
 // v[2i] * w[2i] + v[2i+1] * w[2i+1] in 32 bits. Only four factors of -32768 leave that range: 2^31 comes out as INT32_MIN.
 TEVS_INLINE Vec<int32_t, 4> multiplyPairs(Vec<int16_t, 8> v, Vec<int16_t, 8> w) { return (Vec<int32_t, 4>)_mm_madd_epi16((__m128i)v, (__m128i)w); }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<int32_t, 8> multiplyPairs(Vec<int16_t, 16> v, Vec<int16_t, 16> w) { return (Vec<int32_t, 8>)_mm256_madd_epi16((__m256i)v, (__m256i)w); }
 #endif
 
-// a0*b0 + a1*b1, a2*b2 + a3*b3, ...: pairs of 16-bit products, summed to 32 bits. All four at -32768 wrap to -2^31; nothing else does.
-TEVS_INLINE Vec<int32_t, 4> pairProducts(Vec<int16_t, 8> a, Vec<int16_t, 8> b) { return (Vec<int32_t, 4>)_mm_madd_epi16((__m128i)a, (__m128i)b); }
 // a0*b0, a2*b2, ...: every second product, exact.
 TEVS_INLINE Vec<int64_t, 2> mulEven(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
 #if TEVS_LEVEL >= 1
@@ -293,7 +318,6 @@ TEVS_INLINE Vec<int64_t, 2> mulEven(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
 #endif
 }
 #if TEVS_LEVEL >= 2
-TEVS_INLINE Vec<int32_t, 8> pairProducts(Vec<int16_t, 16> a, Vec<int16_t, 16> b) { return (Vec<int32_t, 8>)_mm256_madd_epi16((__m256i)a, (__m256i)b); }
 TEVS_INLINE Vec<int64_t, 4> mulEven(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int64_t, 4>)_mm256_mul_epi32((__m256i)a, (__m256i)b); }
 #endif
 
@@ -326,6 +350,13 @@ TEVS_INLINE Vec<int32_t, 8> nearestInt(Two<Vec<double, 4>> v) {
 }
 TEVS_INLINE Vec<int32_t, 8> truncatedInt(Two<Vec<double, 4>> v) {
     return join((Vec<int32_t, 4>)_mm256_cvttpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvttpd_epi32((__m256d)v.b));
+}
+#endif
+
+#if TEVS_LEVEL >= 3
+TEVS_INLINE Vec<int32_t, 16> nearestInt(Vec<float, 16> v) { return (Vec<int32_t, 16>)_mm512_maskz_cvtps_epi32(0xffff, (__m512)v); }
+TEVS_INLINE Vec<int32_t, 16> nearestInt(Two<Vec<double, 8>> v) {
+    return join((Vec<int32_t, 8>)_mm512_maskz_cvtpd_epi32(0xff, (__m512d)v.a), (Vec<int32_t, 8>)_mm512_maskz_cvtpd_epi32(0xff, (__m512d)v.b));
 }
 #endif
 
@@ -390,6 +421,9 @@ TEVS_INLINE Two<Vec<double, 4>> widen(Vec<int32_t, 8> v) {
 #if TEVS_LEVEL >= 3
 TEVS_INLINE Two<Vec<double, 8>> widen(Vec<float, 16> v) {
     return {(Vec<double, 8>)_mm512_maskz_cvtps_pd(0xff, (__m256)low(v)), (Vec<double, 8>)_mm512_maskz_cvtps_pd(0xff, (__m256)high(v))};
+}
+TEVS_INLINE Two<Vec<double, 8>> widen(Vec<int32_t, 16> v) {
+    return {(Vec<double, 8>)_mm512_maskz_cvtepi32_pd(0xff, (__m256i)low(v)), (Vec<double, 8>)_mm512_maskz_cvtepi32_pd(0xff, (__m256i)high(v))};
 }
 #endif
 

@@ -1,0 +1,570 @@
+#include <cfenv>
+#include <climits>
+#include <cmath>
+#include <complex>
+#include <functional>
+
+#include "support/data.h"
+#include "support/guarded.h"
+
+using namespace test;
+
+namespace {
+
+constexpr float kInf = INFINITY;
+
+template <class S, class D> using Function = std::function<Status(const S*, D*, int)>;
+template <class S, class D = S> using ScaledFunction = Status (*)(const S*, D*, int, int);
+template <class T> using InPlace = std::function<Status(T*, int)>;
+
+// ---- accuracy ---------------------------------------------------------------------------------------------------------------------
+
+// |got - want| in units of the last place of want; zeros and infinities (beyond the range of T) have to agree with their signs, and any NaN with any other.
+template <class T> double ulps(T got, long double want) {
+    using Limits = std::numeric_limits<T>;
+    if (std::isnan(want) || std::isnan(got)) return std::isnan(want) && std::isnan(got) ? 0 : INFINITY;
+    if (want == 0 || std::isinf(got)) return got == T(want) && std::signbit(got) == std::signbit(want) ? 0 : INFINITY;
+    const int exponent = std::max(std::ilogb(want), Limits::min_exponent - 1) - Limits::digits + 1;
+    return double(std::ldexp(std::fabs(got - want), -exponent));
+}
+
+// Every 4093rd float; of doubles as many bit patterns, and as many numbers in each of some ranges where a function changes its ways.
+std::vector<float> samples(float) {
+    std::vector<float> v;
+    for (uint64_t b = 0; b < uint64_t{1} << 32; b += 4093) v.push_back(std::bit_cast<float>(uint32_t(b)));
+    return v;
+}
+std::vector<double> samples(double) {
+    std::vector<double> v;
+    auto& g = generator();
+    for (int i = 0; i < 200000; ++i) v.push_back(std::bit_cast<double>(g()));
+    const double ranges[][2] = {{-1, 1}, {0.6, 1.5}, {-746, -700}, {-40, 40}, {700, 710}, {0, 0x1p-1020}, {1 - 0x1p-20, 1 + 0x1p-20}, {-0x1p-30, 0x1p-30},
+                                {0, 1e6}};
+    for (const auto& r : ranges)
+        for (int i = 0; i < 60000; ++i) v.push_back(std::uniform_real_distribution<double>(r[0], r[1])(g));
+    return v;
+}
+
+uint64_t hashOf(const void* p, size_t bytes) {
+    uint64_t h = 14695981039346656037u;
+    for (size_t i = 0; i < bytes; ++i) h = (h ^ static_cast<const unsigned char*>(p)[i]) * 1099511628211u;
+    return h;
+}
+
+// Within the bound of the function, which works in extended precision, and the same to the bit (by their hash) at every level and in both ABIs.
+template <class S, class D> void accurate(const char* name, Function<S, D> f, long double (*reference)(long double), double bound, uint64_t hash) {
+    const std::vector<S> x = samples(S());
+    std::vector<D> y(x.size());
+    ASSERT_GE(f(x.data(), y.data(), int(x.size())), StatusOk);
+    double worst = 0;
+    S at = 0;
+    for (size_t i = 0; i < x.size(); ++i)
+        if (const double e = ulps(y[i], reference(x[i])); e > worst) {
+            worst = e;
+            at = x[i];
+        }
+    EXPECT_LE(worst, bound) << name << " at " << at;
+    for (D& v : y)
+        if (std::isnan(v)) v = 0;
+    EXPECT_EQ(hashOf(y.data(), y.size() * sizeof(D)), hash) << name << std::hex << " 0x" << hashOf(y.data(), y.size() * sizeof(D));
+}
+
+TEST(Elementary, AccurateAndTheSameEverywhere) {
+    generator().seed(25);
+    accurate<float, float>("Exp_32f", tevsExp_32f, expl, 0.90, 0xe7e092d8684d509b);
+    accurate<float, double>("Exp_32f64f", tevsExp_32f64f, expl, 0.92, 0x67cb18b97f160cef);
+    accurate<float, float>("Ln_32f", tevsLn_32f, logl, 0.86, 0x7c449d8fbce2c194);
+    accurate<float, float>("Sqrt_32f", tevsSqrt_32f, sqrtl, 0.5, 0x96dce02d81c58e3d);
+    accurate<float, float>("Cubrt_32f", tevsCubrt_32f, cbrtl, 0.84, 0x3b8ea65be145f085);
+    accurate<float, float>(
+        "Sqr_32f", tevsSqr_32f, [](long double x) { return x * x; }, 0.5, 0xdd35fd4723b8cf9e);
+    generator().seed(26);
+    accurate<double, double>("Exp_64f", tevsExp_64f, expl, 0.92, 0xca6a084f997282a0);
+    generator().seed(26);
+    accurate<double, double>("Ln_64f", tevsLn_64f, logl, 0.94, 0x09113e4bad688288);
+    generator().seed(26);
+    accurate<double, float>("Ln_64f32f", tevsLn_64f32f, logl, 0.501, 0xad14ea50ddb1a134);
+    generator().seed(26);
+    accurate<double, double>("Sqrt_64f", tevsSqrt_64f, sqrtl, 0.5005, 0xab598ec228ca1cd2);
+}
+
+// A part of the complex root beside the extended one's, whose parts are formed without cancellation as well.
+template <class T, class Z> void accurateRoots(Status (*f)(const Z*, Z*, int), double bound) {
+    std::vector<T> parts = wildFloats<T>(40000);
+    for (int i = 0; i < 40000; ++i) parts.push_back(randomValue<T>());
+    std::vector<Z> z(parts.size() / 2), root(z.size());
+    std::memcpy(z.data(), parts.data(), parts.size() * sizeof(T));
+    ASSERT_EQ(f(z.data(), root.data(), int(z.size())), StatusOk);
+    for (size_t i = 0; i < z.size(); ++i) {
+        if (std::isnan(z[i].re) || std::isnan(z[i].im)) continue;
+        const std::complex<long double> want = std::sqrt(std::complex<long double>(z[i].re, z[i].im));
+        ASSERT_LE(ulps(root[i].re, want.real()), bound) << z[i].re << " " << z[i].im;
+        ASSERT_LE(ulps(root[i].im, want.imag()), bound) << z[i].re << " " << z[i].im;
+    }
+}
+
+TEST(Sqrt, ComplexRootsAreAccurate) {
+    accurateRoots<float>(tevsSqrt_32fc, 0.51);
+    accurateRoots<double>(tevsSqrt_64fc, 2.5);
+}
+
+// ---- special values ---------------------------------------------------------------------------------------------------------------
+
+struct Special {
+    float x;
+    uint32_t exp, ln, sqrt, cubrt;
+};
+constexpr uint32_t kNegativeNaN = 0xffc00000, kOne = 0x3f800000, kPlus = 0x7f800000, kMinus = 0xff800000;
+constexpr Special kSpecials[] = {
+    {0.0f, kOne, kMinus, 0, 0},
+    {-0.0f, kOne, kMinus, 0x80000000, 0x80000000},
+    {1.0f, 0x402df854, 0, kOne, kOne},
+    {-1.0f, 0x3ebc5ab2, kNegativeNaN, kNegativeNaN, 0xbf800000},
+    {kInf, kPlus, kPlus, kPlus, kPlus},
+    {-kInf, 0, kNegativeNaN, kNegativeNaN, kMinus},
+    {0x1p-149f, kOne, 0xc2ce8ed0, 0x1a3504f3, 0x26a14518},
+    {-27.0f, 0x2c044295, kNegativeNaN, kNegativeNaN, 0xc0400000},
+};
+
+// The largest and the least argument whose exponential is finite and not 0, and their neighbours.
+constexpr float kThresholds[][2] = {{0x1.62e42ep6f, 0x1.ffff08p127f}, {0x1.62e43p6f, kInf}, {-0x1.9fe368p6f, 0x1p-149f}, {-0x1.9fe36ap6f, 0}};
+
+TEST(Elementary, SpecialValues) {
+    for (const auto& [x, want] : kThresholds) {
+        float y;
+        tevsExp_32f(&x, &y, 1);
+        EXPECT_EQ(y, want) << x;
+    }
+    for (const Special& s : kSpecials) {
+        float y;
+        const auto bits = [&] { return std::bit_cast<uint32_t>(y); };
+        const bool negative = s.x < 0;
+        EXPECT_EQ(tevsExp_32f(&s.x, &y, 1), StatusOk);
+        EXPECT_EQ(bits(), s.exp) << "exp " << s.x;
+        EXPECT_EQ(tevsLn_32f(&s.x, &y, 1), negative ? WarnLnNegArg : s.x == 0 ? WarnLnZeroArg : StatusOk);
+        EXPECT_EQ(bits(), s.ln) << "ln " << s.x;
+        EXPECT_EQ(tevsSqrt_32f(&s.x, &y, 1), negative ? WarnSqrtNegArg : StatusOk);
+        EXPECT_EQ(bits(), s.sqrt) << "sqrt " << s.x;
+        EXPECT_EQ(tevsCubrt_32f(&s.x, &y, 1), StatusOk);
+        EXPECT_EQ(bits(), s.cubrt) << "cubrt " << s.x;
+    }
+    const double x[] = {0, -1, INFINITY, -INFINITY, 709.8, -745.2, -0.0};
+    double y[7];
+    EXPECT_EQ(tevsLn_64f(x, y, 7), WarnLnZeroArg);
+    EXPECT_EQ(y[0], -INFINITY);
+    EXPECT_EQ(std::bit_cast<uint64_t>(y[1]), 0xfff8000000000000);
+    EXPECT_EQ(y[2], INFINITY);
+    float single[7];
+    EXPECT_EQ(tevsLn_64f32f(x + 1, single, 6), WarnLnNegArg);
+    EXPECT_EQ(std::bit_cast<uint32_t>(single[0]), kNegativeNaN);
+    EXPECT_EQ(tevsExp_64f(x, y, 7), StatusOk);
+    EXPECT_TRUE(same(std::vector<double>{1, y[1], INFINITY, 0, INFINITY, 0, 1}, std::vector<double>(y, y + 7)));
+    EXPECT_EQ(tevsSqrt_64f(x + 6, y, 1), StatusOk);
+    EXPECT_TRUE(std::signbit(y[0]));
+}
+
+TEST(Elementary, NaNIsNoWarning) {
+    float f[9], g[9];
+    double d[9];
+    std::fill(f, f + 9, std::bit_cast<float>(0xffc00000));
+    std::fill(d, d + 9, double(NAN));
+    EXPECT_EQ(tevsLn_32f(f, g, 9), StatusOk);
+    EXPECT_TRUE(std::isnan(g[8]));
+    EXPECT_EQ(tevsSqrt_32f(f, g, 9), StatusOk);
+    EXPECT_EQ(tevsLn_64f32f(d, g, 9), StatusOk);
+    EXPECT_TRUE(std::isnan(g[8]));
+    for (auto call : {tevsExp_64f, tevsLn_64f, tevsSqrt_64f}) {
+        double y[9] = {};
+        EXPECT_EQ(call(d, y, 9), StatusOk);
+        for (double v : y) EXPECT_TRUE(std::isnan(v));
+    }
+}
+
+TEST(Sqrt, ComplexBranchesAndInfinities) {
+    const double zero = 0, inf = INFINITY;
+    const Complex64f rows[][2] = {
+        {{3, 4}, {2, 1}},
+        {{3, -4}, {2, -1}},
+        {{-3, 4}, {1, 2}},
+        {{-3, -4}, {1, -2}},
+        {{-4, zero}, {zero, 2}},
+        {{-4, -zero}, {zero, -2}},
+        {{4, -zero}, {2, -zero}},
+        {{zero, zero}, {zero, zero}},
+        {{-zero, -zero}, {zero, -zero}},
+        {{0, 2}, {1, 1}},
+        {{inf, 1}, {inf, zero}},
+        {{-inf, -1}, {zero, -inf}},
+        {{1, -inf}, {inf, -inf}},
+        {{-inf, inf}, {inf, inf}},
+        {{0x1p1022, 0}, {0x1p511, 0}},
+        {{0, 0x1p-1073}, {0x1p-537, 0x1p-537}},
+    };
+    for (const auto& row : rows) {
+        Complex64f y;
+        tevsSqrt_64fc(&row[0], &y, 1);
+        EXPECT_TRUE(same<Complex64f>({row[1]}, {y})) << row[0].re << " " << row[0].im << " gives " << y.re << " " << y.im;
+    }
+    const Complex32f odd[] = {{NAN, kInf}, {kInf, NAN}, {1, 2}};
+    Complex32f y[3];
+    tevsSqrt_32fc(odd, y, 3);
+    EXPECT_EQ(y[0].re, kInf);
+    EXPECT_EQ(y[1].re, kInf);
+    EXPECT_TRUE(std::isnan(y[1].im));
+}
+
+// ---- placement: every element as if it were alone -----------------------------------------------------------------------------------
+
+template <class S, class D> void placed(const char* name, std::vector<S> (*data)(size_t), Function<S, D> f, InPlace<D> inPlace = {}) {
+    sweep<S>([&](int len, Place at) {
+        const std::vector<S> x = data(size_t(len));
+        std::vector<D> want(x.size());
+        Status status = StatusOk;
+        for (size_t i = 0; i < x.size(); ++i) {
+            const Status one = f(&x[i], &want[i], 1);
+            if (status == StatusOk) status = one;   // the first that offends decides
+        }
+        const Guarded<S> src(x, at);
+        Guarded<D> dst(x.size(), at);
+        ASSERT_EQ(f(src.data(), dst, len), status) << name << len;
+        ASSERT_TRUE(same(want, dst.values())) << name << len;
+        ASSERT_TRUE(dst.intact()) << name;
+        if constexpr (sizeof(S) == sizeof(D)) {
+            Guarded<D> both(x.size(), at);
+            std::memcpy(both.data(), x.data(), x.size() * sizeof(S));
+            ASSERT_EQ(inPlace ? inPlace(both, len) : f(reinterpret_cast<const S*>(both.data()), both, len), status) << name << len;
+            ASSERT_TRUE(same(want, both.values())) << name << len;
+            ASSERT_TRUE(both.intact()) << name;
+        }
+    });
+}
+// At a scale that shows all bits and at one that rounds.
+template <class S, class D> void placedScaled(const char* name, ScaledFunction<S, D> f, Status (*inPlace)(D*, int, int) = nullptr) {
+    for (int scale : {-3, 0, 2}) {
+        const auto bound = [=](D* p, int len) { return inPlace(p, len, scale); };
+        placed<S, D>(
+            name, randomVector<S>, [=](const S* s, D* d, int len) { return f(s, d, len, scale); }, inPlace ? InPlace<D>(bound) : InPlace<D>());
+    }
+}
+
+// Of both signs, and single NaN, infinities and zeros among them.
+template <class Z> std::vector<Z> wildPairs(size_t n) {
+    using T = decltype(Z{}.re);
+    const std::vector<T> v = wildFloats<T>(2 * n);
+    std::vector<Z> z(n);
+    std::memcpy(z.data(), v.data(), n * sizeof(Z));
+    return z;
+}
+
+TEST(Elementary, EveryLengthAndPlace) {
+    placed<float, float>("Exp_32f", wildFloats<float>, tevsExp_32f, tevsExp_32f_I);
+    placed<double, double>("Exp_64f", wildFloats<double>, tevsExp_64f, tevsExp_64f_I);
+    placed<float, double>("Exp_32f64f", wildFloats<float>, tevsExp_32f64f);
+    placed<float, float>("Ln_32f", wildFloats<float>, tevsLn_32f, tevsLn_32f_I);
+    placed<double, double>("Ln_64f", wildFloats<double>, tevsLn_64f, tevsLn_64f_I);
+    placed<double, float>("Ln_64f32f", wildFloats<double>, tevsLn_64f32f);
+    placed<float, float>("Sqr_32f", wildFloats<float>, tevsSqr_32f, tevsSqr_32f_I);
+    placed<double, double>("Sqr_64f", wildFloats<double>, tevsSqr_64f, tevsSqr_64f_I);
+    placed<Complex32f, Complex32f>("Sqr_32fc", wildPairs<Complex32f>, tevsSqr_32fc, tevsSqr_32fc_I);
+    placed<Complex64f, Complex64f>("Sqr_64fc", wildPairs<Complex64f>, tevsSqr_64fc, tevsSqr_64fc_I);
+    placed<float, float>("Sqrt_32f", wildFloats<float>, tevsSqrt_32f, tevsSqrt_32f_I);
+    placed<double, double>("Sqrt_64f", wildFloats<double>, tevsSqrt_64f, tevsSqrt_64f_I);
+    placed<Complex32f, Complex32f>("Sqrt_32fc", wildPairs<Complex32f>, tevsSqrt_32fc, tevsSqrt_32fc_I);
+    placed<Complex64f, Complex64f>("Sqrt_64fc", wildPairs<Complex64f>, tevsSqrt_64fc, tevsSqrt_64fc_I);
+    placed<float, float>("Cubrt_32f", wildFloats<float>, tevsCubrt_32f);
+    placedScaled("Exp_16s", tevsExp_16s_Sfs, tevsExp_16s_ISfs);
+    placedScaled("Exp_32s", tevsExp_32s_Sfs, tevsExp_32s_ISfs);
+    placedScaled("Exp_64s", tevsExp_64s_Sfs, tevsExp_64s_ISfs);
+    placedScaled("Ln_16s", tevsLn_16s_Sfs, tevsLn_16s_ISfs);
+    placedScaled("Ln_32s", tevsLn_32s_Sfs, tevsLn_32s_ISfs);
+    placedScaled("Ln_32s16s", tevsLn_32s16s_Sfs);
+    placedScaled("10Log10_32s", tevs10Log10_32s_Sfs, tevs10Log10_32s_ISfs);
+    placedScaled("Sqr_8u", tevsSqr_8u_Sfs, tevsSqr_8u_ISfs);
+    placedScaled("Sqr_16u", tevsSqr_16u_Sfs, tevsSqr_16u_ISfs);
+    placedScaled("Sqr_16s", tevsSqr_16s_Sfs, tevsSqr_16s_ISfs);
+    placedScaled("Sqr_16sc", tevsSqr_16sc_Sfs, tevsSqr_16sc_ISfs);
+    placedScaled("Sqrt_8u", tevsSqrt_8u_Sfs, tevsSqrt_8u_ISfs);
+    placedScaled("Sqrt_16u", tevsSqrt_16u_Sfs, tevsSqrt_16u_ISfs);
+    placedScaled("Sqrt_16s", tevsSqrt_16s_Sfs, tevsSqrt_16s_ISfs);
+    placedScaled("Sqrt_16sc", tevsSqrt_16sc_Sfs, tevsSqrt_16sc_ISfs);
+    placedScaled("Sqrt_64s", tevsSqrt_64s_Sfs, tevsSqrt_64s_ISfs);
+    placedScaled("Sqrt_32s16s", tevsSqrt_32s16s_Sfs);
+    placedScaled("Sqrt_64s16s", tevsSqrt_64s16s_Sfs);
+    placedScaled("Cubrt_32s16s", tevsCubrt_32s16s_Sfs);
+}
+
+// ---- integer results ------------------------------------------------------------------------------------------------------------------
+
+constexpr int kScales[] = {0, 1, 2, 3, 7, 12, 16, 31, 40, 101, INT_MAX, -1, -2, -5, -9, -14, -20, -31, -64, INT_MIN};
+
+template <class D> D rounded(long double exact, int scale) {
+    if (std::isnan(exact)) return std::numeric_limits<D>::min();
+    const long double r = std::nearbyint(std::ldexp(exact, -std::clamp(scale, -40000, 40000)));
+    return r <= std::numeric_limits<D>::min()                ? std::numeric_limits<D>::min()
+           : r >= (long double)std::numeric_limits<D>::max() ? std::numeric_limits<D>::max()
+                                                             : D(r);
+}
+
+template <class S, class D, class F>
+void integers(const char* name, ScaledFunction<S, D> f, const std::vector<S>& x, F exact, std::initializer_list<int> more = {}) {
+    std::vector<int> scales(std::begin(kScales), std::end(kScales));
+    scales.insert(scales.end(), more);
+    std::vector<D> y(x.size());
+    for (int scale : scales) {
+        ASSERT_GE(f(x.data(), y.data(), int(x.size()), scale), StatusOk);
+        for (size_t i = 0; i < x.size(); ++i) {
+            if constexpr (std::is_integral_v<D>) {
+                const long double want = exact(x[i]);
+                if ((std::isinf(want) && scale > 1000) || (want == 0 && x[i] != 0 && scale < -1000))
+                    continue;   // past the ends of extended precision: the rows below
+                ASSERT_EQ(y[i], rounded<D>(want, scale)) << name << " of " << int64_t(x[i]) << " scale " << scale;
+            } else {
+                const auto z = exact(x[i]);
+                ASSERT_EQ(y[i].re, rounded<int16_t>(z.real(), scale)) << name << " of " << x[i].re << " " << x[i].im << " scale " << scale;
+                ASSERT_EQ(y[i].im, rounded<int16_t>(z.imag(), scale)) << name << " of " << x[i].re << " " << x[i].im << " scale " << scale;
+            }
+        }
+    }
+}
+
+// Every value of up to 16 bits.
+template <class T> std::vector<T> all() {
+    std::vector<T> v;
+    for (int x = std::numeric_limits<T>::min(); x <= std::numeric_limits<T>::max(); ++x) v.push_back(T(x));
+    return v;
+}
+// Powers of small numbers, where ties are, with their neighbours; and others of all sizes.
+std::vector<int32_t> telling32s() {
+    std::vector<int32_t> v = randomVector<int32_t>(5000);
+    for (size_t i = 0; i < 5000; ++i) v[i] >>= i % 32;
+    for (int64_t k = 0; k <= 46340; k += k < 1300 ? 1 : 13)
+        for (int64_t p : {k, k * k, k * k + k, k * k * k, (k * k * k + 4) / 8})
+            for (int64_t x : {p - 1, p, p + 1})
+                if (x <= INT32_MAX) v.insert(v.end(), {int32_t(x), int32_t(-x)});
+    return v;
+}
+
+long double root(long double x) { return x < 0 ? 0 : std::sqrt(x); }
+long double ln(long double x) { return x <= 0 ? -INFINITY : std::log(x); }
+long double decibel(long double x) { return x <= 0 ? -INFINITY : 10 * std::log10(x); }
+long double exponential(long double x) { return std::exp(x); }
+
+TEST(Elementary, IntegersAreRoundedFromTheExactValue) {
+    const std::vector<int32_t> wide = telling32s();
+    const auto square = [](long double x) { return x * x; };
+    const auto cube = [](long double x) {
+        const long double root = std::cbrt(x), whole = std::nearbyint(root);   // not every library's is exact where it could be
+        return whole * whole * whole == x ? whole : root;
+    };
+    integers("Exp_16s", tevsExp_16s_Sfs, all<int16_t>(), exponential);
+    integers("Exp_32s", tevsExp_32s_Sfs, wide, exponential);
+    integers("Exp_64s", tevsExp_64s_Sfs, std::vector<int64_t>(wide.begin(), wide.end()), exponential);
+    integers("Ln_16s", tevsLn_16s_Sfs, all<int16_t>(), ln, {-10, -11, -12, -13});
+    integers("Ln_32s", tevsLn_32s_Sfs, wide, ln, {-26, -27, -28, -30});
+    integers("Ln_32s16s", tevsLn_32s16s_Sfs, wide, ln, {-10, -11, -12});
+    integers("10Log10_32s", tevs10Log10_32s_Sfs, wide, decibel, {-24, -25, -26});
+    integers("Sqr_8u", tevsSqr_8u_Sfs, all<uint8_t>(), square, {8, 9, 15});
+    integers("Sqr_16u", tevsSqr_16u_Sfs, all<uint16_t>(), square, {17, 30, 32, 33});
+    integers("Sqr_16s", tevsSqr_16s_Sfs, all<int16_t>(), square, {14, 15, 30});
+    integers("Sqrt_8u", tevsSqrt_8u_Sfs, all<uint8_t>(), root, {-4, -8});
+    integers("Sqrt_16u", tevsSqrt_16u_Sfs, all<uint16_t>(), root, {-3, -8, -12, -16});
+    integers("Sqrt_16s", tevsSqrt_16s_Sfs, all<int16_t>(), root, {-7, -8, -12, -15});
+    integers("Sqrt_32s16s", tevsSqrt_32s16s_Sfs, wide, root, {-3, -8, 15});
+    integers("Cubrt_32s16s", tevsCubrt_32s16s_Sfs, wide, cube, {-3, -4, -8, -12, 10});
+}
+
+TEST(Elementary, ComplexIntegersAreRoundedFromTheExactValue) {
+    std::vector<Complex16s> z = randomVector<Complex16s>(20000);
+    for (size_t i = 0; i < z.size(); ++i) z[i] = {int16_t(z[i].re >> i % 16), int16_t(z[i].im >> i / 16 % 16)};
+    for (int a = -60; a <= 60; ++a)   // squares, whose roots are ties of some scale
+        for (int b = 0; b <= 60; ++b) z.push_back({int16_t(a * a - b * b), int16_t(2 * a * b)});
+    integers("Sqr_16sc", tevsSqr_16sc_Sfs, z,
+             [](Complex16s v) {
+                 const std::complex<long double> w(v.re, v.im);
+                 return std::complex<long double>(w.real() * w.real() - w.imag() * w.imag(), 2 * w.real() * w.imag());
+             },
+             {14, 15, 30});
+    integers("Sqrt_16sc", tevsSqrt_16sc_Sfs, z, [](Complex16s v) {
+        const long double size = std::hypot((long double)v.re, (long double)v.im), t = std::sqrt((size + std::abs(v.re)) / 2);
+        const long double other = t == 0 ? 0 : v.im / (2 * t);
+        return v.re < 0 ? std::complex<long double>(std::fabs(other), v.im < 0 ? -t : t) : std::complex<long double>(t, other);
+    });
+}
+
+struct Row {
+    int64_t x;
+    int scale;
+    int64_t want;
+};
+
+template <class S, class D, size_t N> void rows(ScaledFunction<S, D> f, const Row (&table)[N]) {
+    for (const Row& r : table) {
+        const S x = S(r.x);
+        D y;
+        f(&x, &y, 1, r.scale);
+        EXPECT_EQ(y, D(r.want)) << r.x << " scale " << r.scale;
+    }
+}
+
+TEST(Exp, ScalesBringHugeExponentialsBack) {
+    rows(tevsExp_16s_Sfs, {{5000, 7200, 11388}, {-20000, -28860, 69}, {0, 1, 0}, {0, -14, 16384}, {0, -15, 32767}, {-1, -14, 6027}, {32767, 0, 32767}});
+    rows(tevsExp_32s_Sfs,
+         {{1000000000, 1442695010, 1988403508}, {21, 0, 1318815734}, {22, 0, INT32_MAX}, {INT32_MAX, INT_MAX, INT32_MAX}, {INT32_MIN, INT_MIN, 0}});
+    rows(tevsExp_64s_Sfs,
+         {{40, 0, 235385266837019985}, {44, 0, INT64_MAX}, {-1000000, -1442730, 33399582936}, {INT64_MAX, INT_MAX, INT64_MAX}, {INT64_MIN, INT_MIN, 0}});
+}
+
+TEST(Sqrt, WideRootsAreExact) {
+    rows(tevsSqrt_64s_Sfs, {{INT64_MAX, 0, 3037000500},
+                            {INT64_MAX, -31, 6521908912666391106},
+                            {INT64_MAX, -32, INT64_MAX},
+                            {INT64_MAX, 31, 1},
+                            {INT64_MAX, 32, 1},
+                            {INT64_MAX, 33, 0},
+                            {2, -62, 6521908912666391106},
+                            {2, -63, INT64_MAX},
+                            {2305843009213706297, -30, 1630477228166602141},
+                            {8931995135108137449, -10, 3060371828845},
+                            {5784308861153737271, -20, 2521887160736238},
+                            {8605771329772434688, -30, 3149885526463414462},
+                            {-5, 0, 0},
+                            {0, INT_MIN, 0},
+                            {1, INT_MIN, INT64_MAX}});
+    // (k + 1/2)^2 = k^2 + k + 1/4 lies between two integers, one of whose roots rounds down.
+    auto& g = generator();
+    for (int i = 0; i < 20000; ++i) {
+        const int64_t k = i < 2000 ? 3037000498 - i : int64_t(g() % 3037000499) >> i % 31, tie = k * k + k;
+        const int64_t x[] = {tie, tie + 1, k * k};
+        int64_t y[3];
+        ASSERT_EQ(tevsSqrt_64s_Sfs(x, y, 3, 0), StatusOk);
+        ASSERT_TRUE(y[0] == k && y[1] == k + 1 && y[2] == k) << k;
+        if (k % 2 == 0) continue;   // half of an odd root is a tie, and its neighbours are not
+        const int64_t z[] = {k * k - 1, k * k, k * k + 1};
+        ASSERT_EQ(tevsSqrt_64s_Sfs(z, y, 3, 1), StatusOk);
+        ASSERT_TRUE(y[0] == k / 2 && y[1] == (k / 2 + 1) / 2 * 2 && y[2] == k / 2 + 1) << k;
+    }
+    const int64_t wide[] = {INT64_MAX, -1, int64_t{32767} * 32767};
+    int16_t narrow[3];
+    EXPECT_EQ(tevsSqrt_64s16s_Sfs(wide, narrow, 3, 0), WarnSqrtNegArg);
+    EXPECT_TRUE(narrow[0] == 32767 && narrow[1] == 0 && narrow[2] == 32767);
+}
+
+// ---- warnings, statuses, rounding modes, normalisation -------------------------------------------------------------------------
+
+TEST(Ln, FirstOffenderDecides) {
+    for (int len = 1; len <= 70; ++len)
+        for (int zero = 0; zero < len; ++zero)
+            for (int negative : {0, len / 2, len - 1}) {
+                std::vector<float> f(size_t(len), 2.0f);
+                f[size_t(zero)] = -0.0f;
+                f[size_t(negative)] = -3.0f;
+                const Status want = zero < negative ? WarnLnZeroArg : WarnLnNegArg;
+                const std::vector<int32_t> s(f.begin(), f.end());
+                std::vector<int32_t> t(s.size());
+                ASSERT_EQ(tevs10Log10_32s_Sfs(s.data(), t.data(), len, 0), want) << len << " " << zero << " " << negative;
+                ASSERT_EQ(t[size_t(zero)], INT32_MIN);
+                ASSERT_EQ(t[size_t(negative)], INT32_MIN);
+                ASSERT_EQ(tevsLn_32f_I(f.data(), len), want) << len << " " << zero << " " << negative;
+            }
+    int16_t x[] = {5, 0, 7}, y[3];
+    EXPECT_EQ(tevsLn_16s_Sfs(x, y, 3, 0), WarnLnZeroArg);
+    EXPECT_TRUE(y[0] == 2 && y[1] == -32768 && y[2] == 2);
+    x[0] = -4;
+    EXPECT_EQ(tevsSqrt_16s_Sfs(x, y, 3, 0), WarnSqrtNegArg);
+    EXPECT_TRUE(y[0] == 0 && y[1] == 0 && y[2] == 3);
+}
+
+TEST(Normalize, SubtractsAndMultipliesByTheReciprocal) {
+    const float f[] = {5, 10, -0.0f, 1e38f, 7};
+    float y[5];
+    ASSERT_EQ(tevsNormalize_32f(f, y, 5, 1, 2), StatusOk);
+    EXPECT_EQ(y[0], 2);
+    ASSERT_EQ(tevsNormalize_32f(f, y, 5, 0.25f, 3), StatusOk);
+    for (int i = 0; i < 5; ++i) EXPECT_EQ(y[i], (f[i] - 0.25f) * (1 / 3.0f));
+    placed<double, double>("Normalize_64f", wildFloats<double>, [](const double* s, double* d, int len) { return tevsNormalize_64f(s, d, len, 0.1, -7); });
+    placed<float, float>("Normalize_32f", wildFloats<float>, [](const float* s, float* d, int len) { return tevsNormalize_32f(s, d, len, -0.1f, 1e-37f); });
+    placed<Complex32f, Complex32f>("Normalize_32fc", wildPairs<Complex32f>, [](const Complex32f* s, Complex32f* d, int len) {
+        return tevsNormalize_32fc(s, d, len, {1, -2}, 3);
+    });
+    placed<Complex64f, Complex64f>("Normalize_64fc", wildPairs<Complex64f>, [](const Complex64f* s, Complex64f* d, int len) {
+        return tevsNormalize_64fc(s, d, len, {1, -2}, 3);
+    });
+    const Complex32f z = {5, 5};
+    Complex32f w;
+    tevsNormalize_32fc(&z, &w, 1, {1, -2}, 2);
+    EXPECT_TRUE(w.re == 2 && w.im == 3.5f);
+    for (int16_t div : {2, -3, 10, 32767, -32768})
+        for (int16_t sub : {0, 17, -32768}) {
+            for (int scale : kScales) {
+                const std::vector<int16_t> x = all<int16_t>();
+                std::vector<int16_t> got(x.size());
+                ASSERT_EQ(tevsNormalize_16s_Sfs(x.data(), got.data(), int(x.size()), sub, div, scale), StatusOk);
+                for (size_t i = 0; i < x.size(); ++i)
+                    ASSERT_EQ(got[i], rounded<int16_t>((x[i] - sub) * (1.0 / div), scale)) << x[i] << " " << sub << " " << div << " " << scale;
+                const Complex16s v = {x[size_t(sub + 40000) % 65536], 12345}, vSub = {sub, -9};
+                Complex16s r;
+                ASSERT_EQ(tevsNormalize_16sc_Sfs(&v, &r, 1, vSub, div, scale), StatusOk);
+                EXPECT_EQ(r.re, rounded<int16_t>((v.re - sub) * (1.0 / div), scale));
+                EXPECT_EQ(r.im, rounded<int16_t>((v.im + 9) * (1.0 / div), scale));
+            }
+        }
+}
+
+TEST(Elementary, IgnoresAndKeepsTheCallersRounding) {
+    const std::vector<float> f = randomVector<float>(19);
+    const std::vector<int64_t> wide = {7, 30, -2, 40, INT64_MAX, 43};
+    const std::vector<int32_t> s = {7, 30, 21, 40, INT32_MAX, 11};
+    const auto run = [&] {
+        std::vector<float> y(19);
+        std::vector<int64_t> e(6), r(6);
+        std::vector<int32_t> l(6);
+        tevsExp_32f(f.data(), y.data(), 19);
+        tevsExp_64s_Sfs(wide.data(), e.data(), 6, -3);
+        tevsSqrt_64s_Sfs(wide.data(), r.data(), 6, -20);
+        tevsLn_32s_Sfs(s.data(), l.data(), 6, -25);
+        return std::tuple(y, e, r, l);
+    };
+    const auto want = run();
+    for (int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+        std::fesetround(mode);
+        const auto got = run();
+        const int after = std::fegetround();
+        std::fesetround(FE_TONEAREST);
+        EXPECT_EQ(after, mode);
+        EXPECT_TRUE(got == want) << mode;
+    }
+}
+
+TEST(Elementary, RejectsBadArguments) {
+    const std::vector<double> src(8);
+    Guarded<double> dst(8);
+    const auto check = [&](auto* f, auto* s, auto* d, auto... rest) {
+        EXPECT_EQ(f(decltype(s)(nullptr), d, 0, rest...), StatusNullPtr);
+        EXPECT_EQ(f(s, decltype(d)(nullptr), 0, rest...), StatusNullPtr);
+        for (int len : {0, -1, INT_MIN}) EXPECT_EQ(f(s, d, len, rest...), StatusBadSize);
+    };
+    const void* p = src.data();
+    void* q = dst.data();
+    check(tevsExp_32f, (const float*)p, (float*)q);
+    check(tevsLn_64f32f, (const double*)p, (float*)q);
+    check(tevsExp_16s_Sfs, (const int16_t*)p, (int16_t*)q, 0);
+    check(tevsExp_16s_Sfs, (const int16_t*)p, (int16_t*)q, 100);
+    check(tevsLn_32s16s_Sfs, (const int32_t*)p, (int16_t*)q, 0);
+    check(tevsSqr_8u_Sfs, (const uint8_t*)p, (uint8_t*)q, 0);
+    check(tevsSqrt_64s_Sfs, (const int64_t*)p, (int64_t*)q, 0);
+    check(tevsNormalize_32f, (const float*)p, (float*)q, 0.0f, 0.0f);
+    check(tevsNormalize_16s_Sfs, (const int16_t*)p, (int16_t*)q, int16_t(0), int16_t(0), 0);
+    for (float div : {0.0f, -0.0f, 1e-39f, -1e-39f}) {
+        EXPECT_EQ(tevsNormalize_32f((const float*)p, (float*)q, 4, 0, div), StatusDivByZeroErr);
+        EXPECT_EQ(tevsNormalize_32fc((const Complex32f*)p, (Complex32f*)q, 2, {0, 0}, div), StatusDivByZeroErr);
+        EXPECT_EQ(tevsNormalize_64f(src.data(), dst, 4, 0, div), StatusDivByZeroErr);
+    }
+    EXPECT_EQ(tevsNormalize_16s_Sfs((const int16_t*)p, (int16_t*)q, 4, 0, 0, 3), StatusDivByZeroErr);
+    EXPECT_EQ(tevsNormalize_16sc_Sfs((const Complex16s*)p, (Complex16s*)q, 4, {0, 0}, 0, 3), StatusDivByZeroErr);
+    EXPECT_TRUE(dst.untouched());
+    float y, x = 5;
+    EXPECT_EQ(tevsNormalize_32f(&x, &y, 1, 0, 0x1p-126f), StatusOk);
+    EXPECT_EQ(tevsNormalize_32f(&x, &y, 1, 0, NAN), StatusOk);
+}
+
+}   // namespace
