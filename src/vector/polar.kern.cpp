@@ -200,7 +200,7 @@ template <class... S> struct Scaled {
             [=](auto w, auto... s) TEVS_FLAT {
                 constexpr int half = w.n / 2;
                 const auto a = squares<half>(s...), b = squares<half>((s + half)...);
-                return f(Two{a + (a >> 31), b + (b >> 31)});
+                return f(Two{a ^ (a >> 31), b ^ (b >> 31)});   // 2^31 - 1 for 2^31
             },
             src...);
     }
