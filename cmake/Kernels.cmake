@@ -11,8 +11,8 @@ endif()
 
 set(TEVS_LEVEL0_FLAGS -msse3)
 set(TEVS_LEVEL1_FLAGS -msse4.1)
-set(TEVS_LEVEL2_FLAGS -mavx2 -mbmi -mbmi2)
-set(TEVS_LEVEL3_FLAGS -mavx512f -mavx512bw -mavx512dq -mavx512vl -mbmi -mbmi2 -mfma)
+set(TEVS_LEVEL2_FLAGS -mavx2 -mbmi -mbmi2 -mf16c)
+set(TEVS_LEVEL3_FLAGS -mavx512f -mavx512bw -mavx512dq -mavx512vl -mbmi -mbmi2 -mfma -mf16c)
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     set(TEVS_LEVELS 0 1)

@@ -11,8 +11,12 @@
 #include "tevs/core.h"       /* memory, version */
 #include "tevs/movement.h"   /* copy, set, reverse, complex parts, conjugate */
 #include "tevs/logic.h"      /* bitwise logic, shifts */
+#include "tevs/arithmetic.h" /* sums, products, quotients, with scaling and saturation */
 #include "tevs/conversion.h" /* between sample types */
 #include "tevs/polar.h"      /* arctangent, magnitude, phase, power, polar form */
+#include "tevs/extremes.h"   /* largest and smallest elements, where they are, their magnitudes */
+#include "tevs/statistics.h" /* sums, means, deviations, norms, counts, sums of logarithms */
+#include "tevs/dotprod.h"    /* dot products */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 

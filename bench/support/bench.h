@@ -52,7 +52,7 @@ template <int Read, int Write> TEVS_WIDEST void touch(const char* src, char* dst
 
 // The rows `limit` of an element-wise operation: what loading its sources and storing its destination takes, for sizes of whole steps.
 template <int Read, int Write> void limit(const std::string& operation) {
-    row(operation, "limit", {1024, 16384, 1 << 20}, [](int n) {
+    row(operation, "limit", {1024, 16384, 1 << 20, 1 << 22}, [](int n) {
         return [n, src = std::vector<char>(size_t(n) * Read), dst = std::vector<char>(size_t(n) * Write)]() mutable {
             touch<Read, Write>(src.data(), dst.data(), n);
         };

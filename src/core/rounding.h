@@ -38,4 +38,40 @@ private:
     uint32_t before_ = 0;   // the caller's word where it was changed; its rounding field is not 0 then
 };
 
+// The same for arithmetic in 80-bit extended precision, and for the conversions that a 32-bit build makes by way of it: to nearest, with all 64 bits.
+// What is computed in the scope has to come from memory and go to memory, which the changes of the control word are ordered with.
+class NearestExtended {
+public:
+    NearestExtended() {
+        asm volatile("fnstcw %0" : "=m"(before_));
+        if ((before_ & kControl) != kExtended) [[unlikely]]
+            load(uint16_t((before_ & ~kControl) | kExtended));
+    }
+    ~NearestExtended() {
+        if ((before_ & kControl) != kExtended) [[unlikely]]
+            load(before_);
+    }
+    NearestExtended(const NearestExtended&) = delete;
+    NearestExtended& operator=(const NearestExtended&) = delete;
+
+private:
+    static constexpr int kControl = 0x0f00, kExtended = 0x0300;   // rounding in bits 10 and 11, precision in 8 and 9
+    static void load(uint16_t word) { asm volatile("fldcw %0" : : "m"(word) : "memory"); }
+
+    uint16_t before_;
+};
+
+// x rounded to nearest; in a 32-bit build by the extended unit, which has the only conversion of 64-bit integers.
+template <class F> F toFloat(int64_t x) {
+#ifdef __i386__
+    NearestExtended guard;
+    asm volatile("" : "+m"(x));   // the conversion keeps its place between the control words
+    F y = F(x);
+    asm volatile("" : "+m"(y));
+    return y;
+#else
+    return F(x);
+#endif
+}
+
 }   // namespace tevs

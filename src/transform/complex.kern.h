@@ -84,11 +84,12 @@ template <class V> TEVS_INLINE void dft(Cx<V> (&x)[16]) {
 template <auto From, class V, int... I> TEVS_INLINE V shuffle(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, From(I)...); }
 template <auto From, class V> TEVS_INLINE V shuffle(V a, V b) { return shuffle<From>(a, b, Iota<kCount<V>>{}); }
 
-template <int K> TEVS_INLINE Cx<Vec<float, K>> loadPairs(const float* p) {
-    const auto a = load<float, K>(p), b = load<float, K>(p + K);
+template <class V> TEVS_INLINE Cx<V> separated(V a, V b) {
+    constexpr int K = kCount<V>;
     return {shuffle<[](int i) { return (i & ~3) + (i & 1) * 2 + (i & 2 ? K : 0); }>(a, b),
             shuffle<[](int i) { return (i & ~3) + (i & 1) * 2 + 1 + (i & 2 ? K : 0); }>(a, b)};
 }
+template <int K> TEVS_INLINE Cx<Vec<float, K>> loadPairs(const float* p) { return separated(load<float, K>(p), load<float, K>(p + K)); }
 template <class V> TEVS_INLINE Two<V> interleaved(Cx<V> v) {
     constexpr int K = kCount<V>;
     return {shuffle<[](int i) { return (i & ~3) + (i & 2) / 2 + (i & 1 ? K : 0); }>(v.re, v.im),

@@ -370,16 +370,24 @@ template <int K, class Pair> TEVS_INLINE void recombine(const float* in, float* 
     }
 }
 
-template <class Run> TEVS_INLINE void withBlock(int order, Run run) {
-    if (kBlock == 4 || order == 3)
-        run(Lane<4>{});
-    else
-        run(Lane<kBlock>{});
-}
-template <int K> constexpr int blockOf(Lane<K>) { return K; }
-
 // With E = Z[k] + conj Z[N-k] and O = Z[k] - conj Z[N-k], w = exp(-2 pi i / 2N), z being half the transform:
 //     X[k] = E - i w^k O,   X[N-k] = conj(E + i w^k O)
+constexpr auto binsOfPair = [](auto p, auto m, auto w, auto& x, auto& y) {
+    const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im}, v = mul(o, w);
+    x = minusI(e, v);
+    y = {e.re - v.im, -e.im - v.re};
+};
+
+// Of eight points, by loads that lie where the transform has stored: any others would wait.
+TEVS_INLINE void binsOfEight(const FftTables& t, const float* z, float* bins) {
+    const auto a = load<float, 4>(z), b = load<float, 4>(z + 4), c = load<float, 4>(z + 8), d = load<float, 4>(z + 12);
+    const auto p = separated(__builtin_shufflevector(a, b, 2, 3, 4, 5), __builtin_shufflevector(b, c, 2, 3, 4, 5));
+    Cx<Vec<float, 4>> x, y;
+    binsOfPair(p, reversed(separated(c, d)), loadBlock<4>(t.recombination), x, y);
+    storePairs<4>(bins + 8, reversed(y));
+    storePairs<4>(bins + 2, x);
+}
+
 void spectrumOfReal(const FftTables& t, const float* z, float* bins, float* first, float* last) {
     const float a = z[0] + z[0], b = z[1] + z[1];
     const int n = 1 << t.order;
@@ -398,22 +406,38 @@ void spectrumOfReal(const FftTables& t, const float* z, float* bins, float* firs
             bins[n] = re + re;
             bins[n + 1] = -(im + im);
         }
+    } else if (t.order == 3) {
+        binsOfEight(t, z, bins);
     } else {
-        withBlock(t.order, [&](auto block) {
-            recombine<blockOf(block)>(z, bins, n, t.recombination, [](auto p, auto m, auto w, auto& x, auto& y) {
-                const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im}, v = mul(o, w);
-                x = minusI(e, v);
-                y = {e.re - v.im, -e.im - v.re};
-            });
-        });
+        recombine<kBlock>(z, bins, n, t.recombination, binsOfPair);
     }
     *first = a + b;
     *last = a - b;
 }
 
 // Z[k] = E + i conj(w^k) O and Z[N-k] = conj(E - i conj(w^k) O) with E = X[k] + conj X[N-k], O = X[k] - conj X[N-k].
+constexpr auto pairOfBins = [](auto p, auto m, auto w, auto& x, auto& y) {
+    const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im};
+    const decltype(p) v = {fma(o.re, w.re, o.im * w.im), fnma(o.re, w.im, o.im * w.re)};   // conj(w) O
+    x = plusI(e, v);
+    y = {e.re + v.im, v.re - e.im};
+};
+
+// Of eight points, by stores that lie where the transform will load: it would wait for any others.
+TEVS_INLINE void pairsOfEight(const FftTables& t, const float* bins, float first, float last, float* z) {
+    Cx<Vec<float, 4>> x, y;
+    pairOfBins(loadPairs<4>(bins + 2), reversed(loadPairs<4>(bins + 8)), loadBlock<4>(t.recombination), x, y);
+    const auto up = interleaved(x), down = interleaved(reversed(y));   // Z[1] .. Z[4], Z[4] .. Z[7]
+    const Vec<float, 4> ends = {first + last, first - last};
+    store(z, __builtin_shufflevector(ends, up.a, 0, 1, 4, 5));
+    store(z + 4, __builtin_shufflevector(up.a, up.b, 2, 3, 4, 5));
+    store(z + 8, down.a);
+    store(z + 12, down.b);
+}
+
 void pairsOfSpectrum(const FftTables& t, const float* bins, float first, float last, float* z) {
     const int n = 1 << t.order;
+    if (t.order == 3) return pairsOfEight(t, bins, first, last, z);
     if (t.order <= 2) {
         if (t.order == 2) {
             const Point p = {bins[2], bins[3]}, m = {bins[6], -bins[7]}, e = p + m, o = p - m;
@@ -429,14 +453,7 @@ void pairsOfSpectrum(const FftTables& t, const float* bins, float first, float l
             z[n + 1] = -(im + im);
         }
     } else {
-        withBlock(t.order, [&](auto block) {
-            recombine<blockOf(block)>(bins, z, n, t.recombination, [](auto p, auto m, auto w, auto& x, auto& y) {
-                const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im};
-                const decltype(p) v = {fma(o.re, w.re, o.im * w.im), fnma(o.re, w.im, o.im * w.re)};   // conj(w) O
-                x = plusI(e, v);
-                y = {e.re + v.im, v.re - e.im};
-            });
-        });
+        recombine<kBlock>(bins, z, n, t.recombination, pairOfBins);
     }
     z[0] = first + last;
     z[1] = first - last;

@@ -5,7 +5,7 @@
 #include "core/rounding.h"
 #include "tevs/fft.h"
 #include "tevs/movement.h"
-#include "transform/spectrum.table.h"
+#include "vector/arithmetic.table.h"
 
 namespace tevs {
 namespace {
@@ -28,7 +28,7 @@ Status multiply(const float* pSrc1, const float* pSrc2, float* pDst, int len, Pa
     NearestRounding guard;
     const Layout at(packing, len);
     const float first = pSrc1[0] * pSrc2[0], second = pSrc1[at.second] * pSrc2[at.second];
-    if (at.pairs > 0) spectrum->mulPairs(pSrc1 + at.firstPair, pSrc2 + at.firstPair, pDst + at.firstPair, at.pairs);
+    if (at.pairs > 0) arithmetic->mul32fc(pSrc1 + at.firstPair, pSrc2 + at.firstPair, pDst + at.firstPair, 2 * ptrdiff_t{at.pairs});
     pDst[at.second] = second;
     pDst[0] = first;
     return StatusOk;

@@ -2,11 +2,11 @@
 #include "tevs/polar.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 
 #include "core/args.h"
 #include "core/rounding.h"
+#include "core/scale.h"
 #include "vector/movement.h"
 #include "vector/polar.table.h"
 
@@ -41,7 +41,7 @@ template <class S, class D> Status four(const S* pSrc1, const S* pSrc2, D* pDst1
 }
 
 // 2^-scaleFactor. A non-zero result here has a magnitude of 2^-75 to 2^32 before it is scaled: beyond 2^200 every scale leaves 0 or saturates.
-double factorOf(int scaleFactor) { return std::bit_cast<double>(uint64_t(1023 - std::clamp(scaleFactor, -200, 200)) << 52); }
+double factorOf(int scaleFactor) { return powerOfTwo<double>(-std::clamp(scaleFactor, -200, 200)); }
 
 template <class S, class D> Status scaled(const S* pSrc, D* pDst, int len, int scaleFactor, void (*kernel)(const S*, D*, int, double)) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;

@@ -196,31 +196,17 @@ constexpr FromParts<int16_t, Complex16s, float> kOfSquares = {OfSquares<Op, floa
 template <class... S> struct Scaled {
     static void magnitude(const S*... src, int16_t* dst, int len, double factor) { eachSquare(len, dst, ScaledRootOfSquare{factor}, src...); }
     static void phase(const S*... src, int16_t* dst, int len, double factor) { eachSample(len, dst, ScaledPhase<int16_t>{factor}, src...); }
-    template <class F> TEVS_INLINE static void power(F f, const S*... src, int16_t* dst, int len) {
-        constexpr int n = 2 * kInts;
-        map<n, 8>(
-            len, dst,
-            [=](auto w, auto... s) TEVS_FLAT {
-                constexpr int half = w.n / 2;
-                const auto a = squares<half>(s...), b = squares<half>((s + half)...);
-                return f(Two{a ^ (a >> 31), b ^ (b >> 31)});   // 2^31 - 1 for 2^31
-            },
-            src...);
-    }
     static void power(const S*... src, int16_t* dst, int len, int scale) {
-        if (scale == 0)
-            power([](auto n) TEVS_FLAT { return exact16(n); }, src..., dst, len);
-        else if (scale < 0)
-            power([=](auto n) TEVS_FLAT { return left16(n, -scale); }, src..., dst, len);
-        else
-            power(
-                [=](auto n) TEVS_FLAT {
-                    // The sums fill 31 bits, so rounding takes them as unsigned.
-                    using V = decltype(n.a);
-                    using U = Vec<uint32_t, kCount<V>>;
-                    return pack16((V)roundShift((U)n.a, scale), (V)roundShift((U)n.b, scale));
+        withScale(scale, [=](auto scaling) TEVS_FLAT {
+            map<2 * kInts, 8>(
+                len, dst,
+                [=](auto w, auto... s) TEVS_FLAT {
+                    constexpr int half = w.n / 2;
+                    const auto a = squares<half>(s...), b = squares<half>((s + half)...);
+                    return fit(scaling, InOrder{a ^ (a >> 31), b ^ (b >> 31)});   // 2^31 - 1 for 2^31
                 },
-                src..., dst, len);
+                src...);
+        });
     }
 };
 

@@ -70,6 +70,23 @@ Result movement(const Caller& call) {
     return call(tevsConjFlip_32fc, src, reinterpret_cast<Complex32f*>(dst.data()), 37) ? Result() : dst;
 }
 
+Result reductions(const Caller& call) {
+    Result dst(7);
+    int at;
+    int64_t norm;
+    if (call(tevsMaxIndx_32f, kFloats.data(), 37, &dst[0], &at)) return Result();
+    if (call(tevsSum_32f, kFloats.data(), 37, &dst[1], HintAccurate)) return Result();
+    if (call(tevsNorm_L2_32f, kFloats.data(), 37, &dst[2])) return Result();
+    if (call(tevsNormDiff_L2Sqr_16s64s_Sfs, kShorts.data(), kShorts.data() + 3, 37, &norm, 20)) return Result();
+    if (call(tevsDotProd_32f, kFloats.data(), kFloats.data() + 1, 37, &dst[3])) return Result();
+    if (call(tevsDotProd_16sc32fc, reinterpret_cast<const Complex16s*>(kShorts.data()), reinterpret_cast<const Complex16s*>(kShorts.data() + 1), 37,
+             reinterpret_cast<Complex32f*>(&dst[4])))
+        return Result();
+    dst[6] = float(at);
+    dst.push_back(float(norm));
+    return dst;
+}
+
 Result fft(const Caller& call) {
     Result dst(1026);
     FFTSpec_R_32f* spec;
@@ -100,7 +117,7 @@ struct Case {
     const char* name;
     Result (*run)(const Caller& call);
 };
-constexpr Case kCases[] = {{"Convert", convert}, {"Movement", movement}, {"FFT", fft}, {"FIR", fir}, {"MulPerm", spectrum}};
+constexpr Case kCases[] = {{"Convert", convert}, {"Movement", movement}, {"Reductions", reductions}, {"FFT", fft}, {"FIR", fir}, {"MulPerm", spectrum}};
 
 TEST(Stack, AlignedToFourBytesWillDo) {
     for (const Case& c : kCases) {

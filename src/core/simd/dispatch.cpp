@@ -1,6 +1,9 @@
 // The level of every family's kernels is chosen here, once, when the library is loaded.
 #include "core/simd/families.h"
 
+#ifndef __i386__
+#include <cpuid.h>
+#endif
 #include <stdlib.h>
 
 namespace tevs {
@@ -12,13 +15,23 @@ TEVS_FAMILIES(X)
 
 namespace {
 
+#ifndef __i386__
+// Not every compiler's __builtin_cpu_supports knows this one.
+bool hasHalfConversion() {
+    unsigned a, b, c, d;
+    return __get_cpuid(1, &a, &b, &c, &d) && (c & bit_F16C);
+}
+#endif
+
 int supportedLevel() {
     __builtin_cpu_init();   // asks the operating system's part too (XCR0)
     if (!__builtin_cpu_supports("sse4.1")) return kBaseLevel;
 #ifdef __i386__
     return 1;
 #else
-    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma") || !__builtin_cpu_supports("bmi") || !__builtin_cpu_supports("bmi2")) return 1;
+    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma") || !__builtin_cpu_supports("bmi") || !__builtin_cpu_supports("bmi2") ||
+        !hasHalfConversion())
+        return 1;
     const bool avx512 =
         __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl");
     return avx512 ? 3 : 2;

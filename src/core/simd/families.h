@@ -3,17 +3,23 @@
 
 #include "filter/fir.table.h"
 #include "transform/fft.table.h"
-#include "transform/spectrum.table.h"
+#include "vector/arithmetic.table.h"
 #include "vector/conversion.table.h"
+#include "vector/dotprod.table.h"
+#include "vector/extremes.table.h"
 #include "vector/logic.table.h"
 #include "vector/movement.table.h"
 #include "vector/polar.table.h"
+#include "vector/statistics.table.h"
 
 #define TEVS_FAMILIES(X)             \
     X(LogicKernels, logic)           \
     X(MovementKernels, movement)     \
+    X(ArithmeticKernels, arithmetic) \
     X(ConversionKernels, conversion) \
     X(PolarKernels, polar)           \
+    X(ExtremesKernels, extremes)     \
+    X(StatisticsKernels, statistics) \
+    X(DotProdKernels, dotProd)       \
     X(FftKernels, fft)               \
-    X(SpectrumKernels, spectrum)     \
     X(FirKernels, fir)

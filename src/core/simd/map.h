@@ -22,6 +22,44 @@ template <class A, class B, class V> TEVS_INLINE void put(Both<A, B> d, Two<V> r
     store(d.b, r.b);
 }
 
+TEVS_INLINE void moveBytes(const void* from, void* to, int n) {
+    const char* s = static_cast<const char*>(from);
+    char* d = static_cast<char*>(to);
+    const auto piece = [&](auto bytes) {
+        memcpy(d, s, sizeof bytes);
+        s += sizeof bytes;
+        d += sizeof bytes;
+    };
+    for (; n >= 8; n -= 8) piece(uint64_t{});
+    if (n & 4) piece(uint32_t{});
+    if (n & 2) piece(uint16_t{});
+    if (n & 1) piece(uint8_t{});
+}
+
+// The n < 16 bytes at p, elements of Size bytes, and the first element over and over behind them. Put together in a register: a vector read back from
+// memory that narrower stores have just written waits for all of them.
+template <int Size> TEVS_INLINE __m128i partial(const void* p, int n) {
+    const auto part = [p](auto bytes, int at) {
+        memcpy(&bytes, static_cast<const char*>(p) + at, sizeof bytes);
+        return bytes;
+    };
+    const auto shifted = [](__m128i v, int bytes) { return _mm_sll_epi64(v, _mm_cvtsi32_si128(8 * bytes)); };
+    __m128i v;
+    if (n >= 8) {
+        const __m128i last = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(static_cast<const char*>(p) + n - 8));
+        v = _mm_unpacklo_epi64(_mm_loadl_epi64(static_cast<const __m128i*>(p)), _mm_srl_epi64(last, _mm_cvtsi32_si128(8 * (16 - n))));
+    } else if (n >= 4) {
+        v = _mm_or_si128(_mm_cvtsi32_si128(part(int32_t{}, 0)), shifted(_mm_cvtsi32_si128(part(int32_t{}, n - 4)), n - 4));
+    } else {   // 1 .. 3
+        v = _mm_cvtsi32_si128(part(uint8_t{}, 0) | part(uint8_t{}, n / 2) << 8 * (n / 2) | part(uint8_t{}, n - 1) << 8 * (n - 1));
+    }
+    const __m128i first = Size == 1 ? _mm_set1_epi8(part(int8_t{}, 0)) : Size == 2 ? _mm_set1_epi16(part(int16_t{}, 0)) : v;
+    const __m128i spread = Size == 8 ? _mm_unpacklo_epi64(first, first) : Size == 4 ? _mm_shuffle_epi32(first, 0) : first;
+    static const uint8_t kBehind[32] = {0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,
+                                        0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff};
+    return _mm_or_si128(v, _mm_and_si128(spread, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kBehind + 16 - n))));
+}
+
 // A stand-in of N elements for the n < N elements at a pointer: a vector that starts there would run past the last of them.
 // The lanes beyond repeat element 0, so they raise no condition that the true elements do not.
 template <int N, class P> struct Stage;
@@ -29,15 +67,19 @@ template <int N, class T> struct Stage<N, T*> {
     struct Cell {
         unsigned char bytes[sizeof(T)];
     };
+    static constexpr int kSize = sizeof(Cell), kBytes = N * kSize;
     Cell cell[N];
     TEVS_INLINE T* at() { return reinterpret_cast<T*>(cell); }
     TEVS_INLINE void in(const void* p, int n) {
-        const Cell* c = static_cast<const Cell*>(p);
-        for (int i = 0; i < N; ++i) cell[i] = c[i < n ? i : 0];
+        if constexpr (kBytes <= 16 && (kSize & (kSize - 1)) == 0) {
+            const __m128i v = partial<kSize>(p, n * kSize);
+            memcpy(cell, &v, sizeof cell);
+        } else {
+            for (int i = 0; i < N; ++i) memcpy(cell + i, p, sizeof(Cell));
+            moveBytes(p, cell, n * kSize);
+        }
     }
-    TEVS_INLINE void out(void* p, int n) const {
-        for (int i = 0; i < n; ++i) static_cast<Cell*>(p)[i] = cell[i];
-    }
+    TEVS_INLINE void out(void* p, int n) const { moveBytes(cell, p, n * kSize); }
 };
 template <int N, class A, class B> struct Stage<N, Both<A, B>> {
     Stage<N, A*> a;

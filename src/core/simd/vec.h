@@ -33,6 +33,11 @@ template <class T> constexpr int kLanes = kRegisterBytes / int(sizeof(T));
 
 template <class V> constexpr int kCount = int(sizeof(V) / sizeof(V{}[0]));
 
+template <class T> struct Unqualified { typedef T type; };
+template <class T> struct Unqualified<T&> { typedef T type; };
+template <class T> struct Unqualified<T&&> { typedef T type; };
+template <class V> using Element = typename Unqualified<decltype(V{}[0])>::type;
+
 // ---- loads, stores, constants: any address will do ------------------------------------------------------------------------
 
 template <class V> TEVS_INLINE V loadAs(const void* p) {
@@ -83,6 +88,9 @@ template <class V> TEVS_INLINE V reverse(V a) {
 #endif
     return reverseOf(a, Iota<kCount<V>>{});
 }
+template <class V, int... I> TEVS_INLINE V alternateOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (I + (I % 2) * int(sizeof...(I)))...); }
+// The even lanes of a, the odd lanes of b.
+template <class V> TEVS_INLINE V alternate(V a, V b) { return alternateOf(a, b, Iota<kCount<V>>{}); }
 template <class V> TEVS_INLINE V swapPairs(V a) { return swapPairsOf(a, Iota<kCount<V>>{}); }
 template <class V> TEVS_INLINE auto low(V a) { return lowOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto high(V a) { return highOf(a, Iota<kCount<V> / 2>{}); }
@@ -94,6 +102,12 @@ template <class V> TEVS_INLINE auto join(V a, V b) {
 #endif
     return W(joinOf(a, b, Iota<2 * kCount<V>>{}));
 }
+
+// The even, the odd lanes, each in its own place and its neighbour's.
+template <class V, int... I> TEVS_INLINE V evensTwiceOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I & ~1)...); }
+template <class V, int... I> TEVS_INLINE V oddsTwiceOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I | 1)...); }
+template <class V> TEVS_INLINE V evensTwice(V a) { return evensTwiceOf(a, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE V oddsTwice(V a) { return oddsTwiceOf(a, Iota<kCount<V>>{}); }
 
 // Two vectors that belong together: consecutive in memory where they are stored, or the two parts of a complex vector.
 template <class V> struct Two { V a, b; };
@@ -117,6 +131,20 @@ template <class T, int N> TEVS_INLINE Two<Vec<T, N>> loadSplit(const T* p) {
     return {evens(x, y), odds(x, y)};
 }
 template <class V> TEVS_INLINE Two<V> interleave(V a, V b) { return {interleaveLow(a, b), interleaveHigh(a, b)}; }
+
+// As many 32-bit elements at p as half fill V, each in two lanes.
+template <class V> TEVS_INLINE V loadTwice(const void* p) {
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32) {
+        const auto v = loadAs<Vec<int32_t, 4>>(p);
+        return (V)join(interleaveLow(v, v), interleaveHigh(v, v));
+    }
+#endif
+    if constexpr (sizeof(V) == 16) {
+        const auto v = (Vec<int32_t, 4>)_mm_loadl_epi64(static_cast<const __m128i*>(p));
+        return (V)interleaveLow(v, v);
+    }
+}
 
 // ---- arithmetic that no operator says -----------------------------------------------------------------------------------------
 
@@ -150,6 +178,30 @@ template <class V> TEVS_INLINE V fnma(V a, V b, V c) {                          
     return c - a * b;
 #endif
 }
+
+// a - b in the even lanes and a + b in the odd ones, and the other way round.
+TEVS_INLINE Vec<float, 4> subAdd(Vec<float, 4> a, Vec<float, 4> b) { return (Vec<float, 4>)_mm_addsub_ps((__m128)a, (__m128)b); }
+TEVS_INLINE Vec<double, 2> subAdd(Vec<double, 2> a, Vec<double, 2> b) { return (Vec<double, 2>)_mm_addsub_pd((__m128d)a, (__m128d)b); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<float, 8> subAdd(Vec<float, 8> a, Vec<float, 8> b) { return (Vec<float, 8>)_mm256_addsub_ps((__m256)a, (__m256)b); }
+TEVS_INLINE Vec<double, 4> subAdd(Vec<double, 4> a, Vec<double, 4> b) { return (Vec<double, 4>)_mm256_addsub_pd((__m256d)a, (__m256d)b); }
+#endif
+template <class V> TEVS_INLINE V addSub(V a, V b) { return alternate(a + b, a - b); }
+
+// The smaller and the larger of two integers. Below SSE4.1 there is no instruction for 32 bits.
+#if TEVS_LEVEL >= 1
+TEVS_INLINE Vec<int32_t, 4> minimum(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int32_t, 4>)_mm_min_epi32((__m128i)a, (__m128i)b); }
+TEVS_INLINE Vec<int32_t, 4> maximum(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int32_t, 4>)_mm_max_epi32((__m128i)a, (__m128i)b); }
+TEVS_INLINE Vec<uint32_t, 4> minimum(Vec<uint32_t, 4> a, Vec<uint32_t, 4> b) { return (Vec<uint32_t, 4>)_mm_min_epu32((__m128i)a, (__m128i)b); }
+#else
+template <class V> TEVS_INLINE V minimum(V a, V b) { return a < b ? a : b; }
+template <class V> TEVS_INLINE V maximum(V a, V b) { return a < b ? b : a; }
+#endif
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> minimum(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int32_t, 8>)_mm256_min_epi32((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<int32_t, 8> maximum(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int32_t, 8>)_mm256_max_epi32((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<uint32_t, 8> minimum(Vec<uint32_t, 8> a, Vec<uint32_t, 8> b) { return (Vec<uint32_t, 8>)_mm256_min_epu32((__m256i)a, (__m256i)b); }
+#endif
 
 // min(limit, v) and max(limit, v), and v itself where v is NaN.
 template <class V> TEVS_INLINE V atMost(V limit, V v) {
@@ -228,20 +280,53 @@ TEVS_INLINE Vec<int32_t, 4> multiplyPairs(Vec<int16_t, 8> v, Vec<int16_t, 8> w) 
 TEVS_INLINE Vec<int32_t, 8> multiplyPairs(Vec<int16_t, 16> v, Vec<int16_t, 16> w) { return (Vec<int32_t, 8>)_mm256_madd_epi16((__m256i)v, (__m256i)w); }
 #endif
 
+// a0*b0 + a1*b1, a2*b2 + a3*b3, ...: pairs of 16-bit products, summed to 32 bits. All four at -32768 wrap to -2^31; nothing else does.
+TEVS_INLINE Vec<int32_t, 4> pairProducts(Vec<int16_t, 8> a, Vec<int16_t, 8> b) { return (Vec<int32_t, 4>)_mm_madd_epi16((__m128i)a, (__m128i)b); }
+// a0*b0, a2*b2, ...: every second product, exact.
+TEVS_INLINE Vec<int64_t, 2> mulEven(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
+#if TEVS_LEVEL >= 1
+    return (Vec<int64_t, 2>)_mm_mul_epi32((__m128i)a, (__m128i)b);
+#else
+    // Of the unsigned product, less the other factor * 2^32 for each negative one.
+    const auto over = (Vec<uint64_t, 2>)((a >> 31 & b) + (b >> 31 & a)) << 32;
+    return (Vec<int64_t, 2>)((Vec<uint64_t, 2>)_mm_mul_epu32((__m128i)a, (__m128i)b) - over);
+#endif
+}
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> pairProducts(Vec<int16_t, 16> a, Vec<int16_t, 16> b) { return (Vec<int32_t, 8>)_mm256_madd_epi16((__m256i)a, (__m256i)b); }
+TEVS_INLINE Vec<int64_t, 4> mulEven(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int64_t, 4>)_mm256_mul_epi32((__m256i)a, (__m256i)b); }
+#endif
+
+// A bit for every byte of v: its highest.
+TEVS_INLINE uint32_t byteSigns(Vec<uint8_t, 16> v) { return uint32_t(_mm_movemask_epi8((__m128i)v)); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE uint32_t byteSigns(Vec<uint8_t, 32> v) { return uint32_t(_mm256_movemask_epi8((__m256i)v)); }
+#endif
+
 // ---- conversions ------------------------------------------------------------------------------------------------------------------
 
 // Float to the nearest integer (ties to even, in the rounding mode that exports keep) or toward zero; out of range and NaN: INT32_MIN.
 TEVS_INLINE Vec<int32_t, 4> nearestInt(Vec<float, 4> v) { return (Vec<int32_t, 4>)_mm_cvtps_epi32((__m128)v); }
 TEVS_INLINE Vec<int32_t, 4> truncatedInt(Vec<float, 4> v) { return (Vec<int32_t, 4>)_mm_cvttps_epi32((__m128)v); }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<int32_t, 8> nearestInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvtps_epi32((__m256)v); }
+TEVS_INLINE Vec<int32_t, 8> truncatedInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvttps_epi32((__m256)v); }
+#endif
+
+// Double to integer likewise: the lanes of two registers in one.
 TEVS_INLINE Vec<int32_t, 4> nearestInt(Two<Vec<double, 2>> v) {
     return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvtpd_epi32((__m128d)v.a), _mm_cvtpd_epi32((__m128d)v.b));
+}
+TEVS_INLINE Vec<int32_t, 4> truncatedInt(Two<Vec<double, 2>> v) {
+    return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)v.a), _mm_cvttpd_epi32((__m128d)v.b));
 }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<int32_t, 8> nearestInt(Two<Vec<double, 4>> v) {
     return join((Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.b));
 }
-TEVS_INLINE Vec<int32_t, 8> nearestInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvtps_epi32((__m256)v); }
-TEVS_INLINE Vec<int32_t, 8> truncatedInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvttps_epi32((__m256)v); }
+TEVS_INLINE Vec<int32_t, 8> truncatedInt(Two<Vec<double, 4>> v) {
+    return join((Vec<int32_t, 4>)_mm256_cvttpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvttpd_epi32((__m256d)v.b));
+}
 #endif
 
 // N lanes from memory in a type of twice the width, and N lanes in half the width: exact, and rounded to nearest.
@@ -264,6 +349,9 @@ template <int N> TEVS_INLINE Vec<double, N> loadWide(const float* p) {
 #endif
     if constexpr (N == 2) return (Vec<double, 2>)_mm_cvtps_pd((__m128)_mm_load_sd(reinterpret_cast<const double*>(p)));
 }
+#if TEVS_LEVEL >= 2
+TEVS_INLINE Vec<double, 4> wide(Vec<float, 4> v) { return (Vec<double, 4>)_mm256_cvtps_pd((__m128)v); }
+#endif
 TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) { return (Vec<float, 4>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)v.a), _mm_cvtpd_ps((__m128d)v.b)); }
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<float, 8> narrow(Two<Vec<double, 4>> v) {
@@ -275,6 +363,14 @@ TEVS_INLINE Vec<float, 16> narrow(Two<Vec<double, 8>> v) {
     return join((Vec<float, 8>)_mm512_maskz_cvtpd_ps(0xff, (__m512d)v.a), (Vec<float, 8>)_mm512_maskz_cvtpd_ps(0xff, (__m512d)v.b));
 }
 #endif
+
+// The same for what is stored at once: two stores are faster than joining the halves.
+template <class V> TEVS_INLINE auto narrowed(Two<V> v) {
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32) return Two{(Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b)};
+#endif
+    if constexpr (sizeof(V) == 16) return narrow(v);
+}
 
 // Lanes as doubles, exactly.
 TEVS_INLINE Two<Vec<double, 2>> widen(Vec<float, 4> v) {

@@ -1,0 +1,618 @@
+#include "vector/arithmetic.table.h"
+
+#include "core/simd/lanes.h"
+#include "core/simd/map.h"
+
+namespace tevs::TEVS_LEVEL_NS {
+namespace {
+
+constexpr int kFloats = kLanes<float>;
+template <class T> constexpr int kLeast = 16 / int(sizeof(T));
+
+// ---- integer operations, as exact results -----------------------------------------------------------------------------------------------
+
+// (a0, b0), (a1, b1) ... as 16-bit lanes: the sign bits of a, or zeros, above its lanes widen them.
+template <class V> TEVS_INLINE auto widened(V v) {
+    if constexpr (sizeof(Element<V>) == 1) {
+        using W = Vec<uint16_t, kCount<V> / 2>;
+        return Widened<uint8_t, W>{(W)blockLow(v, V{}), (W)blockHigh(v, V{})};
+    } else {
+        using W = Vec<int32_t, kCount<V> / 2>;
+        const V sign = v >> 15;
+        return Widened<int16_t, W>{(W)blockLow(v, sign), (W)blockHigh(v, sign)};
+    }
+}
+// Products of 16-bit lanes from their low and high halves.
+template <class T, class W, bool Spare = false, class L, class H> TEVS_INLINE auto joined(L low, H high) {
+    using S = Vec<int16_t, kCount<L>>;
+    return Widened<T, W, Spare>{(W)blockLow((S)low, (S)high), (W)blockHigh((S)low, (S)high)};
+}
+// 64-bit products of 32-bit lanes.
+template <class V> TEVS_INLINE auto products32(V a, V b) {
+    using W = Vec<uint64_t, kCount<V> / 2>;
+    return EvenOdd<W>{(W)evenProducts(a, b), (W)evenProducts(swapPairs(a), swapPairs(b))};
+}
+template <class V> TEVS_INLINE auto widened32(V v) { return products32(v, same<V>(1)); }
+template <class W> TEVS_INLINE EvenOdd<W> operator+(EvenOdd<W> a, EvenOdd<W> b) { return {a.even + b.even, a.odd + b.odd}; }
+// 32-bit products of 16-bit numbers in 32-bit lanes: the high half of one factor's lanes is emptied, so that it adds nothing.
+template <class V> TEVS_INLINE V products16(V a, V b) {
+    using S = Vec<int16_t, 2 * kCount<V>>;
+    return (V)multiplyPairs((S)(a & 0xffff), (S)b);
+}
+
+constexpr auto sum = [](auto a, auto b) { return Sum<decltype(a)>{a, b}; };
+constexpr auto difference = [](auto a, auto b) { return Difference<decltype(a)>{a, b}; };
+constexpr auto reversed = [](auto a, auto b) { return difference(b, a); };
+
+constexpr auto product = [](auto a, auto b) {
+    using V = decltype(b);
+    constexpr int n = kCount<V> / 2;
+    if constexpr (sizeof(Element<V>) == 1) {
+        const auto x = widened(a), y = widened(b);
+        return Widened<uint8_t, Vec<uint16_t, n>>{x.low * y.low, x.high * y.high};
+    } else if constexpr (sizeof(Element<V>) == 4) {
+        return products32(a, b);
+    } else if constexpr (!Limits<V>::isSigned) {
+        return joined<uint16_t, Vec<uint32_t, n>>(a * b, mulHigh(a, b));
+    } else if constexpr (!Limits<decltype(a)>::isSigned) {
+        // The unsigned high half counts a negative b 2^16 too high.
+        using U = decltype(a);
+        return joined<int16_t, Vec<int32_t, n>>(a * (U)b, mulHigh(a, (U)b) - ((U)(b >> 15) & a));
+    } else {
+        using U = Vec<uint16_t, kCount<V>>;
+        return joined<int16_t, Vec<int32_t, n>, true>((U)a * (U)b, mulHigh(a, b));
+    }
+};
+
+constexpr auto complexProduct = [](auto a, auto b) {
+    using V = decltype(a);
+    if constexpr (sizeof(Element<V>) == 4) {
+        // im reaches 2^63 where all four parts are -2^31 and wraps to -2^63, which no other im is: 2^63 - 1 rounds and saturates as it would.
+        const V x = swapPairs(a), y = swapPairs(b);
+        using W = Vec<uint64_t, kCount<V> / 2>;
+        const W re = (W)evenProducts(a, b) - (W)evenProducts(x, y), im = (W)evenProducts(a, y) + (W)evenProducts(x, b);
+        const auto high = (V)im == INT32_MIN, low = (V)im == 0;   // the even lanes are the low words
+        const auto wrapped = (W)(high & swapPairs(low)) >> 32;    // 0 or 2^32 - 1
+        return EvenOdd<W>{re, im - (wrapped & 1)};
+    } else {
+        // With NOT bi = -bi - 1 in the place of bi, a pair sums to re - ai; ai is the upper half of its lane. Negating -2^15 would wrap. im reaches
+        // 2^31 as above.
+        using W = Vec<int32_t, kCount<V> / 2>;
+        using U = Vec<uint32_t, kCount<V> / 2>;
+        const W re = (W)((U)multiplyPairs(a, (V)((W)b ^ same<W>(int32_t(0xffff0000)))) + (U)((W)a >> 16));
+        const W whole = (W)multiplyPairs(a, swapPairs(b)), im = (W)((U)whole + (U)(whole == INT32_MIN));
+        return Widened<int16_t, W>{blockLow(re, im), blockHigh(re, im)};
+    }
+};
+
+// dst = op(a, b) at a scale; T is the type of dst.
+template <class T, class Op, class A, class B> TEVS_INLINE void scaled(T* dst, ptrdiff_t n, int scaleFactor, Op op, A a, B b) {
+    withScale(scaleFactor, [=](auto scaling) {
+        map<kLanes<T>, kLeast<T>>(
+            n, dst, [=](auto w, auto... s) { return fit(scaling, op(w, s...)); }, a, b);
+    });
+}
+
+template <class A, class B, class Op> void scaledBinary(const A* a, const B* b, B* dst, ptrdiff_t n, int scaleFactor) {
+    scaled(
+        dst, n, scaleFactor, [](auto w, auto x, auto y) { return Op{}(load<A, w.n>(x), load<B, w.n>(y)); }, a, b);
+}
+
+template <class V> TEVS_INLINE V repeated(Constant<Element<V>> c) { return alternate(V{} + c.even, V{} + c.odd); }
+
+template <class T, class Op> void scaledWithConstant(const T* src, Constant<T> c, T* dst, ptrdiff_t n, int scaleFactor) {
+    withScale(scaleFactor, [=](auto scaling) {
+        map<kLanes<T>, kLeast<T>>(
+            n, dst, [=](auto w, auto x) { return fit(scaling, Op{}(load<T, w.n>(x), repeated<Vec<T, w.n>>(c))); }, src);
+    });
+}
+
+// n real factors and n complex ones.
+void mul32s32sc(const int32_t* a, const int32_t* b, int32_t* dst, ptrdiff_t n, int scaleFactor) {
+    using Pair = Constant<int32_t>;
+    withScale(scaleFactor, [=](auto scaling) {
+        map<kLanes<int32_t> / 2, 2>(
+            n, reinterpret_cast<Pair*>(dst),
+            [=](auto w, auto x, auto y) {
+                using V = Vec<int32_t, 2 * w.n>;
+                return fit(scaling, product(loadTwice<V>(x), loadAs<V>(y)));
+            },
+            a, reinterpret_cast<const Pair*>(b));
+    });
+}
+
+void mul16s32s(const int16_t* a, const int16_t* b, int32_t* dst, ptrdiff_t n, int scaleFactor) {
+    scaled(
+        dst, n, scaleFactor, [](auto w, auto x, auto y) { return Whole<Vec<int32_t, w.n>>{products16(loadWide<w.n>(x), loadWide<w.n>(y))}; }, a, b);
+}
+
+// The products and what is there already are one exact result, rounded once.
+void addProduct16s(const int16_t* a, const int16_t* b, int16_t* dst, ptrdiff_t n, int scaleFactor) {
+    withScale(scaleFactor, [=](auto scaling) {
+        map<kLanes<int16_t>, 8>(
+            n, dst,
+            [=](auto w, auto x, auto y, auto z) {
+                const auto p = product(load<int16_t, w.n>(x), load<int16_t, w.n>(y)), before = widened(load<int16_t, w.n>(z));
+                return fit(scaling, decltype(before){p.low + before.low, p.high + before.high});
+            },
+            a, b, static_cast<const int16_t*>(dst));
+    });
+}
+void addProduct16s32s(const int16_t* a, const int16_t* b, int32_t* dst, ptrdiff_t n, int scaleFactor) {
+    withScale(scaleFactor, [=](auto scaling) {
+        map<kLanes<int32_t>, 4>(
+            n, dst,
+            [=](auto w, auto x, auto y, auto z) {
+                return fit(scaling, widened32(products16(loadWide<w.n>(x), loadWide<w.n>(y))) + widened32(load<int32_t, w.n>(z)));
+            },
+            a, b, static_cast<const int32_t*>(dst));
+    });
+}
+void addProduct32s(const int32_t* a, const int32_t* b, int32_t* dst, ptrdiff_t n, int scaleFactor) {
+    withScale(scaleFactor, [=](auto scaling) {
+        map<kLanes<int32_t>, 4>(
+            n, dst,
+            [=](auto w, auto x, auto y, auto z) {
+                return fit(scaling, products32(load<int32_t, w.n>(x), load<int32_t, w.n>(y)) + widened32(load<int32_t, w.n>(z)));
+            },
+            a, b, static_cast<const int32_t*>(dst));
+    });
+}
+
+void add32u(const uint32_t* a, const uint32_t* b, uint32_t* dst, ptrdiff_t n) {
+    map<kLanes<uint32_t>, 4>(
+        n, dst, [](auto w, auto x, auto y) { return addSat(load<uint32_t, w.n>(x), load<uint32_t, w.n>(y)); }, a, b);
+}
+void add16s32s(const int16_t* a, const int32_t* b, int32_t* dst, ptrdiff_t n) {
+    map<kLanes<int32_t>, 4>(
+        n, dst, [](auto w, auto x, auto y) { return addSat(loadWide<w.n>(x), load<int32_t, w.n>(y)); }, a, b);
+}
+
+constexpr auto plus = [](auto a, auto b) { return a + b; };
+constexpr auto minus = [](auto a, auto b) { return a - b; };
+constexpr auto minusReversed = [](auto a, auto b) { return b - a; };
+constexpr auto times = [](auto a, auto b) { return a * b; };
+
+// Sums and products of 8-bit lanes fit 16.
+template <class Op> void wide8u(const uint8_t* a, const uint8_t* b, uint16_t* dst, ptrdiff_t n) {
+    map<kLanes<uint16_t>, 8>(
+        n, dst, [](auto w, auto x, auto y) { return Op{}(loadInts<uint16_t, 2 * w.n>(x), loadInts<uint16_t, 2 * w.n>(y)); }, a, b);
+}
+// Sums, differences and products of 16-bit lanes fit 32; a product is rounded where it becomes a float.
+template <class Op> void floats16s(const int16_t* a, const int16_t* b, float* dst, ptrdiff_t n) {
+    map<kFloats, 4>(
+        n, dst, [](auto w, auto x, auto y) { return __builtin_convertvector(Op{}(loadWide<w.n>(x), loadWide<w.n>(y)), Vec<float, w.n>); }, a, b);
+}
+
+// ---- float operations -----------------------------------------------------------------------------------------------------------------------
+
+template <class T, class Op> void binary(const T* a, const T* b, T* dst, ptrdiff_t n) {
+    map<kLanes<T>, kLeast<T>>(
+        n, dst, [](auto w, auto x, auto y) { return Op{}(load<T, w.n>(x), load<T, w.n>(y)); }, a, b);
+}
+template <class T, class Op> void withConstant(const T* src, Constant<T> c, T* dst, ptrdiff_t n) {
+    map<kLanes<T>, kLeast<T>>(
+        n, dst, [=](auto w, auto x) { return Op{}(load<T, w.n>(x), repeated<Vec<T, w.n>>(c)); }, src);
+}
+
+// re = ar br - ai bi, im = ar bi + ai br.
+constexpr auto timesComplex = [](auto a, auto b) { return subAdd(evensTwice(a) * b, oddsTwice(a) * swapPairs(b)); };
+
+// n real factors and n complex ones.
+void mul32f32fc(const float* a, const float* b, float* dst, ptrdiff_t n) {
+    using Pair = Constant<float>;
+    map<kFloats / 2, 2>(
+        n, reinterpret_cast<Pair*>(dst),
+        [](auto w, auto x, auto y) {
+            using V = Vec<float, 2 * w.n>;
+            return loadTwice<V>(x) * loadAs<V>(y);
+        },
+        a, reinterpret_cast<const Pair*>(b));
+}
+
+template <class T, class Op> void addProduct(const T* a, const T* b, T* dst, ptrdiff_t n) {
+    map<kLanes<T>, kLeast<T>>(
+        n, dst, [](auto w, auto x, auto y, auto z) { return load<T, w.n>(z) + Op{}(load<T, w.n>(x), load<T, w.n>(y)); }, a, b, static_cast<const T*>(dst));
+}
+void addProductC32f(const float* src, Constant<float> c, float* dst, ptrdiff_t n) {
+    map<kFloats, 4>(
+        n, dst, [=](auto w, auto x, auto z) { return load<float, w.n>(z) + load<float, w.n>(x) * repeated<Vec<float, w.n>>(c); }, src,
+        static_cast<const float*>(dst));
+}
+
+// What is below the range converts to INT32_MIN and packs to -32768, as NaN does; what is above would too, so it is cut off first.
+void mulC32f16s(const float* src, float val, int16_t* dst, ptrdiff_t n, float f, float g) {
+    map<2 * kFloats, 8>(
+        n, dst,
+        [=](auto w, auto s) {
+            const auto part = [=](auto v) { return nearestInt(atMost(decltype(v){} + 32767.0f, v * val * f * g)); };
+            const auto v = loadTwo<float, w.n / 2>(s);
+            return pack16(part(v.a), part(v.b));
+        },
+        src);
+}
+
+// ---- division ----------------------------------------------------------------------------------------------------------------------------------
+
+template <class T> struct IntOf;
+template <> struct IntOf<float> { typedef int32_t type; };
+template <> struct IntOf<double> { typedef int64_t type; };
+// Every bit of a lane, or the bits of a quiet NaN.
+template <class V> using Bits = Vec<typename IntOf<Element<V>>::type, kCount<V>>;
+template <class V> TEVS_INLINE V quietNaN() { return V{} + (Element<V>)__builtin_nan(""); }
+template <class V> TEVS_INLINE V infinity() { return V{} + (Element<V>)__builtin_inf(); }
+
+// x / y by IEEE, but over a zero of either sign: infinity with the sign of x, or a NaN where x is 0 or NaN.
+constexpr auto quotient = [](auto x, auto y, bool& zero) {
+    using V = decltype(x);
+    const auto isZero = y == 0;
+    const V q = x / y;
+    if (!any(isZero)) [[likely]]
+        return q;
+    zero = true;
+    return isZero ? x > 0 ? infinity<V>() : x < 0 ? -infinity<V>() : quietNaN<V>() : q;
+};
+
+template <class T> bool divide(const T* dividend, const T* divisor, T* dst, ptrdiff_t n) {
+    bool zero = false;
+    map<kLanes<T>, kLeast<T>>(
+        n, dst, [&](auto w, auto x, auto y) { return quotient(load<T, w.n>(x), load<T, w.n>(y), zero); }, dividend, divisor);
+    return zero;
+}
+bool divCRev32f(const float* divisor, float dividend, float* dst, ptrdiff_t n) {
+    bool zero = false;
+    map<kFloats, 4>(
+        n, dst, [&](auto w, auto y) { return quotient(Vec<float, w.n>{} + dividend, load<float, w.n>(y), zero); }, divisor);
+    return zero;
+}
+
+// x conj(y), and |y|^2 in both lanes.
+template <class V> TEVS_INLINE V timesConjugate(V x, V y) { return addSub(evensTwice(y) * x, oddsTwice(y) * swapPairs(x)); }
+template <class V> TEVS_INLINE V squaredMagnitude(V y) {
+    const V s = y * y;
+    return s + swapPairs(s);
+}
+
+// In double precision no square of a single-precision number leaves the range, and none but that of 0 is 0. The reciprocals of two vectors' magnitudes are
+// one division; the second rounding that this costs is 2^-29 of a result's last bit.
+bool div32fc(const float* dividend, const float* divisor, float* dst, ptrdiff_t n) {
+    bool zero = false;
+    map<kFloats, 4>(
+        n, dst,
+        [&](auto w, auto p, auto q) {
+            constexpr int h = w.n / 2;
+            using V = Vec<double, h>;
+            const V x = loadWide<h>(p), xh = loadWide<h>(p + h), y = loadWide<h>(q), yh = loadWide<h>(q + h);
+            const V s = y * y, sh = yh * yh, m = blockLow(s, sh) + blockHigh(s, sh), r = 1 / m;
+            const auto v = Two{timesConjugate(x, y) * evensTwice(r), timesConjugate(xh, yh) * oddsTwice(r)};
+            if (!any(m == 0)) [[likely]]
+                return narrowed(v);
+            zero = true;
+            const auto only = [](V mag, V z) { return mag == 0 ? quietNaN<V>() : z; };
+            return narrowed(Two{only(evensTwice(m), v.a), only(oddsTwice(m), v.b)});
+        },
+        dividend, divisor);
+    return zero;
+}
+
+// One quotient whose intermediate results may leave the range: both operands are brought near 1 by powers of two first.
+__attribute__((noinline)) void divideScaled(double (&x)[2], const double (&y)[2], bool& zero) {
+    const auto exponent = [](const double(&z)[2]) {
+        const double m = __builtin_fmax(__builtin_fabs(z[0]), __builtin_fabs(z[1]));
+        return m > 0 && m < __builtin_inf() ? __builtin_ilogb(m) : 0;
+    };
+    if (y[0] == 0 && y[1] == 0) {
+        x[0] = x[1] = __builtin_nan("");
+        zero = true;
+        return;
+    }
+    const int ex = exponent(x), ey = exponent(y);
+    const double xr = __builtin_scalbn(x[0], -ex), xi = __builtin_scalbn(x[1], -ex), yr = __builtin_scalbn(y[0], -ey), yi = __builtin_scalbn(y[1], -ey);
+    const double m = yr * yr + yi * yi;
+    x[0] = __builtin_scalbn((xr * yr + xi * yi) / m, ex - ey);
+    x[1] = __builtin_scalbn((xi * yr - xr * yi) / m, ex - ey);
+}
+
+bool div64fc(const double* dividend, const double* divisor, double* dst, ptrdiff_t n) {
+    bool zero = false;
+    map<kLanes<double>, 2>(
+        n, dst,
+        [&](auto w, auto p, auto q) {
+            using V = Vec<double, w.n>;
+            V x = load<double, w.n>(p);
+            const V y = load<double, w.n>(q), m = squaredMagnitude(y), s = squaredMagnitude(x);
+            const auto outside = (m < 0x1p-400) | (m > 0x1p400) | (s > 0x1p800) | ((s < 0x1p-800) & (s > 0)) | (m != m) | (s != s);
+            if (!any(outside | ((s == 0) & ((x != 0) | (swapPairs(x) != 0))))) [[likely]]
+                return timesConjugate(x, y) / m;
+            for (int k = 0; k < w.n; k += 2) {
+                double a[2] = {x[k], x[k + 1]};
+                divideScaled(a, {y[k], y[k + 1]}, zero);
+                x[k] = a[0];
+                x[k + 1] = a[1];
+            }
+            return x;
+        },
+        dividend, divisor);
+    return zero;
+}
+
+// The lower half of a register, where a whole one would run past the destination.
+struct LowHalf {
+    Vec<uint8_t, 16> v;
+};
+TEVS_INLINE void store(void* p, LowHalf v) { _mm_storel_epi64(static_cast<__m128i*>(p), (__m128i)v.v); }
+
+// 32-bit lanes that hold values of T, as T.
+template <class T, class V> TEVS_INLINE auto narrowInts(V a, V b) {
+    if constexpr (sizeof(T) == 4)
+        return Two{a, b};
+    else if constexpr (__is_same(T, int16_t))
+        return pack16(a, b);
+    else if constexpr (__is_same(T, uint16_t))
+        return packU16(a, b);
+    else if constexpr (kCount<V> == 8)
+        return (Vec<uint8_t, 16>)blockPackUnsigned(low(pack16(a, b)), high(pack16(a, b)));
+    else
+        return LowHalf{(Vec<uint8_t, 16>)blockPackUnsigned(pack16(a, b), pack16(a, b))};
+}
+
+// q clamped to T's range, NaN to 0, to the nearest integer.
+template <class T, class V> TEVS_INLINE auto clamped(V q) {
+    constexpr double lo = LimitsOf<T>::isSigned ? -double(LimitsOf<T>::max) - 1 : 0, hi = double(LimitsOf<T>::max);
+    q = (V)((Bits<V>)q & (q == q));
+    q = q > Element<V>(lo) ? q : V{} + Element<V>(lo);
+    return q < Element<V>(hi) ? q : V{} + Element<V>(hi);
+}
+
+// |x / y| 2^k to the nearest integer, where that is below 2^31: the shifted dividend fits 63 bits then.
+__attribute__((noinline)) int32_t exactQuotient(int32_t x, int32_t y, int k) {
+    const uint64_t dividend = (x < 0 ? -uint64_t(x) : uint64_t(x)) << k, divisor = y < 0 ? -uint64_t(y) : uint64_t(y);
+    uint64_t q = dividend / divisor;
+    const uint64_t twice = 2 * (dividend - q * divisor);
+    q += twice > divisor || (twice == divisor && (q & 1));
+    return int32_t((x < 0) == (y < 0) ? q : -q);
+}
+
+// Integer quotients x / y * 2^-s of 32-bit lanes that hold T. The factor is exact, and 0 / 0 is 0.
+//
+// A quotient differs from a tie by at least 1 / (2 |y| 2^s), or 1 / (2 |y|) for s < 0, unless it is one. In single precision the division's error is below that for
+// 8-bit operands, and for 16-bit ones where s >= 0: 2^-24 |x / y| 2^-s. In double precision it always is for quotients of 16 bits, and for those
+// of 32 where s >= 0; else a quotient that comes as near to a tie as the error allows is found exactly.
+template <class T> struct SingleQuotient {
+    float factor;
+    explicit SingleQuotient(int s) : factor(__builtin_bit_cast(float, uint32_t(127 - s) << 23)) {}
+    template <class V> TEVS_INLINE V operator()(V x, V y) const {
+        using F = Vec<float, kCount<V>>;
+        return nearestInt(clamped<T>(__builtin_convertvector(x, F) / __builtin_convertvector(y, F) * factor));
+    }
+};
+template <class T> struct DoubleQuotient {
+    double factor;
+    int shift;
+    explicit DoubleQuotient(int s) : factor(__builtin_bit_cast(double, uint64_t(1023 - s) << 52)), shift(s) {}
+    template <class V> TEVS_INLINE V operator()(V x, V y) const {
+        const auto a = widen(x), b = widen(y);
+        const auto p = a.a / b.a * factor, q = a.b / b.b * factor;
+        V r = nearestInt(Two{clamped<T>(p), clamped<T>(q)});
+        if (sizeof(T) < 4 || shift >= 0) return r;
+        const auto nearTie = [](auto v) {   // and not so large that it saturates
+            using D = decltype(v);
+            const D m = (D)((Bits<D>)v & INT64_MAX), fraction = m - (m + 0x1p52 - 0x1p52);   // -0.5 .. 0.5
+            const D off = (D)((Bits<D>)fraction & INT64_MAX) - 0.5;
+            return (off > -0x1p-20) & (m < 0x1p31);
+        };
+        if (!any(nearTie(p) | nearTie(q))) [[likely]]
+            return r;
+        for (int i = 0; i < kCount<V>; ++i) {
+            const double v = i < kCount<V> / 2 ? p[i % (kCount<V> / 2)] : q[i % (kCount<V> / 2)];
+            if (v > -0x1p31 && v < 0x1p31 - 1) r[i] = exactQuotient(x[i], y[i], -shift);
+        }
+        return r;
+    }
+};
+// (x conj y) / |y|^2 * 2^-s of complex numbers in neighbouring lanes: 0 where y is. Numerator and denominator are exact.
+struct ComplexQuotient {
+    double factor;
+    explicit ComplexQuotient(int s) : factor(__builtin_bit_cast(double, uint64_t(1023 - s) << 52)) {}
+    template <class V> TEVS_INLINE V operator()(V x, V y) const {
+        const auto a = widen(x), b = widen(y);
+        const auto part = [this](auto u, auto v) { return clamped<int16_t>(timesConjugate(u, v) / squaredMagnitude(v) * factor); };
+        return nearestInt(Two{part(a.a, b.a), part(a.b, b.b)});
+    }
+};
+
+template <class Q, class A, class B> TEVS_INLINE bool quotients(const A* dividend, const B* divisor, B* dst, ptrdiff_t n, Q q) {
+    bool zero = false;
+    map<2 * kFloats, 8>(
+        n, dst,
+        [&](auto w, auto x, auto y) {
+            constexpr int h = w.n / 2;
+            const auto a = loadInts<int32_t, 4 * h>(y), b = loadInts<int32_t, 4 * h>(y + h);
+            if constexpr (__is_same(Q, ComplexQuotient))
+                zero |= any(((a | swapPairs(a)) == 0) | ((b | swapPairs(b)) == 0));
+            else
+                zero |= any((a == 0) | (b == 0));
+            return narrowInts<B>(q(loadInts<int32_t, 4 * h>(x), a), q(loadInts<int32_t, 4 * h>(x + h), b));
+        },
+        dividend, divisor);
+    return zero;
+}
+template <class Q, class T> TEVS_INLINE void quotientsC(const T* src, Constant<T> val, T* dst, ptrdiff_t n, Q q) {
+    map<2 * kFloats, 8>(
+        n, dst,
+        [=](auto w, auto x) {
+            constexpr int h = w.n / 2;
+            const auto c = repeated<Vec<int32_t, h>>({val.even, val.odd});
+            return narrowInts<T>(q(loadInts<int32_t, 4 * h>(x), c), q(loadInts<int32_t, 4 * h>(x + h), c));
+        },
+        src);
+}
+
+int within(int s, int lo, int hi) { return s < lo ? lo : s > hi ? hi : s; }
+
+// Scales are cut off where every quotient that is not 0 saturates, and where all round to 0.
+template <class T> bool divideInts(const T* dividend, const T* divisor, T* dst, ptrdiff_t n, int scaleFactor) {
+    constexpr int bits = 8 * sizeof(T);
+    const int s = within(scaleFactor, -2 * bits, bits + 1);
+    if constexpr (sizeof(T) == 1) return quotients(dividend, divisor, dst, n, SingleQuotient<T>(s));
+    if constexpr (sizeof(T) == 2)
+        if (s >= 0) return quotients(dividend, divisor, dst, n, SingleQuotient<T>(s));
+    if constexpr (sizeof(T) > 1) return quotients(dividend, divisor, dst, n, DoubleQuotient<T>(s));
+}
+bool div32s16s(const int32_t* dividend, const int16_t* divisor, int16_t* dst, ptrdiff_t n, int scaleFactor) {
+    return quotients(dividend, divisor, dst, n, DoubleQuotient<int16_t>(within(scaleFactor, -32, 33)));
+}
+// Below -32 the sign of each part of the numerator decides: so it does at -200.
+int complexScale(int scaleFactor) { return scaleFactor < -32 ? -200 : within(scaleFactor, -32, 33); }
+bool div16sc(const int16_t* dividend, const int16_t* divisor, int16_t* dst, ptrdiff_t n, int scaleFactor) {
+    return quotients(dividend, divisor, dst, n, ComplexQuotient(complexScale(scaleFactor)));
+}
+template <class T> void divideIntsC(const T* src, Constant<T> val, T* dst, ptrdiff_t n, int scaleFactor) {
+    constexpr int bits = 8 * sizeof(T);
+    const int s = within(scaleFactor, -2 * bits, bits + 1);
+    if constexpr (sizeof(T) == 1)
+        quotientsC(src, val, dst, n, SingleQuotient<T>(s));
+    else if (s >= 0)
+        quotientsC(src, val, dst, n, SingleQuotient<T>(s));
+    else
+        quotientsC(src, val, dst, n, DoubleQuotient<T>(s));
+}
+void divC16sc(const int16_t* src, Constant<int16_t> val, int16_t* dst, ptrdiff_t n, int scaleFactor) {
+    quotientsC(src, val, dst, n, ComplexQuotient(within(scaleFactor, -64, 33)));
+}
+bool divCRev16u(const uint16_t* divisor, uint16_t dividend, uint16_t* dst, ptrdiff_t n) {
+    bool zero = false;
+    map<2 * kFloats, 8>(
+        n, dst,
+        [&](auto w, auto y) {
+            constexpr int h = w.n / 2;
+            const auto a = loadInts<int32_t, 4 * h>(y), b = loadInts<int32_t, 4 * h>(y + h), x = decltype(a){} + int32_t(dividend);
+            zero |= any((a == 0) | (b == 0));
+            const SingleQuotient<uint16_t> q(0);
+            return narrowInts<uint16_t>(q(x, a), q(x, b));
+        },
+        divisor);
+    return zero;
+}
+
+// ---- absolute values ----------------------------------------------------------------------------------------------------------------------------
+
+template <class V> TEVS_INLINE V magnitude(V v) {
+    if constexpr (Element<V>(0.5) != 0) {
+        return (V)((Bits<V>)v & LimitsOf<Element<Bits<V>>>::max);
+    } else if constexpr (sizeof(Element<V>) == 2) {
+        const V negated = subSat(V{}, v);
+        return v > negated ? v : negated;
+    } else {
+        using U = Vec<uint32_t, kCount<V>>;
+        const V sign = v >> 31, r = (V)((U)(v ^ sign) - (U)sign);
+        return (V)((U)r + (U)(r >> 31));   // the minimum has no counterpart: less 1, it is the maximum
+    }
+}
+template <class T> void absolute(const T* src, T* dst, ptrdiff_t n) {
+    map<kLanes<T>, kLeast<T>>(
+        n, dst, [](auto w, auto s) { return magnitude(load<T, w.n>(s)); }, src);
+}
+
+using SumOf = decltype(sum);
+using DifferenceOf = decltype(difference);
+using ReversedOf = decltype(reversed);
+using ProductOf = decltype(product);
+using ComplexProductOf = decltype(complexProduct);
+
+}   // namespace
+
+extern const ArithmeticKernels arithmetic = {
+    .add8u = scaledBinary<uint8_t, uint8_t, SumOf>,
+    .sub8u = scaledBinary<uint8_t, uint8_t, DifferenceOf>,
+    .mul8u = scaledBinary<uint8_t, uint8_t, ProductOf>,
+    .add16u = scaledBinary<uint16_t, uint16_t, SumOf>,
+    .sub16u = scaledBinary<uint16_t, uint16_t, DifferenceOf>,
+    .mul16u = scaledBinary<uint16_t, uint16_t, ProductOf>,
+    .add16s = scaledBinary<int16_t, int16_t, SumOf>,
+    .sub16s = scaledBinary<int16_t, int16_t, DifferenceOf>,
+    .mul16s = scaledBinary<int16_t, int16_t, ProductOf>,
+    .mul16sc = scaledBinary<int16_t, int16_t, ComplexProductOf>,
+    .addProduct16s = addProduct16s,
+    .add32s = scaledBinary<int32_t, int32_t, SumOf>,
+    .sub32s = scaledBinary<int32_t, int32_t, DifferenceOf>,
+    .mul32s = scaledBinary<int32_t, int32_t, ProductOf>,
+    .mul32sc = scaledBinary<int32_t, int32_t, ComplexProductOf>,
+    .mul32s32sc = mul32s32sc,
+    .addProduct32s = addProduct32s,
+    .mul16u16s = scaledBinary<uint16_t, int16_t, ProductOf>,
+    .mul16s32s = mul16s32s,
+    .addProduct16s32s = addProduct16s32s,
+    .addC8u = scaledWithConstant<uint8_t, SumOf>,
+    .subC8u = scaledWithConstant<uint8_t, DifferenceOf>,
+    .subCRev8u = scaledWithConstant<uint8_t, ReversedOf>,
+    .mulC8u = scaledWithConstant<uint8_t, ProductOf>,
+    .addC16u = scaledWithConstant<uint16_t, SumOf>,
+    .subC16u = scaledWithConstant<uint16_t, DifferenceOf>,
+    .subCRev16u = scaledWithConstant<uint16_t, ReversedOf>,
+    .mulC16u = scaledWithConstant<uint16_t, ProductOf>,
+    .addC16s = scaledWithConstant<int16_t, SumOf>,
+    .subC16s = scaledWithConstant<int16_t, DifferenceOf>,
+    .subCRev16s = scaledWithConstant<int16_t, ReversedOf>,
+    .mulC16s = scaledWithConstant<int16_t, ProductOf>,
+    .mulC16sc = scaledWithConstant<int16_t, ComplexProductOf>,
+    .addC32s = scaledWithConstant<int32_t, SumOf>,
+    .subC32s = scaledWithConstant<int32_t, DifferenceOf>,
+    .subCRev32s = scaledWithConstant<int32_t, ReversedOf>,
+    .mulC32s = scaledWithConstant<int32_t, ProductOf>,
+    .mulC32sc = scaledWithConstant<int32_t, ComplexProductOf>,
+    .add32u = add32u,
+    .add8u16u = wide8u<decltype(plus)>,
+    .mul8u16u = wide8u<decltype(times)>,
+    .add16s32f = floats16s<decltype(plus)>,
+    .sub16s32f = floats16s<decltype(minus)>,
+    .mul16s32f = floats16s<decltype(times)>,
+    .add16s32s = add16s32s,
+    .add32f = binary<float, decltype(plus)>,
+    .sub32f = binary<float, decltype(minus)>,
+    .mul32f = binary<float, decltype(times)>,
+    .mul32fc = binary<float, decltype(timesComplex)>,
+    .mul32f32fc = mul32f32fc,
+    .addProduct32f = addProduct<float, decltype(times)>,
+    .addProduct32fc = addProduct<float, decltype(timesComplex)>,
+    .add64f = binary<double, decltype(plus)>,
+    .sub64f = binary<double, decltype(minus)>,
+    .mul64f = binary<double, decltype(times)>,
+    .mul64fc = binary<double, decltype(timesComplex)>,
+    .addProduct64f = addProduct<double, decltype(times)>,
+    .addProduct64fc = addProduct<double, decltype(timesComplex)>,
+    .addC32f = withConstant<float, decltype(plus)>,
+    .subC32f = withConstant<float, decltype(minus)>,
+    .subCRev32f = withConstant<float, decltype(minusReversed)>,
+    .mulC32f = withConstant<float, decltype(times)>,
+    .mulC32fc = withConstant<float, decltype(timesComplex)>,
+    .addProductC32f = addProductC32f,
+    .addC64f = withConstant<double, decltype(plus)>,
+    .subC64f = withConstant<double, decltype(minus)>,
+    .subCRev64f = withConstant<double, decltype(minusReversed)>,
+    .mulC64f = withConstant<double, decltype(times)>,
+    .mulC64fc = withConstant<double, decltype(timesComplex)>,
+    .mulC32f16s = mulC32f16s,
+    .div32f = divide<float>,
+    .div32fc = div32fc,
+    .div64f = divide<double>,
+    .div64fc = div64fc,
+    .divCRev32f = divCRev32f,
+    .div8u = divideInts<uint8_t>,
+    .div16u = divideInts<uint16_t>,
+    .div16s = divideInts<int16_t>,
+    .div16sc = div16sc,
+    .div32s = divideInts<int32_t>,
+    .div32s16s = div32s16s,
+    .divC8u = divideIntsC<uint8_t>,
+    .divC16u = divideIntsC<uint16_t>,
+    .divC16s = divideIntsC<int16_t>,
+    .divC16sc = divC16sc,
+    .divCRev16u = divCRev16u,
+    .abs32f = absolute<float>,
+    .abs64f = absolute<double>,
+    .abs16s = absolute<int16_t>,
+    .abs32s = absolute<int32_t>,
+};
+
+}   // namespace tevs::TEVS_LEVEL_NS
