@@ -114,15 +114,18 @@ struct Magnitude {
         constexpr bool wide = sizeof(z.a[0]) == 8;
         const V s = squareSum(z.a, z.b);
         V m = squareRoot(s);
-        // Sums that overflow, or whose parts underflow: the samples are scaled by a power of two that keeps either from happening.
-        const auto unusual = ~((s >= constant<V>(wide ? 0x1p-900 : 0x1p-80)) & (s <= constant<V>(wide ? 0x1p1000 : 0x1p120)));
-        if (any(unusual)) [[unlikely]] {
-            const V infinity = constant<V>(kInfinity), re = abs(z.a), im = abs(z.b);
-            const auto large = atLeast(re, im) > constant<V>(1);
-            const V down = constant<V>(wide ? 0x1p-600 : 0x1p-90), up = constant<V>(wide ? 0x1p600 : 0x1p90);
-            const V scaled = squareRoot(squareSum(re * (large ? down : up), im * (large ? down : up))) * (large ? up : down);
-            m = unusual ? scaled : m;
-            m = ((re == infinity) | (im == infinity)) ? infinity : m;
+        const auto outside = ~((s >= constant<V>(wide ? 0x1p-900 : 0x1p-80)) & (s <= constant<V>(wide ? 0x1p1000 : 0x1p120)));
+        if (any(outside)) [[unlikely]] {
+            // The root of a true zero is right. Sums that overflow, or whose parts underflow, come from samples that a power of two brings back.
+            const auto unusual = outside & ~((V)((Bits<V>)z.a | (Bits<V>)z.b) == V{});
+            if (any(unusual)) {
+                const V infinity = constant<V>(kInfinity), re = abs(z.a), im = abs(z.b);
+                const auto large = atLeast(re, im) > constant<V>(1);
+                const V down = constant<V>(wide ? 0x1p-600 : 0x1p-90), up = constant<V>(wide ? 0x1p600 : 0x1p90);
+                const V scaled = squareRoot(squareSum(re * (large ? down : up), im * (large ? down : up))) * (large ? up : down);
+                m = unusual ? scaled : m;
+                m = ((re == infinity) | (im == infinity)) ? infinity : m;
+            }
         }
         return m;
     }
@@ -200,7 +203,7 @@ template <class... S> struct Scaled {
                 [=](auto w, auto... s) TEVS_FLAT {
                     constexpr int half = w.n / 2;
                     const auto a = squares<half>(s...), b = squares<half>((s + half)...);
-                    return fit(scaling, InOrder{a + (a >> 31), b + (b >> 31)});
+                    return fit(scaling, InOrder{a ^ (a >> 31), b ^ (b >> 31)});   // 2^31 - 1 for 2^31
                 },
                 src...);
         });
