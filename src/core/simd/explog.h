@@ -1,7 +1,7 @@
 // Exponential, logarithm and cube root over lanes of float or double, in the lanes' own precision.
 //
-// Every step is one rounded operation, none of them fused, so results are the same to the bit at every level. Where a sum's rounding would show, what it leaves behind
-// is kept and added with the small terms (Dekker's fast two-sum), so that the last addition is the only one whose rounding counts.
+// Every step is one rounded operation, none fused unless its product is exact, so results are the same to the bit at every level. Where the logarithm's leading sum
+// would be rounded, what it leaves behind is kept and added with the small terms (Dekker's fast two-sum).
 //
 // Polynomials are minimax (Remez) over the reduced range, their coefficients rounded to the lanes' precision.
 // Arguments are reduced as in Cody and Waite, Software Manual for the Elementary Functions: ln 2 is the sum of a short number, whose product with

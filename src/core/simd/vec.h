@@ -149,7 +149,7 @@ template <class V> TEVS_INLINE V loadTwice(const void* p) {
 // ---- arithmetic that no operator says -----------------------------------------------------------------------------------------
 
 // a * b + c, rounded once where the source is compiled with fused multiply-add, after each step elsewhere.
-// Only families whose results may differ in rounding between levels call these.
+// Only for families whose results may differ in rounding between levels, and where the product is exact.
 template <class V> TEVS_INLINE V fma(V a, V b, V c) {
 #ifdef __FMA__
     if constexpr (sizeof(V{}[0]) == 4) {
