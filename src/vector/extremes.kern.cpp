@@ -108,7 +108,7 @@ template <class T> T nearest(const T* src, int n) {
 // Elements times 0 are 0, or NaN where they are not finite: their sum goes along.
 template <class V> struct Checked { V max, zero; };
 struct CheckedMagnitude {
-    static constexpr bool kTwice = true;
+    static constexpr bool kIdempotent = true;
     template <class V> TEVS_INLINE Checked<V> start() const { return {V{}, V{}}; }
     template <class V> TEVS_INLINE Checked<V> step(Checked<V> s, V x) const {
         const V zero = x * V{};

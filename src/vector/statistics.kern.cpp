@@ -100,7 +100,7 @@ struct Distance16 {
         return (Vec<uint16_t, N>)(Greater::pick(x, y) - Less::pick(x, y));
     }
     template <int N> TEVS_INLINE auto held(int n) const {
-        return HeldTwo{[](auto x, auto y) { return Distance16{x, y}; }, a.held<N>(n), b.held<N>(n)};
+        return madeOf([](auto x, auto y) { return Distance16{x, y}; }, a.held<N>(n), b.held<N>(n));
     }
 };
 
@@ -174,7 +174,7 @@ template <class S> struct SquaredMagnitude {
         return fma(re, re, im * im);
     }
     template <int N> TEVS_INLINE auto held(int n) const {
-        return HeldOne{[](auto x) { return SquaredMagnitude<decltype(x)>{x}; }, a.template held<2 * N>(2 * n)};
+        return madeOf([](auto x) { return SquaredMagnitude<decltype(x)>{x}; }, a.template held<2 * N>(2 * n));
     }
 };
 

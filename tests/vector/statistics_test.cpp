@@ -390,7 +390,7 @@ template <class T> std::vector<T> positive(size_t n) {
 }
 template <class T> std::vector<T> nearOne(size_t n) {
     std::vector<T> v(n);
-    for (T& x : v) x = 1 + randomValue<T>() / 4096;
+    for (T& x : v) x = 1 + std::ldexp(randomValue<T>(), -std::numeric_limits<T>::digits * 2 / 3);   // logarithms that a product's rounding would blur
     return v;
 }
 

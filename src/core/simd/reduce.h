@@ -35,6 +35,8 @@ template <class Make, class H> struct HeldTwo {
     H a, b;
     TEVS_INLINE auto at() { return make(a.at(), b.at()); }
 };
+template <class Make, class H> TEVS_INLINE HeldOne<Make, H> madeOf(Make make, H a) { return {make, a}; }
+template <class Make, class H> TEVS_INLINE HeldTwo<Make, H> madeOf(Make make, H a, H b) { return {make, a, b}; }
 
 // The elements as they are.
 template <class T> struct Elements {
@@ -61,7 +63,7 @@ template <class S> struct Difference {
     TEVS_INLINE auto first() const { return a.first() - b.first(); }
     template <int N> TEVS_INLINE auto load() const { return a.template load<N>() - b.template load<N>(); }
     template <int N> TEVS_INLINE auto held(int n) const {
-        return HeldTwo{[](auto x, auto y) { return Difference<decltype(x)>{x, y}; }, a.template held<N>(n), b.template held<N>(n)};
+        return madeOf([](auto x, auto y) { return Difference<decltype(x)>{x, y}; }, a.template held<N>(n), b.template held<N>(n));
     }
 };
 
@@ -76,7 +78,7 @@ template <class S> struct Absolute {
     TEVS_INLINE auto first() const { return a.first() < 0 ? -a.first() : a.first(); }
     template <int N> TEVS_INLINE auto load() const { return absolute(a.template load<N>()); }
     template <int N> TEVS_INLINE auto held(int n) const {
-        return HeldOne{[](auto x) { return Absolute<decltype(x)>{x}; }, a.template held<N>(n)};
+        return madeOf([](auto x) { return Absolute<decltype(x)>{x}; }, a.template held<N>(n));
     }
 };
 
@@ -113,13 +115,16 @@ alignas(64) const uint8_t kWindow[3 * 64] = {
 #undef TEVS_ONES
 #undef TEVS_ZEROS
 
-// v in the lanes where the window has ones, pad elsewhere.
-template <class V> TEVS_INLINE V through(const uint8_t* window, V v, V pad) {
-    const auto ones = loadAs<Vec<uint8_t, int(sizeof(V))>>(window);
-    return (V)(((decltype(ones))v & ones) | ((decltype(ones))pad & ~ones));
+// v in its last or its first n lanes, zeros or `pad` elsewhere.
+template <class V> TEVS_INLINE V lastLanes(int n, V v) {
+    using Bits = Vec<uint8_t, int(sizeof(V))>;
+    return (V)((Bits)v & loadAs<Bits>(kWindow + 64 - (kCount<V> - n) * int(sizeof(V{}[0]))));
 }
-template <class V> TEVS_INLINE V lastLanes(int n, V v, V pad) { return through(kWindow + 64 - (kCount<V> - n) * int(sizeof(V{}[0])), v, pad); }
-template <class V> TEVS_INLINE V firstLanes(int n, V v, V pad) { return through(kWindow + 128 - n * int(sizeof(V{}[0])), v, pad); }
+template <class V> TEVS_INLINE V firstLanes(int n, V v, V pad) {
+    using Bits = Vec<uint8_t, int(sizeof(V))>;
+    const auto ones = loadAs<Bits>(kWindow + 128 - n * int(sizeof(V{}[0])));
+    return (V)(((Bits)v & ones) | ((Bits)pad & ~ones));
+}
 
 // U states that take turns. A tree and not an array, which the compiler would keep in memory.
 template <class State, int U> struct Turns {
@@ -152,19 +157,9 @@ template <int N, class State, int U, class Op, class... S> TEVS_INLINE Turns<Sta
     }
 }
 
-// x with all but its last or its first n lanes padded.
-template <class Op, class V> TEVS_INLINE V lastOf(Op op, int n, V x) {
-    if constexpr (Op::kTwice)
-        return x;
-    else
-        return lastLanes(n, x, op.template pad<V>());
-}
-template <class Op, class V> TEVS_INLINE V firstOf(Op op, int n, V x) {
-    if constexpr (Op::kTwice)
-        return firstLanes(n, x, splatAs<V>(x[0]));
-    else
-        return firstLanes(n, x, op.template pad<V>());
-}
+// The last and the first n lanes of x, and what adds nothing.
+template <class Op, class V> TEVS_INLINE V lastOf(int n, V x) { return Op::kIdempotent ? x : lastLanes(n, x); }
+template <class Op, class V> TEVS_INLINE V firstOf(int n, V x) { return firstLanes(n, x, Op::kIdempotent ? splatAs<V>(x[0]) : V{}); }
 
 // The result of op over the elements 0 .. n - 1 of the sources, n >= 1. An operation has
 //
@@ -172,7 +167,7 @@ template <class Op, class V> TEVS_INLINE V firstOf(Op op, int n, V x) {
 //     step(state, x...)  the state after one vector of each source
 //     join(a, b)         two states in one
 //     finish(state)      the result
-//     pad<X>()           lanes that add nothing; where taking an element twice adds nothing either, kTwice is true, and elements are the pad
+//     kIdempotent        whether an element that is taken twice adds nothing; if not, a zero adds nothing
 //
 // U states take turns, so that steps overlap. The last vector ends with the last element and what the loop has had of it is padded out; below N
 // elements the width is halved, down to Least lanes; fewer than those go through a copy. Nothing is read past element n - 1, and the order of the
@@ -186,20 +181,19 @@ template <int N, int Least, int U, class Op, class... S> TEVS_INLINE auto reduce
         auto state = lastTurns<N>(turns, i, n, op, s...).state;
         if (i < n) {
             const int left = int(n - i);
-            state = op.step(state, lastOf(op, left, (s + (n - N)).template load<N>())...);
+            state = op.step(state, lastOf<Op>(left, (s + (n - N)).template load<N>())...);
         }
         return op.finish(state);
     } else if constexpr (N > Least) {
         return reduce<N / 2, Least, 1>(n, op, s...);   // at most one whole vector and a part
     } else {
-        return [&](auto... copy) { return op.finish(op.step(start, firstOf(op, int(n), copy.at().template load<N>())...)); }(s.template held<N>(int(n))...);
+        return [&](auto... copy) { return op.finish(op.step(start, firstOf<Op>(int(n), copy.at().template load<N>())...)); }(s.template held<N>(int(n))...);
     }
 }
 
-// States that are sums, over elements where 0 adds nothing.
+// States that are sums.
 struct Additive {
-    static constexpr bool kTwice = false;
-    template <class V> TEVS_INLINE V pad() const { return V{}; }
+    static constexpr bool kIdempotent = false;
     template <class A> TEVS_INLINE A join(A a, A b) const { return a + b; }
 };
 
@@ -239,7 +233,7 @@ struct Less {
 
 // The extremes of each order, as an operation of reduce(): it starts from those of what went before, and its result is it again, further on.
 template <class T, class... Order> struct Running {
-    static constexpr bool kTwice = true;
+    static constexpr bool kIdempotent = true;
     static constexpr int k = int(sizeof...(Order));
     T best[k];
 
