@@ -2,7 +2,7 @@
  *
  *     telephone_line IN.wav OUTDIR
  *
- * Low-passes a recording to the telephone band, as one would before taking it down to 8 kHz, and measures its spectrum before and after. Writes
+ * Low-passes a recording to the telephone band, as one would before taking it down to 8 kHz, and measures its level and spectrum before and after. Writes
  * line.wav, spectrum.txt and spectrogram-{before,after}.txt into OUTDIR, and prints what each step took.
  */
 #include <math.h>
@@ -87,20 +87,31 @@ static void freeAnalyser(Analyser* a) {
     tevsFree(a->window);
 }
 
-/* power[frame * bins + bin]: a sine at full scale has power 1 in its bin. */
+/* power[frame * bins + bin] of 16-bit samples: a sine at full scale has power 1 in its bin. */
 static void spectrogram(const Analyser* a, const float* x, int samples, float* power) {
-    const float scale = 4.0f / (float)a->len * (4.0f / (float)a->len);
-    for (int f = 0; f < a->frames; ++f) {
-        for (int n = 0; n < a->len; ++n) {
-            const int at = f * a->hop + n;
-            a->frame[n] = at < samples ? x[at] * a->window[n] : 0;
-        }
+    const float amplitude = 4.0f / (float)a->len / 32768;
+    must(tevsZero_32f(a->frame, a->len), "tevsZero_32f");
+    for (int f = 0; f < a->frames; ++f, power += a->bins) {
+        const int begin = f * a->hop, count = samples - begin < a->len ? samples - begin : a->len;
+        must(tevsMul_32f(x + begin, a->window, a->frame, count), "tevsMul_32f");
         must(tevsFFTFwd_RToCCS_32f(a->frame, a->ccs, a->fft, a->work), "tevsFFTFwd_RToCCS_32f");
-        for (int k = 0; k < a->bins; ++k) {
-            const float re = a->ccs[2 * k], im = a->ccs[2 * k + 1];
-            power[(size_t)f * (size_t)a->bins + (size_t)k] = scale * (re * re + im * im);
-        }
+        must(tevsPowerSpectr_32fc((const Complex32f*)a->ccs, power, a->bins), "tevsPowerSpectr_32fc");
+        must(tevsMulC_32f_I(amplitude * amplitude, power, a->bins), "tevsMulC_32f_I");
     }
+}
+
+/* The mean of the frames' powers. */
+static void meanSpectrum(const Analyser* a, const float* power, float* mean) {
+    must(tevsZero_32f(mean, a->bins), "tevsZero_32f");
+    for (int f = 0; f < a->frames; ++f) must(tevsAdd_32f_I(power + (size_t)f * (size_t)a->bins, mean, a->bins), "tevsAdd_32f_I");
+    must(tevsMulC_32f_I(1.0f / (float)a->frames, mean, a->bins), "tevsMulC_32f_I");
+}
+
+/* 10 log10 of powers, none below -140 dB. */
+static void toDecibels(float* power, int len) {
+    must(tevsAddC_32f_I(1e-14f, power, len), "tevsAddC_32f_I");
+    must(tevsLn_32f_I(power, len), "tevsLn_32f_I");
+    must(tevsMulC_32f_I(4.3429448190325183f, power, len), "tevsMulC_32f_I");
 }
 
 /* ---- Results ------------------------------------------------------------------------------------------------------------------- */
@@ -116,41 +127,42 @@ static FILE* create(const char* dir, const char* name) {
     return file;
 }
 
-static double decibels(double power) { return 10 * log10(power + 1e-14); }
-
 static void writeSpectrum(const char* dir, const Analyser* a, uint32_t rate, const float* before, const float* after) {
     FILE* file = create(dir, "spectrum.txt");
     fprintf(file, "# Hz, dB before, dB after: mean power of %d frames\n", a->frames);
-    for (int k = 0; k < a->bins; ++k) {
-        double sum[2] = {0, 0};
-        for (size_t at = (size_t)k; at < (size_t)a->frames * (size_t)a->bins; at += (size_t)a->bins) {
-            sum[0] += before[at];
-            sum[1] += after[at];
-        }
-        fprintf(file, "%.1f %.2f %.2f\n", (double)k * rate / a->len, decibels(sum[0] / a->frames), decibels(sum[1] / a->frames));
-    }
+    for (int k = 0; k < a->bins; ++k) fprintf(file, "%.1f %.2f %.2f\n", (double)k * rate / a->len, before[k], after[k]);
     fclose(file);
 }
 
-static void writeSpectrogram(const char* dir, const char* name, const Analyser* a, uint32_t rate, const float* power) {
+static void writeSpectrogram(const char* dir, const char* name, const Analyser* a, uint32_t rate, const float* decibels) {
     FILE* file = create(dir, name);
     fprintf(file, "# seconds, Hz, dB\n");
     for (int f = 0; f < a->frames; ++f) {
         for (int k = 0; k < a->bins; ++k)
-            fprintf(file, "%.4f %.1f %.1f\n", (f * a->hop + a->len / 2.0) / rate, (double)k * rate / a->len,
-                    decibels(power[(size_t)f * (size_t)a->bins + (size_t)k]));
+            fprintf(file, "%.4f %.1f %.1f\n", (f * a->hop + a->len / 2.0) / rate, (double)k * rate / a->len, *decibels++);
         fputc('\n', file);
     }
     fclose(file);
 }
 
+typedef struct { float peak, rms; } Level; /* dB of full scale */
+
+static Level levelOf(const int16_t* x, int len) {
+    float largest, root;
+    must(tevsNorm_Inf_16s32f(x, len, &largest), "tevsNorm_Inf_16s32f");
+    must(tevsNorm_L2_16s32f(x, len, &root), "tevsNorm_L2_16s32f");
+    return (Level){20 * log10f(largest / 32768), 20 * log10f(root / 32768 / sqrtf((float)len))};
+}
+
 /* The steps of the line, each with the fastest of its runs. */
-enum { kToFloat, kLowPass, kToInt, kSpectra, kSteps };
+enum { kToFloat, kLowPass, kToInt, kLevels, kSpectra, kDecibels, kSteps };
 static const char* const kStep[kSteps][2] = {
     {"16-bit to float", "tevsConvert_16s32f"},
     {"low-pass", "tevsFIR_32f"},
     {"float to 16-bit", "tevsConvert_32f16s_Sfs"},
-    {"window, FFT, power", "tevsFFTFwd_RToCCS_32f"},
+    {"levels", "tevsNorm_Inf_16s32f, tevsNorm_L2_16s32f"},
+    {"window, FFT, power", "tevsMul_32f, tevsFFTFwd_RToCCS_32f, tevsPowerSpectr_32fc"},
+    {"decibels", "tevsAddC_32f, tevsLn_32f, tevsMulC_32f"},
 };
 
 int main(int argc, char** argv) {
@@ -171,11 +183,13 @@ int main(int argc, char** argv) {
     Analyser analyser = makeAnalyser(wav.rate, len);
     float *x = tevsMalloc_32f(len), *y = tevsMalloc_32f(len);
     int16_t* out = tevsMalloc_16s(len);
-    float *before = malloc(sizeof *before * (size_t)analyser.frames * (size_t)analyser.bins),
-          *after = malloc(sizeof *after * (size_t)analyser.frames * (size_t)analyser.bins);
-    if (!taps || !x || !y || !out || !before || !after) must(StatusNoMemory, "buffers");
+    const int cells = analyser.frames * analyser.bins;
+    float *before = tevsMalloc_32f(cells), *after = tevsMalloc_32f(cells), *mean = tevsMalloc_32f(2 * analyser.bins);
+    if (!taps || !x || !y || !out || !before || !after || !mean) must(StatusNoMemory, "buffers");
 
-    double best[kSteps] = {1e9, 1e9, 1e9, 1e9};
+    double best[kSteps];
+    Level was, is;
+    for (int s = 0; s < kSteps; ++s) best[s] = 1e9;
     for (int run = 0; run < kRuns; ++run) {
         double mark[kSteps + 1];
         FIRState_32f* filter;
@@ -188,23 +202,28 @@ int main(int argc, char** argv) {
             must(tevsFIR_32f(x + n, y + n, len - n < block ? len - n : block, filter), "tevsFIR_32f");
         mark[kToInt] = now();
         must(tevsConvert_32f16s_Sfs(y, out, len, RoundNearest, 0), "tevsConvert_32f16s_Sfs");
+        mark[kLevels] = now();
+        was = levelOf(wav.samples, len);
+        is = levelOf(out, len);
         mark[kSpectra] = now();
         spectrogram(&analyser, x, len, before);
         spectrogram(&analyser, y, len, after);
+        meanSpectrum(&analyser, before, mean);
+        meanSpectrum(&analyser, after, mean + analyser.bins);
+        mark[kDecibels] = now();
+        toDecibels(before, cells);
+        toDecibels(after, cells);
+        toDecibels(mean, 2 * analyser.bins);
         mark[kSteps] = now();
 
         tevsFIRFree_32f(filter);
         for (int s = 0; s < kSteps; ++s) best[s] = fmin(best[s], mark[s + 1] - mark[s]);
     }
-    for (size_t n = 0; n < (size_t)analyser.frames * (size_t)analyser.bins; ++n) { /* to full scale 1 */
-        before[n] *= 0x1p-30f;
-        after[n] *= 0x1p-30f;
-    }
-
     printf("%s: %.2f s at %u Hz; low-pass of %d taps, %.0f to %.0f Hz; spectra of %d frames of %d points\n\n", argv[1], seconds, (unsigned)wav.rate, tapsLen,
            pass, stop, analyser.frames, analyser.len);
-    printf("%-20s %-24s %10s %16s\n", "step", "functions", "time, ms", "times real time");
-    for (int s = 0; s < kSteps; ++s) printf("%-20s %-24s %10.3f %16.0f\n", kStep[s][0], kStep[s][1], 1e3 * best[s], seconds / best[s]);
+    printf("%-20s %10s %16s  %s\n", "step", "time, ms", "times real time", "functions");
+    for (int s = 0; s < kSteps; ++s) printf("%-20s %10.3f %16.0f  %s\n", kStep[s][0], 1e3 * best[s], seconds / best[s], kStep[s][1]);
+    printf("\nlevel, dB of full scale: peak %.2f, rms %.2f before; peak %.2f, rms %.2f after\n", was.peak, was.rms, is.peak, is.rms);
 
     char path[4096];
     snprintf(path, sizeof path, "%s/line.wav", argv[2]);
@@ -212,12 +231,13 @@ int main(int argc, char** argv) {
         perror(path);
         return 1;
     }
-    writeSpectrum(argv[2], &analyser, wav.rate, before, after);
+    writeSpectrum(argv[2], &analyser, wav.rate, mean, mean + analyser.bins);
     writeSpectrogram(argv[2], "spectrogram-before.txt", &analyser, wav.rate, before);
     writeSpectrogram(argv[2], "spectrogram-after.txt", &analyser, wav.rate, after);
 
-    free(after);
-    free(before);
+    tevsFree(mean);
+    tevsFree(after);
+    tevsFree(before);
     tevsFree(out);
     tevsFree(y);
     tevsFree(x);
