@@ -291,7 +291,7 @@ TEVS_WHOLE Status cubrt32s16s(const int32_t* src, int16_t* dst, int len, double 
             using V = Vec<float, w.n>;
             const auto v = load<int32_t, w.n>(s);
             const V single = cubeRoot<w.n>(__builtin_convertvector(v, V));
-            const auto x = widen(v), t = widen((V)(((Vec<int32_t, w.n>)single + 0x200) & ~0x3ff));
+            const auto x = widen(v), t = widen((V)(((Integers<V>)single + 0x200) & ~0x3ffu));
             const auto root = [](auto x, auto t) {
                 using W = decltype(x);
                 const W cube = t * t * t, u = (x - cube) / (cube + constant<W>(0x1p-1000));
