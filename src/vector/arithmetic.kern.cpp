@@ -2,6 +2,7 @@
 
 #include "core/simd/lanes.h"
 #include "core/simd/map.h"
+#include "core/simd/real.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
@@ -234,11 +235,6 @@ void mulC32f16s(const float* src, float val, int16_t* dst, ptrdiff_t n, float f,
 
 // ---- division ----------------------------------------------------------------------------------------------------------------------------------
 
-template <class T> struct IntOf;
-template <> struct IntOf<float> { typedef int32_t type; };
-template <> struct IntOf<double> { typedef int64_t type; };
-// Every bit of a lane, or the bits of a quiet NaN.
-template <class V> using Bits = Vec<typename IntOf<Element<V>>::type, kCount<V>>;
 template <class V> TEVS_INLINE V quietNaN() { return V{} + (Element<V>)__builtin_nan(""); }
 template <class V> TEVS_INLINE V infinity() { return V{} + (Element<V>)__builtin_inf(); }
 
@@ -396,8 +392,8 @@ template <class T> struct DoubleQuotient {
         if (sizeof(T) < 4 || shift >= 0) return r;
         const auto nearTie = [](auto v) {   // and not so large that it saturates
             using D = decltype(v);
-            const D m = (D)((Bits<D>)v & INT64_MAX), fraction = m - (m + 0x1p52 - 0x1p52);   // -0.5 .. 0.5
-            const D off = (D)((Bits<D>)fraction & INT64_MAX) - 0.5;
+            const D m = abs(v), fraction = m - (m + 0x1p52 - 0x1p52);   // -0.5 .. 0.5
+            const D off = abs(fraction) - 0.5;
             return (off > -0x1p-20) & (m < 0x1p31);
         };
         if (!any(nearTie(p) | nearTie(q))) [[likely]]
@@ -498,7 +494,7 @@ bool divCRev16u(const uint16_t* divisor, uint16_t dividend, uint16_t* dst, ptrdi
 
 template <class V> TEVS_INLINE V magnitude(V v) {
     if constexpr (Element<V>(0.5) != 0) {
-        return (V)((Bits<V>)v & LimitsOf<Element<Bits<V>>>::max);
+        return abs(v);
     } else if constexpr (sizeof(Element<V>) == 2) {
         const V negated = subSat(V{}, v);
         return v > negated ? v : negated;

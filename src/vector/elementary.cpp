@@ -7,6 +7,7 @@
 
 #include "core/args.h"
 #include "core/rounding.h"
+#include "tevs/arithmetic.h"
 #include "vector/elementary.table.h"
 
 namespace tevs {
@@ -165,24 +166,23 @@ Status tevs10Log10_32s_ISfs(int32_t* pSrcDst, int len, int scaleFactor) {
     return logScaled(pSrcDst, pSrcDst, len, scaleFactor, elementary->decibel32s, exactDecibel);
 }
 
-Status tevsSqr_32f(const float* pSrc, float* pDst, int len) { return elementwise(pSrc, pDst, len, elementary->sqr32f); }
-Status tevsSqr_32f_I(float* pSrcDst, int len) { return elementwise(pSrcDst, pSrcDst, len, elementary->sqr32f); }
-Status tevsSqr_64f(const double* pSrc, double* pDst, int len) { return elementwise(pSrc, pDst, len, elementary->sqr64f); }
-Status tevsSqr_64f_I(double* pSrcDst, int len) { return elementwise(pSrcDst, pSrcDst, len, elementary->sqr64f); }
-Status tevsSqr_32fc(const Complex32f* pSrc, Complex32f* pDst, int len) { return elementwise(pSrc, pDst, len, elementary->sqr32fc); }
-Status tevsSqr_32fc_I(Complex32f* pSrcDst, int len) { return elementwise(pSrcDst, pSrcDst, len, elementary->sqr32fc); }
-Status tevsSqr_64fc(const Complex64f* pSrc, Complex64f* pDst, int len) { return elementwise(pSrc, pDst, len, elementary->sqr64fc); }
-Status tevsSqr_64fc_I(Complex64f* pSrcDst, int len) { return elementwise(pSrcDst, pSrcDst, len, elementary->sqr64fc); }
-Status tevsSqr_8u_Sfs(const uint8_t* pSrc, uint8_t* pDst, int len, int scaleFactor) { return scaled(pSrc, pDst, len, scaleFactor, elementary->sqr8u); }
-Status tevsSqr_8u_ISfs(uint8_t* pSrcDst, int len, int scaleFactor) { return scaled(pSrcDst, pSrcDst, len, scaleFactor, elementary->sqr8u); }
-Status tevsSqr_16u_Sfs(const uint16_t* pSrc, uint16_t* pDst, int len, int scaleFactor) { return scaled(pSrc, pDst, len, scaleFactor, elementary->sqr16u); }
-Status tevsSqr_16u_ISfs(uint16_t* pSrcDst, int len, int scaleFactor) { return scaled(pSrcDst, pSrcDst, len, scaleFactor, elementary->sqr16u); }
-Status tevsSqr_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int len, int scaleFactor) { return scaled(pSrc, pDst, len, scaleFactor, elementary->sqr16s); }
-Status tevsSqr_16s_ISfs(int16_t* pSrcDst, int len, int scaleFactor) { return scaled(pSrcDst, pSrcDst, len, scaleFactor, elementary->sqr16s); }
-Status tevsSqr_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int len, int scaleFactor) {
-    return scaled(pSrc, pDst, len, scaleFactor, elementary->sqr16sc);
-}
-Status tevsSqr_16sc_ISfs(Complex16s* pSrcDst, int len, int scaleFactor) { return scaled(pSrcDst, pSrcDst, len, scaleFactor, elementary->sqr16sc); }
+// A square is the product of a vector with itself.
+Status tevsSqr_32f(const float* pSrc, float* pDst, int len) { return tevsMul_32f(pSrc, pSrc, pDst, len); }
+Status tevsSqr_32f_I(float* pSrcDst, int len) { return tevsMul_32f(pSrcDst, pSrcDst, pSrcDst, len); }
+Status tevsSqr_64f(const double* pSrc, double* pDst, int len) { return tevsMul_64f(pSrc, pSrc, pDst, len); }
+Status tevsSqr_64f_I(double* pSrcDst, int len) { return tevsMul_64f(pSrcDst, pSrcDst, pSrcDst, len); }
+Status tevsSqr_32fc(const Complex32f* pSrc, Complex32f* pDst, int len) { return tevsMul_32fc(pSrc, pSrc, pDst, len); }
+Status tevsSqr_32fc_I(Complex32f* pSrcDst, int len) { return tevsMul_32fc(pSrcDst, pSrcDst, pSrcDst, len); }
+Status tevsSqr_64fc(const Complex64f* pSrc, Complex64f* pDst, int len) { return tevsMul_64fc(pSrc, pSrc, pDst, len); }
+Status tevsSqr_64fc_I(Complex64f* pSrcDst, int len) { return tevsMul_64fc(pSrcDst, pSrcDst, pSrcDst, len); }
+Status tevsSqr_8u_Sfs(const uint8_t* pSrc, uint8_t* pDst, int len, int scaleFactor) { return tevsMul_8u_Sfs(pSrc, pSrc, pDst, len, scaleFactor); }
+Status tevsSqr_8u_ISfs(uint8_t* pSrcDst, int len, int scaleFactor) { return tevsMul_8u_Sfs(pSrcDst, pSrcDst, pSrcDst, len, scaleFactor); }
+Status tevsSqr_16u_Sfs(const uint16_t* pSrc, uint16_t* pDst, int len, int scaleFactor) { return tevsMul_16u_Sfs(pSrc, pSrc, pDst, len, scaleFactor); }
+Status tevsSqr_16u_ISfs(uint16_t* pSrcDst, int len, int scaleFactor) { return tevsMul_16u_Sfs(pSrcDst, pSrcDst, pSrcDst, len, scaleFactor); }
+Status tevsSqr_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int len, int scaleFactor) { return tevsMul_16s_Sfs(pSrc, pSrc, pDst, len, scaleFactor); }
+Status tevsSqr_16s_ISfs(int16_t* pSrcDst, int len, int scaleFactor) { return tevsMul_16s_Sfs(pSrcDst, pSrcDst, pSrcDst, len, scaleFactor); }
+Status tevsSqr_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int len, int scaleFactor) { return tevsMul_16sc_Sfs(pSrc, pSrc, pDst, len, scaleFactor); }
+Status tevsSqr_16sc_ISfs(Complex16s* pSrcDst, int len, int scaleFactor) { return tevsMul_16sc_Sfs(pSrcDst, pSrcDst, pSrcDst, len, scaleFactor); }
 
 Status tevsSqrt_32f(const float* pSrc, float* pDst, int len) { return elementwise(pSrc, pDst, len, elementary->sqrt32f); }
 Status tevsSqrt_32f_I(float* pSrcDst, int len) { return elementwise(pSrcDst, pSrcDst, len, elementary->sqrt32f); }

@@ -70,16 +70,6 @@ TEVS_WHOLE Status ln64f32f(const double* src, float* dst, int len) {
     return warning.status();
 }
 
-template <class T> void sqr(const T* src, T* dst, int len) {
-    map<kLanes<T>, 16 / sizeof(T)>(
-        len, dst,
-        [](auto w, auto s) {
-            const auto x = load<T, w.n>(s);
-            return x * x;
-        },
-        src);
-}
-
 template <class T> Status sqrt(const T* src, T* dst, int len) {
     Warning<T> warning;
     map<kLanes<T>, 16 / sizeof(T)>(
@@ -106,22 +96,7 @@ template <class T> void normalize(const T* src, T* dst, int len, T sub, T by) {
 
 // ---- complex floating point -------------------------------------------------------------------------------------------------------
 
-template <class V, int... I> TEVS_INLINE V evenTwice(V v, Lane<I...>) { return __builtin_shufflevector(v, v, (I & ~1)...); }
-template <class V, int... I> TEVS_INLINE V oddTwice(V v, Lane<I...>) { return __builtin_shufflevector(v, v, (I | 1)...); }
-template <class V, int... I> TEVS_INLINE V alternating(LaneOf<V> even, LaneOf<V> odd, Lane<I...>) { return V{(I & 1 ? odd : even)...}; }
-
-// re^2 - im^2, re im + im re
-template <class T, class Z> void sqrPairs(const Z* src, Z* dst, int len) {
-    map<kLanes<T>, 16 / sizeof(T)>(
-        ptrdiff_t{2} * len, &dst->re,
-        [](auto w, auto s) {
-            using V = Vec<T, w.n>;
-            using L = Iota<w.n>;
-            const V v = load<T, w.n>(s), cross = oddTwice(v, L{}) * swapPairs(v);
-            return evenTwice(v, L{}) * v + (V)((Bits<V>)cross ^ (Bits<V>)alternating<V>(T(-0.0), T(0), L{}));
-        },
-        &src->re);
-}
+template <class V, int... I> TEVS_INLINE V alternating(Element<V> even, Element<V> odd, Lane<I...>) { return V{(I & 1 ? odd : even)...}; }
 
 template <class T, class Z> void normalizePairs(const Z* src, Z* dst, int len, Z sub, T by) {
     map<kLanes<T>, 16 / sizeof(T)>(
@@ -249,18 +224,6 @@ template <class D, class V> TEVS_INLINE auto narrowTo(V ints) {
     }
 }
 
-// The square has 16 bits of 8 and 32 bits of 16: exact in R.
-template <class R, class T> TEVS_WHOLE Status sqrInts(const T* src, T* dst, int len, double factor) {
-    map<kFloats, 4>(
-        len, dst,
-        [=](auto w, auto s) {
-            const auto squares = each(real<R>(loadInts<T, w.n>(s)), [](auto x) { return x * x; });
-            return narrowTo<T>(toInts<T>(squares, factor));
-        },
-        src);
-    return StatusOk;
-}
-
 // Roots in R. A root that is not a tie is off the next tie by 2^-19 of itself or more where a 16-bit number's root is stored as it is or smaller,
 // and by 2^-35 or more where a 32-bit number's is stored in 16 bits: (k + 1/2)^2 and the argument, scaled, are multiples of 1/4. A tie is the root of a square, and exact.
 template <class R, class S, class D> TEVS_INLINE Status sqrtIn(const S* src, D* dst, int len, double factor) {
@@ -366,14 +329,6 @@ template <class F> TEVS_INLINE void mapPairs16(const Complex16s* src, Complex16s
         src);
 }
 
-TEVS_WHOLE Status sqr16sc(const Complex16s* src, Complex16s* dst, int len, double factor) {
-    mapPairs16(src, dst, len, factor, [](auto reInts, auto imInts) {
-        const auto re = real<double>(reInts), im = real<double>(imInts);
-        using W = decltype(real<double>(reInts));
-        return Two<W>{{re.a * re.a - im.a * im.a, re.b * re.b - im.b * im.b}, {2 * re.a * im.a, 2 * re.b * im.b}};
-    });
-    return StatusOk;
-}
 TEVS_WHOLE Status sqrt16sc(const Complex16s* src, Complex16s* dst, int len, double factor) {
     mapPairs16(src, dst, len, factor, [](auto reInts, auto imInts) {
         const auto re = real<double>(reInts), im = real<double>(imInts);
@@ -404,14 +359,6 @@ extern const ElementaryKernels elementary = {
     .ln32s = lnScaled<int32_t, int32_t>,
     .ln32s16s = lnScaled<int32_t, int16_t>,
     .decibel32s = decibel32s,
-    .sqr32f = sqr<float>,
-    .sqr64f = sqr<double>,
-    .sqr32fc = sqrPairs<float, Complex32f>,
-    .sqr64fc = sqrPairs<double, Complex64f>,
-    .sqr8u = sqrInts<float, uint8_t>,
-    .sqr16u = sqrInts<double, uint16_t>,
-    .sqr16s = sqrInts<double, int16_t>,
-    .sqr16sc = sqr16sc,
     .sqrt32f = sqrt<float>,
     .sqrt64f = sqrt<double>,
     .sqrt32fc = sqrt32fc,

@@ -33,15 +33,6 @@ struct ElementaryKernels {
     Careful<int32_t, int16_t>* ln32s16s;
     Careful<int32_t>* decibel32s;   // 10 log10 x
 
-    Plain<float>* sqr32f;
-    Plain<double>* sqr64f;
-    Plain<Complex32f>* sqr32fc;
-    Plain<Complex64f>* sqr64fc;
-    Scaled<uint8_t>* sqr8u;
-    Scaled<uint16_t>* sqr16u;
-    Scaled<int16_t>* sqr16s;
-    Scaled<Complex16s>* sqr16sc;
-
     Checked<float>* sqrt32f;
     Checked<double>* sqrt64f;
     Plain<Complex32f>* sqrt32fc;

@@ -88,13 +88,16 @@ template <class T> constexpr TwoExtremes<T> kTwo = {valueTwo<T>, placeTwo<T>};
 
 // ---- magnitudes -----------------------------------------------------------------------------------------------------------------------
 
+template <class T> struct Unsigned { using type = uint32_t; };
+template <> struct Unsigned<int16_t> { using type = uint16_t; };
+
 // -|x|, which holds for INT_MIN too.
 template <class T> struct Negated {
     const T* p;
     friend TEVS_INLINE Negated operator+(Negated s, ptrdiff_t i) { return {s.p + i}; }
     template <int N> TEVS_INLINE auto load() const {
         const auto x = TEVS_LEVEL_NS::load<T, N>(p);
-        const auto minus = -x;
+        const auto minus = (Vec<T, N>)-(Vec<typename Unsigned<T>::type, N>)x;
         return x < minus ? x : minus;
     }
     template <int N> TEVS_INLINE auto held(int n) const { return heldCopy<N>(*this, n); }
@@ -112,7 +115,7 @@ struct CheckedMagnitude {
     template <class V> TEVS_INLINE Checked<V> start() const { return {V{}, V{}}; }
     template <class V> TEVS_INLINE Checked<V> step(Checked<V> s, V x) const {
         const V zero = x * V{};
-        return {Greater::pick(absolute(x), s.max), s.zero + zero};
+        return {Greater::pick(abs(x), s.max), s.zero + zero};
     }
     template <class V> TEVS_INLINE Checked<V> join(Checked<V> a, Checked<V> b) const { return {Greater::pick(a.max, b.max), a.zero + b.zero}; }
     template <class V> TEVS_INLINE auto finish(Checked<V> s) const { return foldLanes<1>(s.max, Greater::pick)[0] + sumOfLanes(s.zero); }

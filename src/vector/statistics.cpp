@@ -238,18 +238,13 @@ Status countInRange(const int32_t* pSrc, int len, int* pCounts, int32_t lowerBou
 }
 
 // The logarithm of the product of n <= 512 positive elements, which is off by at most n 2^-64. Extended precision has room for 15 doubles from
-// 2^-1000 .. 2^1000 on, and for a hundred narrower elements; what leaves that in a turn goes on as a fraction and an exponent.
+// 2^-1000 .. 2^1000 on, and for a hundred narrower elements; what leaves that in a turn goes on as a fraction and an exponent. The
+// product of all eight fits it then.
 template <class T> long double lnOfProduct(const T* p, int n) {
     constexpr int kProducts = 8, kTurn = sizeof(T) == 8 ? 8 * kProducts : 512;
     constexpr long double kLn2 = 0.693147180559945309417232121458176568L;
     long double product[kProducts] = {1, 1, 1, 1, 1, 1, 1, 1};
     int64_t exponents = 0;
-    const auto fraction = [&](long double x) {
-        int e;
-        x = std::frexp(x, &e);
-        exponents += e;
-        return x;
-    };
     for (int i = 0; i < n;) {
         const int end = std::min(i + kTurn, n);
         for (; i <= end - kProducts; i += kProducts)
@@ -257,9 +252,13 @@ template <class T> long double lnOfProduct(const T* p, int n) {
             for (int k = 0; k < kProducts; ++k) product[k] *= p[i + k];
         for (; i < end; ++i) product[0] *= p[i];
         for (long double& x : product)
-            if (!(x > 0x1p-1000L && x < 0x1p1000L)) x = fraction(x);
+            if (!(x > 0x1p-1000L && x < 0x1p1000L)) {
+                int e;
+                x = std::frexp(x, &e);
+                exponents += e;
+            }
     }
-    for (int k = 1; k < kProducts; ++k) product[0] = fraction(product[0]) * fraction(product[k]);
+    for (int k = 1; k < kProducts; ++k) product[0] *= product[k];
     return std::log(product[0]) + exponents * kLn2;
 }
 

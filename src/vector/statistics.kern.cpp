@@ -97,7 +97,7 @@ struct Distance16 {
     friend TEVS_INLINE Distance16 operator+(Distance16 s, ptrdiff_t i) { return {s.a + i, s.b + i}; }
     template <int N> TEVS_INLINE auto load() const {
         const auto x = a.load<N>(), y = b.load<N>();
-        return (Vec<uint16_t, N>)(Greater::pick(x, y) - Less::pick(x, y));
+        return (Vec<uint16_t, N>)Greater::pick(x, y) - (Vec<uint16_t, N>)Less::pick(x, y);
     }
     template <int N> TEVS_INLINE auto held(int n) const {
         return madeOf([](auto x, auto y) { return Distance16{x, y}; }, a.held<N>(n), b.held<N>(n));
@@ -126,7 +126,7 @@ struct SquareSum16 : Additive {
 // are their products' pairs 32-bit ones. Odd elements are counted in 16 bits, even and odd lanes apart.
 template <class V> struct Halves {
     Exact<V> products;
-    V odd;
+    Unsigned32<V> odd;
     friend TEVS_INLINE Halves operator+(Halves x, Halves y) { return {x.products + y.products, x.odd + y.odd}; }
 };
 struct DistanceSquareSum16 : Additive {
@@ -135,10 +135,10 @@ struct DistanceSquareSum16 : Additive {
         using Signed = Vec<int16_t, kCount<V>>;
         const V half = d >> 1;
         const auto t = multiplyPairs((Signed)half, (Signed)(half - d));
-        return s + Halves<Pairs<V>>{{(Unsigned32<V>)t, t >> 16}, (Pairs<V>)(d & 1)};
+        return s + Halves<Pairs<V>>{{(Unsigned32<V>)t, t >> 16}, (Unsigned32<V>)(d & 1)};
     }
     template <class V> TEVS_INLINE int64_t finish(Halves<V> s) const {
-        const uint32_t odd = uint32_t(sumOfLanes(s.odd));
+        const uint32_t odd = sumOfLanes(s.odd);
         return -4 * s.products.sum() + (odd & 0xffff) + (odd >> 16);
     }
 };
@@ -178,16 +178,11 @@ template <class S> struct SquaredMagnitude {
     }
 };
 
-TEVS_INLINE Vec<double, 2> root(Vec<double, 2> v) { return (Vec<double, 2>)_mm_sqrt_pd((__m128d)v); }
-#if TEVS_LEVEL >= 2
-TEVS_INLINE Vec<double, 4> root(Vec<double, 4> v) { return (Vec<double, 4>)_mm256_sqrt_pd((__m256d)v); }
-#endif
-
 struct AbsSum : Sum {
-    template <class V> TEVS_INLINE V step(V s, V x) const { return s + absolute(x); }
+    template <class V> TEVS_INLINE V step(V s, V x) const { return s + abs(x); }
 };
 struct RootSum : Sum {
-    template <class V> TEVS_INLINE V step(V s, V x) const { return s + root(x); }
+    template <class V> TEVS_INLINE V step(V s, V x) const { return s + squareRoot(x); }
 };
 
 template <class Op, class S> TEVS_INLINE double inDouble(ptrdiff_t n, S s) { return reduce<kDoubles, 2, kTurns>(n, Op{}, s); }

@@ -89,8 +89,7 @@ template <class T> void sweepParts() {
             const T x = a.data()[i], y = b.data()[i];
             ASSERT_LE(ulps(exactMagnitude(x, y), magnitude.data()[i]), magnitudeBound<T>(exactMagnitude(x, y))) << "|" << x << ", " << y << "|";
             ASSERT_LE(ulps(std::atan2(Exact(y), Exact(x)), phase.data()[i]), 0.65) << "phase of " << x << ", " << y;
-            const T volatile xx = x * x, yy = y * y, sum = xx + yy;
-            ASSERT_TRUE(sum == power.data()[i] || (std::isnan(sum) && std::isnan(power.data()[i])));
+            ASSERT_LE(ulps(Exact(x) * x + Exact(y) * y, power.data()[i]), sizeof(T) == 4 ? 0.5 : 0.76) << x << "^2 + " << y << "^2";
             ASSERT_LE(ulps(x * std::cos(Exact(y)), re.data()[i]), sizeof(T) == 4 ? 0.51 : 1.0) << x << " cos " << y;
             ASSERT_LE(ulps(x * std::sin(Exact(y)), im.data()[i]), sizeof(T) == 4 ? 0.51 : 1.0) << x << " sin " << y;
             // A lane's neighbours are without influence: the element alone gives the same.
@@ -235,7 +234,7 @@ template <class T> uint64_t resultBits() {
     return h.hash;
 }
 TEST(Parts, SameBitsAtEveryLevel) {
-    EXPECT_EQ(resultBits<float>(), 7196216727219606611u);
+    EXPECT_EQ(resultBits<float>(), 14436251285580121015u);
     EXPECT_EQ(resultBits<double>(), 2003760929774492543u);
 }
 

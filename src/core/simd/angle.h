@@ -7,27 +7,10 @@
 #pragma once
 
 #include "core/angle.h"
-#include "core/simd/vec.h"
+#include "core/simd/real.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
-
-// ---- the parts of a floating-point lane ---------------------------------------------------------------------------------------
-
-template <class V> using Bits = decltype(V{} == V{});
-template <class V> using LaneOf = decltype(+V{}[0]);
-template <class V> TEVS_INLINE V constant(double x) { return LaneOf<V>(x) - V{}; }
-template <class V> TEVS_INLINE V signOf(V v) { return (V)((Bits<V>)v & (Bits<V>)constant<V>(-0.0)); }
-template <class V> TEVS_INLINE V abs(V v) { return (V)((Bits<V>)v & ~(Bits<V>)constant<V>(-0.0)); }
-template <class V> TEVS_INLINE V flip(V v, V sign) { return (V)((Bits<V>)v ^ (Bits<V>)sign); }
-template <class V> TEVS_INLINE V withSign(V v, V sign) { return (V)((Bits<V>)v | (Bits<V>)sign); }
-
-// The upper half of a significand: 12 bits of single precision, 26 of double. Products of two such are exact, and so is one with what they leave of a number.
-template <class V> TEVS_INLINE V upperHalf(V v) { return (V)((Bits<V>)v & (sizeof(v[0]) == 4 ? ~0xfff : ~0x7ffffffll)); }
-
-// c[0] + c[1] z + ... (Horner).
-template <class V> TEVS_INLINE V polynomial(V, double c) { return constant<V>(c); }
-template <class V, class... C> TEVS_INLINE V polynomial(V z, double c, C... rest) { return constant<V>(c) + z * polynomial(z, rest...); }
 
 constexpr double kPi = 0x1.921fb54442d18p+1, kPiLow = 0x1.1a62633145c07p-53;
 constexpr double kInfinity = __builtin_inf();

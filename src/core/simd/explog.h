@@ -8,20 +8,10 @@
 // any exponent is exact, and a rest. The logarithm is arranged as in Tang, Table-driven implementation of the logarithm function (1990), without the table.
 #pragma once
 
-#include "core/simd/vec.h"
+#include "core/simd/real.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
-
-template <class V> using LaneOf = decltype(+V{}[0]);
-template <class V> using Bits = decltype(V{} == V{});
-
-template <class V> TEVS_INLINE V constant(double x) { return LaneOf<V>(x) - V{}; }
-template <class V> TEVS_INLINE V abs(V v) { return (V)((Bits<V>)v & ~(Bits<V>)constant<V>(-0.0)); }
-
-// c[0] + c[1] z + ... (Horner).
-template <class V> TEVS_INLINE V polynomial(V, double c) { return constant<V>(c); }
-template <class V, class... C> TEVS_INLINE V polynomial(V z, double c, C... rest) { return constant<V>(c) + z * polynomial(z, rest...); }
 
 // Whether low <= v <= high in all lanes. AVX-512 compares into masks, which the compiler would turn into vectors and back.
 template <class V> TEVS_INLINE bool allBetween(V low, V v, V high) {
@@ -55,9 +45,9 @@ template <> struct Format<double> {
     static constexpr double kExpOrdinary = 707, kExpLowest = -746, kExpHighest = 710;
     static constexpr uint64_t kSqrtHalf = 0x3fe6a09e667f3bcd, kOne = 0x3ff0000000000000, kExponentMask = 0xfff0000000000000, kNegativeNaN = 0xfff8000000000000;
 };
-template <class V> using FormatOf = Format<LaneOf<V>>;
+template <class V> using FormatOf = Format<Element<V>>;
 template <class V> using Integers = Vec<decltype(+FormatOf<V>::kOne), kCount<V>>;
-template <class V> constexpr bool isSingle = sizeof(LaneOf<V>) == 4;
+template <class V> constexpr bool isSingle = sizeof(Element<V>) == 4;
 template <class V> constexpr double kWhole = isSingle<V> ? 0x1.8p23 : 0x1.8p52;   // adding it rounds to an integer, which then stands in the low bits
 
 // v * 2^k, for whole k of up to twice the exponents' range. The first product is exact, so a subnormal result is rounded only once.

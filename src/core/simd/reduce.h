@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/simd/map.h"
+#include "core/simd/real.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
@@ -67,16 +68,12 @@ template <class S> struct Difference {
     }
 };
 
-// |x|: the sign bit cleared.
-template <class V> TEVS_INLINE V absolute(V x) {
-    using Bits = Vec<uint8_t, int(sizeof(V))>;
-    return (V)((Bits)x & ~(Bits)(-V{}));
-}
+// |x|
 template <class S> struct Absolute {
     S a;
     friend TEVS_INLINE Absolute operator+(Absolute s, ptrdiff_t i) { return {s.a + i}; }
     TEVS_INLINE auto first() const { return a.first() < 0 ? -a.first() : a.first(); }
-    template <int N> TEVS_INLINE auto load() const { return absolute(a.template load<N>()); }
+    template <int N> TEVS_INLINE auto load() const { return abs(a.template load<N>()); }
     template <int N> TEVS_INLINE auto held(int n) const {
         return madeOf([](auto x) { return Absolute<decltype(x)>{x}; }, a.template held<N>(n));
     }
