@@ -89,7 +89,7 @@ Status tevsSqr_16sc_ISfs(Complex16s* pSrcDst, int len, int scaleFactor);
  *
  * real        correctly rounded. A negative element gives NaN with its sign bit set, or the integer 0, and WarnSqrtNegArg; -0.0 gives -0.0.
  * complex     the principal root, whose real part is not negative and whose imaginary part has the sign of the element's; infinities as in C's csqrt.
- *             32fc within 0.51 units in the last place of each part, 64fc within 2.5; 16sc rounded from double precision. Never a warning.
+ *             32fc within 0.51 units in the last place of each part, 64fc within 0.75; 16sc rounded from double precision. Never a warning.
  */
 Status tevsSqrt_32f(const float* pSrc, float* pDst, int len);
 Status tevsSqrt_32f_I(float* pSrcDst, int len);

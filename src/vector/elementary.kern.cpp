@@ -115,14 +115,42 @@ template <class V> TEVS_INLINE Two<V> scaledRoot(Two<V> z, V up, V back) {
     const auto left = isLess(z.a, V{});
     return {select(left, abs(other), t), select(left, withSignOf(t, z.b), other)};
 }
+// The same with each step's error carried along, for results that are rounded no more.
+template <class V> TEVS_INLINE V productError(V a, V b, V product) {   // Dekker
+    const V ah = upperHalf(a), bh = upperHalf(b), al = a - ah, bl = b - bh;
+    return (((ah * bh - product) + ah * bl) + al * bh) + al * bl;
+}
+template <class V> TEVS_INLINE Two<V> rootOfTwo(V high, V low) {
+    const V root = squareRoot(high), square = root * root;
+    const V rest = ((high - square) - productError(root, root, square)) + low;
+    return {root, rest / atLeast(constant<V>(0x1p-1000), root + root)};
+}
+template <class V> TEVS_INLINE Two<V> preciseRoot(Two<V> z, V up, V back) {
+    const V re = abs(z.a * up), im = abs(z.b * up);
+    const V p = re * re, q = im * im, square = p + q;
+    const Two<V> m = rootOfTwo(square, ((atLeast(p, q) - square) + atMost(p, q)) + (productError(re, re, p) + productError(im, im, q)));
+    const V sum = m.a + re, half = constant<V>(0.5);
+    const Two<V> t = rootOfTwo(sum * half, (((m.a - sum) + re) + m.b) * half);
+    // The other part may be far smaller: it is divided at a scale of its own, where its remainder does not underflow.
+    const V size = abs(z.b);
+    const auto tiny = isLess(size, constant<V>(0x1p-300)), huge = isLess(constant<V>(0x1p500), size);
+    const V lift = select(tiny, constant<V>(0x1p500), select(huge, constant<V>(0x1p-600), constant<V>(1)));
+    const V drop = select(tiny, constant<V>(0x1p-500), select(huge, constant<V>(0x1p600), constant<V>(1)));
+    const V dividend = size * lift, divisor = atLeast(constant<V>(0x1p-1000), t.a + t.a), w = dividend / divisor, product = w * divisor;
+    const V rest = ((dividend - product) - productError(w, divisor, product)) - w * (t.b + t.b);
+    const V root = (t.a + t.b) * back, other = (w + rest / divisor) * (drop / back);
+    const auto left = isLess(z.a, V{});
+    const V sign = signOf(z.b);
+    return {select(left, other, root), withSign(select(left, root, other), sign)};
+}
 template <class V> TEVS_INLINE Two<V> moderateRoot(Two<V> z) { return scaledRoot(z, constant<V>(1), constant<V>(1)); }
 
-// For parts of any size; infinities and NaN as in C's csqrt.
-template <class V> TEVS_INLINE Two<V> principalRoot(Two<V> z) {
+// For parts of any size, with the root of moderate ones given; infinities and NaN as in C's csqrt.
+template <class V, class F> TEVS_INLINE Two<V> principalRoot(Two<V> z, F scaledRoot) {
     const V size = atLeast(abs(z.a), abs(z.b));
     if (allBetween(constant<V>(0x1p-480), size, constant<V>(0x1p500))) [[likely]]
-        return moderateRoot(z);
-    const auto small = size<constant<V>(0x1p-480), large = size> constant<V>(0x1p500);
+        return scaledRoot(z, constant<V>(1), constant<V>(1));
+    const auto small = isLess(size, constant<V>(0x1p-480)), large = isLess(constant<V>(0x1p500), size);
     const V up = small ? constant<V>(0x1p600) : large ? constant<V>(0x1p-600) : constant<V>(1);
     const V back = small ? constant<V>(0x1p-300) : large ? constant<V>(0x1p300) : constant<V>(1);
     Two<V> root = scaledRoot(z, up, back);
@@ -140,7 +168,8 @@ TEVS_WHOLE void sqrt32fc(const Complex32f* src, Complex32f* dst, int len) {
         [](auto w, auto s) {
             const auto z = loadSplit<float, w.n>(&s->re);
             const auto re = widen(z.a), im = widen(z.b);
-            const auto a = principalRoot(decltype(re){re.a, im.a}), b = principalRoot(decltype(re){re.b, im.b});
+            constexpr auto half = [](auto h) { return principalRoot(h, [](auto... a) { return scaledRoot(a...); }); };
+            const auto a = half(decltype(re){re.a, im.a}), b = half(decltype(re){re.b, im.b});
             return interleave(narrow(decltype(re){a.a, b.a}), narrow(decltype(re){a.b, b.b}));
         },
         src);
@@ -149,7 +178,7 @@ TEVS_WHOLE void sqrt64fc(const Complex64f* src, Complex64f* dst, int len) {
     map<kDoubles, 2>(
         len, dst,
         [](auto w, auto s) {
-            const auto root = principalRoot(loadSplit<double, w.n>(&s->re));
+            const auto root = principalRoot(loadSplit<double, w.n>(&s->re), [](auto... a) { return preciseRoot(a...); });
             return interleave(root.a, root.b);
         },
         src);
