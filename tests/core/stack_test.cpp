@@ -70,6 +70,31 @@ Result movement(const Caller& call) {
     return call(tevsConjFlip_32fc, src, reinterpret_cast<Complex32f*>(dst.data()), 37) ? Result() : dst;
 }
 
+Result arithmetic(const Caller& call) {
+    Result dst(2 * 37);
+    const auto z = reinterpret_cast<const Complex16s*>(kShorts.data());
+    std::vector<Complex16s> quotient(37), product(37);
+    if (call(tevsMul_32fc, reinterpret_cast<const Complex32f*>(kFloats.data()), reinterpret_cast<const Complex32f*>(kFloats.data() + 1),
+             reinterpret_cast<Complex32f*>(dst.data()), 37))
+        return Result();
+    if (call(tevsDiv_16sc_Sfs, z, z + 1, quotient.data(), 37, -3) < 0) return Result();   // a zero divisor is but a warning
+    if (call(tevsMul_16sc_Sfs, z, z + 1, product.data(), 37, 15)) return Result();
+    for (int i = 0; i < 37; ++i) dst.insert(dst.end(), {float(quotient[size_t(i)].re), float(product[size_t(i)].im)});
+    return dst;
+}
+
+Result elementary(const Caller& call) {
+    Result exponential(37), phase(37), re(37), im(37);
+    std::vector<int16_t> logarithm(37);
+    if (call(tevsExp_32f, kFloats.data(), exponential.data(), 37)) return Result();
+    if (call(tevsLn_16s_Sfs, kShorts.data(), logarithm.data(), 37, -10) < 0) return Result();
+    if (call(tevsPhase_32fc, reinterpret_cast<const Complex32f*>(kFloats.data()), phase.data(), 37)) return Result();
+    if (call(tevsPolarToCart_32f, exponential.data(), phase.data(), re.data(), im.data(), 37)) return Result();
+    for (const Result* part : {&phase, &re, &im}) exponential.insert(exponential.end(), part->begin(), part->end());
+    exponential.insert(exponential.end(), logarithm.begin(), logarithm.end());
+    return exponential;
+}
+
 Result reductions(const Caller& call) {
     Result dst(7);
     int at;
@@ -117,7 +142,8 @@ struct Case {
     const char* name;
     Result (*run)(const Caller& call);
 };
-constexpr Case kCases[] = {{"Convert", convert}, {"Movement", movement}, {"Reductions", reductions}, {"FFT", fft}, {"FIR", fir}, {"MulPerm", spectrum}};
+constexpr Case kCases[] = {{"Convert", convert}, {"Movement", movement}, {"Arithmetic", arithmetic}, {"Elementary", elementary}, {"Reductions", reductions},
+                           {"FFT", fft},         {"FIR", fir},           {"MulPerm", spectrum}};
 
 TEST(Stack, AlignedToFourBytesWillDo) {
     for (const Case& c : kCases) {
