@@ -133,7 +133,8 @@ void addProduct16s(const int16_t* a, const int16_t* b, int16_t* dst, ptrdiff_t n
         map<kLanes<int16_t>, 8>(
             n, dst,
             [=](auto w, auto x, auto y, auto z) {
-                const auto p = product(load<int16_t, w.n>(x), load<int16_t, w.n>(y)), before = widened(load<int16_t, w.n>(z));
+                const auto p = product(load<int16_t, w.n>(x), load<int16_t, w.n>(y));
+                const auto before = widened(load<int16_t, w.n>(z));
                 return fit(scaling, decltype(before){p.low + before.low, p.high + before.high});
             },
             a, b, static_cast<const int16_t*>(dst));

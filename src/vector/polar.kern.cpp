@@ -147,7 +147,8 @@ struct Power {
             const auto large = larger > constant<V>(1);
             const V by = large ? constant<V>(0x1p-300) : constant<V>(0x1p300), back = large ? constant<V>(0x1p600) : constant<V>(0x1p-600);
             const V scaled = squareSum(z.a * by, z.b * by) * back;
-            return outside ? (larger < constant<V>(0x1p700)) & (plain == plain) ? scaled : plain : s;
+            const auto finite = (larger < constant<V>(0x1p700)) & (plain == plain);
+            return outside ? finite ? scaled : plain : s;
         }
     }
 };
