@@ -138,14 +138,15 @@ static void writeSpectrogram(const char* dir, const char* name, const Analyser* 
     FILE* file = create(dir, name);
     fprintf(file, "# seconds, Hz, dB\n");
     for (int f = 0; f < a->frames; ++f) {
-        for (int k = 0; k < a->bins; ++k)
-            fprintf(file, "%.4f %.1f %.1f\n", (f * a->hop + a->len / 2.0) / rate, (double)k * rate / a->len, *decibels++);
+        for (int k = 0; k < a->bins; ++k) fprintf(file, "%.4f %.1f %.1f\n", (f * a->hop + a->len / 2.0) / rate, (double)k * rate / a->len, *decibels++);
         fputc('\n', file);
     }
     fclose(file);
 }
 
-typedef struct { float peak, rms; } Level; /* dB of full scale */
+typedef struct {
+    float peak, rms;
+} Level; /* dB of full scale */
 
 static Level levelOf(const int16_t* x, int len) {
     float largest, root;
