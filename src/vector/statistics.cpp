@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 #include "core/args.h"
 #include "core/rounding.h"
@@ -193,7 +194,7 @@ template <class N, class T> void norm64(const T* pSrc1, const T* pSrc2, int len,
         *pNorm = N::finish(sum);
         return;
     }
-    constexpr int kParts = int(sizeof(T) / sizeof(double));
+    constexpr int kParts = std::is_same_v<T, double> ? 1 : 2;
     const auto *a = reinterpret_cast<const double*>(pSrc1), *b = reinterpret_cast<const double*>(pSrc2);
     bool zero = sum == 0;
     for (ptrdiff_t i = 0; zero && i < kParts; ++i) {   // len parts at a time

@@ -241,7 +241,7 @@ template <class A, class D> void accumulates(Status (*f)(const A*, const A*, D*,
         Guarded<D> dst(n, at);
         for (int scale : kScales) {
             std::vector<D> want(n);
-            for (size_t i = 0; i < n; ++i) want[i] = stored<D>(add(exact(before[i]), mul(exact(a.values()[i]), exact(b.values()[i]))), scale);
+            for (size_t i = 0; i < n; ++i) want[i] = stored<D>(add(exact(before[i]), mul(exact(a.data()[i]), exact(b.data()[i]))), scale);
             dst.assign(before);
             ASSERT_EQ(f(a.data(), b.data(), dst, len, scale), StatusOk);
             ASSERT_TRUE(same(want, dst.values())) << len << " scale " << scale;
@@ -308,7 +308,7 @@ template <class T, class Op> void floats(Status (*f)(const T*, const T*, T*, int
         const Guarded<T> a(wild<T>(n), at), b(wild<T>(n), at);
         Guarded<T> dst(n, at), both(b.values(), at);
         std::vector<T> want(n);
-        for (size_t i = 0; i < n; ++i) want[i] = op(a.values()[i], b.values()[i]);
+        for (size_t i = 0; i < n; ++i) want[i] = op(a.data()[i], b.data()[i]);
         ASSERT_EQ(f(a.data(), b.data(), dst, len), StatusOk);
         ASSERT_EQ(inPlace(a.data(), both, len), StatusOk);
         ASSERT_TRUE(same(canonical(want), canonical(dst.values()))) << len;
@@ -325,7 +325,7 @@ template <class T, class Op> void floatsC(Status (*f)(const T*, T, T*, int), Sta
         const Guarded<T> src(wild<T>(n), at);
         Guarded<T> dst(n, at), both(src.values(), at);
         std::vector<T> want(n);
-        for (size_t i = 0; i < n; ++i) want[i] = op(val, src.values()[i]);
+        for (size_t i = 0; i < n; ++i) want[i] = op(val, src.data()[i]);
         ASSERT_EQ(f(src.data(), val, dst, len), StatusOk);
         ASSERT_EQ(inPlace(val, both, len), StatusOk);
         ASSERT_TRUE(same(canonical(want), canonical(dst.values()))) << len;
@@ -340,7 +340,7 @@ template <class T> void accumulatesFloats(Status (*f)(const T*, const T*, T*, in
         const Guarded<T> a(wild<T>(n), at), b(wild<T>(n), at);
         Guarded<T> dst(randomVector<T>(n), at);
         std::vector<T> want(n);
-        for (size_t i = 0; i < n; ++i) want[i] = fAdd(dst.values()[i], fMul(a.values()[i], b.values()[i]));
+        for (size_t i = 0; i < n; ++i) want[i] = fAdd(dst.data()[i], fMul(a.data()[i], b.data()[i]));
         ASSERT_EQ(f(a.data(), b.data(), dst, len), StatusOk);
         ASSERT_TRUE(same(canonical(want), canonical(dst.values()))) << len;
         ASSERT_TRUE(dst.intact());
@@ -399,9 +399,9 @@ TEST(Arithmetic, RealTimesComplexAndAddProductC) {
         std::vector<Complex32f> want;
         std::vector<float> wantSum;
         for (size_t i = 0; i < n; ++i) {
-            const float x = a.values()[i];
-            want.push_back({x * b.values()[i].re, x * b.values()[i].im});
-            wantSum.push_back(sum.values()[i] + x * 0.3f);
+            const float x = a.data()[i];
+            want.push_back({x * b.data()[i].re, x * b.data()[i].im});
+            wantSum.push_back(sum.data()[i] + x * 0.3f);
         }
         ASSERT_EQ(tevsMul_32f32fc(a.data(), b.data(), dst, len), StatusOk);
         ASSERT_EQ(tevsMul_32f32fc_I(a.data(), both, len), StatusOk);
@@ -485,7 +485,7 @@ template <class A, class B, class D, class InPlace> void divides(Status (*f)(con
         for (int scale : kScales) {
             bool zero = false;
             std::vector<D> want(n);
-            for (size_t i = 0; i < n; ++i) want[i] = quotient<D>(exact(divisors[i]), exact(b.values()[i]), scale, zero);
+            for (size_t i = 0; i < n; ++i) want[i] = quotient<D>(exact(divisors[i]), exact(b.data()[i]), scale, zero);
             const Status status = zero ? WarnDivByZero : StatusOk;
             ASSERT_EQ(f(a.data(), b.data(), dst, len, scale), status);
             ASSERT_TRUE(same(want, dst.values())) << len << " scale " << scale;
@@ -510,7 +510,7 @@ template <class T> void dividesC(Status (*f)(const T*, T, T*, int, int), Status 
             bool zero = false;
             std::vector<T> want(n);
             // Only the quotient of two vectors has a rule of its own below -32.
-            for (size_t i = 0; i < n; ++i) want[i] = quotient<T>(exact(val), exact(src.values()[i]), std::max(scale, -32), zero);
+            for (size_t i = 0; i < n; ++i) want[i] = quotient<T>(exact(val), exact(src.data()[i]), std::max(scale, -32), zero);
             if (Complex<T> && scale < -32) continue;
             ASSERT_EQ(f(src.data(), val, dst, len, scale), StatusOk);
             ASSERT_TRUE(same(want, dst.values())) << len << " scale " << scale;
@@ -605,12 +605,12 @@ template <class T> void dividesFloats(Status (*f)(const T*, const T*, T*, int), 
         Guarded<T> dst(n, at), both(b.values(), at);
         std::vector<T> want(n);
         bool zero = false;
-        for (size_t i = 0; i < n; ++i) want[i] = floatQuotient(divisors[i], b.values()[i], zero);
+        for (size_t i = 0; i < n; ++i) want[i] = floatQuotient(divisors[i], b.data()[i], zero);
         ASSERT_EQ(f(a.data(), b.data(), dst, len), zero ? WarnDivByZero : StatusOk);
         ASSERT_EQ(inPlace(a.data(), both, len), zero ? WarnDivByZero : StatusOk);
         for (size_t i = 0; i < n; ++i) {
             if (divisors[i] == 0) {
-                ASSERT_TRUE(same(std::vector<T>{want[i]}, std::vector<T>{dst.values()[i]})) << "over zero";
+                ASSERT_TRUE(same(std::vector<T>{want[i]}, std::vector<T>{dst.data()[i]})) << "over zero";
             }
         }
         ASSERT_TRUE(same(canonical(want), canonical(dst.values())));
@@ -684,7 +684,7 @@ void dividesComplex(Status (*f)(const C*, const C*, C*, int), Status (*inPlace)(
         ASSERT_TRUE(same(dst.values(), both.values()));
         ASSERT_TRUE(dst.intact() && both.intact());
         for (size_t i = 0; i < n; ++i) {
-            const C got = dst.values()[i];
+            const C got = dst.data()[i];
             if (divisors[i].re != 0 || divisors[i].im != 0)
                 near(got, divisors[i], dividends[i], "Div");
             else

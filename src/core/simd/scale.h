@@ -127,7 +127,7 @@ template <class V> TEVS_INLINE V shiftLeftSat(V v, int s) {
     if constexpr (L::isSigned)
         return shiftRight(shifted, s) == v ? shifted : (v >> L::width) ^ same<V>(L::max);
     else
-        return shifted | (V)(v > same<V>(Element<V>(L::max >> s)));
+        return shifted | (V)(v > same<V>(Element<V>(uint64_t{L::max} >> s)));
 }
 
 // v * 2^-s to nearest, ties to even, for 1 <= s, up to the width of unsigned and one less for signed lanes. What is shifted out is compared with a half, so v

@@ -313,7 +313,7 @@ TEVS_INLINE Vec<int64_t, 2> mulEven(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
     return (Vec<int64_t, 2>)_mm_mul_epi32((__m128i)a, (__m128i)b);
 #else
     // Of the unsigned product, less the other factor * 2^32 for each negative one.
-    const auto over = (Vec<uint64_t, 2>)((a >> 31 & b) + (b >> 31 & a)) << 32;
+    const auto over = (Vec<uint64_t, 2>)((Vec<uint32_t, 4>)(a >> 31 & b) + (Vec<uint32_t, 4>)(b >> 31 & a)) << 32;
     return (Vec<int64_t, 2>)((Vec<uint64_t, 2>)_mm_mul_epu32((__m128i)a, (__m128i)b) - over);
 #endif
 }
