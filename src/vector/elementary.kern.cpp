@@ -25,16 +25,16 @@ constexpr auto squareRootDomain = [](auto x) { return x < 0 ? WarnSqrtNegArg : S
 template <class S> class Warning {
 public:
     template <class F> TEVS_INLINE void look(const S* s, int n, F domain) {
-        for (int i = 0; i < n && !(at_ && s + i >= at_); ++i)
+        for (int i = 0; i < n && reinterpret_cast<uintptr_t>(s + i) < at_; ++i)
             if (const Status found = domain(s[i])) {
-                at_ = s + i;
+                at_ = reinterpret_cast<uintptr_t>(s + i);
                 status_ = found;
             }
     }
     Status status() const { return status_; }
 
 private:
-    const S* at_ = nullptr;
+    uintptr_t at_ = UINTPTR_MAX;
     Status status_ = StatusOk;
 };
 
