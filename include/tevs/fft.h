@@ -101,25 +101,37 @@ Status tevsFFTInv_PackToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint
 Status tevsFFTInv_PermToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
 Status tevsFFTInv_PermToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
 
-/* ---- MulPack, MulPerm: products of packed spectra -------------------------------------------------------------------------------
+/* ---- MulPack, MulPerm, MulPackConj: products of packed spectra --------------------------------------------------------------------
  *
  *     pDst[k] = pSrc1[k] * pSrc2[k],  in place  pSrcDst[k] = pSrcDst[k] * pSrc[k],  as complex numbers where the packing holds pairs
+ *     MulPackConj    pSrcDst[k] = pSrcDst[k] * conj(pSrc[k])
  *
  * len >= 1 reals in Pack or Perm order (above). The values that stand alone, the first of all and, of an even length, Pack's last and Perm's second, are
  * multiplied as reals. An odd length is the spectrum of an odd number of reals: one real value, then pairs, the same in both packings.
  *
- * Each product is rounded on its own: re = a.re b.re - a.im b.im. pDst may equal a source.
- * Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1), in this order, with nothing written on failure.
+ * Floats: each product is rounded on its own, re = a.re b.re - a.im b.im.
+ * 16s: the exact result times 2^-scaleFactor, to nearest, ties to even, saturated; any scaleFactor.
+ * pDst may equal a source. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1), in this order, with nothing written on failure.
  */
 Status tevsMulPack_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len);
 Status tevsMulPack_32f_I(const float* pSrc, float* pSrcDst, int len);
+Status tevsMulPack_64f(const double* pSrc1, const double* pSrc2, double* pDst, int len);
+Status tevsMulPack_64f_I(const double* pSrc, double* pSrcDst, int len);
+Status tevsMulPack_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor);
+Status tevsMulPack_16s_ISfs(const int16_t* pSrc, int16_t* pSrcDst, int len, int scaleFactor);
 Status tevsMulPerm_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len);
 Status tevsMulPerm_32f_I(const float* pSrc, float* pSrcDst, int len);
+Status tevsMulPerm_64f(const double* pSrc1, const double* pSrc2, double* pDst, int len);
+Status tevsMulPerm_64f_I(const double* pSrc, double* pSrcDst, int len);
+Status tevsMulPerm_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor);
+Status tevsMulPerm_16s_ISfs(const int16_t* pSrc, int16_t* pSrcDst, int len, int scaleFactor);
+Status tevsMulPackConj_32f_I(const float* pSrc, float* pSrcDst, int len);
+Status tevsMulPackConj_64f_I(const double* pSrc, double* pSrcDst, int len);
 
 /* ---- ConjPack, ConjPerm, ConjCcs: the whole spectrum of a real signal -----------------------------------------------------------
  *
  * Expands a packed spectrum into all len values, with X[len-k] = conj(X[k]). Of an even length, the values that a packing keeps as reals get a zero
- * imaginary part; CCS copies the imaginary parts that it holds.
+ * imaginary part; CCS copies the imaginary parts that it holds. The conjugate of -32768 is 32767 in 16sc.
  *
  * pSrc       len reals in Pack or Perm order, or 2 (len/2 + 1) in CCS order
  * pDst       len >= 1 complex values; apart from pSrc
@@ -127,12 +139,24 @@ Status tevsMulPerm_32f_I(const float* pSrc, float* pSrcDst, int len);
  *
  * Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1), in this order, with nothing written on failure.
  */
+Status tevsConjPack_16sc(const int16_t* pSrc, Complex16s* pDst, int len);
+Status tevsConjPack_16sc_I(Complex16s* pSrcDst, int len);
 Status tevsConjPack_32fc(const float* pSrc, Complex32f* pDst, int len);
 Status tevsConjPack_32fc_I(Complex32f* pSrcDst, int len);
+Status tevsConjPack_64fc(const double* pSrc, Complex64f* pDst, int len);
+Status tevsConjPack_64fc_I(Complex64f* pSrcDst, int len);
+Status tevsConjPerm_16sc(const int16_t* pSrc, Complex16s* pDst, int len);
+Status tevsConjPerm_16sc_I(Complex16s* pSrcDst, int len);
 Status tevsConjPerm_32fc(const float* pSrc, Complex32f* pDst, int len);
 Status tevsConjPerm_32fc_I(Complex32f* pSrcDst, int len);
+Status tevsConjPerm_64fc(const double* pSrc, Complex64f* pDst, int len);
+Status tevsConjPerm_64fc_I(Complex64f* pSrcDst, int len);
+Status tevsConjCcs_16sc(const int16_t* pSrc, Complex16s* pDst, int len);
+Status tevsConjCcs_16sc_I(Complex16s* pSrcDst, int len);
 Status tevsConjCcs_32fc(const float* pSrc, Complex32f* pDst, int len);
 Status tevsConjCcs_32fc_I(Complex32f* pSrcDst, int len);
+Status tevsConjCcs_64fc(const double* pSrc, Complex64f* pDst, int len);
+Status tevsConjCcs_64fc_I(Complex64f* pSrcDst, int len);
 
 TEVS_END
 
