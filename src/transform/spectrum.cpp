@@ -1,6 +1,4 @@
 // Arithmetic on packed spectra of real signals.
-#include <string.h>
-
 #include "core/args.h"
 #include "core/rounding.h"
 #include "core/scale.h"
@@ -16,12 +14,11 @@ enum class Packing { Pack, Perm, Ccs };
 
 // The complex pairs of len packed reals, where they begin, and where the second real value stands; an odd length has none.
 struct Layout {
-    Layout(Packing packing, int len)
-        : pairs((len - 1) / 2),
-          second(len % 2                    ? 0
-                 : packing == Packing::Perm ? 1
-                                            : len - 1),
-          firstPair(packing == Packing::Perm && len % 2 == 0 ? 2 : 1) {}
+    Layout(Packing packing, int len) : pairs((len - 1) / 2), second(0), firstPair(packing == Packing::Ccs ? 2 : 1) {
+        if (len % 2) return;
+        second = packing == Packing::Ccs ? len : packing == Packing::Perm ? 1 : len - 1;
+        if (packing == Packing::Perm) firstPair = 2;
+    }
     int pairs, second, firstPair;
 };
 
@@ -53,19 +50,14 @@ Status product(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int le
 
 // pSrc may begin where pDst does: what stands alone is saved before the pairs move up to their places.
 template <class T, class C> Status expand(const T* pSrc, C* pDst, int len, Packing packing) {
-    static_assert(sizeof(C) == 2 * sizeof(T));
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
     const Layout at(packing, len);
-    if (packing == Packing::Ccs) {
-        memmove(pDst, pSrc, bytesOf<C>(len / 2 + 1));
-    } else {
-        const T first = pSrc[0], second = pSrc[at.second];
-        memmove(pDst + 1, pSrc + at.firstPair, bytesOf<C>(at.pairs));
-        if (len % 2 == 0) pDst[len / 2] = {second, 0};
-        pDst[0] = {first, 0};
-    }
-    const auto mirror = sizeof(T) == 2 ? movement->conjFlip16 : sizeof(T) == 4 ? movement->conjFlip32 : movement->conjFlip64;
-    if (at.pairs > 0) mirror(pDst + 1, pDst + (len - at.pairs), at.pairs);
+    const bool ccs = packing == Packing::Ccs;
+    const C first = {pSrc[0], ccs ? pSrc[1] : T(0)}, middle = {pSrc[at.second], ccs ? pSrc[at.second + 1] : T(0)};
+    const auto unfold = sizeof(T) == 2 ? movement->unfold16 : sizeof(T) == 4 ? movement->unfold32 : movement->unfold64;
+    if (at.pairs > 0) unfold(pSrc + at.firstPair, pDst + 1, pDst + (len - at.pairs), at.pairs);
+    if (len % 2 == 0) pDst[len / 2] = middle;
+    pDst[0] = first;
     return StatusOk;
 }
 // In place, a whole spectrum's memory begins with the packed one.
