@@ -152,6 +152,114 @@ Status tevsFFTInv_PackToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uin
 Status tevsFFTInv_PermToR_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
 Status tevsFFTInv_PermToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
 
+/* ---- FFT of integer samples ---------------------------------------------------------------------------------------------------
+ *
+ * The transforms of above with integer samples and spectra. They are computed in floating point and rounded once: the result, times 2^-scaleFactor on
+ * top of the record's normalisation, to the nearest integer, ties to even, saturated. Any scaleFactor.
+ *
+ *     FFTSpec_C_16sc, FFTSpec_C_16s, FFTSpec_R_16s    16 bits, in single precision: complex interleaved, complex in two arrays, real
+ *     FFTSpec_C_32sc, FFTSpec_C_32s, FFTSpec_R_32s    32 bits, in double precision
+ *     FFTSpec_R_16s32s                                real signal of 16 bits, CCS spectrum of 32, in single precision
+ *
+ * Records live as those of the float kinds do (above), with these differences: a 16-bit record's sizes depend on hint where order is 1 to 3 (HintAccurate
+ * or any other), and its Init needs pMemInit from order 1 on. Its order 0 has no record inside: each value is scaled and stored, whatever the flag.
+ * 16-bit results of orders 1 and 2 are exact but for ScaleBySqrtN at order 1.
+ *
+ * Data, pBuffer, statuses: as for the float kinds. Any array of the source may be any of the destination. Short transforms leave pBuffer alone and take no memory:
+ * orders up to 8 in 16 bits and up to 7 in 32.
+ */
+typedef struct FFTSpec_C_16sc FFTSpec_C_16sc;
+typedef struct FFTSpec_C_16s FFTSpec_C_16s;
+typedef struct FFTSpec_R_16s FFTSpec_R_16s;
+typedef struct FFTSpec_C_32sc FFTSpec_C_32sc;
+typedef struct FFTSpec_C_32s FFTSpec_C_32s;
+typedef struct FFTSpec_R_32s FFTSpec_R_32s;
+typedef struct FFTSpec_R_16s32s FFTSpec_R_16s32s;
+
+Status tevsFFTGetSize_C_16sc(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_C_16s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_R_16s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_C_32sc(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_C_32s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_R_32s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_R_16s32s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTInit_C_16sc(FFTSpec_C_16sc** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_C_16s(FFTSpec_C_16s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_R_16s(FFTSpec_R_16s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_C_32sc(FFTSpec_C_32sc** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_C_32s(FFTSpec_C_32s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_R_32s(FFTSpec_R_32s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_R_16s32s(FFTSpec_R_16s32s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInitAlloc_C_16sc(FFTSpec_C_16sc** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_C_16s(FFTSpec_C_16s** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_R_16s(FFTSpec_R_16s** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_C_32sc(FFTSpec_C_32sc** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_C_32s(FFTSpec_C_32s** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_R_32s(FFTSpec_R_32s** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_R_16s32s(FFTSpec_R_16s32s** ppSpec, int order, int flag, int hint);
+Status tevsFFTFree_C_16sc(FFTSpec_C_16sc* pSpec);
+Status tevsFFTFree_C_16s(FFTSpec_C_16s* pSpec);
+Status tevsFFTFree_R_16s(FFTSpec_R_16s* pSpec);
+Status tevsFFTFree_C_32sc(FFTSpec_C_32sc* pSpec);
+Status tevsFFTFree_C_32s(FFTSpec_C_32s* pSpec);
+Status tevsFFTFree_R_32s(FFTSpec_R_32s* pSpec);
+Status tevsFFTFree_R_16s32s(FFTSpec_R_16s32s* pSpec);
+Status tevsFFTGetBufSize_C_16sc(const FFTSpec_C_16sc* pSpec, int* pSize);
+Status tevsFFTGetBufSize_C_16s(const FFTSpec_C_16s* pSpec, int* pSize);
+Status tevsFFTGetBufSize_R_16s(const FFTSpec_R_16s* pSpec, int* pSize);
+Status tevsFFTGetBufSize_C_32sc(const FFTSpec_C_32sc* pSpec, int* pSize);
+Status tevsFFTGetBufSize_C_32s(const FFTSpec_C_32s* pSpec, int* pSize);
+Status tevsFFTGetBufSize_R_32s(const FFTSpec_R_32s* pSpec, int* pSize);
+Status tevsFFTGetBufSize_R_16s32s(const FFTSpec_R_16s32s* pSpec, int* pSize);
+
+Status tevsFFTFwd_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_16sc_ISfs(Complex16s* pSrcDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_16sc_ISfs(Complex16s* pSrcDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_16s_ISfs(int16_t* pSrcDstRe, int16_t* pSrcDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
+Status tevsFFTInv_CToC_16s_ISfs(int16_t* pSrcDstRe, int16_t* pSrcDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32sc_ISfs(Complex32s* pSrcDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32sc_ISfs(Complex32s* pSrcDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32s_Sfs(const int32_t* pSrcRe, const int32_t* pSrcIm, int32_t* pDstRe, int32_t* pDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32s_ISfs(int32_t* pSrcDstRe, int32_t* pSrcDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32s_Sfs(const int32_t* pSrcRe, const int32_t* pSrcIm, int32_t* pDstRe, int32_t* pDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32s_ISfs(int32_t* pSrcDstRe, int32_t* pSrcDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+
+Status tevsFFTFwd_RToCCS_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_16s32s_Sfs(const int16_t* pSrc, int32_t* pDst, const FFTSpec_R_16s32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_32s16s_Sfs(const int32_t* pSrc, int16_t* pDst, const FFTSpec_R_16s32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+
 /* ---- MulPack, MulPerm, MulPackConj: products of packed spectra --------------------------------------------------------------------
  *
  *     pDst[k] = pSrc1[k] * pSrc2[k],  in place  pSrcDst[k] = pSrcDst[k] * pSrc[k],  as complex numbers where the packing holds pairs
