@@ -127,15 +127,15 @@ template <class T> void writeStockhamFactors(T* at, int order, int lanes) {
 }
 
 template <class T> void writeLargeFactors(T* passes, T* outer, int order, int lanes) {
-    const int p = outerOrder<T>(order), q = innerOrder<T>(order);
+    const int p = outerOrder<T>(order), q = innerOrder<T>(order), columns = tileColumns<T>(p);
     writePassFactors(passes, radicesOf(p), 0, uint64_t{1} << p);
     writePassFactors(passes + (uint64_t{2} << p), radicesOf(q), 0, uint64_t{1} << q);
     const uint64_t n = uint64_t{1} << order, rows = uint64_t{1} << p;
     FactorWriter within(outer, lanes);
     for (uint64_t k = 0; k < rows; ++k)
-        for (uint64_t g = 0; g < kTileColumns<T>; g += uint64_t(lanes)) within.putBlock(g, k, n);
+        for (uint64_t g = 0; g < uint64_t(columns); g += uint64_t(lanes)) within.putBlock(g, k, n);
     FactorWriter between(within.end(), 1);
-    for (uint64_t c = 0; c < uint64_t{1} << q; c += kTileColumns<T>)
+    for (uint64_t c = 0; c < uint64_t{1} << q; c += uint64_t(columns))
         for (uint64_t k = 0; k < rows; ++k) between.put(c * k, n);
 }
 
@@ -179,7 +179,8 @@ template <class Spec> Spec* build(void* block, int order, int flag, int hint, bo
         writeLargeFactors(at, outer, t.order, lanes);
         t.passes = at;
         t.outer = outer;
-        at = outer + (uint64_t{2} * kTileColumns<T> << outerOrder<T>(t.order)) + ((uint64_t{2} << t.order) / kTileColumns<T>);
+        const auto columns = uint64_t(tileColumns<T>(outerOrder<T>(t.order)));
+        at = outer + (2 * columns << outerOrder<T>(t.order)) + (uint64_t{2} << t.order) / columns;
     } else if (t.order >= 4) {
         writeStockhamFactors(at, t.order, lanes);
         t.passes = at;
@@ -239,6 +240,12 @@ template <class Spec> Status getBufSize(const Spec* pSpec, int* pSize) {
 
 // ---- transforms ---------------------------------------------------------------------------------------------------------------------
 
+// The two tiles that the passes of a sweep alternate between.
+template <class T> uint64_t tileBytes(int order) {
+    const auto sweep = [](int rows) { return uint64_t(2 * tileColumns<T>(rows)) * 2 * sizeof(T) << rows; };
+    return std::max(sweep(outerOrder<T>(order)), sweep(innerOrder<T>(order)));
+}
+
 // Calls run(work) with a work area of the library's own.
 template <class T, class Run> [[gnu::noinline]] Status withOwnWork(uint64_t bytes, const Run& run) {
     const Scratch own(allocate(size_t(bytes)));
@@ -251,7 +258,7 @@ template <class T, class Run> [[gnu::noinline]] Status withOwnWork(uint64_t byte
 template <class T, class Run> [[gnu::always_inline]] inline Status withWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Run& run) {
     const int order = spec.tables.order;
     // Two tiles are more than what is reported for the largest orders; beside their data, a block of their own is nothing.
-    const uint64_t tiles = order >= kFirstLargeOrder<T> ? uint64_t{4} * sizeof(T) * kTileColumns<T> << innerOrder<T>(order) : 0;
+    const uint64_t tiles = order >= kFirstLargeOrder<T> ? tileBytes<T>(order) : 0;
     NearestRounding guard;
     if (!pBuffer || tiles > uint64_t(spec.workBytes)) return withOwnWork<T>(std::max(uint64_t(spec.workBytes), tiles), run);
     run(align16<T>(pBuffer));

@@ -147,23 +147,23 @@ template <class In> struct Rows {
     int fold;         // 1, 2 or 4
 };
 
-// The first pass of transforms down kTileColumns columns of m R rows, into a tile of blocks.
-template <int K, int R, int M, bool Inverse, class In, class T> TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, const T* w) {
+// The first pass of transforms down the columns of m R rows, into a tile of blocks.
+template <int K, int R, int M, int Columns, bool Inverse, class In, class T> TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, const T* w) {
     In column[R];
     const int perPart = R / in.fold;
     for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (int64_t{M} * in.fold * (j % perPart) + j / perPart);
     const int64_t step = in.stride * in.fold;
     for (int p = 0; p < M; ++p) {
-        for (int q = 0; q < kTileColumns<T>; q += K) {
+        for (int q = 0; q < Columns; q += K) {
             Cx<Vec<T, K>> x[R];
             for (int j = 0; j < R; ++j) {
                 x[j] = read<K>(column[j], step * p + q);
                 if (Inverse) x[j] = swapped(x[j]);
             }
             dft(x);
-            T* const out = tile + 2 * (q + kTileColumns<T> * R * p);
+            T* const out = tile + 2 * (q + Columns * R * p);
             storeBlock(out, x[0]);
-            for (int j = 1; j < R; ++j) storeBlock(out + 2 * kTileColumns<T> * j, mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+            for (int j = 1; j < R; ++j) storeBlock(out + 2 * Columns * j, mul(x[j], w[2 * j - 2], w[2 * j - 1]));
         }
         w += 2 * (R - 1);
     }
@@ -172,38 +172,39 @@ template <int K, int R, int M, bool Inverse, class In, class T> TEVS_PASS const 
 
 // Transforms down the columns, from the rows into one of the two tiles in work. emit(row, column, block, free tile) places what the last pass has.
 template <int Order, bool Inverse, class In, class T, class Emit> TEVS_INLINE void columnPasses(const Rows<In>& in, const T* w, T* work, Emit emit) {
-    constexpr int N = 1 << Order, K = kBlock<T>;
+    constexpr int N = 1 << Order, K = kBlock<T>, Columns = tileColumns<T>(Order);
     constexpr Radices kPasses = radicesOf(Order);
     constexpr int R0 = kPasses.r[0], R = kPasses.r[kPasses.count - 1], M = N / R;
-    const Blocks<T> tile{work}, other{work + int64_t{2} * kTileColumns<T> * N};
-    w = firstColumnPass<K, R0, N / R0, Inverse>(in, tile.p, w);
-    middlePasses<kPasses, 1, N / R0, kTileColumns<T> * R0>(tile, other, w, [&](Blocks<T> at, Blocks<T> free) {
+    const Blocks<T> tile{work}, other{work + int64_t{2} * Columns * N};
+    w = firstColumnPass<K, R0, N / R0, Columns, Inverse>(in, tile.p, w);
+    middlePasses<kPasses, 1, N / R0, Columns * R0>(tile, other, w, [&](Blocks<T> at, Blocks<T> free) {
         for (int k = 0; k < M; ++k)
-            for (int q = 0; q < kTileColumns<T>; q += K) {
+            for (int q = 0; q < Columns; q += K) {
                 Cx<Vec<T, K>> x[R];
-                for (int j = 0; j < R; ++j) x[j] = read<K>(at, q + kTileColumns<T> * (k + M * j));
+                for (int j = 0; j < R; ++j) x[j] = read<K>(at, q + Columns * (k + M * j));
                 dft(x);
                 for (int j = 0; j < R; ++j) emit(k + M * j, q, x[j], free);
             }
     });
 }
 
-// The first sweep over columns c .. c + kTileColumns - 1 of a matrix of P rows: transforms of length P times w_N^(n2 k1), in blocks, row by row.
+// The first sweep over columns c .. c + tileColumns - 1 of a matrix of P rows: transforms of length P times w_N^(n2 k1), in blocks, row by row.
 template <int P, bool Inverse, class In, class T> TEVS_PASS const T* outerColumns(const FftTables<T>& t, In src, int c, T* work) {
+    constexpr int kColumns = tileColumns<T>(P);
     // n2 = c + l: w_N^(n2 k1) as the product of w_N^(l k1), from a table that stays in the cache, and w_N^(c k1), one number a row. A table of all N factors
     // would be a third stream as long as the data.
     const T* const lanes = t.outer;
-    const T* const rows = t.outer + (2 * kTileColumns<T> << P) + (int64_t{2} * (c / kTileColumns<T>) << P);
+    const T* const rows = t.outer + (2 * kColumns << P) + (int64_t{2} * (c / kColumns) << P);
     const T* done = nullptr;
     columnPasses<P, Inverse>(Rows<In>{src + c, int64_t{1} << innerOrder<T>(t.order), 1}, t.passes, work, [&](int row, int column, auto x, Blocks<T> to) {
-        const int at = row * kTileColumns<T> + column;
+        const int at = row * kColumns + column;
         write(to, at, mul(x, mul(loadBlock<kBlock<T>>(lanes + 2 * at), rows[2 * row], rows[2 * row + 1])));
         done = to.p;
     });
     return done;
 }
 
-// The second sweep, over the same number of columns of a matrix of 2^Q rows, in place.
+// The second sweep, over so many columns of a matrix of 2^Q rows, in place.
 template <int Q, bool Inverse, bool Scaled, class Place, class T> TEVS_PASS void innerColumns(const FftTables<T>& t, Place at, int fold, T* work, T scale) {
     const int p = outerOrder<T>(t.order);
     columnPasses<Q, false>(Rows<Place>{at, int64_t{1} << p, fold}, t.passes + (int64_t{2} << p), work, [&](int row, int column, auto x, Blocks<T>) {
@@ -216,10 +217,11 @@ template <int Q, bool Inverse, bool Scaled, class Place, class T> TEVS_PASS void
 // Rows [k1][columns] of the tile become dst[n2][k1]: column c + l of the first sweep is row c + l of the second's matrix.
 template <class T, class Place> void storeTurned(const T* tile, Place dst, int c, int p) {
     constexpr int K = kBlock<T>;
+    const int columns = tileColumns<T>(p);
     for (int k = 0; k < 1 << p; k += K)
-        for (int q = 0; q < kTileColumns<T>; q += K) {
+        for (int q = 0; q < columns; q += K) {
             Cx<Vec<T, K>> x[K];
-            for (int l = 0; l < K; ++l) x[l] = loadBlock<K>(tile + 2 * ((k + l) * kTileColumns<T> + q));
+            for (int l = 0; l < K; ++l) x[l] = loadBlock<K>(tile + 2 * ((k + l) * columns + q));
             transpose<K>(x);
             for (int l = 0; l < K; ++l) write(dst, (int64_t{c + q + l} << p) + k, x[l]);
         }
@@ -227,22 +229,28 @@ template <class T, class Place> void storeTurned(const T* tile, Place dst, int c
 
 // In place the first sweep leaves dst[k1][n2], and each square of P x P in it, Q/P side by side, is turned over across its diagonal: row n2 of the second
 // sweep's matrix is then row (n2 mod P) Q/P + n2 / P, folded in the sense of Rows.
+//
+// Blocks of a patch are taken along its diagonals: rows often lie multiples of 4096 bytes apart, and a load waits for an earlier store to such a distance.
 template <class T, class Place> void turnSquare(Place a, int64_t stride, int rows) {
-    constexpr int K = kBlock<T>, kPatch = 32;   // a patch's rows lie in as many pages, which the first level of the TLB holds
-    for (int i0 = 0; i0 < rows; i0 += kPatch)
-        for (int j0 = i0; j0 < rows; j0 += kPatch)
-            for (int i = i0; i < i0 + kPatch; i += K)
-                for (int j = i0 == j0 ? i : j0; j < j0 + kPatch; j += K) {
-                    Cx<Vec<T, K>> x[K], y[K];
-                    for (int l = 0; l < K; ++l) x[l] = read<K>(a, stride * (i + l) + j);
-                    transpose<K>(x);
-                    if (i != j) {
-                        for (int l = 0; l < K; ++l) y[l] = read<K>(a, stride * (j + l) + i);
-                        transpose<K>(y);
-                        for (int l = 0; l < K; ++l) write(a, stride * (i + l) + j, y[l]);
-                    }
-                    for (int l = 0; l < K; ++l) write(a, stride * (j + l) + i, x[l]);
-                }
+    constexpr int K = kBlock<T>, kPatch = 32, kBlocks = kPatch / K;   // a patch's rows lie in as many pages, which the first level of the TLB holds
+    const auto exchange = [=](int i, int j) __attribute__((always_inline)) {
+        Cx<Vec<T, K>> x[K], y[K];
+        for (int l = 0; l < K; ++l) x[l] = read<K>(a, stride * (i + l) + j);
+        transpose<K>(x);
+        if (i != j) {
+            for (int l = 0; l < K; ++l) y[l] = read<K>(a, stride * (j + l) + i);
+            transpose<K>(y);
+            for (int l = 0; l < K; ++l) write(a, stride * (i + l) + j, y[l]);
+        }
+        for (int l = 0; l < K; ++l) write(a, stride * (j + l) + i, x[l]);
+    };
+    for (int i0 = 0; i0 < rows; i0 += kPatch) {
+        for (int d = 0; d < kBlocks; ++d)
+            for (int t = 0; t < kBlocks - d; ++t) exchange(i0 + K * t, i0 + K * (t + d));
+        for (int j0 = i0 + kPatch; j0 < rows; j0 += kPatch)
+            for (int d = 0; d < kBlocks; ++d)
+                for (int t = 0; t < kBlocks; ++t) exchange(i0 + K * t, j0 + K * ((t + d) % kBlocks));
+    }
 }
 
 // The column transforms of one length, as first sweep and as second.
@@ -269,21 +277,22 @@ template <bool Inverse, class T, template <class> class Place> void large(const 
     const int p = outerOrder<T>(t.order), q = innerOrder<T>(t.order), P = 1 << p, Q = 1 << q;
     const auto outer = kSweeps<T, Place>.of[p - kFirstColumnOrder<T>].outer[Inverse];
     const auto inner = kSweeps<T, Place>.of[q - kFirstColumnOrder<T>].inner[Inverse][scale != 1];
+    const int outerStep = tileColumns<T>(p), innerStep = tileColumns<T>(q);
     const bool inPlace = start(src) == start(dst);
-    for (int c = 0; c < Q; c += kTileColumns<T>) {
+    for (int c = 0; c < Q; c += outerStep) {
         const T* const tile = outer(t, src, c, work);
         if (!inPlace) {
             storeTurned(tile, dst, c, p);
             continue;
         }
         for (int row = 0; row < P; ++row)
-            for (int column = 0; column < kTileColumns<T>; column += K)
-                write(dst, (int64_t{row} << q) + c + column, loadBlock<K>(tile + 2 * (row * kTileColumns<T> + column)));
+            for (int column = 0; column < outerStep; column += K)
+                write(dst, (int64_t{row} << q) + c + column, loadBlock<K>(tile + 2 * (row * outerStep + column)));
     }
     if (inPlace)
         for (int square = 0; square < Q; square += P) turnSquare<T>(dst + square, int64_t{1} << q, P);
 
-    for (int c = 0; c < P; c += kTileColumns<T>) inner(t, dst + c, inPlace ? Q / P : 1, work, scale);
+    for (int c = 0; c < P; c += innerStep) inner(t, dst + c, inPlace ? Q / P : 1, work, scale);
 }
 
 // ---- orders 0 to 3: no tables ------------------------------------------------------------------------------------------------------
