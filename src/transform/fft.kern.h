@@ -148,7 +148,8 @@ template <class In> struct Rows {
 };
 
 // The first pass of transforms down the columns of m R rows, into a tile of blocks.
-template <int K, int R, int M, int Columns, bool Inverse, class In, class T> TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, const T* w) {
+template <int K, int R, int M, int Columns, bool Inverse, class In, class T>
+TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, const T* w) {
     In column[R];
     const int perPart = R / in.fold;
     for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (int64_t{M} * in.fold * (j % perPart) + j / perPart);
@@ -331,11 +332,32 @@ template <bool Inverse, template <class> class Place> void eight(const FftTables
     write(dst, 0, Inverse ? swapped(low) : low);
     write(dst, 4, Inverse ? swapped(high) : high);
 }
-// And in double precision: radix 4, then 2. w_8^(p j) for j = 1, 2, 3 and p = 0, 1.
+// In double precision, the same for vectors whose lanes come as 0 2 1 3, and radix 4, then 2, where they are shorter than four.
 template <bool Inverse, template <class> class Place> void eight(const FftTables<double>&, Place<const double> src, Place<double> dst, double*, double scale) {
     constexpr double h = kSqrtHalf;
-    static constexpr double kFactors[] = {1, h, 0, -h, 1, 0, 0, -1, 1, -h, 0, -h};
-    fused<2, 4, Inverse, true>(src, dst, kFactors, scale);
+    if constexpr (kBlock<double> == 2) {
+        static constexpr double kFactors[] = {1, h, 0, -h, 1, 0, 0, -1, 1, -h, 0, -h};   // w_8^(p j) for j = 1, 2, 3 and p = 0, 1
+        fused<2, 4, Inverse, true>(src, dst, kFactors, scale);
+    } else {
+        using V = Vec<double, 4>;
+        auto a = read<4>(src, 0), b = read<4>(src, 4);
+        if (Inverse) {
+            a = swapped(a);
+            b = swapped(b);
+        }
+        const Cx<V> w = {V{1, 0, h, -h}, V{0, -1, -h, -h}};
+        const auto u = a + b, v = mul(a - b, w);
+        const Cx<V> p = {zipped<0>(u.re, v.re), zipped<0>(u.im, v.im)}, q = {zipped<1>(u.re, v.re), zipped<1>(u.im, v.im)};   // u0 v0 u1 v1, u2 v2 u3 v3
+        const auto sum = p + q, difference = p - q;
+        constexpr auto evens = [](int i) { return i < 2 ? i : i + 2; };
+        constexpr auto odds = [](int i) { return i < 2 ? i + 2 : i + 4; };
+        const Cx<V> e = {shuffle<evens>(sum.re, difference.re), shuffle<evens>(sum.im, difference.im)};
+        const Cx<V> o = {shuffle<odds>(sum.re, difference.im), shuffle<odds>(sum.im, -difference.re)};
+        const auto low = times(e + o, scale), high = times(e - o, scale);
+        const auto put = [&](int at, Cx<V> x) { write(dst, at, Cx<V>{reordered(Inverse ? x.im : x.re), reordered(Inverse ? x.re : x.im)}); };
+        put(0, low);
+        put(4, high);
+    }
 }
 
 // ---- one routine for each order -----------------------------------------------------------------------------------------------------
@@ -378,12 +400,6 @@ template <class T, template <class> class Place> constexpr typename FftKernels<T
 
 // ---- real transforms --------------------------------------------------------------------------------------------------------------
 
-template <class T> struct Point {
-    T re, im;
-    friend TEVS_INLINE Point operator+(Point a, Point b) { return {a.re + b.re, a.im + b.im}; }
-    friend TEVS_INLINE Point operator-(Point a, Point b) { return {a.re - b.re, a.im - b.im}; }
-};
-
 // Calls pair(k, Z[k], Z[N-k], w^k) for blocks of k that cover 1 .. N/2, where Z[N-k] comes and goes in the order of k. At k = N/2 both are the same value.
 template <int K, class T, class Pair> TEVS_INLINE void recombine(const T* in, T* out, int n, const T* w, Pair pair) {
     for (int k = 1; k < n / 2; k += K) {
@@ -406,39 +422,25 @@ constexpr auto binsOfPair = [](auto p, auto m, auto w, auto& x, auto& y) {
 };
 
 // Of eight points, by loads that lie where the transform has stored: any others would wait.
-TEVS_INLINE void binsOfEight(const FftTables<double>& t, const double* z, double* bins) { recombine<2>(z, bins, 8, t.recombination, binsOfPair); }
-TEVS_INLINE void binsOfEight(const FftTables<float>& t, const float* z, float* bins) {
-    const auto a = load<float, 4>(z), b = load<float, 4>(z + 4), c = load<float, 4>(z + 8), d = load<float, 4>(z + 12);
-    const auto p = separated(__builtin_shufflevector(a, b, 2, 3, 4, 5), __builtin_shufflevector(b, c, 2, 3, 4, 5));
-    Cx<Vec<float, 4>> x, y;
-    binsOfPair(p, reversed(separated(c, d)), loadBlock<4>(t.recombination), x, y);
-    write(Pairs<float>{bins}, 4, reversed(y));
-    write(Pairs<float>{bins}, 1, x);
+template <class T> TEVS_INLINE void binsOfEight(const T* z, T* bins, const T* w) {
+    if constexpr (kBlock<T> == 2) {
+        recombine<2>(z, bins, 8, w, binsOfPair);
+    } else {
+        const auto a = load<T, 4>(z), b = load<T, 4>(z + 4), c = load<T, 4>(z + 8), d = load<T, 4>(z + 12);
+        const auto p = separated(__builtin_shufflevector(a, b, 2, 3, 4, 5), __builtin_shufflevector(b, c, 2, 3, 4, 5));
+        Cx<Vec<T, 4>> x, y;
+        binsOfPair(p, reversed(separated(c, d)), loadBlock<4>(w), x, y);
+        write(Pairs<T>{bins}, 4, reversed(y));
+        write(Pairs<T>{bins}, 1, x);
+    }
 }
 
 template <class T> void spectrumOfReal(const FftTables<T>& t, const T* z, T* bins, T* first, T* last) {
     const T a = z[0] + z[0], b = z[1] + z[1];
-    const int n = 1 << t.order;
-    if (t.order <= 2) {
-        // N = 1, 2, 4: k = N/2 has w^k = -i, so X = 2 conj Z; the one other k, 1 of 4, has w = exp(-i pi/4).
-        if (t.order == 2) {
-            const Point<T> p = {z[2], z[3]}, m = {z[6], -z[7]}, e = p + m, o = p - m;
-            const Point<T> v = {(o.im - o.re) * T(kSqrtHalf), (o.re + o.im) * T(-kSqrtHalf)};   // -i w O
-            bins[2] = e.re + v.re;
-            bins[3] = e.im + v.im;
-            bins[6] = e.re - v.re;
-            bins[7] = v.im - e.im;
-        }
-        if (t.order >= 1) {
-            const T re = z[n], im = z[n + 1];
-            bins[n] = re + re;
-            bins[n + 1] = -(im + im);
-        }
-    } else if (t.order == 3) {
-        binsOfEight(t, z, bins);
-    } else {
-        recombine<kBlock<T>>(z, bins, n, t.recombination, binsOfPair);
-    }
+    if (t.order == 3)
+        binsOfEight(z, bins, t.recombination);
+    else
+        recombine<kBlock<T>>(z, bins, 1 << t.order, t.recombination, binsOfPair);
     *first = a + b;
     *last = a - b;
 }
@@ -452,42 +454,26 @@ constexpr auto pairOfBins = [](auto p, auto m, auto w, auto& x, auto& y) {
 };
 
 // Of eight points, by stores that lie where the transform will load: it would wait for any others.
-TEVS_INLINE void pairsOfEight(const FftTables<double>& t, const double* bins, double first, double last, double* z) {
-    recombine<2>(bins, z, 8, t.recombination, pairOfBins);
-    z[0] = first + last;
-    z[1] = first - last;
-}
-TEVS_INLINE void pairsOfEight(const FftTables<float>& t, const float* bins, float first, float last, float* z) {
-    Cx<Vec<float, 4>> x, y;
-    pairOfBins(read<4>(Pairs<const float>{bins}, 1), reversed(read<4>(Pairs<const float>{bins}, 4)), loadBlock<4>(t.recombination), x, y);
-    const auto up = interleaved(x), down = interleaved(reversed(y));   // Z[1] .. Z[4], Z[4] .. Z[7]
-    const Vec<float, 4> ends = {first + last, first - last};
-    store(z, __builtin_shufflevector(ends, up.a, 0, 1, 4, 5));
-    store(z + 4, __builtin_shufflevector(up.a, up.b, 2, 3, 4, 5));
-    store(z + 8, down.a);
-    store(z + 12, down.b);
+template <class T> TEVS_INLINE void pairsOfEight(const T* bins, T first, T last, T* z, const T* w) {
+    if constexpr (kBlock<T> == 2) {
+        recombine<2>(bins, z, 8, w, pairOfBins);
+        z[0] = first + last;
+        z[1] = first - last;
+    } else {
+        Cx<Vec<T, 4>> x, y;
+        pairOfBins(read<4>(Pairs<const T>{bins}, 1), reversed(read<4>(Pairs<const T>{bins}, 4)), loadBlock<4>(w), x, y);
+        const auto up = interleaved(x), down = interleaved(reversed(y));   // Z[1] .. Z[4], Z[4] .. Z[7]
+        const Vec<T, 4> ends = {first + last, first - last};
+        store(z, __builtin_shufflevector(ends, up.a, 0, 1, 4, 5));
+        store(z + 4, __builtin_shufflevector(up.a, up.b, 2, 3, 4, 5));
+        store(z + 8, down.a);
+        store(z + 12, down.b);
+    }
 }
 
 template <class T> void pairsOfSpectrum(const FftTables<T>& t, const T* bins, T first, T last, T* z) {
-    const int n = 1 << t.order;
-    if (t.order == 3) return pairsOfEight(t, bins, first, last, z);
-    if (t.order <= 2) {
-        if (t.order == 2) {
-            const Point<T> p = {bins[2], bins[3]}, m = {bins[6], -bins[7]}, e = p + m, o = p - m;
-            const Point<T> v = {(o.re + o.im) * T(-kSqrtHalf), (o.re - o.im) * T(kSqrtHalf)};   // i conj(w) O
-            z[2] = e.re + v.re;
-            z[3] = e.im + v.im;
-            z[6] = e.re - v.re;
-            z[7] = v.im - e.im;
-        }
-        if (t.order >= 1) {
-            const T re = bins[n], im = bins[n + 1];
-            z[n] = re + re;
-            z[n + 1] = -(im + im);
-        }
-    } else {
-        recombine<kBlock<T>>(bins, z, n, t.recombination, pairOfBins);
-    }
+    if (t.order == 3) return pairsOfEight(bins, first, last, z, t.recombination);
+    recombine<kBlock<T>>(bins, z, 1 << t.order, t.recombination, pairOfBins);
     z[0] = first + last;
     z[1] = first - last;
 }
