@@ -1,5 +1,5 @@
 // Integer transforms against FFTW's measured plans between plain conversion loops, per point.
-#if TEVS_PEER_FFTW && TEVS_PEER_FFTW_DOUBLE
+#if TEVS_PEER_FFTW && TEVS_PEER_FFTW64
 #include <fftw3.h>
 #endif
 
@@ -46,7 +46,7 @@ template <class S, class D, class Spec, class Call> void add(const char* name, c
     });
 }
 
-#if TEVS_PEER_FFTW && TEVS_PEER_FFTW_DOUBLE
+#if TEVS_PEER_FFTW && TEVS_PEER_FFTW64
 // FFTW's two precisions by one name.
 struct Single {
     using Real = float;
@@ -120,7 +120,7 @@ const bool registered = [] {
                           [](auto* a, auto* b, auto* r, int s, uint8_t* w, int n) { tevsFFTFwd_CToC_32s_Sfs(a, a + n, b, b + n, r, s, w); });
     add<int32_t, int32_t>("FFTFwd_RToCCS_32s_Sfs", KIND(R_32s),
                           [](auto* a, auto* b, auto* r, int s, uint8_t* w, int) { tevsFFTFwd_RToCCS_32s_Sfs(a, b, r, s, w); });
-#if TEVS_PEER_FFTW && TEVS_PEER_FFTW_DOUBLE
+#if TEVS_PEER_FFTW && TEVS_PEER_FFTW64
     addFftw<int16_t, int16_t, Single>("FFTFwd_CToC_16sc_Sfs", Shape::Pairs);
     addFftw<int16_t, int16_t, Single>("FFTFwd_CToC_16s_Sfs", Shape::Parts);
     addFftw<int16_t, int16_t, Single>("FFTFwd_RToCCS_16s_Sfs", Shape::Forward);
