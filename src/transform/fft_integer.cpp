@@ -7,9 +7,11 @@
 
 #include "core/args.h"
 #include "core/memory.h"
+#include "core/rounding.h"
 #include "core/scale.h"
 #include "tevs/conversion.h"
 #include "tevs/fft.h"
+#include "transform/fft_integer.table.h"
 
 namespace tevs {
 namespace {
@@ -160,10 +162,6 @@ template <class T, class Inner> Status run(Status (*inPlace)(T*, T*, const Inner
 template <class Spec, class S, class D, size_t Arrays, class InPlace>
 Status transform(const S* const (&src)[Arrays], D* const (&dst)[Arrays], const Spec* pSpec, int scaleFactor, uint8_t* pBuffer, InPlace* inPlace, Count* in,
                  Count* out) {
-    Args args = Args().ptr(pSpec).record(pSpec, Spec::kId);
-    for (const S* p : src) args.ptr(p);
-    for (D* p : dst) args.ptr(p);
-    if (Status s = args) return s;
     const int n = 1 << pSpec->order, taken = in(n), given = out(n);
     if constexpr (Spec::kShort)
         if (n == 1) {
@@ -185,17 +183,41 @@ Status transform(const S* const (&src)[Arrays], D* const (&dst)[Arrays], const S
     return StatusOk;
 }
 
-template <class Spec, class C, class InPlace>
-Status interleaved(const C* pSrc, C* pDst, const Spec* pSpec, int scaleFactor, uint8_t* pBuffer, InPlace* inPlace) {
-    using T = decltype(C::re);
-    return transform({reinterpret_cast<const T*>(pSrc)}, {reinterpret_cast<T*>(pDst)}, pSpec, scaleFactor, pBuffer, inPlace, pairs, pairs);
+// The whole transform in one kernel, if the order has such a one. Beyond 2^+-100 no scale changes a result, and the product with the record's is exact.
+enum class Way { Forward, Inverse };
+template <Way way, class Spec, class T, template <class> class Place>
+bool inRegisters(const IntegerFftKernels::Directions<T, Place>& kernels, Place<const T> src, Place<T> dst, const Spec* pSpec, int scaleFactor) {
+    if (pSpec->order >= IntegerFftKernels::kOrders) return false;
+    FftTransform<T, Place>* const kernel = (way == Way::Forward ? kernels.forward : kernels.inverse)[pSpec->order];
+    if (!kernel) return false;
+    NearestRounding guard;
+    const auto& inner = *innerOf(pSpec);
+    const T scale = way == Way::Forward ? inner.forwardScale : inner.inverseScale;
+    kernel(inner.tables, src, dst, nullptr, scale * powerOfTwo<T>(-std::clamp(scaleFactor, -100, 100)));
+    return true;
 }
-template <class Spec, class T, class InPlace>
-Status parts(const T* pSrcRe, const T* pSrcIm, T* pDstRe, T* pDstIm, const Spec* pSpec, int scaleFactor, uint8_t* pBuffer, InPlace* inPlace) {
+const auto& pairKernels(float) { return integerFft->pairs16; }
+const auto& pairKernels(double) { return integerFft->pairs32; }
+const auto& partKernels(float) { return integerFft->parts16; }
+const auto& partKernels(double) { return integerFft->parts32; }
+
+template <Way way, class Spec, class C, class InPlace>
+Status interleaved(const C* pSrc, C* pDst, const Spec* pSpec, int scaleFactor, uint8_t* pBuffer, InPlace* inPlace) {
+    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
+    using T = Real<Spec>;
+    if (inRegisters<way>(pairKernels(T{}), IntegerPairs<const T>{&pSrc->re}, IntegerPairs<T>{&pDst->re}, pSpec, scaleFactor)) return StatusOk;
+    return transform({&pSrc->re}, {&pDst->re}, pSpec, scaleFactor, pBuffer, inPlace, pairs, pairs);
+}
+template <Way way, class Spec, class S, class InPlace>
+Status parts(const S* pSrcRe, const S* pSrcIm, S* pDstRe, S* pDstIm, const Spec* pSpec, int scaleFactor, uint8_t* pBuffer, InPlace* inPlace) {
+    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrcRe).ptr(pSrcIm).ptr(pDstRe).ptr(pDstIm)) return s;
+    using T = Real<Spec>;
+    if (inRegisters<way>(partKernels(T{}), IntegerParts<const T>{pSrcRe, pSrcIm}, IntegerParts<T>{pDstRe, pDstIm}, pSpec, scaleFactor)) return StatusOk;
     return transform({pSrcRe, pSrcIm}, {pDstRe, pDstIm}, pSpec, scaleFactor, pBuffer, inPlace, reals, reals);
 }
 template <class Spec, class S, class D, class InPlace>
 Status real(const S* pSrc, D* pDst, const Spec* pSpec, int scaleFactor, uint8_t* pBuffer, InPlace* inPlace, Count* in, Count* out) {
+    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
     return transform({pSrc}, {pDst}, pSpec, scaleFactor, pBuffer, inPlace, in, out);
 }
 
@@ -269,56 +291,56 @@ Status tevsFFTGetBufSize_R_32s(const FFTSpec_R_32s* pSpec, int* pSize) { return 
 Status tevsFFTGetBufSize_R_16s32s(const FFTSpec_R_16s32s* pSpec, int* pSize) { return getBufSize(pSpec, pSize); }
 
 Status tevsFFTFwd_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return interleaved(pSrc, pDst, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_32fc_I);
+    return interleaved<Way::Forward>(pSrc, pDst, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_32fc_I);
 }
 Status tevsFFTFwd_CToC_16sc_ISfs(Complex16s* pSrcDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return interleaved(pSrcDst, pSrcDst, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_32fc_I);
+    return interleaved<Way::Forward>(pSrcDst, pSrcDst, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_32fc_I);
 }
 Status tevsFFTInv_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return interleaved(pSrc, pDst, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_32fc_I);
+    return interleaved<Way::Inverse>(pSrc, pDst, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_32fc_I);
 }
 Status tevsFFTInv_CToC_16sc_ISfs(Complex16s* pSrcDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return interleaved(pSrcDst, pSrcDst, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_32fc_I);
+    return interleaved<Way::Inverse>(pSrcDst, pSrcDst, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_32fc_I);
 }
 Status tevsFFTFwd_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor,
                                uint8_t* pBuffer) {
-    return parts(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_32f_I);
+    return parts<Way::Forward>(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_32f_I);
 }
 Status tevsFFTFwd_CToC_16s_ISfs(int16_t* pSrcDstRe, int16_t* pSrcDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return parts(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_32f_I);
+    return parts<Way::Forward>(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_32f_I);
 }
 Status tevsFFTInv_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor,
                                uint8_t* pBuffer) {
-    return parts(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_32f_I);
+    return parts<Way::Inverse>(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_32f_I);
 }
 Status tevsFFTInv_CToC_16s_ISfs(int16_t* pSrcDstRe, int16_t* pSrcDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return parts(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_32f_I);
+    return parts<Way::Inverse>(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_32f_I);
 }
 Status tevsFFTFwd_CToC_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return interleaved(pSrc, pDst, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_64fc_I);
+    return interleaved<Way::Forward>(pSrc, pDst, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_64fc_I);
 }
 Status tevsFFTFwd_CToC_32sc_ISfs(Complex32s* pSrcDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return interleaved(pSrcDst, pSrcDst, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_64fc_I);
+    return interleaved<Way::Forward>(pSrcDst, pSrcDst, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_64fc_I);
 }
 Status tevsFFTInv_CToC_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return interleaved(pSrc, pDst, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_64fc_I);
+    return interleaved<Way::Inverse>(pSrc, pDst, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_64fc_I);
 }
 Status tevsFFTInv_CToC_32sc_ISfs(Complex32s* pSrcDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return interleaved(pSrcDst, pSrcDst, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_64fc_I);
+    return interleaved<Way::Inverse>(pSrcDst, pSrcDst, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_64fc_I);
 }
 Status tevsFFTFwd_CToC_32s_Sfs(const int32_t* pSrcRe, const int32_t* pSrcIm, int32_t* pDstRe, int32_t* pDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor,
                                uint8_t* pBuffer) {
-    return parts(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_64f_I);
+    return parts<Way::Forward>(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_64f_I);
 }
 Status tevsFFTFwd_CToC_32s_ISfs(int32_t* pSrcDstRe, int32_t* pSrcDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return parts(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_64f_I);
+    return parts<Way::Forward>(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pSpec, scaleFactor, pBuffer, tevsFFTFwd_CToC_64f_I);
 }
 Status tevsFFTInv_CToC_32s_Sfs(const int32_t* pSrcRe, const int32_t* pSrcIm, int32_t* pDstRe, int32_t* pDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor,
                                uint8_t* pBuffer) {
-    return parts(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_64f_I);
+    return parts<Way::Inverse>(pSrcRe, pSrcIm, pDstRe, pDstIm, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_64f_I);
 }
 Status tevsFFTInv_CToC_32s_ISfs(int32_t* pSrcDstRe, int32_t* pSrcDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor, uint8_t* pBuffer) {
-    return parts(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_64f_I);
+    return parts<Way::Inverse>(pSrcDstRe, pSrcDstIm, pSrcDstRe, pSrcDstIm, pSpec, scaleFactor, pBuffer, tevsFFTInv_CToC_64f_I);
 }
 
 Status tevsFFTFwd_RToCCS_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer) {
