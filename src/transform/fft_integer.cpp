@@ -9,9 +9,9 @@
 #include "core/memory.h"
 #include "core/rounding.h"
 #include "core/scale.h"
-#include "tevs/conversion.h"
 #include "tevs/fft.h"
 #include "transform/fft_integer.table.h"
+#include "vector/conversion.table.h"
 
 namespace tevs {
 namespace {
@@ -33,12 +33,15 @@ template <> constexpr Lifecycle<FFTSpec_R_64f> kLifecycle<FFTSpec_R_64f>{tevsFFT
 template <class Spec> using Real = typename Spec::Inner::Real;
 template <class Spec> auto innerOf(const Spec* spec) { return reinterpret_cast<const typename Spec::Inner*>(spec + 1); }
 
-void convert(const int16_t* src, float* dst, int n) { tevsConvert_16s32f(src, dst, n); }
-void convert(const int32_t* src, float* dst, int n) { tevsConvert_32s32f(src, dst, n); }
-void convert(const int32_t* src, double* dst, int n) { tevsConvert_32s64f(src, dst, n); }
-void convert(const float* src, int16_t* dst, int n, int scaleFactor) { tevsConvert_32f16s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
-void convert(const float* src, int32_t* dst, int n, int scaleFactor) { tevsConvert_32f32s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
-void convert(const double* src, int32_t* dst, int n, int scaleFactor) { tevsConvert_64f32s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
+// Beyond 2^+-100 no scale changes a result: sums of integers lie between 2^-40 and 2^60 or are 0. The product with the record's own factor is exact within.
+template <class T> T scaleOf(int scaleFactor) { return powerOfTwo<T>(-std::clamp(scaleFactor, -100, 100)); }
+
+void convert(const int16_t* src, float* dst, int n) { conversion->float16s.plain(src, dst, n); }
+void convert(const int32_t* src, float* dst, int n) { conversion->float32s.plain(src, dst, n); }
+void convert(const int32_t* src, double* dst, int n) { conversion->double32s.plain(src, dst, n); }
+void convert(const float* src, int16_t* dst, int n, float scale) { conversion->round32f16s.nearest.times(src, dst, n, scale); }
+void convert(const float* src, int32_t* dst, int n, float scale) { conversion->round32f32s.nearest.times(src, dst, n, scale); }
+void convert(const double* src, int32_t* dst, int n, double scale) { conversion->round64f32s.nearest.times(src, dst, n, scale); }
 
 // ---- sizes --------------------------------------------------------------------------------------------------------------------------
 
@@ -176,14 +179,15 @@ Status transform(const S* const (&src)[Arrays], D* const (&dst)[Arrays], const S
     uint8_t* const work = fits ? onStack : pBuffer ? align32(pBuffer) : static_cast<uint8_t*>(own.get());
     if (!work) return StatusNoMemory;
 
+    NearestRounding guard;
     auto* const x = reinterpret_cast<Real<Spec>*>(work + innerBytes);
     for (size_t a = 0; a < Arrays; ++a) convert(src[a], x + a * size_t(n), taken);
     if (Status s = run(inPlace, x, n, innerOf(pSpec), work)) return s;
-    for (size_t a = 0; a < Arrays; ++a) convert(x + a * size_t(n), dst[a], given, scaleFactor);
+    for (size_t a = 0; a < Arrays; ++a) convert(x + a * size_t(n), dst[a], given, scaleOf<Real<Spec>>(scaleFactor));
     return StatusOk;
 }
 
-// The whole transform in one kernel, if the order has such a one. Beyond 2^+-100 no scale changes a result, and the product with the record's is exact.
+// The whole transform in one kernel, if the order has such a one.
 enum class Way { Forward, Inverse };
 template <Way way, class Spec, class T, template <class> class Place>
 bool inRegisters(const IntegerFftKernels::Directions<T, Place>& kernels, Place<const T> src, Place<T> dst, const Spec* pSpec, int scaleFactor) {
@@ -193,7 +197,7 @@ bool inRegisters(const IntegerFftKernels::Directions<T, Place>& kernels, Place<c
     NearestRounding guard;
     const auto& inner = *innerOf(pSpec);
     const T scale = way == Way::Forward ? inner.forwardScale : inner.inverseScale;
-    kernel(inner.tables, src, dst, nullptr, scale * powerOfTwo<T>(-std::clamp(scaleFactor, -100, 100)));
+    kernel(inner.tables, src, dst, nullptr, scale * scaleOf<T>(scaleFactor));
     return true;
 }
 const auto& pairKernels(float) { return integerFft->pairs16; }

@@ -1,6 +1,7 @@
 // The discrete Fourier transform in extended precision: the textbook radix-2 transform, and the definition that it is checked against.
 #pragma once
 
+#include <cmath>
 #include <complex>
 #include <numbers>
 #include <utility>
