@@ -163,10 +163,12 @@ Status tevsFFTInv_PermToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uin
  *
  * Records live as those of the float kinds do (above), with these differences: a 16-bit record's sizes depend on hint where order is 1 to 3 (HintAccurate
  * or any other), and its Init needs pMemInit from order 1 on. Its order 0 has no record inside: each value is scaled and stored, whatever the flag.
- * 16-bit results of orders 1 and 2 are exact but for ScaleBySqrtN at order 1.
+ * 16-bit results of orders 1 and 2 are exact but for ScaleBySqrtN at order 1; elsewhere what lies as near to a tie as the float transform's error may go
+ * either way.
  *
- * Data, pBuffer, statuses: as for the float kinds. Any array of the source may be any of the destination. Short transforms leave pBuffer alone and take no memory:
- * orders up to 8 in 16 bits and up to 7 in 32.
+ * Data, pBuffer, statuses: as for the float kinds. Any array of the source may be any of the destination. FFTSpec_R_16s32s takes 32-bit values in with the
+ * 24 bits of single precision. Short transforms leave pBuffer alone and take no memory: complex ones up to order 8 in 16 bits and 7 in 32, real ones up to one
+ * more.
  */
 typedef struct FFTSpec_C_16sc FFTSpec_C_16sc;
 typedef struct FFTSpec_C_16s FFTSpec_C_16s;
