@@ -64,6 +64,22 @@ template <class T, class V> TEVS_INLINE void write(IntegerPairs<T> a, int64_t i,
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
+// Radix 2 by 2 within one vector, lanes in natural order: u = x0 + x2, x1 + x3, x0 - x2, x1 - x3.
+template <bool Inverse, class T, template <class> class Place> void four(const FftTables<T>&, Place<const T> src, Place<T> dst, T*, T scale) {
+    using V = Vec<T, 4>;
+    constexpr auto lows = [](int i) { return i & 1; };
+    constexpr auto highs = [](int i) { return i | 2; };
+    constexpr auto evens = [](int i) { return 2 * (i & 1); };
+    constexpr auto odds = [](int i) { return i & 1 ? 7 : 1; };   // u3 takes a factor -i: (re, im) becomes (im, -re)
+    const V sign = {1, 1, -1, -1}, signOfIm = {1, -1, -1, 1};
+    const auto half = [=](V x) { return shuffle<lows>(x, x) + sign * shuffle<highs>(x, x); };
+    const auto x = read<4>(src, 0);
+    const V re = half(reordered(Inverse ? x.im : x.re)), im = half(reordered(Inverse ? x.re : x.im));
+    const Cx<V> y = {shuffle<evens>(re, re) + sign * shuffle<odds>(re, im), shuffle<evens>(im, im) + signOfIm * shuffle<odds>(im, re)};
+    const auto z = times(Cx<V>{reordered(y.re), reordered(y.im)}, scale);
+    write(dst, 0, Inverse ? swapped(z) : z);
+}
+
 // Always scaled: a scale of 1 is the exception.
 template <int K, int R, bool Inverse, class T, template <class> class Place>
 void scaledOrder(const FftTables<T>& t, Place<const T> src, Place<T> dst, T*, T scale) {
@@ -75,6 +91,8 @@ template <class T, template <class> class Place, bool Inverse, int Order> conste
         return scaledOrder<lanes, (1 << Order) / lanes, Inverse, T, Place>;
     else if constexpr (Order == 0 || Order > 3)
         return nullptr;
+    else if constexpr (Order == 2 && kBlock<T> >= 4)
+        return four<Inverse, T, Place>;
     else
         return transformOf<T, Place, Inverse, Order>();
 }
