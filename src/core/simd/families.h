@@ -23,5 +23,6 @@
     X(StatisticsKernels, statistics) \
     X(DotProdKernels, dotProd)       \
     X(ElementaryKernels, elementary) \
-    X(FftKernels, fft)               \
+    X(FftKernels<float>, fft32)      \
+    X(FftKernels<double>, fft64)     \
     X(FirKernels, fir)
