@@ -53,6 +53,10 @@ template <>
 struct Transform<Complex32f> : TransformBy<16, FFTSpec_C_32fc, tevsFFTInitAlloc_C_32fc, tevsFFTFree_C_32fc, tevsFFTGetBufSize_C_32fc, tevsFFTFwd_CToC_32fc_I,
                                            tevsMul_32fc_I, tevsFFTInv_CToC_32fc_I> {};
 
+template <>
+struct Transform<Complex64f> : TransformBy<16, FFTSpec_C_64fc, tevsFFTInitAlloc_C_64fc, tevsFFTFree_C_64fc, tevsFFTGetBufSize_C_64fc, tevsFFTFwd_CToC_64fc_I,
+                                           tevsMul_64fc_I, tevsFFTInv_CToC_64fc_I> {};
+
 // Order of the transform: of four times the largest power of two not above tapsLen.
 int fftOrder(int tapsLen) {
     int k = 2;
