@@ -41,7 +41,7 @@ template <class T, class C, int W> struct ComplexOutputs {
     static TEVS_INLINE Two<V> tap(const C* p) { return {V{} + p->re, V{} + p->im}; }
     static TEVS_INLINE V samples(const C* p) { return inRegister(loadBytes<T, kBytes>(p)); }
     V byRe = {}, byIm = {};
-    TEVS_INLINE void add(Two<V> tap, V x) {
+    TEVS_INLINE void add(const Two<V>& tap, V x) {
         byRe = fma(tap.a, x, byRe);
         byIm = fma(tap.b, x, byIm);
     }
@@ -63,7 +63,7 @@ template <int W> struct ShortOutputs {
     }
     static TEVS_INLINE Two<V> samples(const int16_t* p) { return {inRegister(load<int16_t, W>(p)), inRegister(load<int16_t, W>(p + 1))}; }
     Sums even = {}, odd = {};
-    TEVS_INLINE void add(V tap, Two<V> x) {
+    TEVS_INLINE void add(V tap, const Two<V>& x) {
         even += (Sums)multiplyPairs(x.a, tap);
         odd += (Sums)multiplyPairs(x.b, tap);
     }
@@ -85,7 +85,7 @@ template <int W> struct ComplexShortOutputs {
     static TEVS_INLINE Two<V> tap(const TapMatrix* p) { return {row(p->re), row(p->im)}; }
     static TEVS_INLINE V samples(const Complex16s* p) { return inRegister(loadBytes<int16_t, kBytes>(p)); }
     Sums re = {}, im = {};
-    TEVS_INLINE void add(Two<V> tap, V x) {
+    TEVS_INLINE void add(const Two<V>& tap, V x) {
         re += (Sums)multiplyPairs(x, tap.a);
         im += (Sums)multiplyPairs(x, tap.b);
     }
