@@ -729,6 +729,26 @@ TEST(FirShortTaps, LargestSumsAreExact) {
     }
 }
 
+// The smallest sum that 32 bits do not hold, though single products and pairs of them do.
+TEST(FirShortTaps, SumsOf31Bits) {
+    const int32_t h[] = {-32766, -32766, -4};
+    const int16_t x[] = {-32768, -32768, -32768};
+    FIRState32s_16s* f;
+    ASSERT_EQ(tevsFIRInitAlloc32s_16s(&f, h, 3, 0, x), StatusOk);
+    int16_t y[3];
+    ASSERT_EQ(tevsFIR32s_16s_Sfs(x, y, 3, f, 30), StatusOk);
+    for (int16_t v : y) EXPECT_EQ(v, 2);
+    tevsFIRFree32s_16s(f);
+    const Complex32s hc[] = {{-32766, -32766}, {-4, 0}};
+    const Complex16s xc[] = {{-32768, -32768}, {-32768, -32768}};
+    FIRState32sc_16sc* fc;
+    ASSERT_EQ(tevsFIRInitAlloc32sc_16sc(&fc, hc, 2, 0, xc), StatusOk);
+    Complex16s yc[2];
+    ASSERT_EQ(tevsFIR32sc_16sc_Sfs(xc, yc, 2, fc, 30), StatusOk);
+    for (Complex16s v : yc) EXPECT_EQ(v.im, 2);
+    tevsFIRFree32sc_16sc(fc);
+}
+
 // The tap exponent takes part in the scale even where the sum of both leaves 32 bits.
 TEST(FirShortTaps, EveryTapsFactor) {
     const int32_t h[] = {100, 200};
