@@ -18,6 +18,7 @@ template <class T> struct FftSpec {
     int32_t hint;        // as given
     int32_t workBytes;   // scratch of one call, 0 for none
     int32_t owned;       // 1 where InitAlloc made the block
+    int32_t stored;      // 1 where the transform stores between its passes, 0 for one kernel in registers, which needs no work area
     FftTables<T> tables;
 };
 static_assert(sizeof(FftSpec<float>) <= 80 && sizeof(FftSpec<double>) <= 80);
