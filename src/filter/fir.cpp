@@ -229,7 +229,7 @@ public:
 
     // The newest sample is added by itself: a vector load that takes in what was stored a moment ago waits for the store.
     void one(Sample src, Sample* pDst, int scaleFactor) {
-        const Stored x = eachPart<Stored>(src, [](auto v) { return Scalar<Stored>(v); });
+        const auto x = toStored<Stored>(src);
         const int older = tapsLen() - 1;
         Circle<Stored> circle(delay(), tapsLen(), s_->dlyIndex);
         const Stored* const in = circle.push(x);
@@ -246,8 +246,7 @@ public:
             }
             for (int part = 0; part < kParts<Stored>; ++part) partsOf(pDst)[part] = scaled<int16_t, 62>(total[part], sumScale(scaleFactor));
         } else {
-            const Stored y = sumOf(kernelOf<Stored>().dot(in, taps(), older), productOf(taps()[older], x));
-            fromStored(&y, pDst, 1, scaleFactor);
+            *pDst = fromStored<Sample>(sumOf(kernelOf<Stored>().dot(in, taps(), older), productOf(taps()[older], x)), scaleFactor);
         }
         s_->dlyIndex = circle.index();
     }

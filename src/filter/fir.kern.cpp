@@ -1,6 +1,7 @@
 #include "filter/fir.table.h"
 
 #include "core/simd/lanes.h"
+#include "core/simd/map.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
@@ -205,11 +206,11 @@ template <class T> T dotReal(const T* in, const T* taps, int tapsLen) {
 template <class T, class C> C dotComplex(const C* in, const C* taps, int tapsLen) {
     constexpr int K = kBytes / int(sizeof(C));
     using V = Vec<T, 2 * K>;
-    const auto values = [](const C* p) __attribute__((always_inline)) { return loadAs<V>(p); };
-    V equal[2] = {}, unequal[2] = {};
+    const auto values = [](const C* p) __attribute__((always_inline)) { return inRegister(loadAs<V>(p)); };
+    V equal[4] = {}, unequal[4] = {};
     int j = 0;
-    for (; j + 2 * K <= tapsLen; j += 2 * K)
-        for (int a = 0; a < 2; ++a) {
+    for (; j + 4 * K <= tapsLen; j += 4 * K)
+        for (int a = 0; a < 4; ++a) {
             const V h = values(taps + j + a * K), x = values(in + j + a * K);
             equal[a] = fma(h, x, equal[a]);
             unequal[a] = fma(swapPairs(h), x, unequal[a]);
@@ -219,7 +220,7 @@ template <class T, class C> C dotComplex(const C* in, const C* taps, int tapsLen
         equal[0] = fma(h, x, equal[0]);
         unequal[0] = fma(swapPairs(h), x, unequal[0]);
     }
-    const V e = equal[0] + equal[1], u = unequal[0] + unequal[1];
+    const V e = (equal[0] + equal[1]) + (equal[2] + equal[3]), u = (unequal[0] + unequal[1]) + (unequal[2] + unequal[3]);
     C y = {0, 0};
     for (int l = 0; l < 2 * K; l += 2) {
         y.re += e[l] - e[l + 1];
@@ -302,7 +303,14 @@ struct ComplexShortShape {
 };
 
 void addShifted(const int32_t* sums, int s, int64_t* totals, int len) {
-    for (int n = 0; n < len; ++n) totals[n] += int64_t{sums[n]} << s;
+    const auto add = [=](auto w, const int32_t* from, const int64_t* to) __attribute__((always_inline)) {
+        using Totals = Vec<int64_t, w.n / 2>;
+        const auto x = load<int32_t, w.n>(from);
+        const auto wide = interleave(x, x >> 31);
+        const auto before = loadTwo<int64_t, w.n / 2>(to);
+        return Two<Totals>{before.a + ((Totals)wide.a << s), before.b + ((Totals)wide.b << s)};
+    };
+    map<kBytes / 4, 4>(len, totals, add, sums, static_cast<const int64_t*>(totals));
 }
 
 }   // namespace
