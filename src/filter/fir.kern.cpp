@@ -109,14 +109,14 @@ template <int W> struct ComplexShortOutputs {
 
 constexpr int kBytes = kRegisterBytes >= 32 ? 32 : 16;
 
-// Adds the taps j = s + q kStep, s < kStep, q < C, to A vectors of outputs, kStep apart.
+// Adds the taps j = s + q kStep, s < count <= kStep, q < C, to A vectors of outputs, kStep apart.
 //
 // A load of in[n+j ..] serves tap q of vector a and tap q+1 of vector a-1, so A C products take A + C - 1 loads; one load each would keep the multipliers
 // waiting, since nearly half of them cross a cache line. Every sum runs over s, then q: the same order in whichever vector an output lies.
 template <class Shape, int C, int A, class Outputs>
-TEVS_INLINE void addTaps(const typename Outputs::Sample* in, const typename Outputs::Tap* taps, Outputs (&sum)[A]) {
+TEVS_INLINE void addTaps(const typename Outputs::Sample* in, const typename Outputs::Tap* taps, int count, Outputs (&sum)[A]) {
     constexpr int step = Shape::kStep;
-    for (int s = 0; s < step; s += Outputs::kTaps) {
+    for (int s = 0; s < count; s += Outputs::kTaps) {
 #pragma GCC unroll 16
         for (int c = 0; c < A + C - 1; ++c) {
             const auto x = Outputs::samples(in + s + c * step);
@@ -133,14 +133,16 @@ template <class Shape, int W, int A, class Sample, class Tap, class Sum> TEVS_IN
     Outputs sum[A] = {};
     int j = 0;
     if constexpr (Shape::kShared > 2)
-        for (; j + Shape::kShared * step <= tapsLen; j += Shape::kShared * step) addTaps<Shape, Shape::kShared>(in + j, taps + j, sum);
-    if constexpr (Shape::kShared > 1)
-        for (; j + 2 * step <= tapsLen; j += 2 * step) addTaps<Shape, 2>(in + j, taps + j, sum);
-    for (; j < tapsLen; j += Outputs::kTaps) {
-        const auto tap = Outputs::tap(taps + j);
-#pragma GCC unroll 16
-        for (int a = 0; a < A; ++a) sum[a].add(tap, Outputs::samples(in + j + a * step));
+        for (; j + Shape::kShared * step <= tapsLen; j += Shape::kShared * step) addTaps<Shape, Shape::kShared>(in + j, taps + j, step, sum);
+    if constexpr (Shape::kShared > 1) {
+        for (; j + 2 * step <= tapsLen; j += 2 * step) addTaps<Shape, 2>(in + j, taps + j, step, sum);
+        if (const int pairs = tapsLen - j - step; pairs > 0) {
+            addTaps<Shape, 2>(in + j, taps + j, pairs, sum);
+            addTaps<Shape, 1>(in + j + pairs, taps + j + pairs, step - pairs, sum);
+            j = tapsLen;
+        }
     }
+    addTaps<Shape, 1>(in + j, taps + j, tapsLen - j, sum);
 #pragma GCC unroll 16
     for (int a = 0; a < A; ++a) sum[a].put(out + a * step);
 }
