@@ -19,7 +19,7 @@
 namespace tevs {
 namespace {
 
-constexpr int kStage = 4080;          // samples that are copied at a time, of a block in place or in another type
+constexpr int kStage = 4080;          // the most samples that are copied at a time, of a block in place or in another type
 constexpr int kChunk = 256;           // outputs in another type that are made at a time
 constexpr int kLongestDirect = 511;   // samples of a block that is filtered directly even where the record has a transform
 
@@ -52,7 +52,6 @@ struct Transform<float> : TransformBy<64, FFTSpec_R_32f, tevsFFTInitAlloc_R_32f,
 template <>
 struct Transform<Complex32f> : TransformBy<16, FFTSpec_C_32fc, tevsFFTInitAlloc_C_32fc, tevsFFTFree_C_32fc, tevsFFTGetBufSize_C_32fc, tevsFFTFwd_CToC_32fc_I,
                                            tevsMul_32fc_I, tevsFFTInv_CToC_32fc_I> {};
-
 template <>
 struct Transform<Complex64f> : TransformBy<16, FFTSpec_C_64fc, tevsFFTInitAlloc_C_64fc, tevsFFTFree_C_64fc, tevsFFTGetBufSize_C_64fc, tevsFFTFwd_CToC_64fc_I,
                                            tevsMul_64fc_I, tevsFFTInv_CToC_64fc_I> {};
@@ -89,11 +88,12 @@ template <class Kind> class Fir {
     static constexpr bool kStraight = std::is_same_v<Stored, Sample>;   // samples are filtered where they lie
     static constexpr bool kPaired = std::is_same_v<Stored, int16_t>;    // the kernel takes an even number of taps: a 0 comes first
     static constexpr int kDigits = Kind::kIntegerTaps ? 2 : 1;
+    static constexpr int kPart = std::min(kStage, 16320 / int(sizeof(Stored)));   // what is copied stays in the first cache
 
 public:
     explicit Fir(const FirState* s) : s_(const_cast<FirState*>(s)) {}
 
-    // With threads = 0 the bytes that a record has beyond those for its threads.
+    // Taps, past and stage lie within this at any address: it has more than the taps take, and kStage samples.
     static int64_t stateBytes(int tapsLen, int threads) {
         constexpr int64_t size = sizeof(Stored);
         const int64_t t = tapsLen;
@@ -380,7 +380,7 @@ private:
     void inParts(const Sample* pSrc, Sample* pDst, int numIters, Stored* stage, int scaleFactor) const {
         const int t = tapsLen();
         for (int n = 0, count; n < numIters; n += count) {
-            count = std::min(numIters - n, kStage);
+            count = std::min(numIters - n, kPart);
             toStored(pSrc + n, stage + t, count);
             produce(stage + 1, pDst + n, count, scaleFactor);
             memmove(stage, stage + count, size_t(t) * sizeof(Stored));
@@ -390,7 +390,7 @@ private:
     // Each share in parts, on a stage of its own. The past of all is put there before any output is written. False, with nothing done, if there is no memory.
     bool directInShares(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
         const int t = tapsLen(), share = numIters / team;
-        const size_t each = size_t(t) + kStage;
+        const size_t each = size_t(t) + kPart;
         const Scratch memory(share >= t && each <= SIZE_MAX / 2 / sizeof(Stored) / size_t(team) ? allocate(size_t(team) * each * sizeof(Stored)) : nullptr);
         auto* const stages = static_cast<Stored*>(memory.get());
         if (!stages) return false;

@@ -1,7 +1,7 @@
 // FIR filters without a record: taps and past come with every call.
 //
 // Blocks are cut into pieces of kOutputs outputs and kTaps taps. What a piece takes is brought into the type in which products are summed, in buffers on the
-// stack, and goes to the kernels that serve records. Single outputs are summed where taps and past lie.
+// stack, and goes to the kernels that serve records. Single outputs, and a few, are summed where taps and past lie.
 #include <limits.h>
 
 #include <algorithm>
@@ -16,7 +16,7 @@
 namespace tevs {
 namespace {
 
-constexpr int kOutputs = 256, kTaps = 256;
+constexpr int kOutputs = 256, kTaps = 256, kFewest = 4;
 
 template <class Part> struct TapsAsTheyAre {
     TapsAsTheyAre(const Part*, int64_t, int) {}
@@ -83,6 +83,10 @@ public:
         : way_(pTaps, tapsLen, scaleFactor, tapsFactor), pTaps_(pTaps), tapsLen_(tapsLen), circle_(pDlyLine, tapsLen, index) {}
 
     int block(const Sample* pSrc, Sample* pDst, int numIters) {
+        if (numIters < kFewest) {
+            for (int n = 0; n < numIters; ++n) one(pSrc[n], pDst + n);
+            return circle_.index();
+        }
         Sum sums[kOutputs];
         for (int n = 0, count; n < numIters; n += count) {
             count = std::min(numIters - n, kOutputs);
