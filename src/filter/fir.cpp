@@ -74,6 +74,8 @@ int16_t upperDigit(int16_t tap) { return int16_t((tap - int8_t(tap)) >> 8); }
 
 void setKernelTap(int16_t* to, int16_t h, int16_t) { *to = h; }
 void setKernelTap(TapMatrix* to, int16_t re, int16_t im) { *to = {{re, int16_t(-im)}, {im, re}}; }
+Complex64s kernelProduct(int16_t t, int16_t x) { return {t * x, 0}; }
+Complex64s kernelProduct(const TapMatrix& t, Complex16s x) { return {int64_t{t.re[0] * x.re} + t.re[1] * x.im, int64_t{t.im[0] * x.re} + t.im[1] * x.im}; }
 int16_t kernelTap(int16_t t, int) { return t; }
 int16_t kernelTap(const TapMatrix& t, int part) { return part == 0 ? t.re[0] : t.im[0]; }
 
@@ -237,12 +239,11 @@ public:
             int64_t total[kParts<Stored>] = {};
             const KernelTap* digit = taps() + (kernelTapsLen() - tapsLen());
             for (int d = 0; d < s_->digits; ++d, digit += tapRoom(tapsLen())) {
-                const auto add = [&](const Stored* from, const KernelTap* by, int count) {
-                    const auto sum = kernelOf<Stored>().dot(from, by, count);
-                    for (int part = 0; part < kParts<Stored>; ++part) total[part] += int64_t{partsOf(&sum)[part]} * (d == 0 ? 1 : 256);
+                const auto add = [&total, unit = d == 0 ? 1 : 256](const auto& sum) {
+                    for (int part = 0; part < kParts<Stored>; ++part) total[part] += int64_t{partsOf(&sum)[part]} * unit;
                 };
-                forEachRun(older, [&](int first, int count) { add(in + first, digit + first, count); });
-                add(&x, digit + older, 1);
+                forEachRun(older, [&](int first, int count) { add(kernelOf<Stored>().dot(in + first, digit + first, count)); });
+                add(kernelProduct(digit[older], x));
             }
             for (int part = 0; part < kParts<Stored>; ++part) partsOf(pDst)[part] = scaled<int16_t, 62>(total[part], sumScale(scaleFactor));
         } else {
