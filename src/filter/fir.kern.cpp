@@ -189,6 +189,30 @@ template <class Shape> struct Filter {
 
 // ---- single sums ----------------------------------------------------------------------------------------------------------------------------
 
+template <int B> struct Bytes { static constexpr int n = B; };
+
+// add(Bytes<B>, j) for the elements of Size bytes from j to n, fewer than fill a register, in pieces of falling width. Returns where the last one ends; elements
+// of two bytes may leave one over.
+template <int Size, class Add> TEVS_INLINE int inPieces(int j, int n, Add add) {
+    const auto piece = [&](auto bytes) __attribute__((always_inline)) {
+        if ((n - j) * Size >= bytes.n) {
+            add(bytes, j);
+            j += bytes.n / Size;
+        }
+    };
+    if constexpr (kBytes > 16) piece(Bytes<16>{});
+    if constexpr (Size <= 8) piece(Bytes<8>{});
+    if constexpr (Size <= 4) piece(Bytes<4>{});
+    return j;
+}
+// The halves of a register added up.
+template <class V> TEVS_INLINE auto folded(V v) {
+    if constexpr (sizeof(V) > 16)
+        return low(v) + high(v);
+    else
+        return v;
+}
+
 template <class T> T dotReal(const T* in, const T* taps, int tapsLen) {
     constexpr int K = kBytes / int(sizeof(T));
     using V = Vec<T, K>;
@@ -197,42 +221,39 @@ template <class T> T dotReal(const T* in, const T* taps, int tapsLen) {
     for (; j + 4 * K <= tapsLen; j += 4 * K)
         for (int a = 0; a < 4; ++a) sum[a] = fma(load<T, K>(taps + j + a * K), load<T, K>(in + j + a * K), sum[a]);
     for (; j + K <= tapsLen; j += K) sum[0] = fma(load<T, K>(taps + j), load<T, K>(in + j), sum[0]);
-    const V all = (sum[0] + sum[1]) + (sum[2] + sum[3]);
-    T y = 0;
-    for (int l = 0; l < K; ++l) y += all[l];
-    for (; j < tapsLen; ++j) y += taps[j] * in[j];
-    return y;
+    Register<T, 16> rest = {};
+    inPieces<sizeof(T)>(
+        j, tapsLen, [&](auto b, int i) __attribute__((always_inline)) { rest = fma(loadBytes<T, b.n>(taps + i), loadBytes<T, b.n>(in + i), rest); });
+    const auto all = folded((sum[0] + sum[1]) + (sum[2] + sum[3])) + rest;
+    if constexpr (sizeof(T) == 4)
+        return (all[0] + all[2]) + (all[1] + all[3]);
+    else
+        return all[0] + all[1];
 }
 
 // Products of equal parts have opposite signs in the real part, those of unequal parts add up to the imaginary part.
 template <class T, class C> C dotComplex(const C* in, const C* taps, int tapsLen) {
     constexpr int K = kBytes / int(sizeof(C));
     using V = Vec<T, 2 * K>;
-    const auto values = [](const C* p) __attribute__((always_inline)) { return inRegister(loadAs<V>(p)); };
     V equal[4] = {}, unequal[4] = {};
+    const auto add = [](auto h, auto x, auto& same, auto& crossed) __attribute__((always_inline)) {
+        same = fma(h, x, same);
+        crossed = fma(swapPairs(h), x, crossed);
+    };
+    const auto values = [](const C* p) __attribute__((always_inline)) { return inRegister(loadAs<V>(p)); };
     int j = 0;
     for (; j + 4 * K <= tapsLen; j += 4 * K)
-        for (int a = 0; a < 4; ++a) {
-            const V h = values(taps + j + a * K), x = values(in + j + a * K);
-            equal[a] = fma(h, x, equal[a]);
-            unequal[a] = fma(swapPairs(h), x, unequal[a]);
-        }
-    for (; j + K <= tapsLen; j += K) {
-        const V h = values(taps + j), x = values(in + j);
-        equal[0] = fma(h, x, equal[0]);
-        unequal[0] = fma(swapPairs(h), x, unequal[0]);
-    }
-    const V e = (equal[0] + equal[1]) + (equal[2] + equal[3]), u = (unequal[0] + unequal[1]) + (unequal[2] + unequal[3]);
-    C y = {0, 0};
-    for (int l = 0; l < 2 * K; l += 2) {
-        y.re += e[l] - e[l + 1];
-        y.im += u[l] + u[l + 1];
-    }
-    for (; j < tapsLen; ++j) {
-        y.re += taps[j].re * in[j].re - taps[j].im * in[j].im;
-        y.im += taps[j].re * in[j].im + taps[j].im * in[j].re;
-    }
-    return y;
+        for (int a = 0; a < 4; ++a) add(values(taps + j + a * K), values(in + j + a * K), equal[a], unequal[a]);
+    for (; j + K <= tapsLen; j += K) add(values(taps + j), values(in + j), equal[0], unequal[0]);
+    Register<T, 16> equalRest = {}, unequalRest = {};
+    inPieces<sizeof(C)>(
+        j, tapsLen, [&](auto b, int i) __attribute__((always_inline)) { add(loadBytes<T, b.n>(taps + i), loadBytes<T, b.n>(in + i), equalRest, unequalRest); });
+    const auto e = folded((equal[0] + equal[1]) + (equal[2] + equal[3])) + equalRest;
+    const auto u = folded((unequal[0] + unequal[1]) + (unequal[2] + unequal[3])) + unequalRest;
+    if constexpr (sizeof(T) == 4)
+        return {(e[0] + e[2]) - (e[1] + e[3]), (u[0] + u[2]) + (u[1] + u[3])};
+    else
+        return {e[0] - e[1], u[0] + u[1]};
 }
 
 int32_t dotShort(const int16_t* in, const int16_t* taps, int tapsLen) {
@@ -243,11 +264,13 @@ int32_t dotShort(const int16_t* in, const int16_t* taps, int tapsLen) {
     for (; j + 2 * K <= tapsLen; j += 2 * K)
         for (int a = 0; a < 2; ++a) sum[a] += (Sums)multiplyPairs(load<int16_t, K>(taps + j + a * K), load<int16_t, K>(in + j + a * K));
     for (; j + K <= tapsLen; j += K) sum[0] += (Sums)multiplyPairs(load<int16_t, K>(taps + j), load<int16_t, K>(in + j));
-    const Sums all = sum[0] + sum[1];
-    uint32_t y = 0;
-    for (int l = 0; l < K / 2; ++l) y += all[l];
-    for (; j < tapsLen; ++j) y += uint32_t(taps[j] * in[j]);
-    return int32_t(y);
+    Vec<uint32_t, 4> rest = {};
+    j = inPieces<2>(
+        j, tapsLen, [&](auto b, int i) __attribute__((always_inline)) {
+            rest += (Vec<uint32_t, 4>)multiplyPairs(loadBytes<int16_t, b.n>(taps + i), loadBytes<int16_t, b.n>(in + i));
+        });
+    const auto all = folded(sum[0] + sum[1]) + rest;
+    return int32_t((all[0] + all[2]) + (all[1] + all[3]) + (j < tapsLen ? uint32_t(taps[j] * in[j]) : 0));
 }
 
 Complex32s dotComplexShort(const Complex16s* in, const TapMatrix* taps, int tapsLen) {
