@@ -1,7 +1,6 @@
 // FFT records and the transforms that use them: lifecycle and tables, complex and real transforms.
 #include "transform/fft.h"
 
-#include <limits.h>
 #include <string.h>
 
 #include <algorithm>
@@ -20,7 +19,6 @@
 namespace tevs {
 namespace {
 
-constexpr int kMaxOrder = 30;
 template <class T> constexpr int kMostInRegisters = sizeof(T) == 4 ? 2 << 7 : 2 << 6;   // scalars of the longest transform that is one kernel in registers
 
 template <class T> const FftKernels<T>& kernels();
@@ -56,8 +54,6 @@ template <class T> constexpr uint64_t scratchBytes(int order) {
     return std::max(scratchBytes<T>(order - splitOrder<T>(order)), kValue << blockOrder<T>(order));
 }
 
-constexpr uint64_t kAlignmentRoom = 16;   // what a caller's buffer may lose up to its first 16-byte boundary
-
 template <class T> constexpr FftSizes sizesOf(bool real, int order) {
     const uint64_t record = sizeof(T) == 4 ? 96 : real || order <= 3 ? 100 : 112;
     if (order <= 3) return {record, 0, 0};
@@ -71,8 +67,6 @@ static_assert(sizesOf<float>(false, 16).spec == 622720 && sizesOf<float>(true, 4
 static_assert(sizesOf<double>(false, 20).spec == 17957008 && sizesOf<double>(true, 4).spec == 228 && sizesOf<double>(true, 20).spec == 17432708);
 
 template <class Spec> constexpr FftSizes sizesFor(int order) { return sizesOf<typename Spec::Real>(Spec::kReal, order); }
-constexpr bool fitsInt(const FftSizes& s) { return std::max({s.spec, s.init, s.work}) <= INT_MAX; }
-int clampToInt(uint64_t bytes) { return int(std::min<uint64_t>(bytes, INT_MAX)); }
 
 // ---- tables -------------------------------------------------------------------------------------------------------------------------
 
@@ -147,9 +141,6 @@ template <class T> void writeRecombination(T* at, int order, int lanes) {
 
 // ---- lifecycle ----------------------------------------------------------------------------------------------------------------------
 
-bool goodOrder(int order) { return order >= 0 && order <= kMaxOrder; }
-bool goodFlag(int flag) { return flag == ScaleFwdByN || flag == ScaleInvByN || flag == ScaleBySqrtN || flag == NoScale; }
-
 template <class T> T* atCacheLine(T* p) { return reinterpret_cast<T*>((reinterpret_cast<uintptr_t>(p) + 63) & ~uintptr_t{63}); }
 
 // Builds the record and its tables at a 16-byte boundary of a block of the reported size.
@@ -196,15 +187,12 @@ template <class Spec> Spec* build(void* block, int order, int flag, int hint, bo
 
 template <class Spec> Status getSize(int order, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
     if (Status s = Args().require(goodOrder(order), StatusFftOrder).ptr(pSpecSize).ptr(pSpecBufferSize).ptr(pBufferSize)) return s;
-    const FftSizes sizes = sizesFor<Spec>(order);
-    *pSpecSize = clampToInt(sizes.spec);
-    *pSpecBufferSize = clampToInt(sizes.init);
-    *pBufferSize = clampToInt(sizes.work);
+    sizesFor<Spec>(order).report(pSpecSize, pSpecBufferSize, pBufferSize);
     return StatusOk;
 }
 
 template <class Spec> Status init(Spec** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit) {
-    const bool legal = goodOrder(order) && fitsInt(sizesFor<Spec>(order));
+    const bool legal = goodOrder(order) && sizesFor<Spec>(order).fitInt();
     if (Status s = Args().ptr(ppSpec).require(legal, StatusFftOrder).ptr(pMemSpec)) return s;
     void* const block = align16(pMemSpec);
     if (Status s = Args().require(goodFlag(flag), StatusFftFlag).require(order <= 3 || pMemInit, StatusNullPtr)) {
@@ -219,7 +207,7 @@ template <class Spec> Status init(Spec** ppSpec, int order, int flag, int hint, 
 template <class Spec> Status initAlloc(Spec** ppSpec, int order, int flag, int hint) {
     if (Status s = Args().ptr(ppSpec).require(goodOrder(order), StatusFftOrder).require(goodFlag(flag), StatusFftFlag)) return s;
     const FftSizes sizes = sizesFor<Spec>(order);
-    void* const block = fitsInt(sizes) ? allocate(size_t(sizes.spec)) : nullptr;
+    void* const block = sizes.fitInt() ? allocate(size_t(sizes.spec)) : nullptr;
     if (!block) return StatusNoMemory;
     NearestRounding guard;
     *ppSpec = build<Spec>(block, order, flag, hint, true);
