@@ -1,0 +1,250 @@
+#include "core/simd/lanes.h"
+#include "filter/multirate.table.h"
+
+namespace tevs::TEVS_LEVEL_NS {
+namespace {
+
+constexpr int kBytes = kRegisterBytes;
+template <class T> constexpr int kWide = kBytes / int(sizeof(T));
+
+// Vectors of periods at a time: four sums each, within the registers there are.
+#ifdef __i386__
+constexpr int kVectors = 1;
+#else
+constexpr int kVectors = 3;
+#endif
+
+// ---- inputs to streams ------------------------------------------------------------------------------------------------------------------
+
+template <class S> struct PartsOf { typedef S type; static constexpr int n = 1; };
+template <> struct PartsOf<Complex16s> { typedef int16_t type; static constexpr int n = 2; };
+template <> struct PartsOf<Complex32s> { typedef int32_t type; static constexpr int n = 2; };
+template <> struct PartsOf<Complex32f> { typedef float type; static constexpr int n = 2; };
+template <> struct PartsOf<Complex64f> { typedef double type; static constexpr int n = 2; };
+
+template <class V> TEVS_INLINE Two<V> blocksOfPairs(V a, V b) {
+    using D = Vec<double, int(sizeof(V) / 8)>;
+    return {(V)blockLow((D)a, (D)b), (V)blockHigh((D)a, (D)b)};
+}
+
+// A 4 x 4 matrix of 32-bit elements in each block of 128 bits.
+template <class V> struct Four { V v[4]; };
+template <class V> TEVS_INLINE Four<V> transposed(V a, V b, V c, V d) {
+    using I = Vec<int32_t, int(sizeof(V) / 4)>;
+    const Two<V> low = blocksOfPairs((V)blockLow((I)a, (I)b), (V)blockLow((I)c, (I)d)), high = blocksOfPairs((V)blockHigh((I)a, (I)b), (V)blockHigh((I)c, (I)d));
+    return {{low.a, low.b, high.a, high.b}};
+}
+
+// n periods' inputs at one run of places go to its streams. U is as large as an element of a stream.
+template <class S, class T> struct Splitter {
+    using Part = typename PartsOf<S>::type;
+    static constexpr int kParts = PartsOf<S>::n, kElement = kParts * int(sizeof(T)), kRun = 16 / kElement;
+    using Block = Vec<T, 16 / int(sizeof(T))>;
+
+    // The elements at one place and the ones behind it that belong to the same 16 bytes.
+    static TEVS_INLINE Block block(const S* p) { return loadLanes<T, 16, 1>(reinterpret_cast<const Part*>(p)).v[0]; }
+    static TEVS_INLINE void one(const S* p, T* to) {
+        for (int c = 0; c < kParts; ++c) to[c] = T(reinterpret_cast<const Part*>(p)[c]);
+    }
+
+    static TEVS_INLINE void run(const S* src, int places, int n, T* to, ptrdiff_t stride) {
+        int k = 0;
+        if constexpr (kRun == 4) {
+#if TEVS_LEVEL >= 2
+            for (; k + 8 <= n; k += 8) {
+                const auto both = [&](int i) { return join(block(src + ptrdiff_t(k + i) * places), block(src + ptrdiff_t(k + i + 4) * places)); };
+                const auto t = transposed(both(0), both(1), both(2), both(3));
+                for (int e = 0; e < 4; ++e) store(to + e * stride + k, t.v[e]);
+            }
+#endif
+            for (; k + 4 <= n; k += 4) {
+                const auto at = [&](int i) { return block(src + ptrdiff_t(k + i) * places); };
+                const auto t = transposed(at(0), at(1), at(2), at(3));
+                for (int e = 0; e < 4; ++e) store(to + e * stride + k, t.v[e]);
+            }
+        } else if constexpr (kRun == 2) {
+            for (; k + 2 <= n; k += 2) {
+                const auto t = blocksOfPairs(block(src + ptrdiff_t(k) * places), block(src + ptrdiff_t(k + 1) * places));
+                store(to + k * kParts, t.a);
+                store(to + stride + k * kParts, t.b);
+            }
+        } else {
+            for (; k < n; ++k) store(to + k * kParts, block(src + ptrdiff_t(k) * places));
+        }
+        for (; k < n; ++k)
+            for (int e = 0; e < kRun; ++e) one(src + ptrdiff_t(k) * places + e, to + e * stride + k * kParts);
+    }
+
+    // Of periods of one and of two places. Below a run of four these are all that occur.
+    static TEVS_INLINE void copy(const S* src, int n, T* to) {
+        int k = 0;
+        for (; k + kRun <= n; k += kRun) store(to + k * kParts, block(src + k));
+        for (; k < n; ++k) one(src + k, to + k * kParts);
+    }
+    static TEVS_INLINE void pairs(const S* src, int n, T* to, ptrdiff_t stride) {
+        int k = 0;
+        for (; k + kRun <= n; k += kRun) {
+            const Block a = block(src + 2 * k), b = block(src + 2 * k + kRun);
+            store(to + k, evens(a, b));
+            store(to + stride + k, odds(a, b));
+        }
+        for (; k < n; ++k)
+            for (int e = 0; e < 2; ++e) one(src + 2 * k + e, to + e * stride + k);
+    }
+
+    static void split(const S* src, int count, const Streams* streams, T* to) {
+        const Streams s = *streams;
+        const int n = count / s.places, rest = count % s.places;
+        const ptrdiff_t stride = s.stride * kParts;
+        if (s.places == 1) return copy(src, n, to);
+        const int run = s.places < kRun ? s.places : kRun;
+        if (kRun == 4 && s.places == 2)
+            pairs(src, n, to, stride);
+        else
+            for (int r = 0; r < s.runs; ++r) Splitter::run(src + s.starts[r], s.places, n, to + ptrdiff_t(r) * run * stride, stride);
+        if (rest == 0) return;
+        const S* const last = src + ptrdiff_t(n) * s.places;
+        for (int r = 0; r < s.runs; ++r)
+            for (int e = 0; e < run; ++e)
+                if (s.starts[r] + e < rest) one(last + s.starts[r] + e, to + (ptrdiff_t(r) * run + e) * stride + ptrdiff_t(n) * kParts);
+    }
+};
+
+// ---- sums -----------------------------------------------------------------------------------------------------------------------------------
+
+template <int N> struct Vectors { static constexpr int n = N; };
+template <class T, int A> using Sums = Vec<T, kWide<T>>[4][A];
+
+// The inputs from .. end-1 of A vectors of periods, times the taps of Count rows.
+template <int First, int Count, class T, int A>
+TEVS_INLINE void add(const PhaseGroup<T>& g, const int32_t* place, const T* streams, int from, int end, Sums<T, A>& sum) {
+    constexpr int W = kWide<T>;
+    const T* taps = g.taps + 4 * ptrdiff_t(from);
+    for (int i = from; i < end; ++i, taps += 4) {
+        const T* const p = streams + place[i];
+        Vec<T, W> x[A];
+        for (int a = 0; a < A; ++a) x[a] = inRegister(load<T, W>(p + a * W));
+#pragma GCC unroll 4
+        for (int r = First; r < First + Count; ++r) {
+            const auto h = splat<W>(taps[r]);
+#pragma GCC unroll 4
+            for (int a = 0; a < A; ++a) sum[r][a] = fma(h, x[a], sum[r][a]);
+        }
+    }
+}
+
+// Every output's products are added in the order of its inputs, whatever it shares with its neighbours.
+template <class T, int A> TEVS_INLINE void addAll(const PhaseGroup<T>& g, const int32_t* place, const T* streams, Sums<T, A>& sum) {
+    if (!g.overlap) {
+        add<0, 1, T, A>(g, place, streams, g.from[0], g.end[0], sum);
+        add<1, 1, T, A>(g, place, streams, g.from[1], g.end[1], sum);
+        add<2, 1, T, A>(g, place, streams, g.from[2], g.end[2], sum);
+        add<3, 1, T, A>(g, place, streams, g.from[3], g.end[3], sum);
+        return;
+    }
+    add<0, 1, T, A>(g, place, streams, g.from[0], g.shared[1], sum);
+    add<1, 1, T, A>(g, place, streams, g.from[1], g.shared[1], sum);
+    add<0, 2, T, A>(g, place, streams, g.shared[1], g.shared[2], sum);
+    add<2, 1, T, A>(g, place, streams, g.from[2], g.shared[2], sum);
+    add<0, 3, T, A>(g, place, streams, g.shared[2], g.shared[3], sum);
+    add<3, 1, T, A>(g, place, streams, g.from[3], g.shared[3], sum);
+    add<0, 4, T, A>(g, place, streams, g.shared[3], g.end[0], sum);
+    add<1, 3, T, A>(g, place, streams, g.end[0], g.end[1], sum);
+    add<2, 2, T, A>(g, place, streams, g.end[1], g.end[2], sum);
+    add<3, 1, T, A>(g, place, streams, g.end[2], g.end[3], sum);
+}
+
+// ---- outputs --------------------------------------------------------------------------------------------------------------------------------
+
+template <class V> TEVS_INLINE void storeBlocks(void* dst, ptrdiff_t apart, V v) {
+    if constexpr (sizeof(V) == 32) {
+        store(dst, low(v));
+        store(static_cast<char*>(dst) + apart, high(v));
+    } else {
+        store(dst, v);
+    }
+}
+
+// One vector of periods of each row: `period` scalars from one period's outputs to the next one's.
+template <class T, class V> TEVS_INLINE void scatterReal(T* dst, ptrdiff_t period, V a, V b, V c, V d) {
+    const ptrdiff_t bytes = period * int(sizeof(T));
+    if constexpr (sizeof(T) == 4) {
+        const auto t = transposed(a, b, c, d);
+        for (int k = 0; k < 4; ++k) storeBlocks(dst + k * period, 4 * bytes, t.v[k]);
+    } else {
+        const Two<V> first = blocksOfPairs(a, b), second = blocksOfPairs(c, d);
+        storeBlocks(dst, 2 * bytes, first.a);
+        storeBlocks(dst + 2, 2 * bytes, second.a);
+        storeBlocks(dst + period, 2 * bytes, first.b);
+        storeBlocks(dst + period + 2, 2 * bytes, second.b);
+    }
+}
+template <class T, class V> TEVS_INLINE void scatterComplex(T* dst, ptrdiff_t period, V a, V b) {
+    const ptrdiff_t bytes = period * int(sizeof(T));
+    if constexpr (sizeof(T) == 4) {
+        const Two<V> t = blocksOfPairs(a, b);
+        storeBlocks(dst, 2 * bytes, t.a);
+        storeBlocks(dst + period, 2 * bytes, t.b);
+    } else {
+        storeBlocks(dst, bytes, a);
+        storeBlocks(dst + 2, bytes, b);
+    }
+}
+
+// A vectors of periods of every group.
+template <class T, int Parts, int A> TEVS_INLINE void vectors(const Phases<T>& f, const T* streams, T* dst) {
+    constexpr int W = kWide<T>;
+    for (int n = 0; n < f.count; ++n, dst += 4) {
+        Sums<T, A> sum = {};
+        addAll<T, A>(f.groups[n], f.place, streams, sum);
+        for (int a = 0; a < A; ++a) {
+            T* const to = dst + a * (W / Parts) * f.period;
+            if constexpr (Parts == 1)
+                scatterReal(to, f.period, sum[0][a], sum[1][a], sum[2][a], sum[3][a]);
+            else
+                scatterComplex(to, f.period, subAdd(sum[0][a], swapPairs(sum[1][a])), subAdd(sum[2][a], swapPairs(sum[3][a])));
+        }
+    }
+}
+
+template <class T, int Parts> void filter(const Phases<T>* phases, const T* streams, T* dst, int n) {
+    constexpr int W = kWide<T>;
+    const Phases<T> f = *phases;
+    // The next A vectors. Two vectors are better than three and then one, whose four sums alone leave the multipliers waiting.
+    int left = n * kPeriodsAtOnce * Parts / W;
+    const auto step = [&](auto a) {
+        vectors<T, Parts, a.n>(f, streams, dst);
+        streams += a.n * W;
+        dst += a.n * (W / Parts) * f.period;
+        left -= a.n;
+    };
+    if constexpr (kVectors == 3) {
+        while (left > 4 || left == 3) step(Vectors<3>{});
+        while (left >= 2) step(Vectors<2>{});
+    }
+    while (left > 0) step(Vectors<1>{});
+}
+
+}   // namespace
+
+extern const MultirateKernels multirate = {
+    .split_32f = Splitter<float, float>::split,
+    .split_32fc = Splitter<Complex32f, float>::split,
+    .split16s_32f = Splitter<int16_t, float>::split,
+    .split16sc_32fc = Splitter<Complex16s, float>::split,
+    .split_64f = Splitter<double, double>::split,
+    .split_64fc = Splitter<Complex64f, double>::split,
+    .split32f_64f = Splitter<float, double>::split,
+    .split32fc_64fc = Splitter<Complex32f, double>::split,
+    .split32s_64f = Splitter<int32_t, double>::split,
+    .split32sc_64fc = Splitter<Complex32s, double>::split,
+    .split16s_64f = Splitter<int16_t, double>::split,
+    .split16sc_64fc = Splitter<Complex16s, double>::split,
+
+    .real32f = filter<float, 1>,
+    .complex32f = filter<float, 2>,
+    .real64f = filter<double, 1>,
+    .complex64f = filter<double, 2>,
+};
+
+}   // namespace tevs::TEVS_LEVEL_NS
