@@ -43,6 +43,41 @@ TEVS_BEGIN
  *                 then relative to the largest output of a block. Results may differ in rounding between SIMD levels.
  */
 typedef struct FIRState_32f FIRState_32f;
+typedef struct FIRState_32fc FIRState_32fc;
+typedef struct FIRState32f_16s FIRState32f_16s;
+typedef struct FIRState32fc_16sc FIRState32fc_16sc;
+typedef struct FIRState32s_16s FIRState32s_16s;
+typedef FIRState32s_16s FIRState32s_16s32f;
+typedef struct FIRState32sc_16sc FIRState32sc_16sc;
+typedef FIRState32sc_16sc FIRState32sc_16sc32fc;
+typedef struct FIRState_64f FIRState_64f;
+typedef struct FIRState_64fc FIRState_64fc;
+typedef struct FIRState64f_32f FIRState64f_32f;
+typedef struct FIRState64fc_32fc FIRState64fc_32fc;
+typedef struct FIRState64f_32s FIRState64f_32s;
+typedef FIRState64f_32s FIRState_32s;
+typedef struct FIRState64fc_32sc FIRState64fc_32sc;
+typedef struct FIRState64f_16s FIRState64f_16s;
+typedef struct FIRState64fc_16sc FIRState64fc_16sc;
+
+/* One type of record serves filters of one and of several rates. */
+typedef FIRState_32f FIRMRState_32f;
+typedef FIRState_32fc FIRMRState_32fc;
+typedef FIRState32f_16s FIRMRState32f_16s;
+typedef FIRState32fc_16sc FIRMRState32fc_16sc;
+typedef FIRState32s_16s FIRMRState32s_16s;
+typedef FIRState32s_16s32f FIRMRState32s_16s32f;
+typedef FIRState32sc_16sc FIRMRState32sc_16sc;
+typedef FIRState32sc_16sc32fc FIRMRState32sc_16sc32fc;
+typedef FIRState_64f FIRMRState_64f;
+typedef FIRState_64fc FIRMRState_64fc;
+typedef FIRState64f_32f FIRMRState64f_32f;
+typedef FIRState64fc_32fc FIRMRState64fc_32fc;
+typedef FIRState64f_32s FIRMRState64f_32s;
+typedef FIRState_32s FIRMRState_32s;
+typedef FIRState64fc_32sc FIRMRState64fc_32sc;
+typedef FIRState64f_16s FIRMRState64f_16s;
+typedef FIRState64fc_16sc FIRMRState64fc_16sc;
 
 Status tevsFIRGetStateSize_32f(int tapsLen, int* pSize);
 Status tevsFIRInit_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, const float* pDlyLine, uint8_t* pBuffer);
