@@ -16,11 +16,26 @@ constexpr int kVectors = 3;
 
 // ---- inputs to streams ------------------------------------------------------------------------------------------------------------------
 
-template <class S> struct PartsOf { typedef S type; static constexpr int n = 1; };
-template <> struct PartsOf<Complex16s> { typedef int16_t type; static constexpr int n = 2; };
-template <> struct PartsOf<Complex32s> { typedef int32_t type; static constexpr int n = 2; };
-template <> struct PartsOf<Complex32f> { typedef float type; static constexpr int n = 2; };
-template <> struct PartsOf<Complex64f> { typedef double type; static constexpr int n = 2; };
+template <class S> struct PartsOf {
+    typedef S type;
+    static constexpr int n = 1;
+};
+template <> struct PartsOf<Complex16s> {
+    typedef int16_t type;
+    static constexpr int n = 2;
+};
+template <> struct PartsOf<Complex32s> {
+    typedef int32_t type;
+    static constexpr int n = 2;
+};
+template <> struct PartsOf<Complex32f> {
+    typedef float type;
+    static constexpr int n = 2;
+};
+template <> struct PartsOf<Complex64f> {
+    typedef double type;
+    static constexpr int n = 2;
+};
 
 template <class V> TEVS_INLINE Two<V> blocksOfPairs(V a, V b) {
     using D = Vec<double, int(sizeof(V) / 8)>;
@@ -31,7 +46,8 @@ template <class V> TEVS_INLINE Two<V> blocksOfPairs(V a, V b) {
 template <class V> struct Four { V v[4]; };
 template <class V> TEVS_INLINE Four<V> transposed(V a, V b, V c, V d) {
     using I = Vec<int32_t, int(sizeof(V) / 4)>;
-    const Two<V> low = blocksOfPairs((V)blockLow((I)a, (I)b), (V)blockLow((I)c, (I)d)), high = blocksOfPairs((V)blockHigh((I)a, (I)b), (V)blockHigh((I)c, (I)d));
+    const Two<V> low = blocksOfPairs((V)blockLow((I)a, (I)b), (V)blockLow((I)c, (I)d)),
+                 high = blocksOfPairs((V)blockHigh((I)a, (I)b), (V)blockHigh((I)c, (I)d));
     return {{low.a, low.b, high.a, high.b}};
 }
 
@@ -117,9 +133,10 @@ template <class T, int A> using Sums = Vec<T, kWide<T>>[4][A];
 
 // The inputs from .. end-1 of A vectors of periods, times the taps of Count rows.
 template <int First, int Count, class T, int A>
-TEVS_INLINE void add(const PhaseGroup<T>& g, const int32_t* place, const T* streams, int from, int end, Sums<T, A>& sum) {
+TEVS_INLINE void add(const Phases<T>& f, const PhaseGroup& g, const T* streams, int from, int end, Sums<T, A>& sum) {
     constexpr int W = kWide<T>;
-    const T* taps = g.taps + 4 * ptrdiff_t(from);
+    const T* taps = f.taps + g.rows[First] + 4 * ptrdiff_t(from);
+    const int32_t* const place = f.place;
     for (int i = from; i < end; ++i, taps += 4) {
         const T* const p = streams + place[i];
         Vec<T, W> x[A];
@@ -134,24 +151,24 @@ TEVS_INLINE void add(const PhaseGroup<T>& g, const int32_t* place, const T* stre
 }
 
 // Every output's products are added in the order of its inputs, whatever it shares with its neighbours.
-template <class T, int A> TEVS_INLINE void addAll(const PhaseGroup<T>& g, const int32_t* place, const T* streams, Sums<T, A>& sum) {
+template <class T, int A> TEVS_INLINE void addAll(const Phases<T>& f, const PhaseGroup& g, const T* streams, Sums<T, A>& sum) {
     if (!g.overlap) {
-        add<0, 1, T, A>(g, place, streams, g.from[0], g.end[0], sum);
-        add<1, 1, T, A>(g, place, streams, g.from[1], g.end[1], sum);
-        add<2, 1, T, A>(g, place, streams, g.from[2], g.end[2], sum);
-        add<3, 1, T, A>(g, place, streams, g.from[3], g.end[3], sum);
+        add<0, 1, T, A>(f, g, streams, g.from[0], g.end[0], sum);
+        add<1, 1, T, A>(f, g, streams, g.from[1], g.end[1], sum);
+        add<2, 1, T, A>(f, g, streams, g.from[2], g.end[2], sum);
+        add<3, 1, T, A>(f, g, streams, g.from[3], g.end[3], sum);
         return;
     }
-    add<0, 1, T, A>(g, place, streams, g.from[0], g.shared[1], sum);
-    add<1, 1, T, A>(g, place, streams, g.from[1], g.shared[1], sum);
-    add<0, 2, T, A>(g, place, streams, g.shared[1], g.shared[2], sum);
-    add<2, 1, T, A>(g, place, streams, g.from[2], g.shared[2], sum);
-    add<0, 3, T, A>(g, place, streams, g.shared[2], g.shared[3], sum);
-    add<3, 1, T, A>(g, place, streams, g.from[3], g.shared[3], sum);
-    add<0, 4, T, A>(g, place, streams, g.shared[3], g.end[0], sum);
-    add<1, 3, T, A>(g, place, streams, g.end[0], g.end[1], sum);
-    add<2, 2, T, A>(g, place, streams, g.end[1], g.end[2], sum);
-    add<3, 1, T, A>(g, place, streams, g.end[2], g.end[3], sum);
+    add<0, 1, T, A>(f, g, streams, g.from[0], g.shared[1], sum);
+    add<1, 1, T, A>(f, g, streams, g.from[1], g.shared[1], sum);
+    add<0, 2, T, A>(f, g, streams, g.shared[1], g.shared[2], sum);
+    add<2, 1, T, A>(f, g, streams, g.from[2], g.shared[2], sum);
+    add<0, 3, T, A>(f, g, streams, g.shared[2], g.shared[3], sum);
+    add<3, 1, T, A>(f, g, streams, g.from[3], g.shared[3], sum);
+    add<0, 4, T, A>(f, g, streams, g.shared[3], g.end[0], sum);
+    add<1, 3, T, A>(f, g, streams, g.end[0], g.end[1], sum);
+    add<2, 2, T, A>(f, g, streams, g.end[1], g.end[2], sum);
+    add<3, 1, T, A>(f, g, streams, g.end[2], g.end[3], sum);
 }
 
 // ---- outputs --------------------------------------------------------------------------------------------------------------------------------
@@ -196,7 +213,7 @@ template <class T, int Parts, int A> TEVS_INLINE void vectors(const Phases<T>& f
     constexpr int W = kWide<T>;
     for (int n = 0; n < f.count; ++n, dst += 4) {
         Sums<T, A> sum = {};
-        addAll<T, A>(f.groups[n], f.place, streams, sum);
+        addAll<T, A>(f, f.groups[n], streams, sum);
         for (int a = 0; a < A; ++a) {
             T* const to = dst + a * (W / Parts) * f.period;
             if constexpr (Parts == 1)

@@ -21,19 +21,20 @@ struct Streams {
     ptrdiff_t stride;        // elements from a stream to the next
 };
 
-// Four rows of taps that are applied to the inputs together: four neighbouring outputs of a period, or two complex ones as the products with the real and with the
-// imaginary parts of their taps. Row r takes the inputs from[r] .. end[r]-1, counted from the period's first; negative ones lie before it. end[] does not
-// decrease. Taps of input i are taps[4i] .. taps[4i+3]; only those of rows that take the input are read.
-template <class T> struct PhaseGroup {
-    const T* taps;
+// Four rows of taps that are applied to the inputs together: four neighbouring outputs of a period, or two complex ones as the products with the real and with
+// the imaginary parts of their taps. Row r takes the inputs from[r] .. end[r]-1, counted from the period's first; negative ones lie before it. end[] does not
+// decrease. Its tap for input i is taps[rows[r] + 4i + r].
+struct PhaseGroup {
     int32_t from[4], end[4];
     int32_t shared[4];   // rows 0 .. r are added together from here on: the largest of from[0] .. from[r]
-    int32_t overlap;     // whether there is an input that all rows take
+    int32_t overlap;     // whether there is an input that all rows take; rows[] are equal then
+    ptrdiff_t rows[4];
 };
 
 template <class T> struct Phases {
-    const PhaseGroup<T>* groups;
+    const PhaseGroup* groups;
     int32_t count;
+    const T* taps;
     const int32_t* place;   // place[i]: where input i of the first period lies in the streams, in scalars
     ptrdiff_t period;       // scalars from a period's outputs to the next one's
 };

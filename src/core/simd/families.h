@@ -2,6 +2,7 @@
 #pragma once
 
 #include "filter/fir.table.h"
+#include "filter/multirate.table.h"
 #include "transform/fft.table.h"
 #include "vector/arithmetic.table.h"
 #include "vector/conversion.table.h"
@@ -24,4 +25,5 @@
     X(DotProdKernels, dotProd)       \
     X(ElementaryKernels, elementary) \
     X(FftKernels, fft)               \
-    X(FirKernels, fir)
+    X(FirKernels, fir)               \
+    X(MultirateKernels, multirate)
