@@ -80,16 +80,191 @@ typedef FIRState64f_16s FIRMRState64f_16s;
 typedef FIRState64fc_16sc FIRMRState64fc_16sc;
 
 Status tevsFIRGetStateSize_32f(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize_32fc(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize32f_16s(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize32fc_16sc(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize32s_16s(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize32s_16s32f(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize32sc_16sc(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize32sc_16sc32fc(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize_64f(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize_64fc(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize64f_32f(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize64fc_32fc(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize64f_32s(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize_32s(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize64fc_32sc(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize64f_16s(int tapsLen, int* pSize);
+Status tevsFIRGetStateSize64fc_16sc(int tapsLen, int* pSize);
+
 Status tevsFIRInit_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, const float* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, const Complex32f* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, const double* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, const Complex64f* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, const float* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, const Complex32f* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, const int32_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, const int32_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, const Complex32s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRInit64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, const Complex16s* pDlyLine, uint8_t* pBuffer);
+
 Status tevsFIRInitAlloc_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, const float* pDlyLine);
+Status tevsFIRInitAlloc_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, const Complex32f* pDlyLine);
+Status tevsFIRInitAlloc32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, const int16_t* pDlyLine);
+Status tevsFIRInitAlloc32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, const Complex16s* pDlyLine);
+Status tevsFIRInitAlloc32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, const int16_t* pDlyLine);
+Status tevsFIRInitAlloc32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, const int16_t* pDlyLine);
+Status tevsFIRInitAlloc32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, const Complex16s* pDlyLine);
+Status tevsFIRInitAlloc32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, const Complex16s* pDlyLine);
+Status tevsFIRInitAlloc_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, const double* pDlyLine);
+Status tevsFIRInitAlloc_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, const Complex64f* pDlyLine);
+Status tevsFIRInitAlloc64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, const float* pDlyLine);
+Status tevsFIRInitAlloc64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, const Complex32f* pDlyLine);
+Status tevsFIRInitAlloc64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, const int32_t* pDlyLine);
+Status tevsFIRInitAlloc_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, const int32_t* pDlyLine);
+Status tevsFIRInitAlloc64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, const Complex32s* pDlyLine);
+Status tevsFIRInitAlloc64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, const int16_t* pDlyLine);
+Status tevsFIRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, const Complex16s* pDlyLine);
+
 Status tevsFIRFree_32f(FIRState_32f* pState);
+Status tevsFIRFree_32fc(FIRState_32fc* pState);
+Status tevsFIRFree32f_16s(FIRState32f_16s* pState);
+Status tevsFIRFree32fc_16sc(FIRState32fc_16sc* pState);
+Status tevsFIRFree32s_16s(FIRState32s_16s* pState);
+Status tevsFIRFree32s_16s32f(FIRState32s_16s32f* pState);
+Status tevsFIRFree32sc_16sc(FIRState32sc_16sc* pState);
+Status tevsFIRFree32sc_16sc32fc(FIRState32sc_16sc32fc* pState);
+Status tevsFIRFree_64f(FIRState_64f* pState);
+Status tevsFIRFree_64fc(FIRState_64fc* pState);
+Status tevsFIRFree64f_32f(FIRState64f_32f* pState);
+Status tevsFIRFree64fc_32fc(FIRState64fc_32fc* pState);
+Status tevsFIRFree64f_32s(FIRState64f_32s* pState);
+Status tevsFIRFree_32s(FIRState_32s* pState);
+Status tevsFIRFree64fc_32sc(FIRState64fc_32sc* pState);
+Status tevsFIRFree64f_16s(FIRState64f_16s* pState);
+Status tevsFIRFree64fc_16sc(FIRState64fc_16sc* pState);
+
 Status tevsFIRSetTaps_32f(const float* pTaps, FIRState_32f* pState);
+Status tevsFIRSetTaps_32fc(const Complex32f* pTaps, FIRState_32fc* pState);
+Status tevsFIRSetTaps32f_16s(const float* pTaps, FIRState32f_16s* pState);
+Status tevsFIRSetTaps32fc_16sc(const Complex32f* pTaps, FIRState32fc_16sc* pState);
+Status tevsFIRSetTaps32s_16s(const int32_t* pTaps, FIRState32s_16s* pState, int tapsFactor);
+Status tevsFIRSetTaps32s_16s32f(const float* pTaps, FIRState32s_16s32f* pState);
+Status tevsFIRSetTaps32sc_16sc(const Complex32s* pTaps, FIRState32sc_16sc* pState, int tapsFactor);
+Status tevsFIRSetTaps32sc_16sc32fc(const Complex32f* pTaps, FIRState32sc_16sc32fc* pState);
+Status tevsFIRSetTaps_64f(const double* pTaps, FIRState_64f* pState);
+Status tevsFIRSetTaps_64fc(const Complex64f* pTaps, FIRState_64fc* pState);
+Status tevsFIRSetTaps64f_32f(const double* pTaps, FIRState64f_32f* pState);
+Status tevsFIRSetTaps64fc_32fc(const Complex64f* pTaps, FIRState64fc_32fc* pState);
+Status tevsFIRSetTaps64f_32s(const double* pTaps, FIRState64f_32s* pState);
+Status tevsFIRSetTaps_32s(const double* pTaps, FIRState_32s* pState);
+Status tevsFIRSetTaps64fc_32sc(const Complex64f* pTaps, FIRState64fc_32sc* pState);
+Status tevsFIRSetTaps64f_16s(const double* pTaps, FIRState64f_16s* pState);
+Status tevsFIRSetTaps64fc_16sc(const Complex64f* pTaps, FIRState64fc_16sc* pState);
+
 Status tevsFIRGetTaps_32f(const FIRState_32f* pState, float* pTaps);
+Status tevsFIRGetTaps_32fc(const FIRState_32fc* pState, Complex32f* pTaps);
+Status tevsFIRGetTaps32f_16s(const FIRState32f_16s* pState, float* pTaps);
+Status tevsFIRGetTaps32fc_16sc(const FIRState32fc_16sc* pState, Complex32f* pTaps);
+Status tevsFIRGetTaps32s_16s(const FIRState32s_16s* pState, int32_t* pTaps);
+Status tevsFIRGetTaps32s_16s32f(const FIRState32s_16s32f* pState, float* pTaps);
+Status tevsFIRGetTaps32sc_16sc(const FIRState32sc_16sc* pState, Complex32s* pTaps);
+Status tevsFIRGetTaps32sc_16sc32fc(const FIRState32sc_16sc32fc* pState, Complex32f* pTaps);
+Status tevsFIRGetTaps_64f(const FIRState_64f* pState, double* pTaps);
+Status tevsFIRGetTaps_64fc(const FIRState_64fc* pState, Complex64f* pTaps);
+Status tevsFIRGetTaps64f_32f(const FIRState64f_32f* pState, double* pTaps);
+Status tevsFIRGetTaps64fc_32fc(const FIRState64fc_32fc* pState, Complex64f* pTaps);
+Status tevsFIRGetTaps64f_32s(const FIRState64f_32s* pState, double* pTaps);
+Status tevsFIRGetTaps_32s(const FIRState_32s* pState, double* pTaps);
+Status tevsFIRGetTaps64fc_32sc(const FIRState64fc_32sc* pState, Complex64f* pTaps);
+Status tevsFIRGetTaps64f_16s(const FIRState64f_16s* pState, double* pTaps);
+Status tevsFIRGetTaps64fc_16sc(const FIRState64fc_16sc* pState, Complex64f* pTaps);
+
 Status tevsFIRSetDlyLine_32f(FIRState_32f* pState, const float* pDlyLine);
+Status tevsFIRSetDlyLine_32fc(FIRState_32fc* pState, const Complex32f* pDlyLine);
+Status tevsFIRSetDlyLine32f_16s(FIRState32f_16s* pState, const int16_t* pDlyLine);
+Status tevsFIRSetDlyLine32fc_16sc(FIRState32fc_16sc* pState, const Complex16s* pDlyLine);
+Status tevsFIRSetDlyLine32s_16s(FIRState32s_16s* pState, const int16_t* pDlyLine);
+Status tevsFIRSetDlyLine32sc_16sc(FIRState32sc_16sc* pState, const Complex16s* pDlyLine);
+Status tevsFIRSetDlyLine_64f(FIRState_64f* pState, const double* pDlyLine);
+Status tevsFIRSetDlyLine_64fc(FIRState_64fc* pState, const Complex64f* pDlyLine);
+Status tevsFIRSetDlyLine64f_32f(FIRState64f_32f* pState, const float* pDlyLine);
+Status tevsFIRSetDlyLine64fc_32fc(FIRState64fc_32fc* pState, const Complex32f* pDlyLine);
+Status tevsFIRSetDlyLine64f_32s(FIRState64f_32s* pState, const int32_t* pDlyLine);
+Status tevsFIRSetDlyLine_32s(FIRState_32s* pState, const int32_t* pDlyLine);
+Status tevsFIRSetDlyLine64fc_32sc(FIRState64fc_32sc* pState, const Complex32s* pDlyLine);
+Status tevsFIRSetDlyLine64f_16s(FIRState64f_16s* pState, const int16_t* pDlyLine);
+Status tevsFIRSetDlyLine64fc_16sc(FIRState64fc_16sc* pState, const Complex16s* pDlyLine);
+
 Status tevsFIRGetDlyLine_32f(const FIRState_32f* pState, float* pDlyLine);
+Status tevsFIRGetDlyLine_32fc(const FIRState_32fc* pState, Complex32f* pDlyLine);
+Status tevsFIRGetDlyLine32f_16s(const FIRState32f_16s* pState, int16_t* pDlyLine);
+Status tevsFIRGetDlyLine32fc_16sc(const FIRState32fc_16sc* pState, Complex16s* pDlyLine);
+Status tevsFIRGetDlyLine32s_16s(const FIRState32s_16s* pState, int16_t* pDlyLine);
+Status tevsFIRGetDlyLine32sc_16sc(const FIRState32sc_16sc* pState, Complex16s* pDlyLine);
+Status tevsFIRGetDlyLine_64f(const FIRState_64f* pState, double* pDlyLine);
+Status tevsFIRGetDlyLine_64fc(const FIRState_64fc* pState, Complex64f* pDlyLine);
+Status tevsFIRGetDlyLine64f_32f(const FIRState64f_32f* pState, float* pDlyLine);
+Status tevsFIRGetDlyLine64fc_32fc(const FIRState64fc_32fc* pState, Complex32f* pDlyLine);
+Status tevsFIRGetDlyLine64f_32s(const FIRState64f_32s* pState, int32_t* pDlyLine);
+Status tevsFIRGetDlyLine_32s(const FIRState_32s* pState, int32_t* pDlyLine);
+Status tevsFIRGetDlyLine64fc_32sc(const FIRState64fc_32sc* pState, Complex32s* pDlyLine);
+Status tevsFIRGetDlyLine64f_16s(const FIRState64f_16s* pState, int16_t* pDlyLine);
+Status tevsFIRGetDlyLine64fc_16sc(const FIRState64fc_16sc* pState, Complex16s* pDlyLine);
+
 Status tevsFIR_32f(const float* pSrc, float* pDst, int numIters, FIRState_32f* pState);
 Status tevsFIR_32f_I(float* pSrcDst, int numIters, FIRState_32f* pState);
+Status tevsFIR_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, FIRState_32fc* pState);
+Status tevsFIR_32fc_I(Complex32f* pSrcDst, int numIters, FIRState_32fc* pState);
+Status tevsFIR32f_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, FIRState32f_16s* pState, int scaleFactor);
+Status tevsFIR32f_16s_ISfs(int16_t* pSrcDst, int numIters, FIRState32f_16s* pState, int scaleFactor);
+Status tevsFIR32fc_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, FIRState32fc_16sc* pState, int scaleFactor);
+Status tevsFIR32fc_16sc_ISfs(Complex16s* pSrcDst, int numIters, FIRState32fc_16sc* pState, int scaleFactor);
+Status tevsFIR32s_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, FIRState32s_16s* pState, int scaleFactor);
+Status tevsFIR32s_16s_ISfs(int16_t* pSrcDst, int numIters, FIRState32s_16s* pState, int scaleFactor);
+Status tevsFIR32sc_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, FIRState32sc_16sc* pState, int scaleFactor);
+Status tevsFIR32sc_16sc_ISfs(Complex16s* pSrcDst, int numIters, FIRState32sc_16sc* pState, int scaleFactor);
+Status tevsFIR_64f(const double* pSrc, double* pDst, int numIters, FIRState_64f* pState);
+Status tevsFIR_64f_I(double* pSrcDst, int numIters, FIRState_64f* pState);
+Status tevsFIR_64fc(const Complex64f* pSrc, Complex64f* pDst, int numIters, FIRState_64fc* pState);
+Status tevsFIR_64fc_I(Complex64f* pSrcDst, int numIters, FIRState_64fc* pState);
+Status tevsFIR64f_32f(const float* pSrc, float* pDst, int numIters, FIRState64f_32f* pState);
+Status tevsFIR64f_32f_I(float* pSrcDst, int numIters, FIRState64f_32f* pState);
+Status tevsFIR64fc_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, FIRState64fc_32fc* pState);
+Status tevsFIR64fc_32fc_I(Complex32f* pSrcDst, int numIters, FIRState64fc_32fc* pState);
+Status tevsFIR64f_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, FIRState64f_32s* pState, int scaleFactor);
+Status tevsFIR64f_32s_ISfs(int32_t* pSrcDst, int numIters, FIRState64f_32s* pState, int scaleFactor);
+Status tevsFIR_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, FIRState_32s* pState, int scaleFactor);
+Status tevsFIR_32s_ISfs(int32_t* pSrcDst, int numIters, FIRState_32s* pState, int scaleFactor);
+Status tevsFIR64fc_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, int numIters, FIRState64fc_32sc* pState, int scaleFactor);
+Status tevsFIR64fc_32sc_ISfs(Complex32s* pSrcDst, int numIters, FIRState64fc_32sc* pState, int scaleFactor);
+Status tevsFIR64f_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, FIRState64f_16s* pState, int scaleFactor);
+Status tevsFIR64f_16s_ISfs(int16_t* pSrcDst, int numIters, FIRState64f_16s* pState, int scaleFactor);
+Status tevsFIR64fc_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, FIRState64fc_16sc* pState, int scaleFactor);
+Status tevsFIR64fc_16sc_ISfs(Complex16s* pSrcDst, int numIters, FIRState64fc_16sc* pState, int scaleFactor);
+
 Status tevsFIROne_32f(float src, float* pDst, FIRState_32f* pState);
+Status tevsFIROne_32fc(Complex32f src, Complex32f* pDst, FIRState_32fc* pState);
+Status tevsFIROne32f_16s_Sfs(int16_t src, int16_t* pDst, FIRState32f_16s* pState, int scaleFactor);
+Status tevsFIROne32fc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState32fc_16sc* pState, int scaleFactor);
+Status tevsFIROne32s_16s_Sfs(int16_t src, int16_t* pDst, FIRState32s_16s* pState, int scaleFactor);
+Status tevsFIROne32sc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState32sc_16sc* pState, int scaleFactor);
+Status tevsFIROne_64f(double src, double* pDst, FIRState_64f* pState);
+Status tevsFIROne_64fc(Complex64f src, Complex64f* pDst, FIRState_64fc* pState);
+Status tevsFIROne64f_32f(float src, float* pDst, FIRState64f_32f* pState);
+Status tevsFIROne64fc_32fc(Complex32f src, Complex32f* pDst, FIRState64fc_32fc* pState);
+Status tevsFIROne64f_32s_Sfs(int32_t src, int32_t* pDst, FIRState64f_32s* pState, int scaleFactor);
+Status tevsFIROne_32s_Sfs(int32_t src, int32_t* pDst, FIRState_32s* pState, int scaleFactor);
+Status tevsFIROne64fc_32sc_Sfs(Complex32s src, Complex32s* pDst, FIRState64fc_32sc* pState, int scaleFactor);
+Status tevsFIROne64f_16s_Sfs(int16_t src, int16_t* pDst, FIRState64f_16s* pState, int scaleFactor);
+Status tevsFIROne64fc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState64fc_16sc* pState, int scaleFactor);
 
 /* ---- FIR_Direct: the same filter without a record --------------------------------------------------------------------------------
  *
@@ -105,8 +280,94 @@ Status tevsFIROne_32f(float src, float* pDst, FIRState_32f* pState);
  */
 Status tevsFIR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
 Status tevsFIR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+Status tevsFIR_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex32f* pTaps, int tapsLen, Complex32f* pDlyLine,
+                           int* pDlyLineIndex);
+Status tevsFIR_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, Complex32f* pDlyLine, int* pDlyLineIndex);
+Status tevsFIR32f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const float* pTaps, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex,
+                                 int scaleFactor);
+Status tevsFIR32f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const float* pTaps, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR32fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32f* pTaps, int tapsLen, Complex16s* pDlyLine,
+                                   int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR32fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, Complex16s* pDlyLine, int* pDlyLineIndex,
+                                    int scaleFactor);
+Status tevsFIR32s_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int16_t* pDlyLine,
+                                 int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR32s_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int16_t* pDlyLine, int* pDlyLineIndex,
+                                  int scaleFactor);
+Status tevsFIR32sc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor,
+                                   Complex16s* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR32sc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, Complex16s* pDlyLine,
+                                    int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR_Direct_64f(const double* pSrc, double* pDst, int numIters, const double* pTaps, int tapsLen, double* pDlyLine, int* pDlyLineIndex);
+Status tevsFIR_Direct_64f_I(double* pSrcDst, int numIters, const double* pTaps, int tapsLen, double* pDlyLine, int* pDlyLineIndex);
+Status tevsFIR_Direct_64fc(const Complex64f* pSrc, Complex64f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, Complex64f* pDlyLine,
+                           int* pDlyLineIndex);
+Status tevsFIR_Direct_64fc_I(Complex64f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, Complex64f* pDlyLine, int* pDlyLineIndex);
+Status tevsFIR64f_Direct_32f(const float* pSrc, float* pDst, int numIters, const double* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+Status tevsFIR64f_Direct_32f_I(float* pSrcDst, int numIters, const double* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+Status tevsFIR64fc_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, Complex32f* pDlyLine,
+                               int* pDlyLineIndex);
+Status tevsFIR64fc_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, Complex32f* pDlyLine, int* pDlyLineIndex);
+Status tevsFIR64f_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int32_t* pDlyLine, int* pDlyLineIndex,
+                                 int scaleFactor);
+Status tevsFIR64f_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int32_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int32_t* pDlyLine, int* pDlyLineIndex,
+                              int scaleFactor);
+Status tevsFIR_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int32_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR64fc_Direct_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, Complex32s* pDlyLine,
+                                   int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR64fc_Direct_32sc_ISfs(Complex32s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, Complex32s* pDlyLine, int* pDlyLineIndex,
+                                    int scaleFactor);
+Status tevsFIR64f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const double* pTaps, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex,
+                                 int scaleFactor);
+Status tevsFIR64f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR64fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, Complex16s* pDlyLine,
+                                   int* pDlyLineIndex, int scaleFactor);
+Status tevsFIR64fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, Complex16s* pDlyLine, int* pDlyLineIndex,
+                                    int scaleFactor);
+Status tevsFIR_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const int16_t* pTapsQ15, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex,
+                              int scaleFactor);
+Status tevsFIR_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const int16_t* pTapsQ15, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+
 Status tevsFIROne_Direct_32f(float src, float* pDst, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
 Status tevsFIROne_Direct_32f_I(float* pSrcDst, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne_Direct_32fc(Complex32f src, Complex32f* pDst, const Complex32f* pTaps, int tapsLen, Complex32f* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne_Direct_32fc_I(Complex32f* pSrcDst, const Complex32f* pTaps, int tapsLen, Complex32f* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne32f_Direct_16s_Sfs(int16_t src, int16_t* pDst, const float* pTaps, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne32f_Direct_16s_ISfs(int16_t* pSrcDst, const float* pTaps, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne32fc_Direct_16sc_Sfs(Complex16s src, Complex16s* pDst, const Complex32f* pTaps, int tapsLen, Complex16s* pDlyLine, int* pDlyLineIndex,
+                                      int scaleFactor);
+Status tevsFIROne32fc_Direct_16sc_ISfs(Complex16s* pSrcDst, const Complex32f* pTaps, int tapsLen, Complex16s* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne32s_Direct_16s_Sfs(int16_t src, int16_t* pDst, const int32_t* pTaps, int tapsLen, int tapsFactor, int16_t* pDlyLine, int* pDlyLineIndex,
+                                    int scaleFactor);
+Status tevsFIROne32s_Direct_16s_ISfs(int16_t* pSrcDst, const int32_t* pTaps, int tapsLen, int tapsFactor, int16_t* pDlyLine, int* pDlyLineIndex,
+                                     int scaleFactor);
+Status tevsFIROne32sc_Direct_16sc_Sfs(Complex16s src, Complex16s* pDst, const Complex32s* pTaps, int tapsLen, int tapsFactor, Complex16s* pDlyLine,
+                                      int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne32sc_Direct_16sc_ISfs(Complex16s* pSrcDst, const Complex32s* pTaps, int tapsLen, int tapsFactor, Complex16s* pDlyLine, int* pDlyLineIndex,
+                                       int scaleFactor);
+Status tevsFIROne_Direct_64f(double src, double* pDst, const double* pTaps, int tapsLen, double* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne_Direct_64f_I(double* pSrcDst, const double* pTaps, int tapsLen, double* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne_Direct_64fc(Complex64f src, Complex64f* pDst, const Complex64f* pTaps, int tapsLen, Complex64f* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne_Direct_64fc_I(Complex64f* pSrcDst, const Complex64f* pTaps, int tapsLen, Complex64f* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne64f_Direct_32f(float src, float* pDst, const double* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne64f_Direct_32f_I(float* pSrcDst, const double* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne64fc_Direct_32fc(Complex32f src, Complex32f* pDst, const Complex64f* pTaps, int tapsLen, Complex32f* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne64fc_Direct_32fc_I(Complex32f* pSrcDst, const Complex64f* pTaps, int tapsLen, Complex32f* pDlyLine, int* pDlyLineIndex);
+Status tevsFIROne64f_Direct_32s_Sfs(int32_t src, int32_t* pDst, const double* pTaps, int tapsLen, int32_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne64f_Direct_32s_ISfs(int32_t* pSrcDst, const double* pTaps, int tapsLen, int32_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne_Direct_32s_Sfs(int32_t src, int32_t* pDst, const double* pTaps, int tapsLen, int32_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne_Direct_32s_ISfs(int32_t* pSrcDst, const double* pTaps, int tapsLen, int32_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne64fc_Direct_32sc_Sfs(Complex32s src, Complex32s* pDst, const Complex64f* pTaps, int tapsLen, Complex32s* pDlyLine, int* pDlyLineIndex,
+                                      int scaleFactor);
+Status tevsFIROne64fc_Direct_32sc_ISfs(Complex32s* pSrcDst, const Complex64f* pTaps, int tapsLen, Complex32s* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne64f_Direct_16s_Sfs(int16_t src, int16_t* pDst, const double* pTaps, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne64f_Direct_16s_ISfs(int16_t* pSrcDst, const double* pTaps, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne64fc_Direct_16sc_Sfs(Complex16s src, Complex16s* pDst, const Complex64f* pTaps, int tapsLen, Complex16s* pDlyLine, int* pDlyLineIndex,
+                                      int scaleFactor);
+Status tevsFIROne64fc_Direct_16sc_ISfs(Complex16s* pSrcDst, const Complex64f* pTaps, int tapsLen, Complex16s* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne_Direct_16s_Sfs(int16_t src, int16_t* pDst, const int16_t* pTapsQ15, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
+Status tevsFIROne_Direct_16s_ISfs(int16_t* pSrcDst, const int16_t* pTapsQ15, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
 
 /* ---- FIRMR: the same filter between two rates -------------------------------------------------------------------------------------
  *

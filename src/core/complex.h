@@ -12,7 +12,7 @@ template <class T> struct PartsOf {
     static constexpr int count = 1;
 };
 template <class T>
-    requires requires(T z) { z.re; }
+requires requires(T z) { z.re; }
 struct PartsOf<T> {
     using Scalar = decltype(T::re);
     static constexpr int count = 2;

@@ -542,21 +542,25 @@ template <class Kind> struct Stateless {
 template <class Kind> Status multirateBlock(const typename Kind::Sample* pSrc, typename Kind::Sample* pDst, int numIters, FirState* s, int scaleFactor) {
     return Rated<Kind>::block(pSrc, pDst, numIters, static_cast<RateState*>(s), scaleFactor);
 }
-template <class Kind> void multirateSetTaps(const typename Kind::Tap* pTaps, int tapsFactor, FirState* s) {
+template <class Kind> Status multirateSetTaps(const typename Kind::Tap* pTaps, int tapsFactor, FirState* s) {
     Rated<Kind>::setTaps(pTaps, tapsFactor, static_cast<RateState*>(s));
+    return StatusOk;
 }
-template <class Kind> void multirateGetTaps(const FirState* s, typename Kind::Tap* pTaps) { Rated<Kind>::getTaps(static_cast<const RateState*>(s), pTaps); }
-template <class Kind> void multirateSetPast(const typename Kind::Sample* pDlyLine, FirState* s) { Rated<Kind>::setPast(pDlyLine, static_cast<RateState*>(s)); }
-template <class Kind> void multirateGetPast(const FirState* s, typename Kind::Sample* pDlyLine) {
+template <class Kind> Status multirateGetTaps(const FirState* s, typename Kind::Tap* pTaps) { Rated<Kind>::getTaps(static_cast<const RateState*>(s), pTaps); }
+template <class Kind> Status multirateSetPast(const typename Kind::Sample* pDlyLine, FirState* s) {
+    Rated<Kind>::setPast(pDlyLine, static_cast<RateState*>(s));
+}
+template <class Kind> Status multirateGetPast(const FirState* s, typename Kind::Sample* pDlyLine) {
     Rated<Kind>::getPast(static_cast<const RateState*>(s), pDlyLine);
+    return StatusOk;
 }
 
 #define TEVS_MULTIRATE(Kind)                                                                       \
     template Status multirateBlock<Kind>(const Kind::Sample*, Kind::Sample*, int, FirState*, int); \
-    template void multirateSetTaps<Kind>(const Kind::Tap*, int, FirState*);                        \
-    template void multirateGetTaps<Kind>(const FirState*, Kind::Tap*);                             \
-    template void multirateSetPast<Kind>(const Kind::Sample*, FirState*);                          \
-    template void multirateGetPast<Kind>(const FirState*, Kind::Sample*);
+    template Status multirateSetTaps<Kind>(const Kind::Tap*, int, FirState*);                      \
+    template Status multirateGetTaps<Kind>(const FirState*, Kind::Tap*);                           \
+    template Status multirateSetPast<Kind>(const Kind::Sample*, FirState*);                        \
+    template Status multirateGetPast<Kind>(const FirState*, Kind::Sample*);
 TEVS_MULTIRATE(Fir_32f)
 TEVS_MULTIRATE(Fir_32fc)
 TEVS_MULTIRATE(Fir32f_16s)

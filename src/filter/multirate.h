@@ -8,9 +8,9 @@ namespace tevs {
 // numIters * downFactor inputs make numIters * upFactor outputs.
 template <class Kind> Status multirateBlock(const typename Kind::Sample* pSrc, typename Kind::Sample* pDst, int numIters, FirState* s, int scaleFactor);
 
-template <class Kind> void multirateSetTaps(const typename Kind::Tap* pTaps, int tapsFactor, FirState* s);
-template <class Kind> void multirateGetTaps(const FirState* s, typename Kind::Tap* pTaps);
-template <class Kind> void multirateSetPast(const typename Kind::Sample* pDlyLine, FirState* s);
-template <class Kind> void multirateGetPast(const FirState* s, typename Kind::Sample* pDlyLine);
+template <class Kind> Status multirateSetTaps(const typename Kind::Tap* pTaps, int tapsFactor, FirState* s);
+template <class Kind> Status multirateGetTaps(const FirState* s, typename Kind::Tap* pTaps);
+template <class Kind> Status multirateSetPast(const typename Kind::Sample* pDlyLine, FirState* s);
+template <class Kind> Status multirateGetPast(const FirState* s, typename Kind::Sample* pDlyLine);
 
 }   // namespace tevs

@@ -21,35 +21,34 @@ struct Factors {
 };
 
 // The functions of a type pair, with all arguments that any of them has.
-#define MULTIRATE_PAIR(Name, X, T, S, above, direct, taps_, factor_, set_, sfs, isfs, scale_)                                                            \
-    struct Name {                                                                                                                                      \
-        using Tap = T;                                                                                                                                 \
-        using Sample = S;                                                                                                                              \
-        using State = FIRMRState##X;                                                                                                                   \
-        static constexpr int kAbove = above;                                                                                                           \
-        static Status size(int n, int up, int down, int* p) { return tevsFIRMRGetStateSize##X(n, up, down, p); }                                       \
-        static Status sizeOfSingle(int n, int* p) { return tevsFIRGetStateSize##X(n, p); }                                                             \
-        static Status init(State** s, const T* h, int n, [[maybe_unused]] int tapsFactor, Factors f, const S* d, uint8_t* buffer) {                    \
-            return tevsFIRMRInit##X(s, h, n factor_, f.up, f.upPhase, f.down, f.downPhase, d, buffer);                                                 \
-        }                                                                                                                                              \
-        static Status alloc(State** s, const T* h, int n, [[maybe_unused]] int tapsFactor, Factors f, const S* d) {                                    \
-            return tevsFIRMRInitAlloc##X(s, h, n factor_, f.up, f.upPhase, f.down, f.downPhase, d);                                                    \
-        }                                                                                                                                              \
-        static Status setTaps(const T* h, State* s, [[maybe_unused]] int tapsFactor) { return tevsFIRSetTaps##X(h, s set_); }                          \
-        static Status getTaps(const State* s, T* h) { return tevsFIRGetTaps##X(s, h); }                                                                \
-        static Status free(State* s) { return tevsFIRFree##X(s); }                                                                                     \
-        static Status setPast(State* s, const S* d) { return tevsFIRSetDlyLine##taps_(s, d); }                                                         \
-        static Status getPast(const State* s, S* d) { return tevsFIRGetDlyLine##taps_(s, d); }                                                         \
-        static Status one(S x, S* y, State* s, [[maybe_unused]] int scale) { return tevsFIROne##taps_##sfs(x, y, s scale_); }                          \
-        static Status run(const S* x, S* y, int n, State* s, [[maybe_unused]] int scale) { return tevsFIR##taps_##sfs(x, y, n, s scale_); }            \
-        static Status runInPlace(S* x, int n, State* s, [[maybe_unused]] int scale) { return tevsFIR##taps_##isfs(x, n, s scale_); }                   \
-        static Status stateless(const S* x, S* y, int n, const T* h, int len, [[maybe_unused]] int tapsFactor, Factors f, S* d,                        \
-                                [[maybe_unused]] int scale) {                                                                                          \
-            return tevsFIRMR##direct##sfs(x, y, n, h, len factor_, f.up, f.upPhase, f.down, f.downPhase, d scale_);                                    \
-        }                                                                                                                                              \
-        static Status statelessInPlace(S* x, int n, const T* h, int len, [[maybe_unused]] int tapsFactor, Factors f, S* d, [[maybe_unused]] int scale) { \
-            return tevsFIRMR##direct##isfs(x, n, h, len factor_, f.up, f.upPhase, f.down, f.downPhase, d scale_);                                      \
-        }                                                                                                                                              \
+#define MULTIRATE_PAIR(Name, X, T, S, above, direct, taps_, factor_, set_, sfs, isfs, scale_)                                                                 \
+    struct Name {                                                                                                                                             \
+        using Tap = T;                                                                                                                                        \
+        using Sample = S;                                                                                                                                     \
+        using State = FIRMRState##X;                                                                                                                          \
+        static constexpr int kAbove = above;                                                                                                                  \
+        static Status size(int n, int up, int down, int* p) { return tevsFIRMRGetStateSize##X(n, up, down, p); }                                              \
+        static Status sizeOfSingle(int n, int* p) { return tevsFIRGetStateSize##X(n, p); }                                                                    \
+        static Status init(State** s, const T* h, int n, [[maybe_unused]] int tapsFactor, Factors f, const S* d, uint8_t* buffer) {                           \
+            return tevsFIRMRInit##X(s, h, n factor_, f.up, f.upPhase, f.down, f.downPhase, d, buffer);                                                        \
+        }                                                                                                                                                     \
+        static Status alloc(State** s, const T* h, int n, [[maybe_unused]] int tapsFactor, Factors f, const S* d) {                                           \
+            return tevsFIRMRInitAlloc##X(s, h, n factor_, f.up, f.upPhase, f.down, f.downPhase, d);                                                           \
+        }                                                                                                                                                     \
+        static Status setTaps(const T* h, State* s, [[maybe_unused]] int tapsFactor) { return tevsFIRSetTaps##X(h, s set_); }                                 \
+        static Status getTaps(const State* s, T* h) { return tevsFIRGetTaps##X(s, h); }                                                                       \
+        static Status free(State* s) { return tevsFIRFree##X(s); }                                                                                            \
+        static Status setPast(State* s, const S* d) { return tevsFIRSetDlyLine##taps_(s, d); }                                                                \
+        static Status getPast(const State* s, S* d) { return tevsFIRGetDlyLine##taps_(s, d); }                                                                \
+        static Status one(S x, S* y, State* s, [[maybe_unused]] int scale) { return tevsFIROne##taps_##sfs(x, y, s scale_); }                                 \
+        static Status run(const S* x, S* y, int n, State* s, [[maybe_unused]] int scale) { return tevsFIR##taps_##sfs(x, y, n, s scale_); }                   \
+        static Status runInPlace(S* x, int n, State* s, [[maybe_unused]] int scale) { return tevsFIR##taps_##isfs(x, n, s scale_); }                          \
+        static Status stateless(const S* x, S* y, int n, const T* h, int len, [[maybe_unused]] int tapsFactor, Factors f, S* d, [[maybe_unused]] int scale) { \
+            return tevsFIRMR##direct##sfs(x, y, n, h, len factor_, f.up, f.upPhase, f.down, f.downPhase, d scale_);                                           \
+        }                                                                                                                                                     \
+        static Status statelessInPlace(S* x, int n, const T* h, int len, [[maybe_unused]] int tapsFactor, Factors f, S* d, [[maybe_unused]] int scale) {      \
+            return tevsFIRMR##direct##isfs(x, n, h, len factor_, f.up, f.upPhase, f.down, f.downPhase, d scale_);                                             \
+        }                                                                                                                                                     \
     };
 #define MULTIRATE_COMMA ,
 #define MULTIRATE_SCALE MULTIRATE_COMMA scale
@@ -75,7 +74,8 @@ MULTIRATE_MIXED(P64fc32sc, 64fc_32sc, Complex64f, Complex32s, 800, 64fc_Direct_3
 MULTIRATE_MIXED(P64f16s, 64f_16s, double, int16_t, INT_MAX, 64f_Direct_16s)
 MULTIRATE_MIXED(P64fc16sc, 64fc_16sc, Complex64f, Complex16s, INT_MAX, 64fc_Direct_16sc)
 
-using Pairs = ::testing::Types<P32f, P32fc, P32f16s, P32fc16sc, P32s16s, P32sc16sc, P64f, P64fc, P64f32f, P64fc32fc, P64f32s, P32s, P64fc32sc, P64f16s, P64fc16sc>;
+using Pairs =
+    ::testing::Types<P32f, P32fc, P32f16s, P32fc16sc, P32s16s, P32sc16sc, P64f, P64fc, P64f32f, P64fc32fc, P64f32s, P32s, P64fc32sc, P64f16s, P64fc16sc>;
 
 template <class P> constexpr bool kShort = std::is_integral_v<Part<typename P::Tap>>;
 template <class P> constexpr bool kRounded = std::is_integral_v<Part<typename P::Sample>>;
@@ -120,10 +120,12 @@ template <class P> Values valuesOf(const std::vector<typename P::Tap>& h, int ta
 struct Expected {
     std::vector<std::array<Real, 2>> value, magnitude;   // of the products' magnitudes, the sum
 };
-template <class S>
-Expected oracle(const Values& v, const std::vector<S>& x, const std::vector<S>& past, Factors f, int numIters, int scale) {
+template <class S> Expected oracle(const Values& v, const std::vector<S>& x, const std::vector<S>& past, Factors f, int numIters, int scale) {
     const int64_t n = int64_t{numIters} * f.up * f.down;
-    const auto part = [](const S& s, size_t c) { const auto p = partsOf(s); return c < p.size() ? Real(p[c]) : Real(0); };
+    const auto part = [](const S& s, size_t c) {
+        const auto p = partsOf(s);
+        return c < p.size() ? Real(p[c]) : Real(0);
+    };
     Expected e;
     for (int64_t t = f.downPhase; t < n; t += f.down) {
         std::array<Real, 2> y{}, m{};
@@ -147,8 +149,7 @@ Expected oracle(const Values& v, const std::vector<S>& x, const std::vector<S>& 
 }
 
 // terms products summed in arithmetic of relative error unit; integers are rounded once more, and 16-bit taps give exactly the nearest.
-template <class P>
-::testing::AssertionResult fits(const Expected& e, const std::vector<typename P::Sample>& y, int terms, Real unit) {
+template <class P>::testing::AssertionResult fits(const Expected& e, const std::vector<typename P::Sample>& y, int terms, Real unit) {
     using D = Part<typename P::Sample>;
     if (e.value.size() != y.size()) return ::testing::AssertionFailure() << e.value.size() << " outputs, not " << y.size();
     for (size_t n = 0; n < y.size(); ++n) {
@@ -184,7 +185,8 @@ template <class S> std::vector<S> pastAfter(const std::vector<S>& x, const std::
 // Of either lifecycle; the caller's memory has exactly the reported size, at any address, between guard pages.
 template <class P> class Filter {
 public:
-    Filter(const std::vector<typename P::Tap>& h, Factors f, const typename P::Sample* past, bool owned, int offset = 0, int tapsFactor = 0) : len_(pastLen(int(h.size()), f)) {
+    Filter(const std::vector<typename P::Tap>& h, Factors f, const typename P::Sample* past, bool owned, int offset = 0, int tapsFactor = 0)
+        : len_(pastLen(int(h.size()), f)) {
         if (owned) {
             EXPECT_EQ(P::alloc(&state_, h.data(), int(h.size()), tapsFactor, f, past), StatusOk);
             return;
@@ -198,7 +200,7 @@ public:
         EXPECT_EQ(P::free(state_), StatusOk);
         EXPECT_TRUE(!memory_ || memory_->intact());
     }
-    operator typename P::State*() { return state_; }
+    operator typename P::State *() { return state_; }
     std::vector<typename P::Sample> past() const {
         Guarded<typename P::Sample> d(size_t{unsigned(len_)});
         EXPECT_EQ(P::getPast(state_, d), StatusOk);
@@ -229,7 +231,8 @@ template <class P> void block(int tapsLen, Factors f, int numIters, int scale, i
     both.assign(x);
     const auto firstOf = [](Guarded<S>& v, size_t n) { return std::vector<S>(v.data(), v.data() + n); };
 
-    Filter<P> apart(gh.values(), f, gpast.data(), variant % 2, variant % 16, tapsFactor), inPlace(h, f, before.data(), variant % 2 == 0, variant % 16, tapsFactor);
+    Filter<P> apart(gh.values(), f, gpast.data(), variant % 2, variant % 16, tapsFactor),
+        inPlace(h, f, before.data(), variant % 2 == 0, variant % 16, tapsFactor);
     ASSERT_EQ(P::run(src.data(), dst, numIters, apart, scale), StatusOk);
     ASSERT_EQ(P::runInPlace(both, numIters, inPlace, scale), StatusOk);
     ASSERT_TRUE(fits<P>(want, dst.values(), tapsLen / f.up + 1, kUnit<P>));
@@ -252,9 +255,10 @@ template <class P> void block(int tapsLen, Factors f, int numIters, int scale, i
 int random(int below) { return int(generator()() % unsigned(below)); }
 Factors atRandomPhases(int up, int down) { return {up, random(up), down, random(down)}; }
 
-constexpr std::array<int, 2> kFactors[] = {{1, 2}, {1, 3}, {1, 4},  {1, 5},  {1, 6},   {1, 8},   {1, 13},    {2, 1},     {3, 1},    {4, 1},   {5, 1},  {7, 1},   {8, 1},
-                               {3, 2}, {2, 3}, {4, 3},  {3, 4},  {2, 2},   {4, 6},   {6, 4},     {5, 7},     {7, 5},    {9, 4},   {20, 3}, {3, 20},  {37, 41},
-                               {6, 1}, {1, 7}, {1, 60}, {60, 1}, {12, 12}, {2, 101}, {160, 147}, {147, 160}, {100, 30}, {30, 100}};
+constexpr std::array<int, 2> kFactors[] = {{1, 2}, {1, 3},  {1, 4},  {1, 5},   {1, 6},   {1, 8},     {1, 13},    {2, 1},    {3, 1},
+                                           {4, 1}, {5, 1},  {7, 1},  {8, 1},   {3, 2},   {2, 3},     {4, 3},     {3, 4},    {2, 2},
+                                           {4, 6}, {6, 4},  {5, 7},  {7, 5},   {9, 4},   {20, 3},    {3, 20},    {37, 41},  {6, 1},
+                                           {1, 7}, {1, 60}, {60, 1}, {12, 12}, {2, 101}, {160, 147}, {147, 160}, {100, 30}, {30, 100}};
 
 template <class P> class Multirate : public ::testing::Test {};
 TYPED_TEST_SUITE(Multirate, Pairs);
@@ -266,7 +270,10 @@ TYPED_TEST(Multirate, BlocksEqualTheFilterBetweenTwoRates) {
         for (int tapsLen : {1, 2, up, up + 1, longest, 12 * up + random(4 * down + 1)})
             for (int numIters : {1, 2, 1 + random(30)}) {
                 if (int64_t{numIters} * up * tapsLen > 100000) continue;
-                const int scale = !kRounded<TypeParam> ? 0 : sizeof(Part<typename TypeParam::Sample>) == 4 ? random(4) : kShort<TypeParam> ? 10 + random(8) : random(4);
+                const int scale = !kRounded<TypeParam>                            ? 0
+                                  : sizeof(Part<typename TypeParam::Sample>) == 4 ? random(4)
+                                  : kShort<TypeParam>                             ? 10 + random(8)
+                                                                                  : random(4);
                 block<TypeParam>(tapsLen, atRandomPhases(up, down), numIters, scale, kShort<TypeParam> ? random(5) - 2 : 0, variant++);
                 if (this->HasFatalFailure()) return;
             }
@@ -320,7 +327,8 @@ TYPED_TEST(Multirate, AnySplitOfAStreamGivesTheSameBits) {
             for (int n = 0; n < all;) {
                 const int now = std::min(1 + random(most), all - n);
                 ASSERT_EQ(TypeParam::run(&x[size_t(n * down)], &parts[size_t(n * up)], now, other, scale), StatusOk);
-                ASSERT_EQ(TypeParam::stateless(&x[size_t(n * down)], &partsDirect[size_t(n * up)], now, h.data(), int(h.size()), 0, f, past.data(), scale), StatusOk);
+                ASSERT_EQ(TypeParam::stateless(&x[size_t(n * down)], &partsDirect[size_t(n * up)], now, h.data(), int(h.size()), 0, f, past.data(), scale),
+                          StatusOk);
                 n += now;
             }
             ASSERT_TRUE(same(whole, parts)) << up << "/" << down << ", parts up to " << most;
@@ -484,8 +492,8 @@ TYPED_TEST(Multirate, RejectsBadArguments) {
         Factors f;
         Status want;
     } factors[] = {
-        {{0, 5, 3, 5}, StatusRateFactor},       {{2, 2, 0, 5}, StatusRateFactor},           {{-1, 0, 1, 0}, StatusRateFactor}, {{2, 2, 3, 0}, StatusRatePhase},
-        {{2, -1, 3, 3}, StatusRatePhase},       {{2, 1, 3, 3}, StatusRatePhase},            {{2, 1, 3, -1}, StatusRatePhase},  {{1, 1, 1, 0}, StatusRatePhase},
+        {{0, 5, 3, 5}, StatusRateFactor},       {{2, 2, 0, 5}, StatusRateFactor},      {{-1, 0, 1, 0}, StatusRateFactor}, {{2, 2, 3, 0}, StatusRatePhase},
+        {{2, -1, 3, 3}, StatusRatePhase},       {{2, 1, 3, 3}, StatusRatePhase},       {{2, 1, 3, -1}, StatusRatePhase},  {{1, 1, 1, 0}, StatusRatePhase},
         {{INT_MIN, 0, 1, 0}, StatusRateFactor}, {{1, 0, 2, INT_MAX}, StatusRatePhase},
     };
     for (auto& row : factors) {
@@ -533,12 +541,8 @@ TYPED_TEST(Multirate, RejectsBadArguments) {
     struct {
         Status want, got;
     } calls[] = {
-        {StatusNullPtr, P::run(noSamples, dst, 0, f, 0)},
-        {StatusNullPtr, P::run(x.data(), nullptr, 0, f, 0)},
-        {StatusBadSize, P::run(x.data(), dst, 0, f, 0)},
-        {StatusNullPtr, P::runInPlace(nullptr, 1, f, 0)},
-        {StatusNullPtr, P::setTaps(noTaps, f, 0)},
-        {StatusNullPtr, P::getTaps(f, nullptr)},
+        {StatusNullPtr, P::run(noSamples, dst, 0, f, 0)}, {StatusNullPtr, P::run(x.data(), nullptr, 0, f, 0)}, {StatusBadSize, P::run(x.data(), dst, 0, f, 0)},
+        {StatusNullPtr, P::runInPlace(nullptr, 1, f, 0)}, {StatusNullPtr, P::setTaps(noTaps, f, 0)},           {StatusNullPtr, P::getTaps(f, nullptr)},
         {StatusNullPtr, P::getPast(f, nullptr)},
     };
     for (auto r : calls) EXPECT_EQ(r.got, r.want);
