@@ -462,24 +462,23 @@ template <class Kind> struct Stateless {
         }
     };
 
-    // += taps[0] x[0] + taps[step] x[1] + ...
-    template <class Value> static void add(const Tap* taps, ptrdiff_t step, const Sample* x, int n, Value value, Sum* sum) {
+    // Products first .. first+n-1 of an output, taps[0] x[0], taps[step] x[1], ... Real ones go to four sums in turn, so that a result does not hang on where
+    // the line wraps.
+    static constexpr int kSums = kPer == 1 ? 4 : 2;
+    template <class Value> static void add(const Tap* taps, ptrdiff_t step, const Sample* x, int first, int n, Value value, Sum (&sum)[kSums]) {
         if constexpr (kPer == 1) {
-            Sum sums[4] = {};
+            const auto product = [&](int j) { return value(taps[j * step]) * Sum(x[j]); };
             int j = 0;
+            for (; j < n && (first + j) % 4 != 0; ++j) sum[(first + j) % 4] += product(j);
             for (; j + 4 <= n; j += 4)
-                for (int l = 0; l < 4; ++l) sums[l] += value(taps[(j + l) * step]) * Sum(x[j + l]);
-            for (; j < n; ++j) sums[0] += value(taps[j * step]) * Sum(x[j]);
-            sum[0] += (sums[0] + sums[1]) + (sums[2] + sums[3]);
+                for (int l = 0; l < 4; ++l) sum[l] += product(j + l);
+            for (; j < n; ++j) sum[(first + j) % 4] += product(j);
         } else {
-            Sum re = 0, im = 0;
             for (int j = 0; j < n; ++j) {
                 const Sum a = value(taps[j * step].re), b = value(taps[j * step].im), c = Sum(x[j].re), d = Sum(x[j].im);
-                re += a * c - b * d;
-                im += a * d + b * c;
+                sum[0] += a * c - b * d;
+                sum[1] += a * d + b * c;
             }
-            sum[0] += re;
-            sum[1] += im;
         }
     }
 
@@ -509,10 +508,14 @@ template <class Kind> struct Stateless {
             for (; since >= r.up; since -= r.up) past.push(*src++);
             if (waiting == kBlock) flush();
             const int count = since < tapsLen ? int((tapsLen - 1 - since) / r.up) + 1 : 0, first = std::min(count, past.len - past.newest);
-            Sum* const sum = sums + waiting++ * kPer;
-            std::fill_n(sum, kPer, Sum{0});
-            add(pTaps + since, r.up, past.line + past.newest, first, value, sum);
-            add(pTaps + since + int64_t{first} * r.up, r.up, past.line, count - first, value, sum);
+            Sum sum[kSums] = {};
+            add(pTaps + since, r.up, past.line + past.newest, 0, first, value, sum);
+            add(pTaps + since + int64_t{first} * r.up, r.up, past.line, first, count - first, value, sum);
+            Sum* const to = sums + kPer * waiting++;
+            if constexpr (kPer == 1)
+                *to = (sum[0] + sum[1]) + (sum[2] + sum[3]);
+            else
+                std::copy_n(sum, 2, to);
             since += r.down;
         }
         while (src < end) past.push(*src++);
@@ -546,9 +549,13 @@ template <class Kind> Status multirateSetTaps(const typename Kind::Tap* pTaps, i
     Rated<Kind>::setTaps(pTaps, tapsFactor, static_cast<RateState*>(s));
     return StatusOk;
 }
-template <class Kind> Status multirateGetTaps(const FirState* s, typename Kind::Tap* pTaps) { Rated<Kind>::getTaps(static_cast<const RateState*>(s), pTaps); }
+template <class Kind> Status multirateGetTaps(const FirState* s, typename Kind::Tap* pTaps) {
+    Rated<Kind>::getTaps(static_cast<const RateState*>(s), pTaps);
+    return StatusOk;
+}
 template <class Kind> Status multirateSetPast(const typename Kind::Sample* pDlyLine, FirState* s) {
     Rated<Kind>::setPast(pDlyLine, static_cast<RateState*>(s));
+    return StatusOk;
 }
 template <class Kind> Status multirateGetPast(const FirState* s, typename Kind::Sample* pDlyLine) {
     Rated<Kind>::getPast(static_cast<const RateState*>(s), pDlyLine);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cmath>
@@ -13,7 +14,13 @@ using namespace test;
 
 namespace {
 
-template <class S> using Part = std::remove_cvref_t<decltype(partsOf(S{})[0])>;
+template <class S> struct PartOf { using type = S; };
+template <class S>
+requires requires(S z) { z.re; }
+struct PartOf<S> {
+    using type = decltype(S::re);
+};
+template <class S> using Part = typename PartOf<S>::type;
 using Real = long double;
 
 struct Factors {
@@ -97,7 +104,7 @@ int pastLen(int taps, Factors f) { return (taps + f.up - 1) / f.up; }
 // What the taps stand for: themselves, or 16-bit integers and a power of two.
 struct Values {
     std::vector<std::array<Real, 2>> tap;
-    int exponent = 0;
+    int64_t exponent = 0;
 };
 template <class P> Values valuesOf(const std::vector<typename P::Tap>& h, int tapsFactor) {
     Values v;
@@ -107,7 +114,7 @@ template <class P> Values valuesOf(const std::vector<typename P::Tap>& h, int ta
             for (auto c : partsOf(x)) largest = std::max<int64_t>(largest, std::llabs((long long)c));
     int shift = 0;
     while (largest >> shift > 32766) ++shift;
-    v.exponent = kShort<P> ? shift + tapsFactor : 0;
+    v.exponent = kShort<P> ? int64_t{tapsFactor} + shift : 0;
     for (auto x : h) {
         const auto p = partsOf(x);
         std::array<Real, 2> t{};
@@ -141,7 +148,7 @@ template <class S> Expected oracle(const Values& v, const std::vector<S>& x, con
             m[1] += std::fabs(a * d) + std::fabs(b * c);
         }
         for (auto* z : {&y, &m})
-            for (Real& r : *z) r = std::ldexp(r, v.exponent - scale);
+            for (Real& r : *z) r = std::ldexp(r, int(std::clamp<int64_t>(v.exponent - scale, -5000, 5000)));
         e.value.push_back(y);
         e.magnitude.push_back(m);
     }
