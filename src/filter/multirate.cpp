@@ -8,6 +8,7 @@
 #include <string.h>
 
 #include <algorithm>
+#include <array>
 #include <new>
 #include <numeric>
 
@@ -90,6 +91,7 @@ template <class Kind> struct Rated {
     static constexpr int kPer = kParts<Sample>;                    // scalars of a sample
     static constexpr int kRun = 16 / (kPer * int(sizeof(Part)));   // streams that are filled together
     static constexpr int kRows = 4 / kPer;                         // outputs that are computed together
+    static constexpr int kTogether = 3;                            // times kPeriodsAtOnce: the most that the kernels take in one step
     static constexpr bool kDirect = std::is_same_v<Part, Scalar<Sample>>;
 
     // The dimensions of a record but for what the phases have a say in, which is bounded. A record that is too large for its places to be counted in
@@ -101,7 +103,8 @@ template <class Kind> struct Rated {
             const int64_t common = std::gcd(up, down);
             outs = up / common;
             ins = down / common;
-            int64_t times = kRows / std::gcd(outs, int64_t{kRows});
+            // A group too many costs little where there are many: it repeats outputs of the one before it.
+            int64_t times = outs >= 4 * kRows ? 1 : kRows / std::gcd(outs, int64_t{kRows});
             if (kRun == 4 && ins * times == 3) times *= 2;
             outs *= times;
             ins *= times;
@@ -113,15 +116,15 @@ template <class Kind> struct Rated {
             constexpr int kStep = 3 * kPeriodsAtOnce;
             const int64_t largest = std::max(runs * run, kDirect ? 1 : outs) * kPer * int64_t{sizeof(Part)};
             atOnce = std::clamp<int64_t>((16384 / largest) / kStep * kStep, kStep, 20 * kStep);
-            stride = (before + atOnce + 3) & ~int64_t{3};
-            groups = outs / kRows;
+            stride = ((before + atOnce + 3) & ~int64_t{3}) + 4;
+            groups = (outs + kRows - 1) / kRows;
             // Rows of a group that overlap start at most 3 down / up + 1 inputs apart, and have one table; others have one each.
             const int64_t apart = 3 * int64_t{down} / up + 1;
             groupTaps = groups * 4 * (apart < past - 1 ? past + apart : 4 * past);
         }
         template <class S> uint64_t carveArea(Carve& c, Area<Part, S>& area) const {
             area.streams = c.take<Part>(uint64_t(runs * run * stride * kPer));
-            area.outputs = c.take<Part>(uint64_t(outs * kPer * (kDirect ? kPeriodsAtOnce : atOnce)));
+            area.outputs = c.take<Part>(uint64_t(outs * kPer * (kDirect ? kTogether * kPeriodsAtOnce : atOnce)));
             area.past = c.take<S>(uint64_t(before * ins));
             return c.size();
         }
@@ -195,22 +198,45 @@ template <class Kind> struct Rated {
         return {int(newest), first, first < s->tapsLen ? (s->tapsLen - 1 - first) / r.up + 1 : 0};
     }
 
+    // Groups of one shape come one after another: the kernel's short loops then take the same turns as in the group before, which processors foresee.
     static void buildGroups(RateState* s) {
-        ptrdiff_t used = 0;
         for (int n = 0; n < s->groupCount; ++n) {
             PhaseGroup& g = s->groups[n];
+            const int first = std::min(n * kRows, s->outs - kRows);   // the last group ends with the period
+            g.output = first * kPer;
             for (int r = 0; r < 4; ++r) {
-                const Phase f = phase(s, n * kRows + r / kPer);
+                const Phase f = phase(s, first + r / kPer);
                 g.end[r] = f.newest + 1;
                 g.from[r] = g.end[r] - f.count;
                 g.shared[r] = r == 0 ? g.from[0] : std::max(g.shared[r - 1], g.from[r]);
             }
             g.overlap = g.shared[3] < g.end[0];
-            const int first = *std::min_element(g.from, g.from + 4);
+        }
+        const auto shape = [](const PhaseGroup& g) {
+            std::array<int, 9> key{};
             for (int r = 0; r < 4; ++r) {
-                const int from = g.overlap ? first : g.from[r];
-                g.rows[r] = used - 4 * ptrdiff_t{from};
-                if (!g.overlap || r == 3) used += 4 * ptrdiff_t(g.end[r] - from);
+                key[size_t(r)] = g.from[r] - g.from[0];
+                key[size_t(4 + r)] = g.end[r] - g.from[0];
+            }
+            key[8] = g.output;
+            return key;
+        };
+        std::sort(s->groups, s->groups + s->groupCount, [=](const PhaseGroup& a, const PhaseGroup& b) { return shape(a) < shape(b); });
+        PhaseGroup* const end = s->groups + s->groupCount;
+        for (PhaseGroup* g = s->groups; g < end; ++g) {
+            const auto sameShape = [&] {
+                const auto a = shape(g[0]), b = shape(g[1]);
+                return std::equal(a.begin(), a.end() - 1, b.begin());
+            };
+            g->paired = !(g > s->groups && g[-1].paired) && g + 1 < end && sameShape();
+        }
+        ptrdiff_t used = 0;
+        for (PhaseGroup* g = s->groups; g < end; ++g) {
+            const int first = *std::min_element(g->from, g->from + 4);
+            for (int r = 0; r < 4; ++r) {
+                const int from = g->overlap ? first : g->from[r];
+                g->rows[r] = used - 4 * ptrdiff_t{from};
+                if (!g->overlap || r == 3) used += 4 * ptrdiff_t(g->end[r] - from);
             }
         }
     }
@@ -251,7 +277,7 @@ template <class Kind> struct Rated {
         for (int n = 0; n < s->groupCount; ++n) {
             const PhaseGroup& g = s->groups[n];
             for (int r = 0; r < 4; ++r) {
-                const Phase f = phase(s, n * kRows + r / kPer);
+                const Phase f = phase(s, (g.output + r) / kPer);
                 for (int j = 0; j < f.count; ++j)
                     to[g.rows[r] + 4 * ptrdiff_t(f.newest - j) + r] = Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[r % kPer]);
             }
@@ -313,11 +339,12 @@ template <class Kind> struct Rated {
             const int in = int(std::min<int64_t>(inputs, int64_t{s->atOnce} * s->ins)), out = int(std::min<int64_t>(outputs, int64_t{s->atOnce} * s->outs));
             split(src, in, &s->streams, area.streams + s->before * kPer);
             if constexpr (kDirect) {
-                const int whole = int(out / unit), rest = int(out - whole * unit);
-                if (whole > 0) filter(&phases, area.streams, partsOf(dst), whole);
-                if (rest > 0) {
-                    filter(&phases, area.streams + ptrdiff_t{whole} * kPeriodsAtOnce * kPer, area.outputs, 1);
-                    memcpy(dst + whole * unit, area.outputs, size_t(rest) * sizeof(Sample));
+                // What does not fill a step of the kernel goes by way of the area, where the last step may write all of its periods.
+                const int all = int((out + unit - 1) / unit), direct = out % unit == 0 ? all : all - 1 - (all - 1) % kTogether;
+                if (direct > 0) filter(&phases, area.streams, partsOf(dst), direct);
+                if (direct < all) {
+                    filter(&phases, area.streams + ptrdiff_t{direct} * kPeriodsAtOnce * kPer, area.outputs, all - direct);
+                    memcpy(dst + direct * unit, area.outputs, size_t(out - direct * unit) * sizeof(Sample));
                 }
             } else {
                 filter(&phases, area.streams, area.outputs, int((out + unit - 1) / unit));

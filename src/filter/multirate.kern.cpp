@@ -4,9 +4,6 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
-constexpr int kBytes = kRegisterBytes;
-template <class T> constexpr int kWide = kBytes / int(sizeof(T));
-
 // Vectors of periods at a time: four sums each, within the registers there are.
 #ifdef __i386__
 constexpr int kVectors = 1;
@@ -73,8 +70,9 @@ template <class S, class T> struct Splitter {
                 for (int e = 0; e < 4; ++e) store(to + e * stride + k, t.v[e]);
             }
 #endif
-            for (; k + 4 <= n; k += 4) {
-                const auto at = [&](int i) { return block(src + ptrdiff_t(k + i) * places); };
+            // Behind the last period it is repeated: the streams have room.
+            for (; k < n; k += 4) {
+                const auto at = [&](int i) { return block(src + ptrdiff_t(k + i < n ? k + i : n - 1) * places); };
                 const auto t = transposed(at(0), at(1), at(2), at(3));
                 for (int e = 0; e < 4; ++e) store(to + e * stride + k, t.v[e]);
             }
@@ -128,118 +126,135 @@ template <class S, class T> struct Splitter {
 
 // ---- sums -----------------------------------------------------------------------------------------------------------------------------------
 
-template <int N> struct Vectors { static constexpr int n = N; };
-template <class T, int A> using Sums = Vec<T, kWide<T>>[4][A];
+// N vectors for each of four rows: of N successive runs of periods, or of the same periods for as many groups.
+template <class T, int N> using Sums = Vec<T, kLanes<T>>[4][N];
 
-// The inputs from .. end-1 of A vectors of periods, times the taps of Count rows.
-template <int First, int Count, class T, int A>
-TEVS_INLINE void add(const Phases<T>& f, const PhaseGroup& g, const T* streams, int from, int end, Sums<T, A>& sum) {
-    constexpr int W = kWide<T>;
-    const T* taps = f.taps + g.rows[First] + 4 * ptrdiff_t(from);
-    const int32_t* const place = f.place;
-    for (int i = from; i < end; ++i, taps += 4) {
-        const T* const p = streams + place[i];
-        Vec<T, W> x[A];
-        for (int a = 0; a < A; ++a) x[a] = inRegister(load<T, W>(p + a * W));
+// The inputs from .. end-1 of the first group, and their like of the others, times the taps of Count rows: A vectors of periods for each of G groups of one shape.
+template <int First, int Count, class T, int A, int G>
+TEVS_INLINE void add(const Phases<T>& f, const PhaseGroup* g, const T* streams, int from, int end, Sums<T, A * G>& sum) {
+    constexpr int W = kLanes<T>;
+    const T* taps[G];
+    const int32_t* place[G];
+    for (int b = 0; b < G; ++b) {
+        const ptrdiff_t first = ptrdiff_t{from} + (g[b].from[0] - g->from[0]);
+        taps[b] = f.taps + g[b].rows[First] + 4 * first;
+        place[b] = f.place + first;
+    }
+    for (ptrdiff_t i = 0; i < end - from; ++i) {
+        Vec<T, W> x[A * G];
+        for (int b = 0; b < G; ++b)
+            for (int a = 0; a < A; ++a) x[b * A + a] = inRegister(load<T, W>(streams + place[b][i] + a * W));
 #pragma GCC unroll 4
-        for (int r = First; r < First + Count; ++r) {
-            const auto h = splat<W>(taps[r]);
+        for (int r = First; r < First + Count; ++r)
+#pragma GCC unroll 2
+            for (int b = 0; b < G; ++b) {
+                const auto h = splat<W>(taps[b][4 * i + r]);
 #pragma GCC unroll 4
-            for (int a = 0; a < A; ++a) sum[r][a] = fma(h, x[a], sum[r][a]);
-        }
+                for (int a = 0; a < A; ++a) sum[r][b * A + a] = fma(h, x[b * A + a], sum[r][b * A + a]);
+            }
     }
 }
 
 // Every output's products are added in the order of its inputs, whatever it shares with its neighbours.
-template <class T, int A> TEVS_INLINE void addAll(const Phases<T>& f, const PhaseGroup& g, const T* streams, Sums<T, A>& sum) {
-    if (!g.overlap) {
-        add<0, 1, T, A>(f, g, streams, g.from[0], g.end[0], sum);
-        add<1, 1, T, A>(f, g, streams, g.from[1], g.end[1], sum);
-        add<2, 1, T, A>(f, g, streams, g.from[2], g.end[2], sum);
-        add<3, 1, T, A>(f, g, streams, g.from[3], g.end[3], sum);
+template <class T, int A, int G> TEVS_INLINE void addAll(const Phases<T>& f, const PhaseGroup* g, const T* streams, Sums<T, A * G>& sum) {
+    if (!g->overlap) {
+        add<0, 1, T, A, G>(f, g, streams, g->from[0], g->end[0], sum);
+        add<1, 1, T, A, G>(f, g, streams, g->from[1], g->end[1], sum);
+        add<2, 1, T, A, G>(f, g, streams, g->from[2], g->end[2], sum);
+        add<3, 1, T, A, G>(f, g, streams, g->from[3], g->end[3], sum);
         return;
     }
-    add<0, 1, T, A>(f, g, streams, g.from[0], g.shared[1], sum);
-    add<1, 1, T, A>(f, g, streams, g.from[1], g.shared[1], sum);
-    add<0, 2, T, A>(f, g, streams, g.shared[1], g.shared[2], sum);
-    add<2, 1, T, A>(f, g, streams, g.from[2], g.shared[2], sum);
-    add<0, 3, T, A>(f, g, streams, g.shared[2], g.shared[3], sum);
-    add<3, 1, T, A>(f, g, streams, g.from[3], g.shared[3], sum);
-    add<0, 4, T, A>(f, g, streams, g.shared[3], g.end[0], sum);
-    add<1, 3, T, A>(f, g, streams, g.end[0], g.end[1], sum);
-    add<2, 2, T, A>(f, g, streams, g.end[1], g.end[2], sum);
-    add<3, 1, T, A>(f, g, streams, g.end[2], g.end[3], sum);
+    add<0, 1, T, A, G>(f, g, streams, g->from[0], g->shared[1], sum);
+    add<1, 1, T, A, G>(f, g, streams, g->from[1], g->shared[1], sum);
+    add<0, 2, T, A, G>(f, g, streams, g->shared[1], g->shared[2], sum);
+    add<2, 1, T, A, G>(f, g, streams, g->from[2], g->shared[2], sum);
+    add<0, 3, T, A, G>(f, g, streams, g->shared[2], g->shared[3], sum);
+    add<3, 1, T, A, G>(f, g, streams, g->from[3], g->shared[3], sum);
+    add<0, 4, T, A, G>(f, g, streams, g->shared[3], g->end[0], sum);
+    add<1, 3, T, A, G>(f, g, streams, g->end[0], g->end[1], sum);
+    add<2, 2, T, A, G>(f, g, streams, g->end[1], g->end[2], sum);
+    add<3, 1, T, A, G>(f, g, streams, g->end[2], g->end[3], sum);
 }
 
 // ---- outputs --------------------------------------------------------------------------------------------------------------------------------
 
-template <class V> TEVS_INLINE void storeBlocks(void* dst, ptrdiff_t apart, V v) {
+// The blocks of 128 bits of v, `apart` bytes from one to the next, straight to memory.
+template <class V> TEVS_INLINE void storeBlocks(char* dst, [[maybe_unused]] ptrdiff_t apart, V v) {
+#if TEVS_LEVEL >= 2
     if constexpr (sizeof(V) == 32) {
-        store(dst, low(v));
-        store(static_cast<char*>(dst) + apart, high(v));
-    } else {
-        store(dst, v);
+        store(dst, _mm256_castps256_ps128((__m256)v));
+        store(dst + apart, _mm256_extractf128_ps((__m256)v, 1));
     }
+#endif
+    if constexpr (sizeof(V) == 16) store(dst, v);
 }
 
-// One vector of periods of each row: `period` scalars from one period's outputs to the next one's.
-template <class T, class V> TEVS_INLINE void scatterReal(T* dst, ptrdiff_t period, V a, V b, V c, V d) {
-    const ptrdiff_t bytes = period * int(sizeof(T));
-    if constexpr (sizeof(T) == 4) {
+// A vector of periods of each row, `period` bytes from one period's outputs to the next one's.
+template <class T, int Parts, class V> TEVS_INLINE void scatter(T* to, ptrdiff_t period, V a, V b, V c, V d) {
+    char* const dst = reinterpret_cast<char*>(to);
+    if constexpr (Parts == 1 && sizeof(T) == 4) {
         const auto t = transposed(a, b, c, d);
-        for (int k = 0; k < 4; ++k) storeBlocks(dst + k * period, 4 * bytes, t.v[k]);
-    } else {
+        for (int k = 0; k < 4; ++k) storeBlocks(dst + k * period, 4 * period, t.v[k]);
+    } else if constexpr (Parts == 1) {
         const Two<V> first = blocksOfPairs(a, b), second = blocksOfPairs(c, d);
-        storeBlocks(dst, 2 * bytes, first.a);
-        storeBlocks(dst + 2, 2 * bytes, second.a);
-        storeBlocks(dst + period, 2 * bytes, first.b);
-        storeBlocks(dst + period + 2, 2 * bytes, second.b);
-    }
-}
-template <class T, class V> TEVS_INLINE void scatterComplex(T* dst, ptrdiff_t period, V a, V b) {
-    const ptrdiff_t bytes = period * int(sizeof(T));
-    if constexpr (sizeof(T) == 4) {
-        const Two<V> t = blocksOfPairs(a, b);
-        storeBlocks(dst, 2 * bytes, t.a);
-        storeBlocks(dst + period, 2 * bytes, t.b);
+        storeBlocks(dst, 2 * period, first.a);
+        storeBlocks(dst + 16, 2 * period, second.a);
+        storeBlocks(dst + period, 2 * period, first.b);
+        storeBlocks(dst + period + 16, 2 * period, second.b);
     } else {
-        storeBlocks(dst, bytes, a);
-        storeBlocks(dst + 2, bytes, b);
-    }
-}
-
-// A vectors of periods of every group.
-template <class T, int Parts, int A> TEVS_INLINE void vectors(const Phases<T>& f, const T* streams, T* dst) {
-    constexpr int W = kWide<T>;
-    for (int n = 0; n < f.count; ++n, dst += 4) {
-        Sums<T, A> sum = {};
-        addAll<T, A>(f, f.groups[n], streams, sum);
-        for (int a = 0; a < A; ++a) {
-            T* const to = dst + a * (W / Parts) * f.period;
-            if constexpr (Parts == 1)
-                scatterReal(to, f.period, sum[0][a], sum[1][a], sum[2][a], sum[3][a]);
-            else
-                scatterComplex(to, f.period, subAdd(sum[0][a], swapPairs(sum[1][a])), subAdd(sum[2][a], swapPairs(sum[3][a])));
+        // Products with the real parts of the taps, and with the imaginary parts.
+        const V first = subAdd(a, swapPairs(b)), second = subAdd(c, swapPairs(d));
+        if constexpr (sizeof(T) == 4) {
+            const Two<V> t = blocksOfPairs(first, second);
+            storeBlocks(dst, 2 * period, t.a);
+            storeBlocks(dst + period, 2 * period, t.b);
+        } else {
+            storeBlocks(dst, period, first);
+            storeBlocks(dst + 16, period, second);
         }
     }
 }
 
-template <class T, int Parts> void filter(const Phases<T>* phases, const T* streams, T* dst, int n) {
-    constexpr int W = kWide<T>;
-    const Phases<T> f = *phases;
-    // The next A vectors. Two vectors are better than three and then one, whose four sums alone leave the multipliers waiting.
-    int left = n * kPeriodsAtOnce * Parts / W;
-    const auto step = [&](auto a) {
-        vectors<T, Parts, a.n>(f, streams, dst);
-        streams += a.n * W;
-        dst += a.n * (W / Parts) * f.period;
-        left -= a.n;
-    };
-    if constexpr (kVectors == 3) {
-        while (left > 4 || left == 3) step(Vectors<3>{});
-        while (left >= 2) step(Vectors<2>{});
+// A vectors of periods of G groups.
+template <class T, int Parts, int A, int G> TEVS_INLINE void group(const Phases<T>& f, const PhaseGroup* g, const T* streams, T* dst) {
+    Sums<T, A* G> sum = {};
+    addAll<T, A, G>(f, g, streams, sum);
+    const ptrdiff_t period = f.period;
+    for (int b = 0; b < G; ++b) {
+        T* to = dst + g[b].output;
+        for (int a = b * A; a < (b + 1) * A; ++a, to += kLanes<T> / Parts * period)
+            scatter<T, Parts>(to, period * int(sizeof(T)), sum[0][a], sum[1][a], sum[2][a], sum[3][a]);
     }
-    while (left > 0) step(Vectors<1>{});
+}
+
+// A vectors of periods of every group. One vector's four sums alone would leave the multipliers waiting: two groups are added side by side.
+template <class T, int Parts, int A> void vectors(const Phases<T>& f, const T* streams, T* dst) {
+    const PhaseGroup* const end = f.groups + f.count;
+    for (const PhaseGroup* g = f.groups; g < end;) {
+        if constexpr (A == 1 && kVectors > 1)
+            if (g->paired) {
+                group<T, Parts, 1, 2>(f, g, streams, dst);
+                g += 2;
+                continue;
+            }
+        group<T, Parts, A, 1>(f, g++, streams, dst);
+    }
+}
+
+template <class T, int Parts> void filter(const Phases<T>* f, const T* streams, T* dst, int n) {
+    int left = n * kPeriodsAtOnce * Parts / kLanes<T>;
+    const auto pass = [&](auto step, int count) {
+        step(*f, streams, dst);
+        streams += count * kLanes<T>;
+        dst += count * (kLanes<T> / Parts) * f->period;
+        left -= count;
+    };
+    // Two vectors and two are better than three and one.
+    if constexpr (kVectors == 3) {
+        while (left > 4 || left == 3) pass(vectors<T, Parts, 3>, 3);
+        while (left > 1) pass(vectors<T, Parts, 2>, 2);
+    }
+    while (left > 0) pass(vectors<T, Parts, 1>, 1);
 }
 
 }   // namespace

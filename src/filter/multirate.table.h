@@ -18,7 +18,7 @@ struct Streams {
     int32_t places;          // inputs of a period
     int32_t runs;            // of streams
     const int32_t* starts;   // the first place of each run
-    ptrdiff_t stride;        // elements from a stream to the next
+    ptrdiff_t stride;        // elements from a stream to the next; four more than are used, which may be overwritten
 };
 
 // Four rows of taps that are applied to the inputs together: four neighbouring outputs of a period, or two complex ones as the products with the real and with
@@ -29,6 +29,8 @@ struct PhaseGroup {
     int32_t shared[4];   // rows 0 .. r are added together from here on: the largest of from[0] .. from[r]
     int32_t overlap;     // whether there is an input that all rows take; rows[] are equal then
     ptrdiff_t rows[4];
+    int32_t output;   // of the first row, in scalars from the period's first
+    int32_t paired;   // whether the next group is one of the same shape, that is not paired itself: from[], end[] differ from this one's by one number
 };
 
 template <class T> struct Phases {
