@@ -17,6 +17,7 @@
 #include "core/parallel.h"
 #include "core/rounding.h"
 #include "core/scale.h"
+#include "filter/fir.table.h"
 #include "filter/fir_samples.h"
 #include "filter/fir_taps.h"
 #include "filter/multirate.table.h"
@@ -471,100 +472,102 @@ template <class Kind> struct Rated {
 
 // ---- without a record -----------------------------------------------------------------------------------------------------------------------
 
-// Sums of products of taps and samples: exact for 16-bit taps, in double precision for others.
-template <class Kind> struct Stateless {
+// Sums in double precision, rounded once; those with 16-bit taps are exact up to 2^23 taps a phase. Taps are put in order by phase, and inputs into a line that
+// holds them twice over, for the kernel of sums in one piece.
+template <class Kind> class Stateless {
+public:
     using Tap = typename Kind::Tap;
     using Sample = typename Kind::Sample;
-    using Sum = std::conditional_t<Kind::kIntegerTaps, int64_t, double>;
-    static constexpr int kPer = kParts<Sample>;
-    static constexpr int kBlock = 256;
-
-    // The newest sample is line[newest], older ones follow, and line[0] comes behind line[len-1].
-    struct Line {
-        Sample* line;
-        int len, newest;
-        void push(Sample x) {
-            newest = newest == 0 ? len - 1 : newest - 1;
-            line[newest] = x;
-        }
-    };
-
-    // Products first .. first+n-1 of an output, taps[0] x[0], taps[step] x[1], ... Real ones go to four sums in turn, so that a result does not hang on where
-    // the line wraps.
-    static constexpr int kSums = kPer == 1 ? 4 : 2;
-    template <class Value> static void add(const Tap* taps, ptrdiff_t step, const Sample* x, int first, int n, Value value, Sum (&sum)[kSums]) {
-        if constexpr (kPer == 1) {
-            const auto product = [&](int j) { return value(taps[j * step]) * Sum(x[j]); };
-            int j = 0;
-            for (; j < n && (first + j) % 4 != 0; ++j) sum[(first + j) % 4] += product(j);
-            for (; j + 4 <= n; j += 4)
-                for (int l = 0; l < 4; ++l) sum[l] += product(j + l);
-            for (; j < n; ++j) sum[(first + j) % 4] += product(j);
-        } else {
-            for (int j = 0; j < n; ++j) {
-                const Sum a = value(taps[j * step].re), b = value(taps[j * step].im), c = Sum(x[j].re), d = Sum(x[j].im);
-                sum[0] += a * c - b * d;
-                sum[1] += a * d + b * c;
-            }
-        }
-    }
-
-    // In place, an output may lie where the next input is read: outputs wait in a block until the inputs of the one behind them have been read. Where there are
-    // more outputs than inputs, these are moved to the vector's end first.
-    template <class Value>
-    static void filter(const Sample* src, Sample* dst, int numIters, const Tap* pTaps, int tapsLen, const Rates& r, Sample* pDlyLine, Value value, int scale) {
-        const int64_t outputs = int64_t{numIters} * r.up;
-        if (src == dst && r.up > r.down) {
-            src = dst + int64_t{numIters} * (r.up - r.down);
-            memmove(const_cast<Sample*>(src), dst, size_t(numIters) * size_t(r.down) * sizeof(Sample));
-        }
-        Line past{pDlyLine, pastLen(tapsLen, r.up), 0};
-        Sum sums[kBlock * kPer];
-        int waiting = 0;
-        const auto flush = [&] {
-            if constexpr (std::is_same_v<Sum, Scalar<Sample>>)
-                memcpy(dst, sums, size_t(waiting) * sizeof(Sample));
-            else
-                narrowParts(sums, partsOf(dst), waiting * kPer, scale);
-            dst += waiting;
-            waiting = 0;
-        };
-        const Sample* const end = src + int64_t{numIters} * r.down;
-        int64_t since = int64_t{r.downPhase} - r.upPhase + r.up;   // from the newest input to the output, in steps of the clock that both rates divide
-        for (int64_t m = 0; m < outputs; ++m) {
-            for (; since >= r.up; since -= r.up) past.push(*src++);
-            if (waiting == kBlock) flush();
-            const int count = since < tapsLen ? int((tapsLen - 1 - since) / r.up) + 1 : 0, first = std::min(count, past.len - past.newest);
-            Sum sum[kSums] = {};
-            add(pTaps + since, r.up, past.line + past.newest, 0, first, value, sum);
-            add(pTaps + since + int64_t{first} * r.up, r.up, past.line, first, count - first, value, sum);
-            Sum* const to = sums + kPer * waiting++;
-            if constexpr (kPer == 1)
-                *to = (sum[0] + sum[1]) + (sum[2] + sum[3]);
-            else
-                std::copy_n(sum, 2, to);
-            since += r.down;
-        }
-        while (src < end) past.push(*src++);
-        flush();
-        std::rotate(past.line, past.line + past.newest, past.line + past.len);
-    }
 
     static Status block(const Sample* pSrc, Sample* pDst, int numIters, const Tap* pTaps, int tapsLen, int tapsFactor, const Rates& rates, Sample* pDlyLine,
                         int scaleFactor) {
         if (Status s = rates.check(Args().ptr(pSrc).ptr(pDst).len(numIters).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength)).ptr(pDlyLine)) return s;
         NearestRounding guard;
+        const int len = pastLen(tapsLen, rates.up);
+        const uint64_t values = uint64_t(tapsLen) + 2 * uint64_t(len);
+        Value near[kNear];
+        const Scratch memory{values > kNear && values <= SIZE_MAX / 2 / sizeof(Value) ? allocate(size_t(values) * sizeof(Value)) : nullptr};
+        if (values > kNear && !memory) return StatusNoMemory;
+        Value* const taps = memory ? static_cast<Value*>(memory.get()) : near;
+        const Stateless f{rates, taps, taps + tapsLen, pDlyLine, tapsLen, len};
         if constexpr (Kind::kIntegerTaps) {
-            const ShortTaps<Tap> quantise(partsOf(pTaps), int64_t{tapsLen} * kPer, tapsFactor);
-            const int scale = int(std::clamp<int64_t>(scaleFactor - quantise.exponent(), INT_MIN, INT_MAX));
-            filter(
-                pSrc, pDst, numIters, pTaps, tapsLen, rates, pDlyLine, [&](Scalar<Tap> tap) { return int64_t{quantise(tap)}; }, scale);
+            const ShortTaps<Tap> shorten(partsOf(pTaps), int64_t{tapsLen} * kPer, tapsFactor);
+            f.sortTaps(pTaps, [&](auto part) { return double(shorten(part)); });
+            scaleFactor = int(std::clamp<int64_t>(scaleFactor - shorten.exponent(), INT_MIN, INT_MAX));
         } else {
-            filter(
-                pSrc, pDst, numIters, pTaps, tapsLen, rates, pDlyLine, [](Scalar<Tap> tap) { return double(tap); }, scaleFactor);
+            f.sortTaps(pTaps, [](auto part) { return double(part); });
         }
+        f.filter(pSrc, pDst, numIters, scaleFactor);
         return StatusOk;
     }
+
+private:
+    using Value = std::conditional_t<kComplex<Sample>, Complex64f, double>;
+    static constexpr int kPer = kParts<Sample>;
+    static constexpr uint64_t kNear = 1024;   // taps and inputs that find room on the stack
+    static constexpr int kBlock = 128;
+
+    Stateless(const Rates& rates, Value* taps, Value* line, Sample* past, int tapsLen, int len)
+        : rates_(rates), taps_(taps), line_(line), past_(past), whole_(tapsLen / rates.up), longer_(tapsLen % rates.up), len_(len) {}
+
+    // Phase u, and its number of taps: one more than of others for the first longer_ phases.
+    Value* phase(int u) const { return taps_ + (int64_t{u} * whole_ + std::min(u, longer_)); }
+    int count(int u) const { return whole_ + (u < longer_); }
+
+    template <class F> void sortTaps(const Tap* pTaps, F value) const {
+        for (int u = 0; u < rates_.up && count(u) > 0; ++u)
+            for (int j = 0; j < count(u); ++j) phase(u)[j] = eachPart<Value>(pTaps[u + int64_t{j} * rates_.up], value);
+    }
+
+    // The newest input lies at `at`, older ones behind it; in the delay line of the caller, the oldest of these comes before the first.
+    int push(Sample x, int at) const {
+        at = at == 0 ? len_ - 1 : at - 1;
+        past_[at] = x;
+        line_[at] = line_[at + len_] = eachPart<Value>(x, [](auto part) { return double(part); });
+        return at;
+    }
+
+    static Value sum(const Value* line, const Value* taps, int n) {
+        if (n == 0) return {};
+        if constexpr (kPer == 1)
+            return fir->real64f.dot(line, taps, n);
+        else
+            return fir->complex64f.dot(line, taps, n);
+    }
+
+    // In place, an output may lie where the next input is read: outputs wait in a block until the inputs of the one behind them have been read. Where there are
+    // more outputs than inputs, these are moved to the vector's end first.
+    void filter(const Sample* src, Sample* dst, int numIters, int scale) const {
+        const Rates& r = rates_;
+        if (src == dst && r.up > r.down) {
+            src = dst + int64_t{numIters} * (r.up - r.down);
+            memmove(const_cast<Sample*>(src), dst, size_t(numIters) * size_t(r.down) * sizeof(Sample));
+        }
+        int at = 0;
+        for (int j = 0; j < len_; ++j) line_[j] = line_[j + len_] = eachPart<Value>(past_[j], [](auto part) { return double(part); });
+        Value sums[kBlock];
+        int waiting = 0;
+        const auto flush = [&] {
+            fromStored(sums, dst, waiting, scale);
+            dst += waiting;
+            waiting = 0;
+        };
+        const Sample* const end = src + int64_t{numIters} * r.down;
+        int64_t since = int64_t{r.downPhase} - r.upPhase + r.up;   // from the newest input to the output, in steps of the clock that both rates divide
+        for (int64_t left = int64_t{numIters} * r.up; left > 0; --left, since += r.down) {
+            for (; since >= r.up; since -= r.up) at = push(*src++, at);
+            if (waiting == kBlock) flush();
+            sums[waiting++] = sum(line_ + at, phase(int(since)), count(int(since)));
+        }
+        while (src < end) at = push(*src++, at);
+        flush();
+        std::rotate(past_, past_ + at, past_ + len_);
+    }
+
+    const Rates rates_;
+    Value *const taps_, *const line_;
+    Sample* const past_;
+    const int whole_, longer_, len_;
 };
 
 }   // namespace
