@@ -11,14 +11,16 @@ TEVS_BEGIN
  * threads may use one record at once, each with its own work buffer.
  *
  *     FFTSpec_C_32fc    complex, single precision, interleaved
+ *     FFTSpec_C_32f     complex, single precision, real and imaginary parts in two arrays
  *     FFTSpec_R_32f     real, single precision
+ *     FFTSpec_C_64fc, FFTSpec_C_64f, FFTSpec_R_64f    the same in double precision
  *
  * order           0 .. 30
  * flag            ScaleFwdByN or ScaleInvByN: that direction's result times 1/N; ScaleBySqrtN: both directions' times 1/sqrt(N); NoScale
  * hint            any value; kept, and without effect on these kinds
  *
  * GetSize         The bytes that a record needs with its tables, that Init needs while it builds them, and that one transform call needs as
- *                 work buffer, at any address. Sizes beyond INT_MAX (order 28 and above) are reported as INT_MAX. Looks at order only.
+ *                 work buffer, at any address. Sizes beyond INT_MAX (order 28 and above, in double precision 27) are reported as INT_MAX. Looks at order only.
  *                 Returns StatusOk, StatusFftOrder (order), StatusNullPtr (any output), in this order.
  * Init            Builds a record in pMemSpec and stores its address. pMemInit is free again on return; orders 0 to 3 need none.
  *                 Returns StatusOk, StatusNullPtr (ppSpec), StatusFftOrder (order, or one whose size is beyond INT_MAX), StatusNullPtr (pMemSpec),
@@ -31,18 +33,42 @@ TEVS_BEGIN
  *                 StatusContextMismatch.
  */
 typedef struct FFTSpec_C_32fc FFTSpec_C_32fc;
+typedef struct FFTSpec_C_32f FFTSpec_C_32f;
 typedef struct FFTSpec_R_32f FFTSpec_R_32f;
+typedef struct FFTSpec_C_64fc FFTSpec_C_64fc;
+typedef struct FFTSpec_C_64f FFTSpec_C_64f;
+typedef struct FFTSpec_R_64f FFTSpec_R_64f;
 
 Status tevsFFTGetSize_C_32fc(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_C_32f(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
 Status tevsFFTGetSize_R_32f(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_C_64fc(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_C_64f(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_R_64f(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
 Status tevsFFTInit_C_32fc(FFTSpec_C_32fc** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_C_32f(FFTSpec_C_32f** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
 Status tevsFFTInit_R_32f(FFTSpec_R_32f** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_C_64fc(FFTSpec_C_64fc** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_C_64f(FFTSpec_C_64f** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_R_64f(FFTSpec_R_64f** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
 Status tevsFFTInitAlloc_C_32fc(FFTSpec_C_32fc** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_C_32f(FFTSpec_C_32f** ppSpec, int order, int flag, int hint);
 Status tevsFFTInitAlloc_R_32f(FFTSpec_R_32f** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_C_64fc(FFTSpec_C_64fc** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_C_64f(FFTSpec_C_64f** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_R_64f(FFTSpec_R_64f** ppSpec, int order, int flag, int hint);
 Status tevsFFTFree_C_32fc(FFTSpec_C_32fc* pSpec);
+Status tevsFFTFree_C_32f(FFTSpec_C_32f* pSpec);
 Status tevsFFTFree_R_32f(FFTSpec_R_32f* pSpec);
+Status tevsFFTFree_C_64fc(FFTSpec_C_64fc* pSpec);
+Status tevsFFTFree_C_64f(FFTSpec_C_64f* pSpec);
+Status tevsFFTFree_R_64f(FFTSpec_R_64f* pSpec);
 Status tevsFFTGetBufSize_C_32fc(const FFTSpec_C_32fc* pSpec, int* pSize);
+Status tevsFFTGetBufSize_C_32f(const FFTSpec_C_32f* pSpec, int* pSize);
 Status tevsFFTGetBufSize_R_32f(const FFTSpec_R_32f* pSpec, int* pSize);
+Status tevsFFTGetBufSize_C_64fc(const FFTSpec_C_64fc* pSpec, int* pSize);
+Status tevsFFTGetBufSize_C_64f(const FFTSpec_C_64f* pSpec, int* pSize);
+Status tevsFFTGetBufSize_R_64f(const FFTSpec_R_64f* pSpec, int* pSize);
 
 /* ---- FFTFwd, FFTInv, complex --------------------------------------------------------------------------------------------------
  *
@@ -51,23 +77,36 @@ Status tevsFFTGetBufSize_R_32f(const FFTSpec_R_32f* pSpec, int* pSize);
  *
  * with f the record's normalisation of that direction, 1 where it has none.
  *
- * pSrc, pDst    N values each in natural order; equal pointers transform in place
- * pBuffer       at least GetBufSize bytes, at any address, contents of no matter; or NULL, and the call takes and returns memory of its own.
- *               Orders from 22 on take a block beside the caller's buffer; it is small against their data.
+ * pSrc, pDst            N values each in natural order; equal pointers transform in place
+ * pSrcRe, pSrcIm, ...   N real and N imaginary parts; any array of the source may be any of the destination
+ * pBuffer               at least GetBufSize bytes, at any address, contents of no matter; or NULL, and the call takes and returns memory of its own.
+ *                       Orders from 22 on take a block beside the caller's buffer; it is small against their data.
  *
- * The relative error in the Euclidean norm is about 0.6 * 2^-24 * sqrt(order); docs/accuracy.md has the figures. Results are the same to the bit for
+ * The relative error in the Euclidean norm is about 0.6 * sqrt(order) * 2^-24, in double precision 2^-53; docs/accuracy.md has the figures. Results are the same to the bit for
  * any alignment, in place or not; they may differ in rounding between SIMD levels (see TEVS_LEVEL in the README).
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSpec), StatusContextMismatch (pSpec is no record of this kind),
  * StatusNullPtr (data), StatusNoMemory.
  *
- * Stockham autosort passes of radix 8 and 4 (C. Van Loan, Computational Frameworks for the Fast Fourier Transform, SIAM 1992); from order 16 on in two
- * sweeps over memory (D. H. Bailey, FFTs in External or Hierarchical Memory, J. Supercomputing 4, 1990).
+ * Stockham autosort passes of radix 8 and 4 (C. Van Loan, Computational Frameworks for the Fast Fourier Transform, SIAM 1992); from order 16 on, in double
+ * precision 14, in two sweeps over memory (D. H. Bailey, FFTs in External or Hierarchical Memory, J. Supercomputing 4, 1990).
  */
 Status tevsFFTFwd_CToC_32fc(const Complex32f* pSrc, Complex32f* pDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
 Status tevsFFTFwd_CToC_32fc_I(Complex32f* pSrcDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
 Status tevsFFTInv_CToC_32fc(const Complex32f* pSrc, Complex32f* pDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
 Status tevsFFTInv_CToC_32fc_I(Complex32f* pSrcDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32f(const float* pSrcRe, const float* pSrcIm, float* pDstRe, float* pDstIm, const FFTSpec_C_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32f_I(float* pSrcDstRe, float* pSrcDstIm, const FFTSpec_C_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32f(const float* pSrcRe, const float* pSrcIm, float* pDstRe, float* pDstIm, const FFTSpec_C_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32f_I(float* pSrcDstRe, float* pSrcDstIm, const FFTSpec_C_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_64fc(const Complex64f* pSrc, Complex64f* pDst, const FFTSpec_C_64fc* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_64fc_I(Complex64f* pSrcDst, const FFTSpec_C_64fc* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_64fc(const Complex64f* pSrc, Complex64f* pDst, const FFTSpec_C_64fc* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_64fc_I(Complex64f* pSrcDst, const FFTSpec_C_64fc* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_64f(const double* pSrcRe, const double* pSrcIm, double* pDstRe, double* pDstIm, const FFTSpec_C_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_64f_I(double* pSrcDstRe, double* pSrcDstIm, const FFTSpec_C_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_64f(const double* pSrcRe, const double* pSrcIm, double* pDstRe, double* pDstIm, const FFTSpec_C_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_64f_I(double* pSrcDstRe, double* pSrcDstIm, const FFTSpec_C_64f* pSpec, uint8_t* pBuffer);
 
 /* ---- FFTFwd, FFTInv, real -----------------------------------------------------------------------------------------------------
  *
@@ -100,6 +139,18 @@ Status tevsFFTInv_PackToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32
 Status tevsFFTInv_PackToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
 Status tevsFFTInv_PermToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
 Status tevsFFTInv_PermToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
 
 /* ---- MulPack, MulPerm: products of packed spectra -------------------------------------------------------------------------------
  *

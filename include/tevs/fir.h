@@ -10,11 +10,30 @@ TEVS_BEGIN
  *     y[t] = sum over k = 0 .. tapsLen-1 of  h[k] * x[t-k]
  *
  * A record holds the taps h and the delay line, the last tapsLen inputs, and filters a stream in blocks of any length, or sample by sample; the two
- * may be mixed. Wherever a stream is cut, direct filtering gives the same results to the bit.
+ * may be mixed. Wherever a stream is cut into blocks, direct filtering gives the same results to the bit.
  *
- *     FIRState_32f    single-precision taps and samples
+ *                   taps               samples             sums in           by FFT from   threads above
+ *     _32f          single             single              single            64 taps       160000 samples
+ *     _32fc         complex single     complex single      single            16             80000
+ *     32f_16s       single             16-bit              single            64              1600
+ *     32fc_16sc     complex single     complex 16-bit      single            16               800
+ *     32s_16s       32-bit, exponent   16-bit              64 bits, exact    -                  -
+ *     32sc_16sc     complex 32-bit     complex 16-bit      64 bits, exact    -                  -
+ *     _64f          double             double              double            32              1600
+ *     _64fc         complex double     complex double      double            16               800
+ *     64f_32f       double             single              double            32              1600
+ *     64fc_32fc     complex double     complex single      double            16               800
+ *     64f_32s       double             32-bit              double            32              1600     also named _32s
+ *     64fc_32sc     complex double     complex 32-bit      double            16               800
+ *     64f_16s       double             16-bit              double            32                 -
+ *     64fc_16sc     complex double     complex 16-bit      double            16                 -
  *
  * pTaps           h[0] .. h[tapsLen-1] in the order of the formula; tapsLen >= 1
+ * tapsFactor      of 32-bit taps: they stand for pTaps[k] * 2^tapsFactor. They are kept in 16 bits: all are shifted to the right by one count, the least that
+ *                 brings the largest magnitude below 32767.
+ *                 32s_16s32f, 32sc_16sc32fc build the same records from single-precision taps: all are multiplied by one power of two, which brings the
+ *                 largest magnitude (but infinities) to between 16383.5 and 32767, and rounded to nearest, halves away from zero. NaN counts as 0.
+ * scaleFactor     of integer samples: results are stored times 2^-scaleFactor, to nearest, ties to even, saturated; any value will do
  * pDlyLine        the tapsLen samples before the next input, newest first: x[-1] .. x[-tapsLen]. The oldest is kept, though no output needs it.
  *                 Where a record is built or set, NULL stands for silence.
  * pSrc, pDst      numIters >= 1 samples each; equal pointers filter in place, other overlaps do not work
@@ -24,23 +43,25 @@ TEVS_BEGIN
  *                 INT_MAX).
  * Init            Builds a record in pBuffer and stores its address. Such a record filters directly at every length.
  *                 Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength.
- * InitAlloc       The same in memory of its own. From 64 taps on, blocks of 512 samples and more are filtered by FFT.
+ * InitAlloc       The same in memory of its own. With as many taps as the table says, blocks of 512 samples and more are filtered by FFT.
  *                 Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength (tapsLen < 1), StatusNoMemory.
  * Free            Gives back what InitAlloc took; a record in the caller's memory is left as it is.
  *                 Returns StatusOk, StatusNullPtr, StatusContextMismatch (not a record of this type).
- * SetTaps         Other taps, as many as before; the delay line stays. GetTaps reads them back.
+ * SetTaps         Other taps, as many as before; the delay line stays. GetTaps reads them back: of 16-bit taps the 16 bits, or, as single precision, what they stand
+ *                 for.
  * SetDlyLine      Another past. GetDlyLine reads it. All four: StatusOk, StatusNullPtr (either pointer; pDlyLine of SetDlyLine may be NULL),
  *                 StatusContextMismatch.
  * FIR             Filters a block. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (numIters < 1), StatusContextMismatch.
  * FIROne          Filters one sample. Returns StatusOk, StatusNullPtr, StatusContextMismatch.
  *
- * On failure nothing is written: no output, no record, no pointer to one.
+ * On failure nothing is written: no output, no record, no pointer to one, no taps.
  *
- * Threads         One call per record at a time. Blocks of more than 160000 samples are shared out over an OpenMP team of at most as many threads as
+ * Threads         One call per record at a time. Blocks of more samples than the table says are shared out over an OpenMP team of at most as many threads as
  *                 threads_omp_of_n_tev said when the record was built; the results are the same for any number.
- * Method          Direct: products in single precision, each output summed in one order whatever the other arguments. FFT: overlap-save with transforms
+ * Method          Direct: each output summed in one order whatever the other arguments. FFT: overlap-save with transforms
  *                 of four times the largest power of two not above tapsLen (Oppenheim and Schafer, Discrete-Time Signal Processing, ch. 8); the error is
- *                 then relative to the largest output of a block. Results may differ in rounding between SIMD levels.
+ *                 then relative to the largest output of a block. Results in floating point may differ in rounding between SIMD levels, and between
+ *                 blocks and single samples.
  */
 typedef struct FIRState_32f FIRState_32f;
 typedef struct FIRState_32fc FIRState_32fc;
@@ -273,10 +294,14 @@ Status tevsFIROne64fc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState64fc_16
  *                  every call leaves it ready for the next.
  * pDlyLineIndex    0 .. tapsLen-1; any other value is taken modulo tapsLen
  *
- * Sums are formed in double precision and rounded once. Equal pSrc and pDst filter in place; taps, delay line and samples lie apart.
+ * Sums are formed in double precision and rounded once; 32-bit taps are brought into 16 bits as for records, in every call.
+ * _16s: pTapsQ15 stand for taps * 2^-15; sums are formed in 32 bits, and wrap; they are stored times 2^-(scaleFactor + 15), to nearest, ties to even, saturated.
+ *
+ * Equal pSrc and pDst filter in place; taps, delay line and samples lie apart.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSrc, pDst), StatusBadSize (numIters < 1), StatusNullPtr (pTaps),
- * StatusFilterLength (tapsLen < 1), StatusNullPtr (pDlyLine, pDlyLineIndex). FIROne filters one sample and has no numIters.
+ * StatusFilterLength (tapsLen < 1), StatusNullPtr (pDlyLine, pDlyLineIndex), of _16s alone StatusDelayIndex (*pDlyLineIndex outside 0 .. tapsLen-1).
+ * FIROne filters one sample and has no numIters.
  */
 Status tevsFIR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
 Status tevsFIR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);

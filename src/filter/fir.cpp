@@ -54,6 +54,10 @@ template <>
 struct Transform<Complex32f> : TransformBy<16, FFTSpec_C_32fc, tevsFFTInitAlloc_C_32fc, tevsFFTFree_C_32fc, tevsFFTGetBufSize_C_32fc, tevsFFTFwd_CToC_32fc_I,
                                            tevsMul_32fc_I, tevsFFTInv_CToC_32fc_I> {};
 
+template <>
+struct Transform<Complex64f> : TransformBy<16, FFTSpec_C_64fc, tevsFFTInitAlloc_C_64fc, tevsFFTFree_C_64fc, tevsFFTGetBufSize_C_64fc, tevsFFTFwd_CToC_64fc_I,
+                                           tevsMul_64fc_I, tevsFFTInv_CToC_64fc_I> {};
+
 // Order of the transform: of four times the largest power of two not above tapsLen.
 int fftOrder(int tapsLen) {
     int k = 2;
@@ -339,13 +343,13 @@ private:
     // The last tapsLen samples of the past and the block become the past.
     void keep(const Sample* pSrc, int numIters) {
         const int t = tapsLen(), n = std::min(numIters, t);
-        memmove(delay(), past() + n, size_t(t - n) * sizeof(Stored));
+        if (n < t) memmove(delay(), past() + n, size_t(t - n) * sizeof(Stored));
         toStored(pSrc + (numIters - n), delay() + (t - n), n);
         s_->dlyIndex = 0;
     }
 
     // The first outputs of a block are computed from the past with the block's head behind it; the rest straight from the source, unless that is not in the type of
-    // the past, or is going to be overwritten while it is still wanted.
+    // the past, or is going to be overwritten while it is still wanted. The rest goes first: vector loads of what was copied a moment ago wait for the stores.
     void direct(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
         const int t = tapsLen(), head = (t + 3) & ~3;
         Stored* const base = past();
@@ -359,12 +363,12 @@ private:
         if constexpr (kStraight)
             if (pSrc != pDst) {
                 toStored(pSrc, base + t, head);
-                produce(base + 1, pDst, head, scaleFactor);
                 const auto range = [=, this](int first, int count) { produce(pSrc + (head - t + 1) + first, pDst + head + first, count, scaleFactor); };
                 if (team > 1)
                     parallelRanges(numIters - head, team, range);
                 else
                     range(0, numIters - head);
+                produce(base + 1, pDst, head, scaleFactor);
                 return keep(pSrc, numIters);
             }
         if (team > 1 && directInShares(pSrc, pDst, numIters, team, scaleFactor)) return;

@@ -41,7 +41,7 @@ template <class T, class C, int W> struct ComplexOutputs {
     static TEVS_INLINE Two<V> tap(const C* p) { return {V{} + p->re, V{} + p->im}; }
     static TEVS_INLINE V samples(const C* p) { return inRegister(loadBytes<T, kBytes>(p)); }
     V byRe = {}, byIm = {};
-    TEVS_INLINE void add(Two<V> tap, V x) {
+    TEVS_INLINE void add(const Two<V>& tap, V x) {
         byRe = fma(tap.a, x, byRe);
         byIm = fma(tap.b, x, byIm);
     }
@@ -63,7 +63,7 @@ template <int W> struct ShortOutputs {
     }
     static TEVS_INLINE Two<V> samples(const int16_t* p) { return {inRegister(load<int16_t, W>(p)), inRegister(load<int16_t, W>(p + 1))}; }
     Sums even = {}, odd = {};
-    TEVS_INLINE void add(V tap, Two<V> x) {
+    TEVS_INLINE void add(V tap, const Two<V>& x) {
         even += (Sums)multiplyPairs(x.a, tap);
         odd += (Sums)multiplyPairs(x.b, tap);
     }
@@ -85,7 +85,7 @@ template <int W> struct ComplexShortOutputs {
     static TEVS_INLINE Two<V> tap(const TapMatrix* p) { return {row(p->re), row(p->im)}; }
     static TEVS_INLINE V samples(const Complex16s* p) { return inRegister(loadBytes<int16_t, kBytes>(p)); }
     Sums re = {}, im = {};
-    TEVS_INLINE void add(Two<V> tap, V x) {
+    TEVS_INLINE void add(const Two<V>& tap, V x) {
         re += (Sums)multiplyPairs(x, tap.a);
         im += (Sums)multiplyPairs(x, tap.b);
     }
@@ -268,30 +268,37 @@ Complex32s dotComplexShort(const Complex16s* in, const TapMatrix* taps, int taps
 
 // ---- shapes ---------------------------------------------------------------------------------------------------------------------------------
 //
-// With eight registers there is no room to share.
+// Numbers by measurement. Complex taps use each load twice as it is.
 
 #ifdef __i386__
-constexpr bool kManyRegisters = false;
+constexpr bool kFewRegisters = true;
 #else
-constexpr bool kManyRegisters = true;
+constexpr bool kFewRegisters = false;
 #endif
+constexpr bool kWide = kBytes >= 32;
 
 template <class T> struct RealShape {
     template <int W> using Outputs = RealOutputs<T, W>;
-    static constexpr int kStep = kBytes / int(sizeof(T)), kLeast = 1, kVectors = kManyRegisters ? 10 : 5, kShared = kManyRegisters ? 4 : 1;
+    static constexpr int kStep = kBytes / int(sizeof(T)), kLeast = 1,
+                         kVectors = kFewRegisters ? 5
+                                    : kWide       ? 10
+                                                  : 8,
+                         kShared = kFewRegisters ? 1
+                                   : kWide       ? 4
+                                                 : 2;
 };
 template <class T, class C> struct ComplexShape {
     template <int W> using Outputs = ComplexOutputs<T, C, W>;
-    static constexpr int kStep = kBytes / int(sizeof(C)), kLeast = 1, kVectors = kManyRegisters ? 5 : 2, kShared = kManyRegisters ? 2 : 1;
+    static constexpr int kStep = kBytes / int(sizeof(C)), kLeast = 1, kVectors = kFewRegisters ? 2 : kWide ? 6 : 5, kShared = 1;
 };
 struct ShortShape {
     template <int W> using Outputs = ShortOutputs<W>;
-    static constexpr int kStep = kBytes / 2, kLeast = 8, kVectors = kManyRegisters ? 4 : 2, kShared = kManyRegisters ? 2 : 1;
+    static constexpr int kStep = kBytes / 2, kLeast = 8, kVectors = kFewRegisters ? 3 : kWide ? 4 : 6, kShared = kFewRegisters || kWide ? 2 : 1;
     static constexpr auto dot = dotShort;
 };
 struct ComplexShortShape {
     template <int W> using Outputs = ComplexShortOutputs<W>;
-    static constexpr int kStep = kBytes / 4, kLeast = 1, kVectors = kManyRegisters ? 5 : 2, kShared = kManyRegisters ? 2 : 1;
+    static constexpr int kStep = kBytes / 4, kLeast = 1, kVectors = kFewRegisters ? 2 : 6, kShared = 1;
 };
 
 void addShifted(const int32_t* sums, int s, int64_t* totals, int len) {

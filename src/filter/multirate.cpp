@@ -116,7 +116,8 @@ template <class Kind> struct Rated {
             // A third of the first cache at a time, in steps that fill the kernels' registers.
             constexpr int kStep = 3 * kPeriodsAtOnce;
             const int64_t largest = std::max(runs * run, kDirect ? 1 : outs) * kPer * int64_t{sizeof(Part)};
-            atOnce = std::clamp<int64_t>((16384 / largest) / kStep * kStep, kStep, 20 * kStep);
+            const int64_t counted = (int64_t{1} << 30) / (std::max(ins, outs) * kPer);   // their inputs and outputs are counted in 32 bits
+            atOnce = std::clamp<int64_t>(std::min(16384 / largest, counted) / kStep * kStep, kStep, 20 * kStep);
             stride = ((before + atOnce + 3) & ~int64_t{3}) + 4;
             groups = (outs + kRows - 1) / kRows;
             // Rows of a group that overlap start at most 3 down / up + 1 inputs apart, and have one table; others have one each.
@@ -153,7 +154,9 @@ template <class Kind> struct Rated {
         int32_t* const place = c.take<int32_t>(uint64_t(e.past + e.ins));
         int32_t* const starts = c.take<int32_t>(uint64_t(e.runs));
         Sample* const delay = c.take<Sample>(uint64_t(e.before * e.ins));
-        unsigned char* const area = c.take<unsigned char>(e.areaBytes());
+        const uint64_t at = c.size();
+        Area<Part, Sample> area;
+        e.carveArea(c, area);
         if (s) {
             new (s) RateState{};
             s->id = Kind::kMultirateId;
@@ -171,8 +174,10 @@ template <class Kind> struct Rated {
             s->taps = taps;
             s->groupTaps = groupTaps;
             s->place = place;
-            s->area = area;
-            memset(area, 0, e.areaBytes());   // lanes behind the last period are computed, and dropped
+            s->streamsOf = area.streams;
+            s->outputs = area.outputs;
+            s->next = area.past;
+            memset(static_cast<unsigned char*>(block) + at, 0, size_t(c.size() - at));   // lanes behind the last period are computed, and dropped
         }
         return c.size();
     }
@@ -183,7 +188,9 @@ template <class Kind> struct Rated {
         e.carveArea(c, area);
         return area;
     }
-    static Extent extentOf(const RateState* s) { return Extent(s->tapsLen, s->rates.up, s->rates.down); }
+    static Area<Part, Sample> own(const RateState* s) {
+        return {static_cast<Part*>(s->streamsOf), static_cast<Part*>(s->outputs), static_cast<Sample*>(s->next)};
+    }
 
     // ---- taps -----------------------------------------------------------------------------------------------------------------------------
 
@@ -369,10 +376,10 @@ template <class Kind> struct Rated {
     }
 
     static void inParallel(const RateState* s, const Sample* src, Sample* dst, int numIters, int threads, int scale) {
-        const Extent e = extentOf(s);
+        const Extent e(s->tapsLen, s->rates.up, s->rates.down);
         const uint64_t bytes = (e.areaBytes() + 63) & ~uint64_t{63};
         const Scratch areas{bytes * uint64_t(threads) <= SIZE_MAX / 2 ? allocate(size_t(bytes) * size_t(threads)) : nullptr};
-        if (!areas) return range(s, areaIn(e, s->area), past(s), src, dst, numIters, scale);
+        if (!areas) return range(s, own(s), past(s), src, dst, numIters, scale);
         parallelRanges(numIters, threads, [&](int first, int count) {
             void* const block = static_cast<unsigned char*>(areas.get()) + bytes * uint64_t(omp_get_thread_num());
             memset(block, 0, size_t(bytes));
@@ -401,14 +408,13 @@ template <class Kind> struct Rated {
             src = dst + int64_t{numIters} * (s->rates.up - s->rates.down);
             memmove(const_cast<Sample*>(src), dst, size_t(inputs) * sizeof(Sample));
         }
-        const Extent e = extentOf(s);
-        const auto own = areaIn(e, s->area);
-        pastAt(s, src, inputs, own.past);   // the past after this block, before any output is written
+        auto* const next = static_cast<Sample*>(s->next);
+        pastAt(s, src, inputs, next);   // the past after this block, before any output is written
         if (parallel)
             inParallel(s, src, dst, numIters, threads, scale);
         else
-            range(s, own, past(s), src, dst, numIters, scale);
-        memcpy(past(s), own.past, size_t(pastCount(s)) * sizeof(Sample));
+            range(s, own(s), past(s), src, dst, numIters, scale);
+        memcpy(past(s), next, size_t(pastCount(s)) * sizeof(Sample));
         return StatusOk;
     }
 

@@ -7,22 +7,26 @@
 
 namespace tevs {
 
-// Identifiers of the record kinds.
-constexpr uint32_t kFftC32fc = 4;
-constexpr uint32_t kFftR32f = 6;
-
 // A record, at a 16-byte boundary, its tables behind it in the same block. Every reported size leaves room for 80 bytes of it, at any address.
-struct FftSpec {
+template <class T> struct FftSpec {
+    using Real = T;
+
     uint32_t id;
-    int32_t order;        // of the transform; the complex one inside a real one is one less
-    float forwardScale;   // 1/N, 1/sqrt(N), or 1 for none
-    float inverseScale;
+    int32_t order;    // of the transform; the complex one inside a real one is one less
+    T forwardScale;   // 1/N, 1/sqrt(N), or 1 for none
+    T inverseScale;
     int32_t hint;        // as given
     int32_t workBytes;   // scratch of one call, 0 for none
     int32_t owned;       // 1 where InitAlloc made the block
-    FftTables tables;
+    FftTables<T> tables;
 };
-static_assert(sizeof(FftSpec) <= 80);
+static_assert(sizeof(FftSpec<float>) <= 80 && sizeof(FftSpec<double>) <= 80);
+
+// What sets the kinds of one precision apart: their identifier, and whether the transform is of real values.
+template <class T, uint32_t Id, bool IsReal> struct FftKind : FftSpec<T> {
+    static constexpr uint32_t kId = Id;
+    static constexpr bool kReal = IsReal;
+};
 
 // The three sizes that GetSize reports, in bytes.
 struct FftSizes {
@@ -31,6 +35,10 @@ struct FftSizes {
 
 }   // namespace tevs
 
-// The public names of the records; every kind is an FftSpec and is told apart by its identifier.
-struct FFTSpec_C_32fc : tevs::FftSpec {};
-struct FFTSpec_R_32f : tevs::FftSpec {};
+// The public names of the records.
+struct FFTSpec_C_32fc : tevs::FftKind<float, 4, false> {};
+struct FFTSpec_C_32f : tevs::FftKind<float, 5, false> {};
+struct FFTSpec_R_32f : tevs::FftKind<float, 6, true> {};
+struct FFTSpec_C_64fc : tevs::FftKind<double, 7, false> {};
+struct FFTSpec_C_64f : tevs::FftKind<double, 8, false> {};
+struct FFTSpec_R_64f : tevs::FftKind<double, 9, true> {};

@@ -1,19 +1,20 @@
 // How a transform of length N = 2^order is split into passes, for the kernels that run them and the tables that feed them.
 //
-// Orders 4 to 15: Stockham's autosort form (Van Loan, Computational Frameworks for the FFT, section 1.7), decimation in frequency. With n points left
+// Orders from 4 to 15, in double precision 13: Stockham's autosort form (Van Loan, Computational Frameworks for the FFT, section 1.7), decimation in frequency. With n points left
 // after strides s, n * s = N, a pass of radix R takes, for p < m = n/R and q < s,
 //
 //     y[q + s (R p + j)] = w_n^(p j) * sum over l of x[q + s (p + m l)] w_R^(j l),   w_n = exp(-2 pi i / n)
 //
-// Orders from 16: N = P x Q in two sweeps over memory (Bailey, FFTs in external or hierarchical memory, 1990): transforms of length P down the columns of the
+// Larger orders: N = P x Q in two sweeps over memory (Bailey, FFTs in external or hierarchical memory, 1990): transforms of length P down the columns of the
 // source, taken a few columns at a time into the work buffer, times w_N^(n2 k1), turned over; then transforms of length Q down the columns of that.
 #pragma once
 
 namespace tevs {
 namespace {
 
-constexpr int kFirstLargeOrder = 16;
-constexpr int kTileColumns = 8;   // complex values of a row that a sweep takes at once: a cache line
+// From this order on two sweeps; the scratch of a call holds a whole transform below.
+template <class T> constexpr int kFirstLargeOrder = sizeof(T) == 4 ? 16 : 14;
+template <class T> constexpr int kTileColumns = 32 / int(sizeof(T));   // complex values of a row that a sweep takes at once: a cache line
 
 struct Radices {
     int count = 0;
@@ -37,11 +38,16 @@ constexpr Radices radicesOf(int bits, Radices before = {}) {
 }
 
 // Orders whose transform is one kernel in registers: N = lanes x radix, two passes with nothing stored between.
-constexpr int fusedLanes(int order, int lanes) { return order <= 5 ? 4 : order <= 7 && lanes == 8 ? 8 : 0; }
+template <class T> constexpr int fusedLanes(int order, int lanes) {
+    if (lanes == 2) return order == 4 ? 2 : 0;
+    if (order <= 5) return 4;
+    if (order == 6 && lanes * sizeof(T) == 32) return lanes;
+    return order == 7 && lanes == 8 ? 8 : 0;
+}
 
-// The passes of an order from 4 to 15. The first one turns `lanes` transforms at a time over, so that the blocks of all later passes are contiguous.
-constexpr Radices passesOf(int order, int lanes) {
-    const int fused = fusedLanes(order, lanes);
+// The passes of an order below the large ones. The first one turns `lanes` transforms at a time over, so that the blocks of all later passes are contiguous.
+template <class T> constexpr Radices passesOf(int order, int lanes) {
+    const int fused = fusedLanes<T>(order, lanes);
     Radices r;
     if (fused) {
         r.count = 2;
@@ -54,13 +60,19 @@ constexpr Radices passesOf(int order, int lanes) {
     return radicesOf(order - (kFirstRadix == 8 ? 3 : 2), r);
 }
 
-// Large orders: the orders of P and Q, Q being P, 2 P or 4 P. At order 18 two of 512 would put all rows of both sweeps at a distance of 4096 bytes, in the
-// same few sets of the caches.
-constexpr int outerOrder(int order) { return order == 18 ? 8 : order / 2; }
-constexpr int innerOrder(int order) { return order - outerOrder(order); }
+// Large orders: the orders of P and Q, Q being P, 2 P or 4 P. Where P = Q would put all rows of both sweeps at a distance of 4096 bytes, in the same few sets
+// of the caches, Q is larger.
+template <class T> constexpr int outerOrder(int order) {
+    const bool sameSets = order % 2 == 0 && (2 * sizeof(T) << order / 2) == 4096;
+    return order / 2 - sameSets;
+}
+template <class T> constexpr int innerOrder(int order) { return order - outerOrder<T>(order); }
 
-// The lane order of a block: what a block of `lanes` interleaved complex values becomes under the shuffles that stay within 128 bits.
-constexpr int laneAt(int lanes, int l) { return lanes == 4 ? l : (l & 2 ? lanes / 2 : 0) + l / 4 * 2 + (l & 1); }
+// The lane order of a block: what a block of `lanes` interleaved complex values becomes under the shuffles that stay within 128 bits, which hold `group`.
+constexpr int laneAt(int lanes, int l, int group) {
+    const int half = group / 2;
+    return (l & half ? lanes / 2 : 0) + l / group * half + l % half;
+}
 
 }   // namespace
 }   // namespace tevs

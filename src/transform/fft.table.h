@@ -8,33 +8,41 @@
 namespace tevs {
 
 // What the kernels read of a record: tables in the layout of fft.plan.h, with `lanes` complex values to a block.
-struct FftTables {
-    int order;                    // of the complex transform, N = 2^order
-    const float* passes;          // orders 4 to 15: the passes' factors. Large: those of the column passes, length P and then Q
-    const float* outer;           // large: the factors w_N^(n2 k1) between the sweeps: for n2 < kTileColumns in blocks, then for its multiples
-    const float* recombination;   // real records: exp(-2 pi i k / 2N) for 1 <= k <= N/2
+template <class T> struct FftTables {
+    int order;                // of the complex transform, N = 2^order
+    const T* passes;          // below the large orders: the passes' factors. Large: those of the column passes, length P and then Q
+    const T* outer;           // large: the factors w_N^(n2 k1) between the sweeps: for n2 < kTileColumns in blocks, then for its multiples
+    const T* recombination;   // real records: exp(-2 pi i k / 2N) for 1 <= k <= N/2
 };
 
-// An N-point transform of interleaved complex values, times scale (1: none). src may equal dst or work. work holds N values for orders
-// 4 to 15, two tiles for larger ones, and is not touched below 4.
-using FftTransform = void(const FftTables& t, const float* src, float* dst, float* work, float scale);
+// Where complex values lie: interleaved, or in two arrays.
+template <class T> struct Pairs { T* p; };
+template <class T> struct Parts { T *re, *im; };
 
-struct FftKernels {
+// An N-point transform, times scale (1: none). work holds N values below the large orders, two tiles from there on, and is not touched below order 4.
+// Interleaved values: src may equal dst or work. Parts: src may equal dst; below the large orders any array of src may be any of dst.
+template <class T, template <class> class Place> using FftTransform = void(const FftTables<T>& t, Place<const T> src, Place<T> dst, T* work, T scale);
+
+template <class T> struct FftKernels {
     int lanes;
 
-    struct Orders {
-        FftTransform* of[kFirstLargeOrder + 1];
-        FftTransform* operator[](int order) const { return of[order < kFirstLargeOrder ? order : kFirstLargeOrder]; }
+    // One routine for each order, the last for all large ones.
+    template <template <class> class Place> struct Orders {
+        FftTransform<T, Place>* of[kFirstLargeOrder<T> + 1];
+        FftTransform<T, Place>* operator[](int order) const { return of[order < kFirstLargeOrder<T> ? order : kFirstLargeOrder<T>]; }
     };
-    Orders forward, inverse;
+    template <template <class> class Place> struct Directions { Orders<Place> forward, inverse; };
+    Directions<Pairs> pairs;
+    Directions<Parts> parts;
 
     // The spectrum of 2N reals from the N-point transform z of their pairs: X[k] goes to bins + 2k for 0 < k < N, X[0] and X[N], both real, to first and last.
     // z holds half the transform. bins may equal z.
-    void (*spectrumOfReal)(const FftTables& t, const float* z, float* bins, float* first, float* last);
+    void (*spectrumOfReal)(const FftTables<T>& t, const T* z, T* bins, T* first, T* last);
     // And back: z from X, such that the N-point inverse of z is the 2N-point one of X.
-    void (*pairsOfSpectrum)(const FftTables& t, const float* bins, float first, float last, float* z);
+    void (*pairsOfSpectrum)(const FftTables<T>& t, const T* bins, T first, T last, T* z);
 };
 
 }   // namespace tevs
 
-TEVS_KERNEL_TABLE(FftKernels, fft, 3)
+TEVS_KERNEL_TABLE(FftKernels<float>, fft32, 3)
+TEVS_KERNEL_TABLE(FftKernels<double>, fft64, 3)

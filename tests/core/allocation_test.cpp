@@ -99,10 +99,20 @@ TEST(NoMemory, FftWorkBuffer) {
 
 TEST(NoMemory, FirRecords) {
     const std::vector<float> taps(100, 0.01f);
-    for (int tapsLen : {1, 16, 100})
+    const std::vector<Complex64f> complexTaps(100, {0.01, 0.02});
+    const std::vector<int32_t> wholeTaps(100, 77);
+    for (int tapsLen : {1, 16, 100}) {
         failEachAllocation("FIR_32f", [&] {
             return lifecycle<FIRState_32f>([&](auto p) { return tevsFIRInitAlloc_32f(p, taps.data(), tapsLen, nullptr); }, tevsFIRFree_32f);
         });
+        failEachAllocation("FIR64fc_16sc", [&] {
+            return lifecycle<FIRState64fc_16sc>([&](auto p) { return tevsFIRInitAlloc64fc_16sc(p, complexTaps.data(), tapsLen, nullptr); },
+                                                tevsFIRFree64fc_16sc);
+        });
+        failEachAllocation("FIR32s_16s", [&] {
+            return lifecycle<FIRState32s_16s>([&](auto p) { return tevsFIRInitAlloc32s_16s(p, wholeTaps.data(), tapsLen, 0, nullptr); }, tevsFIRFree32s_16s);
+        });
+    }
 }
 
 }   // namespace

@@ -24,6 +24,7 @@
     X(StatisticsKernels, statistics) \
     X(DotProdKernels, dotProd)       \
     X(ElementaryKernels, elementary) \
-    X(FftKernels, fft)               \
+    X(FftKernels<float>, fft32)      \
+    X(FftKernels<double>, fft64)     \
     X(FirKernels, fir)               \
     X(MultirateKernels, multirate)

@@ -1,0 +1,497 @@
+// The transforms' kernels, for the sources that make them in one precision each.
+#pragma once
+
+#include "transform/complex.kern.h"
+#include "transform/fft.table.h"
+
+namespace tevs::TEVS_LEVEL_NS {
+namespace {
+
+// Complex values in a block: 256 bits at level 3 too. Its 32 registers are what radix 8 gains by; 512-bit vectors measured no faster.
+template <class T> constexpr int kBlock = (kRegisterBytes >= 32 ? 32 : 16) / int(sizeof(T));
+
+// ---- passes -------------------------------------------------------------------------------------------------------------------------
+
+// A pass is a function of its own with its sizes constant: strides then fold into the addresses. With sizes in registers, or all passes inlined
+// into one function, register allocation suffers and a transform of order 9 takes 15 % longer.
+#define TEVS_PASS __attribute__((noinline))
+
+// n = N, s = 1: K values of p at a time. Each value's R results go out next to each other, turned over in registers.
+template <int K, int R, int M, bool Inverse, class In, class Out, class T> TEVS_PASS const T* firstPass(In src, Out dst, const T* __restrict w) {
+    for (int p = 0; p < M; p += K) {
+        Cx<Vec<T, K>> x[R];
+        for (int j = 0; j < R; ++j) {
+            x[j] = read<K>(src, p + M * j);
+            if (Inverse) x[j] = swapped(x[j]);
+        }
+        dft(x);
+        for (int j = 1; j < R; ++j) x[j] = mul(x[j], loadBlock<K>(w + 2 * K * (j - 1)));
+        w += 2 * K * (R - 1);
+        for (int g = 0; g < R; g += K) {
+            transpose<K>(x + g);
+            for (int l = 0; l < K; ++l) write(dst, R * (p + l) + g, x[g + l]);
+        }
+    }
+    return w;
+}
+
+template <class T> const void* start(Pairs<T> a) { return a.p; }
+template <class T> const void* start(Parts<T> a) { return a.re; }
+template <class T> const void* start(Blocks<T> a) { return a.p; }
+template <class T> const void* start(PartBlocks<T> a) { return a.re; }
+
+// Which way to run along q, as a mask to exchange ascending q for descending. Streams that are multiples of 4096 bytes apart move through the same low 12
+// bits of address together, and a load waits for an earlier store that has these in common with it: it must not come upon the track of the stores.
+// Large buffers often lie so, a few bytes apart in those bits; transforms of order 13 took twice as long.
+template <int StreamBytes, class In, class Out> TEVS_INLINE int qOrder(In src, Out dst, int most) {
+    if (StreamBytes % 4096 != 0) return 0;
+    const unsigned ahead = unsigned(reinterpret_cast<uintptr_t>(start(dst)) - reinterpret_cast<uintptr_t>(start(src))) & 4095;
+    return ahead > 0 && ahead < 2048 ? most : 0;
+}
+
+// s >= K: blocks are contiguous, and a factor is one for all q.
+template <int K, int R, int M, int S, class In, class Out, class T> TEVS_PASS const T* middlePass(In src, Out dst, const T* __restrict w) {
+    const int order = qOrder<int(2 * sizeof(T)) * S * M>(src, dst, S - K);
+    for (int p = 0; p < M; ++p) {
+        for (int i = 0; i < S; i += K) {
+            const int q = i ^ order;
+            Cx<Vec<T, K>> x[R];
+            for (int j = 0; j < R; ++j) x[j] = read<K>(src, q + S * (p + M * j));
+            dft(x);
+            write(dst, q + S * R * p, x[0]);
+            for (int j = 1; j < R; ++j) write(dst, q + S * (R * p + j), mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+        }
+        w += 2 * (R - 1);
+    }
+    return w;
+}
+
+// m = 1: no factors, and what is read at q + s j is written there, so src may be dst.
+template <int K, int R, int S, bool Inverse, bool Scaled, class In, class Out, class T> TEVS_PASS void lastPass(In src, Out dst, T scale) {
+    const int order = qOrder<int(2 * sizeof(T)) * S>(src, dst, S - K);
+    for (int i = 0; i < S; i += K) {
+        const int q = i ^ order;
+        Cx<Vec<T, K>> x[R];
+        for (int j = 0; j < R; ++j) x[j] = read<K>(src, q + S * j);
+        dft(x);
+        for (int j = 0; j < R; ++j) {
+            auto y = Inverse ? swapped(x[j]) : x[j];
+            if (Scaled) y = times(y, scale);
+            write(dst, q + S * j, y);
+        }
+    }
+}
+
+// The middle passes I .. of a transform, S being the product of the radices before: the data alternates between two places. last(place) goes on where it
+// ends.
+template <Radices Passes, int I, int M, int S, class From, class To, class T, class Last>
+TEVS_INLINE void middlePasses(From from, To to, const T* w, Last last) {
+    if constexpr (I == Passes.count - 1) {
+        last(from, to);
+    } else {
+        constexpr int R = Passes.r[I];
+        w = middlePass<kBlock<T>, R, M / R, S>(from, to, w);
+        middlePasses<Passes, I + 1, M / R, S * R>(to, from, w, last);
+    }
+}
+
+// ---- from order 4 to the large ones -----------------------------------------------------------------------------------------------
+
+// First and last pass in one, N = K R, with nothing stored between.
+template <int K, int R, bool Inverse, bool Scaled, class In, class Out, class T> TEVS_INLINE void fused(In src, Out dst, const T* w, T scale) {
+    Cx<Vec<T, K>> x[R];
+    for (int j = 0; j < R; ++j) {
+        x[j] = read<K>(src, K * j);
+        if (Inverse) x[j] = swapped(x[j]);
+    }
+    dft(x);
+    for (int j = 1; j < R; ++j) x[j] = mul(x[j], loadBlock<K>(w + 2 * K * (j - 1)));
+    for (int g = 0; g < R; g += K) transpose<K>(x + g);
+    for (int g = 0; g < R; g += K) {
+        Cx<Vec<T, K>> y[K];
+        for (int p = 0; p < K; ++p) y[p] = x[g + p];
+        dft(y);
+        for (int j = 0; j < K; ++j) {
+            auto z = Inverse ? swapped(y[j]) : y[j];
+            if (Scaled) z = times(z, scale);
+            write(dst, g + R * j, z);
+        }
+    }
+}
+
+// The data alternates between dst and work. The first pass turns it over and so needs another place than its source; the last one can run in place, where
+// the data is in dst already.
+template <int Order, bool Inverse, bool Scaled, class In, class First, class Second, class Out, class T>
+TEVS_INLINE void stockham(const FftTables<T>& t, In src, First first, Second second, Out dst, T scale) {
+    constexpr int K = kBlock<T>, N = 1 << Order;
+    constexpr Radices kPasses = passesOf<T>(Order, K);
+    constexpr int R0 = kPasses.r[0], R = kPasses.r[kPasses.count - 1];
+    const T* const w = firstPass<K, R0, N / R0, Inverse>(src, first, t.passes);
+    middlePasses<kPasses, 1, N / R0, R0>(first, second, w, [&](auto at, auto) { lastPass<K, R, N / R, Inverse, Scaled>(at, dst, scale); });
+}
+template <int Order, bool Inverse, bool Scaled, class T> TEVS_INLINE void stockham(const FftTables<T>& t, Pairs<const T> src, Pairs<T> dst, T* work, T scale) {
+    const bool inPlace = src.p == dst.p;
+    stockham<Order, Inverse, Scaled>(t, src, Blocks<T>{inPlace ? work : dst.p}, Blocks<T>{inPlace ? dst.p : work}, dst, scale);
+}
+template <int Order, bool Inverse, bool Scaled, class T> TEVS_INLINE void stockham(const FftTables<T>& t, Parts<const T> src, Parts<T> dst, T* work, T scale) {
+    stockham<Order, Inverse, Scaled>(t, src, Blocks<T>{work}, PartBlocks<T>{dst.re, dst.im}, dst, scale);
+}
+
+// ---- large orders: two sweeps of column transforms --------------------------------------------------------------------------------
+
+// A matrix of complex values whose rows are `stride` apart. Folded, its rows come in `fold` parts of equal size, dealt like cards: row l of part h is at
+// l fold + h.
+template <class In> struct Rows {
+    In at;
+    int64_t stride;   // in values
+    int fold;         // 1, 2 or 4
+};
+
+// The first pass of transforms down kTileColumns columns of m R rows, into a tile of blocks.
+template <int K, int R, int M, bool Inverse, class In, class T> TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, const T* w) {
+    In column[R];
+    const int perPart = R / in.fold;
+    for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (int64_t{M} * in.fold * (j % perPart) + j / perPart);
+    const int64_t step = in.stride * in.fold;
+    for (int p = 0; p < M; ++p) {
+        for (int q = 0; q < kTileColumns<T>; q += K) {
+            Cx<Vec<T, K>> x[R];
+            for (int j = 0; j < R; ++j) {
+                x[j] = read<K>(column[j], step * p + q);
+                if (Inverse) x[j] = swapped(x[j]);
+            }
+            dft(x);
+            T* const out = tile + 2 * (q + kTileColumns<T> * R * p);
+            storeBlock(out, x[0]);
+            for (int j = 1; j < R; ++j) storeBlock(out + 2 * kTileColumns<T> * j, mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+        }
+        w += 2 * (R - 1);
+    }
+    return w;
+}
+
+// Transforms down the columns, from the rows into one of the two tiles in work. emit(row, column, block, free tile) places what the last pass has.
+template <int Order, bool Inverse, class In, class T, class Emit> TEVS_INLINE void columnPasses(const Rows<In>& in, const T* w, T* work, Emit emit) {
+    constexpr int N = 1 << Order, K = kBlock<T>;
+    constexpr Radices kPasses = radicesOf(Order);
+    constexpr int R0 = kPasses.r[0], R = kPasses.r[kPasses.count - 1], M = N / R;
+    const Blocks<T> tile{work}, other{work + int64_t{2} * kTileColumns<T> * N};
+    w = firstColumnPass<K, R0, N / R0, Inverse>(in, tile.p, w);
+    middlePasses<kPasses, 1, N / R0, kTileColumns<T> * R0>(tile, other, w, [&](Blocks<T> at, Blocks<T> free) {
+        for (int k = 0; k < M; ++k)
+            for (int q = 0; q < kTileColumns<T>; q += K) {
+                Cx<Vec<T, K>> x[R];
+                for (int j = 0; j < R; ++j) x[j] = read<K>(at, q + kTileColumns<T> * (k + M * j));
+                dft(x);
+                for (int j = 0; j < R; ++j) emit(k + M * j, q, x[j], free);
+            }
+    });
+}
+
+// The first sweep over columns c .. c + kTileColumns - 1 of a matrix of P rows: transforms of length P times w_N^(n2 k1), in blocks, row by row.
+template <int P, bool Inverse, class In, class T> TEVS_PASS const T* outerColumns(const FftTables<T>& t, In src, int c, T* work) {
+    // n2 = c + l: w_N^(n2 k1) as the product of w_N^(l k1), from a table that stays in the cache, and w_N^(c k1), one number a row. A table of all N factors
+    // would be a third stream as long as the data.
+    const T* const lanes = t.outer;
+    const T* const rows = t.outer + (2 * kTileColumns<T> << P) + (int64_t{2} * (c / kTileColumns<T>) << P);
+    const T* done = nullptr;
+    columnPasses<P, Inverse>(Rows<In>{src + c, int64_t{1} << innerOrder<T>(t.order), 1}, t.passes, work, [&](int row, int column, auto x, Blocks<T> to) {
+        const int at = row * kTileColumns<T> + column;
+        write(to, at, mul(x, mul(loadBlock<kBlock<T>>(lanes + 2 * at), rows[2 * row], rows[2 * row + 1])));
+        done = to.p;
+    });
+    return done;
+}
+
+// The second sweep, over the same number of columns of a matrix of 2^Q rows, in place.
+template <int Q, bool Inverse, bool Scaled, class Place, class T> TEVS_PASS void innerColumns(const FftTables<T>& t, Place at, int fold, T* work, T scale) {
+    const int p = outerOrder<T>(t.order);
+    columnPasses<Q, false>(Rows<Place>{at, int64_t{1} << p, fold}, t.passes + (int64_t{2} << p), work, [&](int row, int column, auto x, Blocks<T>) {
+        auto y = Inverse ? swapped(x) : x;
+        if (Scaled) y = times(y, scale);
+        write(at, (int64_t{row} << p) + column, y);
+    });
+}
+
+// Rows [k1][columns] of the tile become dst[n2][k1]: column c + l of the first sweep is row c + l of the second's matrix.
+template <class T, class Place> void storeTurned(const T* tile, Place dst, int c, int p) {
+    constexpr int K = kBlock<T>;
+    for (int k = 0; k < 1 << p; k += K)
+        for (int q = 0; q < kTileColumns<T>; q += K) {
+            Cx<Vec<T, K>> x[K];
+            for (int l = 0; l < K; ++l) x[l] = loadBlock<K>(tile + 2 * ((k + l) * kTileColumns<T> + q));
+            transpose<K>(x);
+            for (int l = 0; l < K; ++l) write(dst, (int64_t{c + q + l} << p) + k, x[l]);
+        }
+}
+
+// In place the first sweep leaves dst[k1][n2], and each square of P x P in it, Q/P side by side, is turned over across its diagonal: row n2 of the second
+// sweep's matrix is then row (n2 mod P) Q/P + n2 / P, folded in the sense of Rows.
+template <class T, class Place> void turnSquare(Place a, int64_t stride, int rows) {
+    constexpr int K = kBlock<T>, kPatch = 32;   // a patch's rows lie in as many pages, which the first level of the TLB holds
+    for (int i0 = 0; i0 < rows; i0 += kPatch)
+        for (int j0 = i0; j0 < rows; j0 += kPatch)
+            for (int i = i0; i < i0 + kPatch; i += K)
+                for (int j = i0 == j0 ? i : j0; j < j0 + kPatch; j += K) {
+                    Cx<Vec<T, K>> x[K], y[K];
+                    for (int l = 0; l < K; ++l) x[l] = read<K>(a, stride * (i + l) + j);
+                    transpose<K>(x);
+                    if (i != j) {
+                        for (int l = 0; l < K; ++l) y[l] = read<K>(a, stride * (j + l) + i);
+                        transpose<K>(y);
+                        for (int l = 0; l < K; ++l) write(a, stride * (i + l) + j, y[l]);
+                    }
+                    for (int l = 0; l < K; ++l) write(a, stride * (j + l) + i, x[l]);
+                }
+}
+
+// The column transforms of one length, as first sweep and as second.
+template <class T, template <class> class Place> struct Sweeps {
+    const T* (*outer[2])(const FftTables<T>& t, Place<const T> src, int c, T* work);       // [inverse]
+    void (*inner[2][2])(const FftTables<T>& t, Place<T> at, int fold, T* work, T scale);   // [inverse][scaled]
+};
+constexpr int kLastColumnOrder = 15;
+template <class T> constexpr int kFirstColumnOrder = outerOrder<T>(kFirstLargeOrder<T>);
+template <class T, template <class> class Place> struct SweepsByOrder { Sweeps<T, Place> of[kLastColumnOrder + 1 - kFirstColumnOrder<T>]; };
+template <class T, template <class> class Place, int Order> constexpr Sweeps<T, Place> sweeps() {
+    return {{outerColumns<Order, false, Place<const T>, T>, outerColumns<Order, true, Place<const T>, T>},
+            {{innerColumns<Order, false, false, Place<T>, T>, innerColumns<Order, false, true, Place<T>, T>},
+             {innerColumns<Order, true, false, Place<T>, T>, innerColumns<Order, true, true, Place<T>, T>}}};
+}
+template <class T, template <class> class Place, int... I> constexpr SweepsByOrder<T, Place> sweepsByOrder(Lane<I...>) {
+    return {{sweeps<T, Place, kFirstColumnOrder<T> + I>()...}};
+}
+template <class T, template <class> class Place>
+constexpr SweepsByOrder<T, Place> kSweeps = sweepsByOrder<T, Place>(Iota<kLastColumnOrder + 1 - kFirstColumnOrder<T>>{});
+
+template <bool Inverse, class T, template <class> class Place> void large(const FftTables<T>& t, Place<const T> src, Place<T> dst, T* work, T scale) {
+    constexpr int K = kBlock<T>;
+    const int p = outerOrder<T>(t.order), q = innerOrder<T>(t.order), P = 1 << p, Q = 1 << q;
+    const auto outer = kSweeps<T, Place>.of[p - kFirstColumnOrder<T>].outer[Inverse];
+    const auto inner = kSweeps<T, Place>.of[q - kFirstColumnOrder<T>].inner[Inverse][scale != 1];
+    const bool inPlace = start(src) == start(dst);
+    for (int c = 0; c < Q; c += kTileColumns<T>) {
+        const T* const tile = outer(t, src, c, work);
+        if (!inPlace) {
+            storeTurned(tile, dst, c, p);
+            continue;
+        }
+        for (int row = 0; row < P; ++row)
+            for (int column = 0; column < kTileColumns<T>; column += K)
+                write(dst, (int64_t{row} << q) + c + column, loadBlock<K>(tile + 2 * (row * kTileColumns<T> + column)));
+    }
+    if (inPlace)
+        for (int square = 0; square < Q; square += P) turnSquare<T>(dst + square, int64_t{1} << q, P);
+
+    for (int c = 0; c < P; c += kTileColumns<T>) inner(t, dst + c, inPlace ? Q / P : 1, work, scale);
+}
+
+// ---- orders 0 to 3: no tables ------------------------------------------------------------------------------------------------------
+
+template <int N, bool Inverse, class T, template <class> class Place> void small(const FftTables<T>&, Place<const T> src, Place<T> dst, T*, T scale) {
+    Cx<Vec<T, 1>> x[N];
+    for (int n = 0; n < N; ++n) {
+        x[n] = read<1>(src, n);
+        if (Inverse) x[n] = swapped(x[n]);
+    }
+    if constexpr (N > 1) dft(x);
+    for (int n = 0; n < N; ++n) write(dst, n, times(Inverse ? swapped(x[n]) : x[n], scale));
+}
+
+// Order 3 in single precision: radix 2 across two vectors, then radix 4 within them. u holds the even outputs' inputs, v the odd ones'.
+template <bool Inverse, template <class> class Place> void eight(const FftTables<float>&, Place<const float> src, Place<float> dst, float*, float scale) {
+    using V = Vec<float, 4>;
+    constexpr float h = float(kSqrtHalf);
+    auto a = read<4>(src, 0), b = read<4>(src, 4);
+    if (Inverse) {
+        a = swapped(a);
+        b = swapped(b);
+    }
+    const Cx<V> w = {V{1, h, 0, -h}, V{0, -h, -1, -h}};
+    const auto u = a + b, v = mul(a - b, w);
+    constexpr auto lows = [](int i) { return i < 2 ? i : i + 2; };        // u0 u1 v0 v1
+    constexpr auto highs = [](int i) { return i < 2 ? i + 2 : i + 4; };   // u2 u3 v2 v3
+    const Cx<V> p = {shuffle<lows>(u.re, v.re), shuffle<lows>(u.im, v.im)}, q = {shuffle<highs>(u.re, v.re), shuffle<highs>(u.im, v.im)};
+    const auto sum = p + q, difference = p - q;
+    constexpr auto evens = [](int i) { return 2 * (i & 1) + (i & 2 ? 4 : 0); };   // of the sum, then of the difference
+    constexpr auto odds = [](int i) { return 2 * (i & 1) + 1 + (i & 2 ? 4 : 0); };
+    // The differences at odd places take a factor -i: (re, im) becomes (im, -re).
+    const Cx<V> e = {shuffle<evens>(sum.re, difference.re), shuffle<evens>(sum.im, difference.im)};
+    const Cx<V> o = {shuffle<odds>(sum.re, difference.im), shuffle<odds>(sum.im, -difference.re)};
+    const auto low = times(e + o, scale), high = times(e - o, scale);   // outputs 0 1 2 3 and 4 5 6 7
+    write(dst, 0, Inverse ? swapped(low) : low);
+    write(dst, 4, Inverse ? swapped(high) : high);
+}
+// And in double precision: radix 4, then 2. w_8^(p j) for j = 1, 2, 3 and p = 0, 1.
+template <bool Inverse, template <class> class Place> void eight(const FftTables<double>&, Place<const double> src, Place<double> dst, double*, double scale) {
+    constexpr double h = kSqrtHalf;
+    static constexpr double kFactors[] = {1, h, 0, -h, 1, 0, 0, -1, 1, -h, 0, -h};
+    fused<2, 4, Inverse, true>(src, dst, kFactors, scale);
+}
+
+// ---- one routine for each order -----------------------------------------------------------------------------------------------------
+
+template <int K, int R, bool Inverse, class T, template <class> class Place>
+void fusedOrder(const FftTables<T>& t, Place<const T> src, Place<T> dst, T*, T scale) {
+    if (scale == 1)
+        fused<K, R, Inverse, false>(src, dst, t.passes, scale);
+    else
+        fused<K, R, Inverse, true>(src, dst, t.passes, scale);
+}
+template <int Order, bool Inverse, class T, template <class> class Place>
+void stockhamOrder(const FftTables<T>& t, Place<const T> src, Place<T> dst, T* work, T scale) {
+    if (scale == 1)
+        stockham<Order, Inverse, false>(t, src, dst, work, scale);
+    else
+        stockham<Order, Inverse, true>(t, src, dst, work, scale);
+}
+
+template <class T, template <class> class Place, bool Inverse, int Order> constexpr FftTransform<T, Place>* transformOf() {
+    constexpr int lanes = Order < 4 ? 0 : fusedLanes<T>(Order, kBlock<T>);
+    if constexpr (Order < 3)
+        return small<1 << Order, Inverse, T, Place>;
+    else if constexpr (Order == 3)
+        return eight<Inverse, Place>;
+    else if constexpr (lanes > 0)
+        return fusedOrder<lanes, (1 << Order) / lanes, Inverse, T, Place>;
+    else if constexpr (Order < kFirstLargeOrder<T>)
+        return stockhamOrder<Order, Inverse, T, Place>;
+    else
+        return large<Inverse, T, Place>;
+}
+template <class T, template <class> class Place, bool Inverse, int... Order>
+constexpr typename FftKernels<T>::template Orders<Place> transforms(Lane<Order...>) {
+    return {{transformOf<T, Place, Inverse, Order>()...}};
+}
+template <class T, template <class> class Place> constexpr typename FftKernels<T>::template Directions<Place> directions() {
+    return {transforms<T, Place, false>(Iota<kFirstLargeOrder<T> + 1>{}), transforms<T, Place, true>(Iota<kFirstLargeOrder<T> + 1>{})};
+}
+
+// ---- real transforms --------------------------------------------------------------------------------------------------------------
+
+template <class T> struct Point {
+    T re, im;
+    friend TEVS_INLINE Point operator+(Point a, Point b) { return {a.re + b.re, a.im + b.im}; }
+    friend TEVS_INLINE Point operator-(Point a, Point b) { return {a.re - b.re, a.im - b.im}; }
+};
+
+// Calls pair(k, Z[k], Z[N-k], w^k) for blocks of k that cover 1 .. N/2, where Z[N-k] comes and goes in the order of k. At k = N/2 both are the same value.
+template <int K, class T, class Pair> TEVS_INLINE void recombine(const T* in, T* out, int n, const T* w, Pair pair) {
+    for (int k = 1; k < n / 2; k += K) {
+        const int mirror = n - k - K + 1;
+        const auto a = read<K>(Pairs<const T>{in}, k), b = reversed(read<K>(Pairs<const T>{in}, mirror));
+        Cx<Vec<T, K>> x, y;
+        pair(a, b, loadBlock<K>(w), x, y);
+        w += 2 * K;
+        write(Pairs<T>{out}, mirror, reversed(y));
+        write(Pairs<T>{out}, k, x);
+    }
+}
+
+// With E = Z[k] + conj Z[N-k] and O = Z[k] - conj Z[N-k], w = exp(-2 pi i / 2N), z being half the transform:
+//     X[k] = E - i w^k O,   X[N-k] = conj(E + i w^k O)
+constexpr auto binsOfPair = [](auto p, auto m, auto w, auto& x, auto& y) {
+    const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im}, v = mul(o, w);
+    x = minusI(e, v);
+    y = {e.re - v.im, -e.im - v.re};
+};
+
+// Of eight points, by loads that lie where the transform has stored: any others would wait.
+TEVS_INLINE void binsOfEight(const FftTables<double>& t, const double* z, double* bins) { recombine<2>(z, bins, 8, t.recombination, binsOfPair); }
+TEVS_INLINE void binsOfEight(const FftTables<float>& t, const float* z, float* bins) {
+    const auto a = load<float, 4>(z), b = load<float, 4>(z + 4), c = load<float, 4>(z + 8), d = load<float, 4>(z + 12);
+    const auto p = separated(__builtin_shufflevector(a, b, 2, 3, 4, 5), __builtin_shufflevector(b, c, 2, 3, 4, 5));
+    Cx<Vec<float, 4>> x, y;
+    binsOfPair(p, reversed(separated(c, d)), loadBlock<4>(t.recombination), x, y);
+    write(Pairs<float>{bins}, 4, reversed(y));
+    write(Pairs<float>{bins}, 1, x);
+}
+
+template <class T> void spectrumOfReal(const FftTables<T>& t, const T* z, T* bins, T* first, T* last) {
+    const T a = z[0] + z[0], b = z[1] + z[1];
+    const int n = 1 << t.order;
+    if (t.order <= 2) {
+        // N = 1, 2, 4: k = N/2 has w^k = -i, so X = 2 conj Z; the one other k, 1 of 4, has w = exp(-i pi/4).
+        if (t.order == 2) {
+            const Point<T> p = {z[2], z[3]}, m = {z[6], -z[7]}, e = p + m, o = p - m;
+            const Point<T> v = {(o.im - o.re) * T(kSqrtHalf), (o.re + o.im) * T(-kSqrtHalf)};   // -i w O
+            bins[2] = e.re + v.re;
+            bins[3] = e.im + v.im;
+            bins[6] = e.re - v.re;
+            bins[7] = v.im - e.im;
+        }
+        if (t.order >= 1) {
+            const T re = z[n], im = z[n + 1];
+            bins[n] = re + re;
+            bins[n + 1] = -(im + im);
+        }
+    } else if (t.order == 3) {
+        binsOfEight(t, z, bins);
+    } else {
+        recombine<kBlock<T>>(z, bins, n, t.recombination, binsOfPair);
+    }
+    *first = a + b;
+    *last = a - b;
+}
+
+// Z[k] = E + i conj(w^k) O and Z[N-k] = conj(E - i conj(w^k) O) with E = X[k] + conj X[N-k], O = X[k] - conj X[N-k].
+constexpr auto pairOfBins = [](auto p, auto m, auto w, auto& x, auto& y) {
+    const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im};
+    const decltype(p) v = {fma(o.re, w.re, o.im * w.im), fnma(o.re, w.im, o.im * w.re)};   // conj(w) O
+    x = plusI(e, v);
+    y = {e.re + v.im, v.re - e.im};
+};
+
+// Of eight points, by stores that lie where the transform will load: it would wait for any others.
+TEVS_INLINE void pairsOfEight(const FftTables<double>& t, const double* bins, double first, double last, double* z) {
+    recombine<2>(bins, z, 8, t.recombination, pairOfBins);
+    z[0] = first + last;
+    z[1] = first - last;
+}
+TEVS_INLINE void pairsOfEight(const FftTables<float>& t, const float* bins, float first, float last, float* z) {
+    Cx<Vec<float, 4>> x, y;
+    pairOfBins(read<4>(Pairs<const float>{bins}, 1), reversed(read<4>(Pairs<const float>{bins}, 4)), loadBlock<4>(t.recombination), x, y);
+    const auto up = interleaved(x), down = interleaved(reversed(y));   // Z[1] .. Z[4], Z[4] .. Z[7]
+    const Vec<float, 4> ends = {first + last, first - last};
+    store(z, __builtin_shufflevector(ends, up.a, 0, 1, 4, 5));
+    store(z + 4, __builtin_shufflevector(up.a, up.b, 2, 3, 4, 5));
+    store(z + 8, down.a);
+    store(z + 12, down.b);
+}
+
+template <class T> void pairsOfSpectrum(const FftTables<T>& t, const T* bins, T first, T last, T* z) {
+    const int n = 1 << t.order;
+    if (t.order == 3) return pairsOfEight(t, bins, first, last, z);
+    if (t.order <= 2) {
+        if (t.order == 2) {
+            const Point<T> p = {bins[2], bins[3]}, m = {bins[6], -bins[7]}, e = p + m, o = p - m;
+            const Point<T> v = {(o.re + o.im) * T(-kSqrtHalf), (o.re - o.im) * T(kSqrtHalf)};   // i conj(w) O
+            z[2] = e.re + v.re;
+            z[3] = e.im + v.im;
+            z[6] = e.re - v.re;
+            z[7] = v.im - e.im;
+        }
+        if (t.order >= 1) {
+            const T re = bins[n], im = bins[n + 1];
+            z[n] = re + re;
+            z[n + 1] = -(im + im);
+        }
+    } else {
+        recombine<kBlock<T>>(bins, z, n, t.recombination, pairOfBins);
+    }
+    z[0] = first + last;
+    z[1] = first - last;
+}
+
+template <class T> constexpr FftKernels<T> kernels() {
+    return {
+        .lanes = kBlock<T>,
+        .pairs = directions<T, Pairs>(),
+        .parts = directions<T, Parts>(),
+        .spectrumOfReal = spectrumOfReal<T>,
+        .pairsOfSpectrum = pairsOfSpectrum<T>,
+    };
+}
+
+}   // namespace
+}   // namespace tevs::TEVS_LEVEL_NS
