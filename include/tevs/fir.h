@@ -481,11 +481,12 @@ Status tevsFIRMRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f
  * pDlyLine        ceil(tapsLen / upFactor) samples before the first of pSrc, newest first. Zeros to begin with; every call leaves it ready for the next.
  * all others      as above; tapsFactor and scaleFactor as for the single rate
  *
- * Sums are formed in double precision, of integer taps in 64-bit integers, and rounded once. Each call makes whole periods of both rates, so a stream may be
- * cut after any iteration.
+ * Sums are formed in double precision and rounded once; of integer taps they are exact up to 2^23 taps for each phase. Each call makes whole periods of both rates, so a
+ * stream may be cut after any iteration. A call works through all taps before the first output: a record spares that.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSrc, pDst), StatusBadSize (numIters < 1), StatusNullPtr (pTaps),
- * StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusRatePhase (a phase out of range), StatusNullPtr (pDlyLine).
+ * StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusRatePhase (a phase out of range), StatusNullPtr (pDlyLine), StatusNoMemory (for
+ * tapsLen and twice the delay line beyond 1024).
  */
 Status tevsFIRMR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
 Status tevsFIRMR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);

@@ -59,7 +59,9 @@ struct RateState : FirState {
     void* taps;        // in the caller's order
     void* groupTaps;   // in the order of the groups
     int32_t* place;    // of input -dlyLen and on
-    void* area;        // streams and outputs of the caller's thread
+    void* streamsOf;   // of the caller's thread
+    void* outputs;
+    void* next;        // the past after the block that is being filtered
 };
 
 // Where a thread works: the streams, outputs on their way to the destination, and the inputs before its first.
