@@ -56,18 +56,23 @@ struct RateState : FirState {
     Streams streams;
     int32_t groupCount;
     PhaseGroup* groups;
-    void* taps;        // in the caller's order
-    void* groupTaps;   // in the order of the groups
+    void* taps;         // in the caller's order
+    void* groupTaps;    // in the order of the groups
+    int32_t runCount;   // 0 where they do not serve
+    OutputRun* runs;
+    void* runTaps;
     int32_t* place;    // of input -dlyLen and on
     void* streamsOf;   // of the caller's thread
     void* outputs;
-    void* next;        // the past after the block that is being filtered
+    void* line;   // the inputs of a block of few periods, behind the past
+    void* next;   // the past after the block that is being filtered
 };
 
 // Where a thread works: the streams, outputs on their way to the destination, and the inputs before its first.
 template <class T, class S> struct Area {
     T* streams;
     T* outputs;
+    T* line;
     S* past;
 };
 
@@ -94,13 +99,15 @@ template <class Kind> struct Rated {
     static constexpr int kPer = kParts<Sample>;                    // scalars of a sample
     static constexpr int kRun = 16 / (kPer * int(sizeof(Part)));   // streams that are filled together
     static constexpr int kRows = 4 / kPer;                         // outputs that are computed together
-    static constexpr int kTogether = 3;                            // times kPeriodsAtOnce: the most that the kernels take in one step
+    static constexpr int kRunOutputs = kRunBytes / (kPer * int(sizeof(Part)));
+    static constexpr int kFew = 8;        // periods up to which a block is filtered by runs of outputs
+    static constexpr int kTogether = 3;   // times kPeriodsAtOnce: the most that the kernels take in one step
     static constexpr bool kDirect = std::is_same_v<Part, Scalar<Sample>>;
 
     // The dimensions of a record but for what the phases have a say in, which is bounded. A record that is too large for its places to be counted in
     // 32 bits has no outputs.
     struct Extent {
-        int64_t outs, ins, past, before, runs, run, atOnce, stride, groups, groupTaps;
+        int64_t outs, ins, past, before, runs, run, atOnce, stride, groups, groupTaps, outputRuns, lineLen;
 
         Extent(int tapsLen, int up, int down) {
             const int64_t common = std::gcd(up, down);
@@ -124,11 +131,14 @@ template <class Kind> struct Rated {
             groups = (outs + kRows - 1) / kRows;
             // Rows of a group that overlap start at most 3 down / up + 1 inputs apart, and have one table; others have one each.
             const int64_t apart = 3 * int64_t{down} / up + 1;
+            outputRuns = times == 1 && outs >= 4 * kRows ? (outs + kRunOutputs - 1) / kRunOutputs : 0;
+            lineLen = outputRuns ? (before + kFew) * ins + kRunSlack : 0;
             groupTaps = groups * 4 * (apart < past - 1 ? past + apart : 4 * past);
         }
         template <class S> uint64_t carveArea(Carve& c, Area<Part, S>& area) const {
             area.streams = c.take<Part>(uint64_t(runs * run * stride * kPer));
             area.outputs = c.take<Part>(uint64_t(outs * kPer * (kDirect ? kTogether * kPeriodsAtOnce : atOnce)));
+            area.line = c.take<Part>(uint64_t(lineLen * kPer));
             area.past = c.take<S>(uint64_t(before * ins));
             return c.size();
         }
@@ -153,6 +163,8 @@ template <class Kind> struct Rated {
         Stored* const taps = c.take<Stored>(uint64_t(tapsLen));
         PhaseGroup* const groups = c.take<PhaseGroup>(uint64_t(e.groups));
         Part* const groupTaps = c.take<Part>(uint64_t(e.groupTaps));
+        OutputRun* const runs = c.take<OutputRun>(uint64_t(e.outputRuns));
+        Part* const runTaps = c.take<Part>(uint64_t(e.outputRuns * e.past * kPer * kRunOutputs * kPer));
         int32_t* const place = c.take<int32_t>(uint64_t(e.past + e.ins));
         int32_t* const starts = c.take<int32_t>(uint64_t(e.runs));
         Sample* const delay = c.take<Sample>(uint64_t(e.before * e.ins));
@@ -175,9 +187,13 @@ template <class Kind> struct Rated {
             s->groups = groups;
             s->taps = taps;
             s->groupTaps = groupTaps;
+            s->runCount = int(e.outputRuns);
+            s->runs = runs;
+            s->runTaps = runTaps;
             s->place = place;
             s->streamsOf = area.streams;
             s->outputs = area.outputs;
+            s->line = area.line;
             s->next = area.past;
             memset(static_cast<unsigned char*>(block) + at, 0, size_t(c.size() - at));   // lanes behind the last period are computed, and dropped
         }
@@ -191,7 +207,7 @@ template <class Kind> struct Rated {
         return area;
     }
     static Area<Part, Sample> own(const RateState* s) {
-        return {static_cast<Part*>(s->streamsOf), static_cast<Part*>(s->outputs), static_cast<Sample*>(s->next)};
+        return {static_cast<Part*>(s->streamsOf), static_cast<Part*>(s->outputs), static_cast<Part*>(s->line), static_cast<Sample*>(s->next)};
     }
 
     // ---- taps -----------------------------------------------------------------------------------------------------------------------------
@@ -251,6 +267,56 @@ template <class Kind> struct Rated {
         }
     }
 
+    // Neighbouring outputs, where their oldest inputs lie near enough to each other.
+    static void buildRuns(RateState* s) {
+        constexpr int kElement = kPer * int(sizeof(Part)) / 4;   // 32-bit lanes of a sample
+        ptrdiff_t used = 0;
+        for (int n = 0; n < s->runCount; ++n) {
+            OutputRun& r = s->runs[n];
+            const int output = std::min(n * kRunOutputs, s->outs - kRunOutputs);
+            Phase f[kRunOutputs];
+            r.first = INT_MAX;
+            r.steps = 0;
+            for (int o = 0; o < kRunOutputs; ++o) {
+                f[o] = phase(s, output + o);
+                r.first = std::min(r.first, oldest(f[o]));
+                r.steps = std::max(r.steps, f[o].count);
+            }
+            int farthest = 0;
+            for (int o = 0; o < kRunOutputs; ++o) {
+                const int at = oldest(f[o]) - r.first;
+                farthest = std::max(farthest, at);
+                for (int l = 0; l < kElement; ++l) {
+                    r.order[o * kElement + l] = at * kElement + l;
+                    r.last[o * kElement + l] = f[o].count == r.steps ? -1 : 0;
+                }
+            }
+            r.wide = farthest >= kRunOutputs;
+            r.output = output * kPer;
+            r.taps = used;
+            used += ptrdiff_t{r.steps} * kPer * kRunOutputs * kPer;
+            if (farthest >= 2 * kRunOutputs) {
+                s->runCount = 0;
+                return;
+            }
+        }
+    }
+    static int oldest(const Phase& f) { return f.newest + 1 - f.count; }
+    static void setRunTaps(RateState* s) {
+        const auto* const taps = static_cast<const Stored*>(s->taps);
+        for (int n = 0; n < s->runCount; ++n) {
+            const OutputRun& r = s->runs[n];
+            Part* to = static_cast<Part*>(s->runTaps) + r.taps;
+            for (int step = 0; step < r.steps; ++step)
+                for (int part = 0; part < kPer; ++part)
+                    for (int o = 0; o < kRunOutputs; ++o) {
+                        const Phase f = phase(s, r.output / kPer + o);
+                        const int j = f.count - 1 - step;
+                        to = std::fill_n(to, kPer, j < 0 ? Part(0) : Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[part]));
+                    }
+        }
+    }
+
     // Places whose inputs are taken get a stream, with its neighbours in the same run.
     static void buildPlaces(RateState* s) {
         int32_t* const place = s->place + s->dlyLen;
@@ -283,6 +349,7 @@ template <class Kind> struct Rated {
         } else {
             memcpy(taps, pTaps, size_t(s->tapsLen) * sizeof(Tap));
         }
+        setRunTaps(s);
         auto* const to = static_cast<Part*>(s->groupTaps);
         for (int n = 0; n < s->groupCount; ++n) {
             const PhaseGroup& g = s->groups[n];
@@ -333,9 +400,41 @@ template <class Kind> struct Rated {
             return kPer == 1 ? multirate->real64f : multirate->complex64f;
     }
 
+    static auto filterRuns() {
+        if constexpr (std::is_same_v<Part, float>)
+            return kPer == 1 ? multirate->runs32f : multirate->runs32fc;
+        else
+            return kPer == 1 ? multirate->runs64f : multirate->runs64fc;
+    }
+
+    // Of n whole periods.
+    static void few(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int n, int scale) {
+        const OutputRuns<Part> runs = {.runs = s->runs,
+                                       .count = s->runCount,
+                                       .taps = static_cast<const Part*>(s->runTaps),
+                                       .inputs = ptrdiff_t{s->ins} * kPer,
+                                       .outputs = ptrdiff_t{s->outs} * kPer};
+        Part* const line = area.line + pastCount(s) * kPer;
+        toParts(past, area.line, int(pastCount(s)));
+        toParts(src, line, n * s->ins);
+        if constexpr (kDirect) {
+            filterRuns()(&runs, line, partsOf(dst), n);
+        } else {
+            filterRuns()(&runs, line, area.outputs, n);
+            narrowParts(area.outputs, partsOf(dst), n * s->outs * kPer, scale);
+        }
+    }
+    static void toParts(const Sample* src, Part* dst, int n) {
+        if constexpr (kDirect)
+            memcpy(dst, src, size_t(n) * sizeof(Sample));
+        else
+            widenParts(partsOf(src), dst, n * kPer);
+    }
+
     // From the inputs src, behind the past, whole patterns of outputs.
     static void range(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int64_t iterations, int scale) {
         int64_t inputs = iterations * s->rates.down, outputs = iterations * s->rates.up;
+        if (s->runCount > 0 && outputs <= int64_t{kFew} * s->outs && filterRuns()) return few(s, area, past, src, dst, int(outputs / s->outs), scale);
         const Phases<Part> phases = {.groups = s->groups,
                                      .count = s->groupCount,
                                      .taps = static_cast<const Part*>(s->groupTaps),
@@ -428,6 +527,7 @@ template <class Kind> struct Rated {
         s->kind = kindOf(tapsLen, rates.up, rates.down);
         s->threads = std::max(threads_omp_of_n_tev, 1);
         buildGroups(s);
+        buildRuns(s);
         buildPlaces(s);
         setTaps(pTaps, tapsFactor, s);
         setPast(pDlyLine, s);

@@ -257,6 +257,60 @@ template <class T, int Parts> void filter(const Phases<T>* f, const T* streams, 
     while (left > 0) pass(vectors<T, Parts, 1>, 1);
 }
 
+// ---- few periods ----------------------------------------------------------------------------------------------------------------------------
+
+#if TEVS_LEVEL >= 2
+using Index = Vec<int32_t, 8>;
+template <class V> TEVS_INLINE V permuted(const Element<V>* p, Index order, bool wide) {
+    const auto from = [&](V v) { return _mm256_permutevar8x32_ps((__m256)v, (__m256i)order); };
+    const __m256 near = from(load<Element<V>, kCount<V>>(p));
+    if (!wide) return (V)near;
+    return (V)_mm256_blendv_ps(near, from(load<Element<V>, kCount<V>>(p + kCount<V>)), (__m256)(Index)(order > 7));
+}
+
+// A periods of one run.
+template <class T, int Parts, int A, bool Wide> TEVS_INLINE void run(const OutputRuns<T>& f, const OutputRun& r, const T* inputs, T* dst) {
+    constexpr int W = kRunBytes / int(sizeof(T));
+    using V = Vec<T, W>;
+    const auto order = load<int32_t, 8>(r.order), last = load<int32_t, 8>(r.last);
+    const T* taps = f.taps + r.taps;
+    const T* p = inputs + ptrdiff_t{r.first} * Parts;
+    V sum[Parts][A] = {};
+    const auto step = [&](auto add) {
+        for (int a = 0; a < A; ++a) {
+            const V x = permuted<V>(p + a * f.inputs, order, Wide);
+            for (int part = 0; part < Parts; ++part) sum[part][a] = add(sum[part][a], fma(load<T, W>(taps + part * W), x, sum[part][a]));
+        }
+        taps += Parts * W;
+        p += Parts;
+    };
+    for (int s = 1; s < r.steps; ++s) step([](V, V all) { return all; });
+    if (r.steps > 0) step([&](V before, V all) { return (V)_mm256_blendv_ps((__m256)before, (__m256)all, (__m256)last); });
+    for (int a = 0; a < A; ++a) {
+        T* const to = dst + r.output + a * f.outputs;
+        if constexpr (Parts == 1)
+            store(to, sum[0][a]);
+        else
+            store(to, subAdd(sum[0][a], swapPairs(sum[1][a])));
+    }
+}
+template <class T, int Parts, int A> TEVS_INLINE void runs(const OutputRuns<T>& f, const T* inputs, T* dst) {
+    for (const OutputRun* r = f.runs; r < f.runs + f.count; ++r) {
+        if (r->wide)
+            run<T, Parts, A, true>(f, *r, inputs, dst);
+        else
+            run<T, Parts, A, false>(f, *r, inputs, dst);
+    }
+}
+template <class T, int Parts> void filterRuns(const OutputRuns<T>* runs, const T* inputs, T* dst, int n) {
+    const OutputRuns<T> f = *runs;
+    for (; n >= 4; n -= 4, inputs += 4 * f.inputs, dst += 4 * f.outputs) TEVS_LEVEL_NS::runs<T, Parts, 4>(f, inputs, dst);
+    if (n == 3) TEVS_LEVEL_NS::runs<T, Parts, 3>(f, inputs, dst);
+    if (n == 2) TEVS_LEVEL_NS::runs<T, Parts, 2>(f, inputs, dst);
+    if (n == 1) TEVS_LEVEL_NS::runs<T, Parts, 1>(f, inputs, dst);
+}
+#endif
+
 }   // namespace
 
 extern const MultirateKernels multirate = {
@@ -277,6 +331,18 @@ extern const MultirateKernels multirate = {
     .complex32f = filter<float, 2>,
     .real64f = filter<double, 1>,
     .complex64f = filter<double, 2>,
+
+#if TEVS_LEVEL >= 2
+    .runs32f = filterRuns<float, 1>,
+    .runs32fc = filterRuns<float, 2>,
+    .runs64f = filterRuns<double, 1>,
+    .runs64fc = filterRuns<double, 2>,
+#else
+    .runs32f = nullptr,
+    .runs32fc = nullptr,
+    .runs64f = nullptr,
+    .runs64fc = nullptr,
+#endif
 };
 
 }   // namespace tevs::TEVS_LEVEL_NS

@@ -41,10 +41,33 @@ template <class T> struct Phases {
     ptrdiff_t period;       // scalars from a period's outputs to the next one's
 };
 
+// Neighbouring outputs of a period in one vector of 32 bytes, for blocks of too few periods to fill vectors with these. Step s takes for each output the input
+// s places behind its oldest one; all of them lie in two neighbouring vectors of inputs, or in one.
+struct OutputRun {
+    int32_t order[8];   // of 32-bit lanes, from the oldest input of all on
+    int32_t last[8];    // -1 in lanes of outputs that take part in the last step, where the number of taps differs by one
+    int32_t first;      // the oldest input
+    int32_t steps;
+    int32_t wide;     // whether two vectors are needed
+    int32_t output;   // the first, in scalars from the period's first
+    ptrdiff_t taps;   // a vector for each step, for complex ones two: real parts, then imaginary parts, each for both parts of a sample
+};
+
+template <class T> struct OutputRuns {
+    const OutputRun* runs;
+    int32_t count;
+    const T* taps;
+    ptrdiff_t inputs, outputs;   // scalars of a period
+};
+constexpr int kRunBytes = 32;
+
 // count inputs, from the start of a period on, go to the streams; the last period need not be whole.
 template <class S, class T> using Split = void (*)(const S* src, int count, const Streams* streams, T* to);
 // The outputs of kPeriodsAtOnce * n periods.
 template <class T> using Filter = void (*)(const Phases<T>* phases, const T* streams, T* dst, int n);
+// The outputs of n periods from inputs in order of time. Vectors of inputs may reach kRunSlack elements past the last.
+template <class T> using FilterRuns = void (*)(const OutputRuns<T>* runs, const T* inputs, T* dst, int n);
+constexpr int kRunSlack = 16;
 
 struct MultirateKernels {
     Split<float, float> split_32f;
@@ -62,6 +85,10 @@ struct MultirateKernels {
 
     Filter<float> real32f, complex32f;
     Filter<double> real64f, complex64f;
+
+    // Null where there is no instruction to permute lanes by a vector. The same results to the bit.
+    FilterRuns<float> runs32f, runs32fc;
+    FilterRuns<double> runs64f, runs64fc;
 };
 
 }   // namespace tevs

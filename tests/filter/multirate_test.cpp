@@ -319,7 +319,7 @@ TEST(MultirateBlocks, EveryScale) {
 
 TYPED_TEST(Multirate, AnySplitOfAStreamGivesTheSameBits) {
     using S = typename TypeParam::Sample;
-    for (auto [up, down] : {std::pair{1, 4}, {3, 1}, {3, 2}, {7, 10}, {2, 2}}) {
+    for (auto [up, down] : {std::pair{1, 4}, {3, 1}, {3, 2}, {7, 10}, {2, 2}, {20, 17}, {37, 60}}) {
         const Factors f = atRandomPhases(up, down);
         const int all = 500, scale = kShort<TypeParam> ? 12 : 0;
         const auto h = taps<typename TypeParam::Tap>(12 * std::max(up, down));
@@ -397,7 +397,7 @@ TEST(MultirateBlocks, FloatTapsInSixteenBits) {
 
 // What is not a number in the input shows in the outputs that it is a factor of, and in no others.
 TEST(MultirateBlocks, OutputsTakeNoOtherInputs) {
-    for (auto [up, down] : {std::pair{1, 5}, {8, 1}, {4, 3}, {3, 7}, {30, 1}})
+    for (auto [up, down] : {std::pair{1, 5}, {8, 1}, {4, 3}, {3, 7}, {30, 1}, {17, 20}})
         for (int tapsLen : {3, 20, 31})
             for (int bad = 0; bad < 4 * down; ++bad) {
                 const Factors f = atRandomPhases(up, down);
