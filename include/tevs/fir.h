@@ -486,7 +486,7 @@ Status tevsFIRMRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSrc, pDst), StatusBadSize (numIters < 1), StatusNullPtr (pTaps),
  * StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusRatePhase (a phase out of range), StatusNullPtr (pDlyLine), StatusNoMemory (for
- * tapsLen and twice the delay line beyond 1024).
+ * taps and delay line of more than 1024 together).
  */
 Status tevsFIRMR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
 Status tevsFIRMR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);

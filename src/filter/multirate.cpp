@@ -580,8 +580,8 @@ template <class Kind> struct Rated {
 
 // ---- without a record -----------------------------------------------------------------------------------------------------------------------
 
-// Sums in double precision, rounded once; those with 16-bit taps are exact up to 2^23 taps a phase. Taps are put in order by phase, and inputs into a line that
-// holds them twice over, for the kernel of sums in one piece.
+// Sums in double precision, rounded once; those with 16-bit taps are exact up to 2^23 taps a phase. Taps are put in order by phase, and inputs, as doubles, behind
+// the past, for the kernel of single sums.
 template <class Kind> class Stateless {
 public:
     using Tap = typename Kind::Tap;
@@ -592,7 +592,7 @@ public:
         if (Status s = rates.check(Args().ptr(pSrc).ptr(pDst).len(numIters).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength)).ptr(pDlyLine)) return s;
         NearestRounding guard;
         const int len = pastLen(tapsLen, rates.up);
-        const uint64_t values = uint64_t(tapsLen) + 2 * uint64_t(len);
+        const uint64_t values = uint64_t(tapsLen) + uint64_t(len) + kBlock;
         Value near[kNear];
         const Scratch memory{values > kNear && values <= SIZE_MAX / 2 / sizeof(Value) ? allocate(size_t(values) * sizeof(Value)) : nullptr};
         if (values > kNear && !memory) return StatusNoMemory;
@@ -612,27 +612,23 @@ public:
 private:
     using Value = std::conditional_t<kComplex<Sample>, Complex64f, double>;
     static constexpr int kPer = kParts<Sample>;
-    static constexpr uint64_t kNear = 1024;   // taps and inputs that find room on the stack
-    static constexpr int kBlock = 128;
+    static constexpr int kBlock = 256;                 // inputs, and outputs, at a time
+    static constexpr uint64_t kNear = 1024 + kBlock;   // taps and inputs that find room on the stack
 
     Stateless(const Rates& rates, Value* taps, Value* line, Sample* past, int tapsLen, int len)
         : rates_(rates), taps_(taps), line_(line), past_(past), whole_(tapsLen / rates.up), longer_(tapsLen % rates.up), len_(len) {}
 
-    // Phase u, and its number of taps: one more than of others for the first longer_ phases.
+    // Phase u, its last tap first, and its number of taps: one more than of others for the first longer_ phases.
     Value* phase(int u) const { return taps_ + (int64_t{u} * whole_ + std::min(u, longer_)); }
     int count(int u) const { return whole_ + (u < longer_); }
 
     template <class F> void sortTaps(const Tap* pTaps, F value) const {
         for (int u = 0; u < rates_.up && count(u) > 0; ++u)
-            for (int j = 0; j < count(u); ++j) phase(u)[j] = eachPart<Value>(pTaps[u + int64_t{j} * rates_.up], value);
+            for (int j = 0; j < count(u); ++j) phase(u)[count(u) - 1 - j] = eachPart<Value>(pTaps[u + int64_t{j} * rates_.up], value);
     }
 
-    // The newest input lies at `at`, older ones behind it; in the delay line of the caller, the oldest of these comes before the first.
-    int push(Sample x, int at) const {
-        at = at == 0 ? len_ - 1 : at - 1;
-        past_[at] = x;
-        line_[at] = line_[at + len_] = eachPart<Value>(x, [](auto part) { return double(part); });
-        return at;
+    static Value inDouble(Sample x) {
+        return eachPart<Value>(x, [](auto part) { return double(part); });
     }
 
     static Value sum(const Value* line, const Value* taps, int n) {
@@ -651,8 +647,20 @@ private:
             src = dst + int64_t{numIters} * (r.up - r.down);
             memmove(const_cast<Sample*>(src), dst, size_t(numIters) * size_t(r.down) * sizeof(Sample));
         }
-        int at = 0;
-        for (int j = 0; j < len_; ++j) line_[j] = line_[j + len_] = eachPart<Value>(past_[j], [](auto part) { return double(part); });
+        const Sample* const end = src + int64_t{numIters} * r.down;
+        for (int j = 0; j < len_; ++j) line_[len_ - 1 - j] = inDouble(past_[j]);
+        const int fresh = int(std::min<int64_t>(end - src, len_));
+        memmove(past_ + fresh, past_, size_t(len_ - fresh) * sizeof(Sample));
+        std::reverse_copy(end - fresh, end, past_);
+
+        const Value *newest = line_ + len_ - 1, *last = newest;
+        const auto refill = [&] {
+            memmove(line_, last + 1 - len_, size_t(len_) * sizeof(Value));
+            const int n = int(std::min<int64_t>(end - src, kBlock));
+            for (int i = 0; i < n; ++i) line_[len_ + i] = inDouble(*src++);
+            newest = line_ + len_ - 1;
+            last = newest + n;
+        };
         Value sums[kBlock];
         int waiting = 0;
         const auto flush = [&] {
@@ -660,16 +668,15 @@ private:
             dst += waiting;
             waiting = 0;
         };
-        const Sample* const end = src + int64_t{numIters} * r.down;
         int64_t since = int64_t{r.downPhase} - r.upPhase + r.up;   // from the newest input to the output, in steps of the clock that both rates divide
         for (int64_t left = int64_t{numIters} * r.up; left > 0; --left, since += r.down) {
-            for (; since >= r.up; since -= r.up) at = push(*src++, at);
+            for (; since >= r.up; ++newest, since -= r.up)
+                if (newest == last) refill();
             if (waiting == kBlock) flush();
-            sums[waiting++] = sum(line_ + at, phase(int(since)), count(int(since)));
+            const int n = count(int(since));
+            sums[waiting++] = sum(newest + 1 - n, phase(int(since)), n);
         }
-        while (src < end) at = push(*src++, at);
         flush();
-        std::rotate(past_, past_ + at, past_ + len_);
     }
 
     const Rates rates_;
