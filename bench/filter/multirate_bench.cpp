@@ -106,7 +106,38 @@ void add(const Rate& r, const std::vector<int64_t>& sizes) {
 #endif
 }
 
+// The other types, next to the plain loop alone.
+template <class State, class Tap, class PlainTap, class Sample, class Init, class Free, class Run>
+void addType(const std::string& type, const Rate& r, Init init, Free free, Run run) {
+    const std::string name = "FIRMR" + type + r.name().substr(std::string("FIRMR_32f").size());
+    const std::vector<int64_t> sizes = {9600};
+    bench::row(name, "tevs", sizes, [=](int n) {
+        State* p = nullptr;
+        init(&p, std::vector<Tap>(size_t(r.taps())).data());
+        return [=, f = std::shared_ptr<State>(p, free), x = std::vector<Sample>(size_t(r.inputs(n))), y = std::vector<Sample>(size_t(n))]() mutable {
+            run(x.data(), y.data(), n / r.up, f.get());
+        };
+    });
+    bench::row(name, "plain", sizes, [=](int n) {
+        return [=, h = std::vector<PlainTap>(size_t(r.products() * r.up)), x = std::vector<Sample>(size_t(r.inputs(n) + r.products())),
+                y = std::vector<Sample>(size_t(n))]() mutable { plain::multirate(x.data(), h.data(), r.products(), r.up, r.down, y.data(), n); };
+    });
+}
+
 const bool registered = [] {
+    for (const Rate& r : {Rate{1, 6, 8}, {1, 6, 32}, {160, 147, 32}, {4, 1, 8}}) {
+        addType<FIRMRState_32fc, Complex32f, Complex32f, Complex32f>(
+            "_32fc", r, [=](auto p, const Complex32f* h) { tevsFIRMRInitAlloc_32fc(p, h, r.taps(), r.up, 0, r.down, 0, nullptr); }, tevsFIRFree_32fc,
+            tevsFIR_32fc);
+        addType<FIRMRState_64f, double, double, double>(
+            "_64f", r, [=](auto p, const double* h) { tevsFIRMRInitAlloc_64f(p, h, r.taps(), r.up, 0, r.down, 0, nullptr); }, tevsFIRFree_64f, tevsFIR_64f);
+        addType<FIRMRState32f_16s, float, float, int16_t>(
+            "32f_16s", r, [=](auto p, const float* h) { tevsFIRMRInitAlloc32f_16s(p, h, r.taps(), r.up, 0, r.down, 0, nullptr); }, tevsFIRFree32f_16s,
+            [](auto x, auto y, int n, auto f) { tevsFIR32f_16s_Sfs(x, y, n, f, 0); });
+        addType<FIRMRState32s_16s, int32_t, int16_t, int16_t>(
+            "32s_16s", r, [=](auto p, const int32_t* h) { tevsFIRMRInitAlloc32s_16s(p, h, r.taps(), 0, r.up, 0, r.down, 0, nullptr); }, tevsFIRFree32s_16s,
+            [](auto x, auto y, int n, auto f) { tevsFIR32s_16s_Sfs(x, y, n, f, 15); });
+    }
     for (int per : {8, 32}) {
         for (auto [up, down] : {std::pair{1, 2}, {1, 4}, {1, 6}, {1, 8}, {2, 1}, {4, 1}, {8, 1}, {3, 2}, {2, 3}, {160, 147}}) add({up, down, per}, {480, 9600});
         add({147, 160, per}, {441, 8820});
