@@ -48,7 +48,7 @@ template <class V> TEVS_INLINE Four<V> transposed(V a, V b, V c, V d) {
     return {{low.a, low.b, high.a, high.b}};
 }
 
-// n periods' inputs at one run of places go to its streams. U is as large as an element of a stream.
+// The inputs of type S, as numbers of T.
 template <class S, class T> struct Splitter {
     using Part = typename PartsOf<S>::type;
     static constexpr int kParts = PartsOf<S>::n, kElement = kParts * int(sizeof(T)), kRun = 16 / kElement;
