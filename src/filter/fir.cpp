@@ -1,7 +1,6 @@
-// FIR filters: y[t] = sum over k of h[k] x[t-k], with taps and past in a record, or passed on every call.
-#include "tevs/fir.h"
+// FIR filters: y[t] = sum over k of h[k] x[t-k], with taps and past in a record.
+#include "filter/fir.h"
 
-#include <limits.h>
 #include <string.h>
 
 #include <algorithm>
@@ -12,380 +11,842 @@
 #include "core/parallel.h"
 #include "core/rounding.h"
 #include "filter/fir.table.h"
+#include "filter/fir_samples.h"
+#include "filter/fir_taps.h"
+#include "filter/multirate.h"
+#include "tevs/arithmetic.h"
 #include "tevs/fft.h"
 
 namespace tevs {
-
-constexpr uint32_t kFir32f = identifier("FI01");
-
-// A record, at a 16-byte boundary, its arrays behind it.
-struct FirState {
-    uint32_t id;
-    int32_t tapsLen;
-    int32_t dlyIndex;    // where the oldest sample of the past lies in delay
-    int32_t fftLen;      // transform length of overlap-save, -1 for direct filtering at every length
-    int32_t threads;     // work areas, one a thread
-    int32_t allocated;   // 1 where InitAlloc made the block
-    int64_t workBytes;   // of one area: fftLen samples and a transform's scratch
-    float* reversed;     // h[tapsLen-1] .. h[0]: the order in which a block runs along the past
-    float* delay;        // the past, oldest first from dlyIndex on: twice over for single samples, or followed by the head of a block
-    float* stage;        // kStage samples and the past before them, for blocks in place
-    float* spectrum;     // Perm transform of the taps, zeros behind them, divided by nothing
-    FFTSpec_R_32f* fft;
-    unsigned char* work;
-};
-static_assert(sizeof(FirState) <= 112);   // with what 16-byte alignment costs, the 128 bytes of the reported size
-
 namespace {
 
-constexpr int kStage = 4092;          // samples of a block in place that are copied at a time
-constexpr int kFewestFftTaps = 64;    // from which on InitAlloc prepares overlap-save
-constexpr int kLongestDirect = 511;   // samples of a block that is filtered directly even so
-constexpr int kParallelAbove = 160000;
+constexpr int kStage = 4080;          // the most samples that are copied at a time, of a block in place or in another type
+constexpr int kChunk = 256;           // outputs in another type that are made at a time
+constexpr int kLongestDirect = 511;   // samples of a block that is filtered directly even where the record has a transform
 
-constexpr int64_t floats(int64_t n) { return int64_t(roundUp16(uint64_t(n) * sizeof(float))); }
+// ---- what the engine asks of a type that taps and past are kept in ----------------------------------------------------------------------
 
-// Taps, past and stage lie within this at any address: it has four times the taps and kStage samples more than they take.
-int64_t stateBytes(int tapsLen, int threads) {
-    const int64_t t = tapsLen;
-    return floats(3 * t + 4) + 5 * floats(t) + 128 + 4 * (4 * int64_t{threads} + kStage);
+template <class Stored> auto& kernelOf() {
+    if constexpr (std::is_same_v<Stored, float>) return fir->real32f;
+    if constexpr (std::is_same_v<Stored, Complex32f>) return fir->complex32f;
+    if constexpr (std::is_same_v<Stored, double>) return fir->real64f;
+    if constexpr (std::is_same_v<Stored, Complex64f>) return fir->complex64f;
+    if constexpr (std::is_same_v<Stored, int16_t>) return fir->real16s;
+    if constexpr (std::is_same_v<Stored, Complex16s>) return fir->complex16s;
 }
 
-// The first outputs of a block are computed from the past with the block's head behind it; the rest straight from the source.
-int headLen(int tapsLen) { return (tapsLen + 3) & ~3; }
+// The transform of overlap-save, and the number of taps from which on InitAlloc prepares it.
+template <int Fewest, class SpecT, auto Build, auto Free, auto BufSize, auto Forward, auto Multiply, auto Inverse> struct TransformBy {
+    static constexpr int kFewestTaps = Fewest;
+    using Spec = SpecT;
+    static constexpr auto build = Build;
+    static constexpr auto free = Free;
+    static constexpr auto bufSize = BufSize;
+    static constexpr auto forward = Forward;
+    static constexpr auto multiply = Multiply;
+    static constexpr auto inverse = Inverse;
+};
+template <class Stored> struct Transform { static constexpr int kFewestTaps = INT_MAX; };
+template <>
+struct Transform<float> : TransformBy<64, FFTSpec_R_32f, tevsFFTInitAlloc_R_32f, tevsFFTFree_R_32f, tevsFFTGetBufSize_R_32f, tevsFFTFwd_RToPerm_32f_I,
+                                      tevsMulPerm_32f_I, tevsFFTInv_PermToR_32f_I> {};
+template <>
+struct Transform<Complex32f> : TransformBy<16, FFTSpec_C_32fc, tevsFFTInitAlloc_C_32fc, tevsFFTFree_C_32fc, tevsFFTGetBufSize_C_32fc, tevsFFTFwd_CToC_32fc_I,
+                                           tevsMul_32fc_I, tevsFFTInv_CToC_32fc_I> {};
+template <>
+struct Transform<Complex64f> : TransformBy<16, FFTSpec_C_64fc, tevsFFTInitAlloc_C_64fc, tevsFFTFree_C_64fc, tevsFFTGetBufSize_C_64fc, tevsFFTFwd_CToC_64fc_I,
+                                           tevsMul_64fc_I, tevsFFTInv_CToC_64fc_I> {};
 
-// The part of a record that both lifecycles have. Over no block it only adds up.
-uint64_t layOut(FirState* s, void* block, int tapsLen) {
-    Carve c(block);
-    c.take<FirState>(1);
-    float* const reversed = c.take<float>(uint64_t(tapsLen));
-    float* const delay = c.take<float>(3 * uint64_t(tapsLen) + 4);
-    float* const stage = c.take<float>(uint64_t(tapsLen) + kStage);
-    if (s)
-        *s = {.id = kFir32f,
-              .tapsLen = tapsLen,
-              .dlyIndex = 0,
-              .fftLen = -1,
-              .threads = 1,
-              .allocated = 0,
-              .workBytes = 0,
-              .reversed = reversed,
-              .delay = delay,
-              .stage = stage,
-              .spectrum = nullptr,
-              .fft = nullptr,
-              .work = nullptr};
-    return c.size();
-}
-
-Status setTaps(const float* pTaps, FirState* s) {
-    std::reverse_copy(pTaps, pTaps + s->tapsLen, s->reversed);
-    if (s->fftLen < 0) return StatusOk;
-    memcpy(s->spectrum, pTaps, size_t(s->tapsLen) * sizeof(float));
-    memset(s->spectrum + s->tapsLen, 0, size_t(s->fftLen - s->tapsLen) * sizeof(float));
-    return tevsFFTFwd_RToPerm_32f_I(s->spectrum, s->fft, s->work + floats(s->fftLen));
-}
-
-void setPast(const float* pDlyLine, FirState* s) {
-    s->dlyIndex = 0;
-    if (pDlyLine)
-        std::reverse_copy(pDlyLine, pDlyLine + s->tapsLen, s->delay);
-    else
-        memset(s->delay, 0, size_t(s->tapsLen) * sizeof(float));
-}
-
-// fftLen of a record that is built for overlap-save: four times the largest power of two not above tapsLen.
+// Order of the transform: of four times the largest power of two not above tapsLen.
 int fftOrder(int tapsLen) {
     int k = 2;
     while (int64_t{1} << k <= tapsLen) ++k;
     return k + 1;
 }
 
-// A record in a block of the library's own, with what overlap-save needs where there are taps enough.
-Status build(FirState** ppState, const float* pTaps, int tapsLen, const float* pDlyLine) {
-    FFTSpec_R_32f* fft = nullptr;
-    int scratchBytes = 0, order = 0;
-    if (tapsLen >= kFewestFftTaps) {
-        order = fftOrder(tapsLen);
-        if (Status s = tevsFFTInitAlloc_R_32f(&fft, order, ScaleInvByN, HintNone)) return s;
-        tevsFFTGetBufSize_R_32f(fft, &scratchBytes);
+// 16-bit taps are multiplied two at a time and summed in 32 bits, which is exact as long as their magnitudes add up to less than 2^16: samples are
+// of 2^15 at most. Larger ones are taken as lower digit + 256 upper digit, of magnitudes up to 128, in runs short enough for that; the sums of runs are added in 64 bits.
+constexpr int64_t kMostAtOnce = 65535;
+template <class Stored> constexpr int kRun = kComplex<Stored> ? 240 : 496;
+static_assert(kRun<int16_t> * 128 <= kMostAtOnce && kRun<Complex16s> * 2 * 128 <= kMostAtOnce);
+
+int16_t lowerDigit(int16_t tap) { return int8_t(tap); }
+int16_t upperDigit(int16_t tap) { return int16_t((tap - int8_t(tap)) >> 8); }
+
+void setKernelTap(int16_t* to, int16_t h, int16_t) { *to = h; }
+void setKernelTap(TapMatrix* to, int16_t re, int16_t im) { *to = {{re, int16_t(-im)}, {im, re}}; }
+Complex64s kernelProduct(int16_t t, int16_t x) { return {t * x, 0}; }
+Complex64s kernelProduct(const TapMatrix& t, Complex16s x) { return {int64_t{t.re[0] * x.re} + t.re[1] * x.im, int64_t{t.im[0] * x.re} + t.im[1] * x.im}; }
+int16_t kernelTap(int16_t t, int) { return t; }
+int16_t kernelTap(const TapMatrix& t, int part) { return part == 0 ? t.re[0] : t.im[0]; }
+
+// ---- a record ---------------------------------------------------------------------------------------------------------------------------
+
+template <class Kind> class Fir {
+    using Tap = typename Kind::Tap;
+    using Stored = typename Kind::Stored;
+    using Sample = typename Kind::Sample;
+    using Transform = tevs::Transform<Stored>;
+    using KernelTap = std::conditional_t<std::is_same_v<Stored, Complex16s>, TapMatrix, Stored>;
+    static constexpr bool kStraight = std::is_same_v<Stored, Sample>;   // samples are filtered where they lie
+    static constexpr bool kPaired = std::is_same_v<Stored, int16_t>;    // the kernel takes an even number of taps: a 0 comes first
+    static constexpr int kDigits = Kind::kIntegerTaps ? 2 : 1;
+    static constexpr int kPart = std::min(kStage, 16320 / int(sizeof(Stored)));   // what is copied stays in the first cache
+
+public:
+    explicit Fir(const FirState* s) : s_(const_cast<FirState*>(s)) {}
+
+    // Taps, past and stage lie within this at any address: it has more than the taps take, and kStage samples.
+    static int64_t stateBytes(int tapsLen, int threads) {
+        constexpr int64_t size = sizeof(Stored);
+        const int64_t t = tapsLen;
+        const auto rounded = [](int64_t samples) { return int64_t(roundUp16(uint64_t(samples * size))); };
+        return rounded(3 * t + 4) + 5 * rounded(t) + 128 + size * (4 * int64_t{threads} + 4092);
     }
-    const uint64_t fftLen = fft ? uint64_t{1} << order : 0;
+    static bool fits(int tapsLen, int threads) { return tapsLen >= 1 && stateBytes(tapsLen, threads) <= INT_MAX; }
+
+    // The part of a record that both lifecycles have. Over no block it only adds up.
+    static uint64_t layOut(void* block, int tapsLen) {
+        Carve c(block);
+        auto* const s = c.take<FirState>(1);
+        auto* const taps = c.take<KernelTap>(kDigits * tapRoom(tapsLen));
+        auto* const delay = c.take<Stored>(3 * uint64_t(tapsLen) + 4);
+        auto* const stage = c.take<Stored>(uint64_t(tapsLen) + kStage);
+        if (s)
+            *s = {.id = Kind::kId,
+                  .tapsLen = tapsLen,
+                  .dlyIndex = 0,
+                  .fftLen = -1,
+                  .threads = std::max(threads_omp_of_n_tev, 1),
+                  .allocated = 0,
+                  .exponent = 0,
+                  .digits = 1,
+                  .workBytes = 0,
+                  .reversed = taps,
+                  .delay = delay,
+                  .stage = stage,
+                  .spectrum = nullptr,
+                  .fft = nullptr,
+                  .work = nullptr};
+        return c.size();
+    }
+
+    // A record in a block of the library's own, with what overlap-save needs where there are taps enough.
+    static Status build(FirState** ppState, const Tap* pTaps, int tapsLen, const Sample* pDlyLine, int tapsFactor) {
+        void* fft = nullptr;
+        int scratchBytes = 0, order = 0;
+        if constexpr (kHasTransform)
+            if (tapsLen >= Transform::kFewestTaps) {
+                typename Transform::Spec* spec;
+                order = fftOrder(tapsLen);
+                if (Status s = Transform::build(&spec, order, ScaleInvByN, HintNone)) return s;
+                Transform::bufSize(spec, &scratchBytes);
+                fft = spec;
+            }
+        const auto whole = [](uint64_t bytes) { return (bytes + 63) & ~uint64_t{63}; };
+        const uint64_t fftLen = fft ? uint64_t{1} << order : 0, spectrumBytes = whole(fftLen * sizeof(Stored));
+        const uint64_t areaBytes = whole(spectrumBytes + uint64_t(scratchBytes)), stateBytes = whole(layOut(nullptr, tapsLen));
+        const uint64_t bytes = stateBytes + spectrumBytes + uint64_t(std::max(threads_omp_of_n_tev, 1)) * areaBytes;
+        auto* const block = static_cast<unsigned char*>(bytes <= SIZE_MAX / 2 ? allocate(size_t(bytes)) : nullptr);
+        if (!block) {
+            freeTransform(fft);
+            return StatusNoMemory;
+        }
+        layOut(block, tapsLen);
+        auto* const state = reinterpret_cast<FirState*>(block);
+        state->allocated = 1;
+        if (fft) {
+            state->fft = fft;
+            state->fftLen = int(fftLen);
+            state->spectrum = block + stateBytes;
+            state->work = block + stateBytes + spectrumBytes;
+            state->workBytes = int64_t(areaBytes);
+        }
+        Fir f(state);
+        f.setPast(pDlyLine);
+        if (Status s = f.setTaps(pTaps, tapsFactor)) {
+            f.free();
+            return s;
+        }
+        *ppState = state;
+        return StatusOk;
+    }
+    void free() {
+        if (!s_->allocated) return;
+        freeTransform(s_->fft);
+        release(s_);
+    }
+
+    // On failure the taps are as they were.
+    Status setTaps(const Tap* pTaps, int tapsFactor) {
+        if constexpr (Kind::kIntegerTaps) {
+            setShortTaps(pTaps, tapsFactor);
+        } else {
+            if constexpr (kHasTransform)
+                if (s_->fftLen > 0) {
+                    Stored* const to = area(0);
+                    memcpy(to, pTaps, size_t(tapsLen()) * sizeof(Stored));
+                    memset(to + tapsLen(), 0, size_t(s_->fftLen - tapsLen()) * sizeof(Stored));
+                    if (Status s = Transform::forward(to, spec(), scratch(0))) return s;
+                    memcpy(s_->spectrum, to, size_t(s_->fftLen) * sizeof(Stored));
+                }
+            std::reverse_copy(pTaps, pTaps + tapsLen(), taps());
+        }
+        return StatusOk;
+    }
+    void getTaps(Tap* pTaps) const {
+        if constexpr (Kind::kIntegerTaps) {
+            const KernelTap *const lower = taps() + kernelTapsLen() - 1, *const upper = lower + tapRoom(tapsLen());
+            Scalar<Tap>* to = partsOf(pTaps);
+            for (int k = 0; k < tapsLen(); ++k)
+                for (int part = 0; part < kParts<Tap>; ++part) {
+                    const int h = kernelTap(lower[-k], part) + (s_->digits == 2 ? 256 * kernelTap(upper[-k], part) : 0);
+                    *to++ = tapValue<Scalar<Tap>>(int16_t(h), s_->exponent);
+                }
+        } else {
+            std::reverse_copy(taps(), taps() + tapsLen(), pTaps);
+        }
+    }
+
+    void setPast(const Sample* pDlyLine) {
+        s_->dlyIndex = 0;
+        if (pDlyLine) {
+            toStored(pDlyLine, delay(), tapsLen());
+            std::reverse(delay(), delay() + tapsLen());
+        } else {
+            memset(delay(), 0, size_t(tapsLen()) * sizeof(Stored));
+        }
+    }
+    void getPast(Sample* pDlyLine) const {
+        fromStored(past(), pDlyLine, tapsLen(), 0);
+        std::reverse(pDlyLine, pDlyLine + tapsLen());
+    }
+
+    Status block(const Sample* pSrc, Sample* pDst, int numIters, int scaleFactor) {
+        const int team = numIters > Kind::kParallelAbove ? teamSize(s_->threads) : 1;
+        if constexpr (kHasTransform)
+            if (numIters > kLongestDirect && s_->fftLen > 0) return overlapSave(pSrc, pDst, numIters, team, scaleFactor);
+        direct(pSrc, pDst, numIters, team, scaleFactor);
+        return StatusOk;
+    }
+
+    // The newest sample is added by itself: a vector load that takes in what was stored a moment ago waits for the store.
+    void one(Sample src, Sample* pDst, int scaleFactor) {
+        const auto x = toStored<Stored>(src);
+        const int older = tapsLen() - 1;
+        Circle<Stored> circle(delay(), tapsLen(), s_->dlyIndex);
+        const Stored* const in = circle.push(x);
+        if constexpr (Kind::kIntegerTaps) {
+            int64_t total[kParts<Stored>] = {};
+            const KernelTap* digit = taps() + (kernelTapsLen() - tapsLen());
+            for (int d = 0; d < s_->digits; ++d, digit += tapRoom(tapsLen())) {
+                const auto add = [&total, unit = d == 0 ? 1 : 256](const auto& sum) {
+                    for (int part = 0; part < kParts<Stored>; ++part) total[part] += int64_t{partsOf(&sum)[part]} * unit;
+                };
+                forEachRun(older, [&](int first, int count) { add(kernelOf<Stored>().dot(in + first, digit + first, count)); });
+                add(kernelProduct(digit[older], x));
+            }
+            for (int part = 0; part < kParts<Stored>; ++part) partsOf(pDst)[part] = scaled<int16_t, 62>(total[part], sumScale(scaleFactor));
+        } else {
+            *pDst = fromStored<Sample>(sumOf(kernelOf<Stored>().dot(in, taps(), older), productOf(taps()[older], x)), scaleFactor);
+        }
+        s_->dlyIndex = circle.index();
+    }
+
+private:
+    static constexpr bool kHasTransform = Transform::kFewestTaps != INT_MAX;
+
+    static int kernelTapsLen(int tapsLen) { return kPaired ? tapsLen + (tapsLen & 1) : tapsLen; }
+    static uint64_t tapRoom(int tapsLen) { return uint64_t(kPaired ? int64_t{tapsLen} + (tapsLen & 1) : int64_t{tapsLen}); }
+    static void freeTransform(void* fft) {
+        if constexpr (kHasTransform)
+            if (fft) Transform::free(static_cast<typename Transform::Spec*>(fft));
+    }
+
+    int tapsLen() const { return s_->tapsLen; }
+    int kernelTapsLen() const { return kernelTapsLen(tapsLen()); }
+    KernelTap* taps() const { return static_cast<KernelTap*>(s_->reversed); }
+    Stored* delay() const { return static_cast<Stored*>(s_->delay); }
+    Stored* past() const { return delay() + s_->dlyIndex; }
+    Stored* stage() const { return static_cast<Stored*>(s_->stage); }
+    Stored* area(int thread) const { return reinterpret_cast<Stored*>(s_->work + s_->workBytes * thread); }
+    uint8_t* scratch(int thread) const { return reinterpret_cast<uint8_t*>(area(thread) + s_->fftLen); }
+    auto spec() const { return static_cast<const typename Transform::Spec*>(s_->fft); }
+
+    void setShortTaps(const Tap* pTaps, int tapsFactor) {
+        const ShortTaps<Tap> shorten(partsOf(pTaps), int64_t{tapsLen()} * kParts<Tap>, tapsFactor);
+        int64_t magnitudes = 0;
+        const auto part = [&](int k, int i) { return shorten(partsOf(pTaps + k)[i]); };
+        for (int k = 0; k < tapsLen(); ++k)
+            for (int i = 0; i < kParts<Tap>; ++i) magnitudes += std::abs(int{part(k, i)});
+        s_->exponent = shorten.exponent();
+        s_->digits = magnitudes <= kMostAtOnce ? 1 : 2;
+        const auto fill = [&](KernelTap* to, auto digit) {
+            if (kPaired) *to = {};
+            to += kernelTapsLen();
+            for (int k = 0; k < tapsLen(); ++k) setKernelTap(--to, digit(part(k, 0)), digit(part(k, kParts<Tap> - 1)));
+        };
+        if (s_->digits == 1) return fill(taps(), [](int16_t h) { return h; });
+        fill(taps(), lowerDigit);
+        fill(taps() + tapRoom(tapsLen()), upperDigit);
+    }
+
+    // run(first, count) for pieces of `count` taps whose sums keep to 32 bits.
+    template <class Run> void forEachRun(int count, Run run) const {
+        const int most = s_->digits == 1 ? count : kRun<Stored>;
+        for (int first = 0; first < count; first += most) run(first, std::min(most, count - first));
+    }
+    // The scale of sums of products with 16-bit taps. Beyond +-64 nothing changes any more.
+    int sumScale(int scaleFactor) const { return int(std::clamp<int64_t>(scaleFactor - s_->exponent, -64, 64)); }
+
+    // ---- filtering --------------------------------------------------------------------------------------------------------------------------
+
+    // Outputs from samples in one piece: in[0] is the oldest that the first output takes. There is one more before it.
+    void produce(const Stored* in, Sample* dst, int count, int scaleFactor) const {
+        if constexpr (Kind::kIntegerTaps) {
+            produceFromShortTaps(in, dst, count, sumScale(scaleFactor));
+        } else if constexpr (kStraight) {
+            kernelOf<Stored>().block(in, taps(), tapsLen(), dst, count);
+        } else {
+            Stored y[kChunk];
+            for (; count > 0; count -= kChunk, in += kChunk, dst += kChunk) {
+                const int n = std::min(count, kChunk);
+                kernelOf<Stored>().block(in, taps(), tapsLen(), y, n);
+                fromStored(y, dst, n, scaleFactor);
+            }
+        }
+    }
+    void produceFromShortTaps(const Stored* in, Sample* dst, int count, int scale) const {
+        constexpr int parts = kParts<Stored>;
+        const auto& kernel = kernelOf<Stored>();
+        const int all = kernelTapsLen();
+        std::conditional_t<kComplex<Stored>, Complex32s, int32_t> sums[kChunk];
+        int64_t totals[kChunk * parts];
+        in -= all - tapsLen();
+        for (; count > 0; count -= kChunk, in += kChunk, dst += kChunk) {
+            const int n = std::min(count, kChunk);
+            if (s_->digits == 1) {
+                kernel.block(in, taps(), all, sums, n);
+                narrowParts(partsOf(sums), partsOf(dst), n * parts, scale);
+                continue;
+            }
+            memset(totals, 0, size_t(n) * parts * sizeof(int64_t));
+            for (int d = 0; d < 2; ++d)
+                forEachRun(all, [&](int first, int length) {
+                    kernel.block(in + first, taps() + tapRoom(tapsLen()) * uint64_t(d) + first, length, sums, n);
+                    fir->addShifted(partsOf(sums), 8 * d, totals, n * parts);
+                });
+            narrowParts(totals, partsOf(dst), n * parts, scale);
+        }
+    }
+
+    // The last tapsLen samples of the past and the block become the past.
+    void keep(const Sample* pSrc, int numIters) {
+        const int t = tapsLen(), n = std::min(numIters, t);
+        if (n < t) memmove(delay(), past() + n, size_t(t - n) * sizeof(Stored));
+        toStored(pSrc + (numIters - n), delay() + (t - n), n);
+        s_->dlyIndex = 0;
+    }
+
+    // The first outputs of a block are computed from the past with the block's head behind it; the rest straight from the source, unless that is not in the type of
+    // the past, or is going to be overwritten while it is still wanted. The rest goes first: vector loads of what was copied a moment ago wait for the stores.
+    void direct(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
+        const int t = tapsLen(), head = (t + 3) & ~3;
+        Stored* const base = past();
+        if (numIters <= head + 1) {
+            toStored(pSrc, base + t, numIters);
+            produce(base + 1, pDst, numIters, scaleFactor);
+            memmove(delay(), base + numIters, size_t(t) * sizeof(Stored));
+            s_->dlyIndex = 0;
+            return;
+        }
+        if constexpr (kStraight)
+            if (pSrc != pDst) {
+                toStored(pSrc, base + t, head);
+                const auto range = [=, this](int first, int count) { produce(pSrc + (head - t + 1) + first, pDst + head + first, count, scaleFactor); };
+                if (team > 1)
+                    parallelRanges(numIters - head, team, range);
+                else
+                    range(0, numIters - head);
+                produce(base + 1, pDst, head, scaleFactor);
+                return keep(pSrc, numIters);
+            }
+        if (team > 1 && directInShares(pSrc, pDst, numIters, team, scaleFactor)) return;
+        memcpy(stage(), base, size_t(t) * sizeof(Stored));
+        inParts(pSrc, pDst, numIters, stage(), scaleFactor);
+        memcpy(delay(), stage(), size_t(t) * sizeof(Stored));
+        s_->dlyIndex = 0;
+    }
+
+    // By way of a stage that begins with the tapsLen samples before pSrc, and ends so with the last ones.
+    void inParts(const Sample* pSrc, Sample* pDst, int numIters, Stored* stage, int scaleFactor) const {
+        const int t = tapsLen();
+        for (int n = 0, count; n < numIters; n += count) {
+            count = std::min(numIters - n, kPart);
+            toStored(pSrc + n, stage + t, count);
+            produce(stage + 1, pDst + n, count, scaleFactor);
+            memmove(stage, stage + count, size_t(t) * sizeof(Stored));
+        }
+    }
+
+    // Each share in parts, on a stage of its own. The past of all is put there before any output is written. False, with nothing done, if there is no memory.
+    bool directInShares(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
+        const int t = tapsLen(), share = numIters / team;
+        const size_t each = size_t(t) + kPart;
+        const Scratch memory(share >= t && each <= SIZE_MAX / 2 / sizeof(Stored) / size_t(team) ? allocate(size_t(team) * each * sizeof(Stored)) : nullptr);
+        auto* const stages = static_cast<Stored*>(memory.get());
+        if (!stages) return false;
+        memcpy(stages, past(), size_t(t) * sizeof(Stored));
+        for (int u = 1; u < team; ++u) toStored(pSrc + (ptrdiff_t{u} * share - t), stages + size_t(u) * each, t);
+        parallelUnits(team, team, [=, this](int u, int) {
+            const ptrdiff_t at = ptrdiff_t{u} * share;
+            inParts(pSrc + at, pDst + at, u == team - 1 ? int(numIters - at) : share, stages + size_t(u) * each, scaleFactor);
+            return StatusOk;
+        });
+        memcpy(delay(), stages + size_t(team - 1) * each, size_t(t) * sizeof(Stored));
+        s_->dlyIndex = 0;
+        return true;
+    }
+
+    // One block of overlap-save in a thread's work area, which begins with the tapsLen - 1 samples before it: `fresh` more samples make as many outputs. The first
+    // tapsLen - 1 points of a circular convolution are wrapped round and dropped.
+    Status filterArea(int thread, Sample* dst, int fresh, int scaleFactor) const {
+        const int kept = tapsLen() - 1;
+        Stored* const x = area(thread);
+        memset(x + kept + fresh, 0, size_t(s_->fftLen - kept - fresh) * sizeof(Stored));
+        Status status = Transform::forward(x, spec(), scratch(thread));
+        if (status == StatusOk) status = Transform::multiply(static_cast<const Stored*>(s_->spectrum), x, s_->fftLen);
+        if (status == StatusOk) status = Transform::inverse(x, spec(), scratch(thread));
+        if (status == StatusOk) fromStored(x + kept, dst, fresh, scaleFactor);
+        return status;
+    }
+
+    Status overlapSave(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
+        const int kept = tapsLen() - 1, step = s_->fftLen - kept, blocks = (numIters - 1) / step + 1;
+        const auto fresh = [=](int b) { return std::min(step, numIters - b * step); };
+        if (team > 1 && blocks > 1) {
+            // In place threads would overwrite each other's past: they work from a copy.
+            const Scratch copy(pSrc == pDst ? allocate(size_t(numIters) * sizeof(Sample)) : nullptr);
+            if (copy) {
+                memcpy(copy.get(), pSrc, size_t(numIters) * sizeof(Sample));
+                pSrc = static_cast<const Sample*>(copy.get());
+            }
+            if (pSrc != pDst) {
+                const Status status = parallelUnits(blocks, team, [=, this](int b, int thread) {
+                    const ptrdiff_t at = ptrdiff_t{b} * step;
+                    // What comes before a block, if it does not reach back to inputs of this call alone, begins in the past.
+                    const int before = int(std::min<ptrdiff_t>(at, kept));
+                    memcpy(area(thread), past() + 1 + before, size_t(kept - before) * sizeof(Stored));
+                    toStored(pSrc + (at - before), area(thread) + (kept - before), before + fresh(b));
+                    return filterArea(thread, pDst + at, fresh(b), scaleFactor);
+                });
+                keep(pSrc, numIters);
+                return status;
+            }
+        }
+        // One after another: each block's last inputs are set aside before its outputs may overwrite them.
+        memcpy(stage(), past() + 1, size_t(kept) * sizeof(Stored));
+        keep(pSrc, numIters);
+        for (int b = 0; b < blocks; ++b) {
+            const ptrdiff_t at = ptrdiff_t{b} * step;
+            memcpy(area(0), stage(), size_t(kept) * sizeof(Stored));
+            toStored(pSrc + at, area(0) + kept, fresh(b));
+            memcpy(stage(), area(0) + fresh(b), size_t(kept) * sizeof(Stored));
+            if (Status status = filterArea(0, pDst + at, fresh(b), scaleFactor)) return status;
+        }
+        return StatusOk;
+    }
+
+    FirState* const s_;
+};
+
+// ---- frames -----------------------------------------------------------------------------------------------------------------------------
+
+template <class Kind> Status getStateSize(int tapsLen, int* pSize) {
     const int threads = std::max(threads_omp_of_n_tev, 1);
-    const uint64_t areaBytes = (uint64_t(floats(int64_t(fftLen))) + uint64_t(scratchBytes) + 63) & ~uint64_t{63};
-    const uint64_t stateBytes = (layOut(nullptr, nullptr, tapsLen) + 63) & ~uint64_t{63};
-    const uint64_t bytes = stateBytes + fftLen * sizeof(float) + uint64_t(threads) * areaBytes;
-    auto* const block = static_cast<unsigned char*>(bytes <= SIZE_MAX / 2 ? allocate(size_t(bytes)) : nullptr);
-    if (!block) {
-        if (fft) tevsFFTFree_R_32f(fft);
-        return StatusNoMemory;
-    }
-    auto* const state = reinterpret_cast<FirState*>(block);
-    layOut(state, block, tapsLen);
-    state->threads = threads;
-    state->allocated = 1;
-    if (fft) {
-        state->fft = fft;
-        state->fftLen = int(fftLen);
-        state->spectrum = reinterpret_cast<float*>(block + stateBytes);
-        state->work = block + stateBytes + fftLen * sizeof(float);
-        state->workBytes = int64_t(areaBytes);
-    }
-    setPast(pDlyLine, state);
-    if (Status s = setTaps(pTaps, state)) {
-        if (fft) tevsFFTFree_R_32f(fft);
-        release(state);
-        return s;
-    }
+    if (Status s = Args().ptr(pSize).require(Fir<Kind>::fits(tapsLen, threads), StatusFilterLength)) return s;
+    *pSize = int(Fir<Kind>::stateBytes(tapsLen, threads));
+    return StatusOk;
+}
+
+template <class Kind, class State>
+Status init(State** ppState, const typename Kind::Tap* pTaps, int tapsLen, const typename Kind::Sample* pDlyLine, uint8_t* pBuffer, int tapsFactor = 0) {
+    if (Status s = Args().ptr(ppState).ptr(pTaps).ptr(pBuffer).require(Fir<Kind>::fits(tapsLen, 1), StatusFilterLength)) return s;
+    auto* const state = align16<State>(pBuffer);
+    Fir<Kind>::layOut(state, tapsLen);
+    Fir<Kind> f(state);
+    f.setTaps(pTaps, tapsFactor);
+    f.setPast(pDlyLine);
     *ppState = state;
     return StatusOk;
 }
 
-// ---- filtering ------------------------------------------------------------------------------------------------------------------------
-
-const float* past(const FirState* s) { return s->delay + s->dlyIndex; }
-
-// The last tapsLen samples of the past and the block become the past.
-void keep(const float* pSrc, int numIters, FirState* s) {
-    const int t = s->tapsLen;
-    if (numIters < t) memmove(s->delay, past(s) + numIters, size_t(t - numIters) * sizeof(float));
-    const int n = std::min(numIters, t);
-    memcpy(s->delay + (t - n), pSrc + (numIters - n), size_t(n) * sizeof(float));
-    s->dlyIndex = 0;
-}
-
-void direct(const float* pSrc, float* pDst, int numIters, FirState* s) {
-    const int t = s->tapsLen, head = headLen(t);
-    float* const base = s->delay + s->dlyIndex;
-    if (numIters <= head + 1) {
-        memcpy(base + t, pSrc, size_t(numIters) * sizeof(float));
-        fir->block(base + 1, s->reversed, t, pDst, numIters);
-        memmove(s->delay, base + numIters, size_t(t) * sizeof(float));
-        s->dlyIndex = 0;
-        return;
-    }
-    memcpy(base + t, pSrc, size_t(head) * sizeof(float));
-    fir->block(base + 1, s->reversed, t, pDst, head);
-    const float* const rest = pSrc + (head - t + 1);
-    const auto range = [=](int first, int count) { fir->block(rest + first, s->reversed, t, pDst + head + first, count); };
-    if (numIters > kParallelAbove)
-        parallelRanges(numIters - head, teamSize(s->threads), range);
-    else
-        range(0, numIters - head);
-    keep(pSrc, numIters, s);
-}
-
-// The samples that an output overwrites are still wanted by the next tapsLen - 1: each part of the block is copied behind its past first.
-void directInPlace(float* pSrcDst, int numIters, FirState* s) {
-    const int t = s->tapsLen;
-    if (numIters <= headLen(t) + 1) return direct(pSrcDst, pSrcDst, numIters, s);
-    memcpy(s->stage, past(s), size_t(t) * sizeof(float));
-    for (int n = 0; n < numIters;) {
-        const int count = std::min(numIters - n, kStage);
-        memcpy(s->stage + t, pSrcDst + n, size_t(count) * sizeof(float));
-        fir->block(s->stage + 1, s->reversed, t, pSrcDst + n, count);
-        memmove(s->stage, s->stage + count, size_t(t) * sizeof(float));
-        n += count;
-    }
-    memcpy(s->delay, s->stage, size_t(t) * sizeof(float));
-    s->dlyIndex = 0;
-}
-
-// One block of overlap-save in a thread's work area, which begins with the tapsLen - 1 samples before it: `fresh` more samples make as many
-// outputs. The first tapsLen - 1 points of a circular convolution are wrapped round and dropped.
-Status filterBlock(float* area, const float* src, float* dst, int fresh, const FirState* s) {
-    const int kept = s->tapsLen - 1;
-    uint8_t* const scratch = reinterpret_cast<uint8_t*>(area) + floats(s->fftLen);
-    memcpy(area + kept, src, size_t(fresh) * sizeof(float));
-    memset(area + kept + fresh, 0, size_t(s->fftLen - kept - fresh) * sizeof(float));
-    Status status = tevsFFTFwd_RToPerm_32f_I(area, s->fft, scratch);
-    if (status == StatusOk) status = tevsMulPerm_32f_I(s->spectrum, area, s->fftLen);
-    if (status == StatusOk) status = tevsFFTInv_PermToR_32f_I(area, s->fft, scratch);
-    if (status == StatusOk) memcpy(dst, area + kept, size_t(fresh) * sizeof(float));
-    return status;
-}
-
-Status overlapSave(const float* pSrc, float* pDst, int numIters, FirState* s) {
-    const int kept = s->tapsLen - 1, step = s->fftLen - kept, blocks = (numIters - 1) / step + 1;
-    const auto fresh = [=](int b) { return std::min(step, numIters - b * step); };
-    const auto area = [=](int thread) { return reinterpret_cast<float*>(s->work + s->workBytes * thread); };
-    if (numIters > kParallelAbove && pSrc != pDst) {
-        const Status status = parallelUnits(blocks, teamSize(s->threads), [=](int b, int thread) {
-            const int64_t at = int64_t{b} * step;
-            // What comes before a block, if it does not reach back to inputs of this call alone, begins in the past.
-            const int before = int(std::min<int64_t>(at, kept));
-            memcpy(area(thread), past(s) + 1 + before, size_t(kept - before) * sizeof(float));
-            memcpy(area(thread) + (kept - before), pSrc + at - before, size_t(before) * sizeof(float));
-            return filterBlock(area(thread), pSrc + at, pDst + at, fresh(b), s);
-        });
-        keep(pSrc, numIters, s);
-        return status;
-    }
-    // One after another: each block's last inputs are set aside before its outputs may overwrite them.
-    float* const overlap = s->stage;
-    memcpy(overlap, past(s) + 1, size_t(kept) * sizeof(float));
-    keep(pSrc, numIters, s);
-    for (int b = 0; b < blocks; ++b) {
-        float* const to = area(0);
-        const float* const src = pSrc + int64_t{b} * step;
-        memcpy(to, overlap, size_t(kept) * sizeof(float));
-        const int n = fresh(b), carried = std::min(n, kept);
-        memmove(overlap, overlap + carried, size_t(kept - carried) * sizeof(float));
-        memcpy(overlap + (kept - carried), src + (n - carried), size_t(carried) * sizeof(float));
-        if (Status status = filterBlock(to, src, pDst + int64_t{b} * step, n, s)) return status;
-    }
+template <class Kind, class State>
+Status initAlloc(State** ppState, const typename Kind::Tap* pTaps, int tapsLen, const typename Kind::Sample* pDlyLine, int tapsFactor = 0) {
+    if (Status s = Args().ptr(ppState).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength)) return s;
+    FirState* state;
+    if (Status s = Fir<Kind>::build(&state, pTaps, tapsLen, pDlyLine, tapsFactor)) return s;
+    *ppState = static_cast<State*>(state);
     return StatusOk;
 }
 
-Status filter(const float* pSrc, float* pDst, int numIters, FirState* s) {
-    if (Status status = Args().ptr(pSrc).ptr(pDst).ptr(s).len(numIters).record(s, kFir32f)) return status;
-    NearestRounding guard;
-    const bool byFft = numIters > kLongestDirect && s->fftLen > 0;
-    if (pSrc == pDst && numIters > kParallelAbove && teamSize(s->threads) > 1) {
-        // Threads in place would overwrite each other's past: they work from a copy. Without memory for it one thread does, by parts.
-        if (const Scratch copy{allocate(size_t(numIters) * sizeof(float))}) {
-            auto* const src = static_cast<float*>(copy.get());
-            memcpy(src, pSrc, size_t(numIters) * sizeof(float));
-            if (byFft) return overlapSave(src, pDst, numIters, s);
-            direct(src, pDst, numIters, s);
-            return StatusOk;
-        }
-    }
-    if (byFft) return overlapSave(pSrc, pDst, numIters, s);
-    if (pSrc == pDst)
-        directInPlace(pDst, numIters, s);
-    else
-        direct(pSrc, pDst, numIters, s);
+template <class Kind> Status free(FirState* s) {
+    if (Status status = Args().ptr(s).record(s, Kind::kId, Kind::kMultirateId)) return status;
+    Fir<Kind>(s).free();
     return StatusOk;
 }
 
-// ---- without a record ---------------------------------------------------------------------------------------------------------------
-
-// The past lies twice over in 2 tapsLen samples, so that it is in one piece from any index on.
-class Circle {
-public:
-    Circle(float* line, int tapsLen, int index) : line_(line), tapsLen_(tapsLen), at_(index % tapsLen) {
-        if (at_ < 0) at_ += tapsLen;
-    }
-    const float* push(float x) {   // the past with x as its newest sample, oldest first
-        line_[at_] = line_[at_ + tapsLen_] = x;
-        if (++at_ == tapsLen_) at_ = 0;
-        return line_ + at_;
-    }
-    int index() const { return at_; }
-
-private:
-    float* const line_;
-    const int tapsLen_;
-    int at_;
-};
-
-// h[0] .. h[tapsLen-1] on the past, oldest sample first.
-float sumInDouble(const float* pTaps, const float* past, int tapsLen) {
-    double sums[4] = {};
-    int k = 0;
-    for (; k + 4 <= tapsLen; k += 4)
-        for (int l = 0; l < 4; ++l) sums[l] += double(pTaps[k + l]) * double(past[tapsLen - 1 - k - l]);
-    for (; k < tapsLen; ++k) sums[0] += double(pTaps[k]) * double(past[tapsLen - 1 - k]);
-    return float((sums[0] + sums[1]) + (sums[2] + sums[3]));
+template <class Kind> Status setTaps(const typename Kind::Tap* pTaps, FirState* s, int tapsFactor = 0) {
+    if (Status status = Args().ptr(pTaps).ptr(s).record(s, Kind::kId, Kind::kMultirateId)) return status;
+    if (s->id == Kind::kMultirateId) return multirateSetTaps<Kind>(pTaps, tapsFactor, s);
+    return Fir<Kind>(s).setTaps(pTaps, tapsFactor);
 }
 
-Status stateless(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex) {
-    if (Status s = Args().ptr(pSrc).ptr(pDst).len(numIters).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength).ptr(pDlyLine).ptr(pDlyLineIndex)) return s;
+template <class Kind> Status getTaps(const FirState* s, typename Kind::Tap* pTaps) {
+    if (Status status = Args().ptr(s).ptr(pTaps).record(s, Kind::kId, Kind::kMultirateId)) return status;
+    if (s->id == Kind::kMultirateId) return multirateGetTaps<Kind>(s, pTaps);
+    Fir<Kind>(s).getTaps(pTaps);
+    return StatusOk;
+}
+
+template <class Kind> Status setDlyLine(FirState* s, const typename Kind::Sample* pDlyLine) {
+    if (Status status = Args().ptr(s).record(s, Kind::kId, Kind::kMultirateId)) return status;
+    if (s->id == Kind::kMultirateId) return multirateSetPast<Kind>(pDlyLine, s);
+    Fir<Kind>(s).setPast(pDlyLine);
+    return StatusOk;
+}
+
+template <class Kind> Status getDlyLine(const FirState* s, typename Kind::Sample* pDlyLine) {
+    if (Status status = Args().ptr(s).ptr(pDlyLine).record(s, Kind::kId, Kind::kMultirateId)) return status;
+    if (s->id == Kind::kMultirateId) return multirateGetPast<Kind>(s, pDlyLine);
+    Fir<Kind>(s).getPast(pDlyLine);
+    return StatusOk;
+}
+
+template <class Kind> Status filter(const typename Kind::Sample* pSrc, typename Kind::Sample* pDst, int numIters, FirState* s, int scaleFactor = 0) {
+    if (Status status = Args().ptr(pSrc).ptr(pDst).ptr(s).len(numIters).record(s, Kind::kId, Kind::kMultirateId)) return status;
     NearestRounding guard;
-    Circle circle(pDlyLine, tapsLen, *pDlyLineIndex);
-    for (int n = 0; n < numIters; ++n) pDst[n] = sumInDouble(pTaps, circle.push(pSrc[n]), tapsLen);
-    *pDlyLineIndex = circle.index();
+    if (s->id == Kind::kMultirateId) return multirateBlock<Kind>(pSrc, pDst, numIters, s, scaleFactor);
+    return Fir<Kind>(s).block(pSrc, pDst, numIters, scaleFactor);
+}
+
+template <class Kind> Status filterOne(typename Kind::Sample src, typename Kind::Sample* pDst, FirState* s, int scaleFactor = 0) {
+    if (Status status = Args().ptr(pDst).ptr(s).record(s, Kind::kId)) return status;
+    NearestRounding guard;
+    Fir<Kind>(s).one(src, pDst, scaleFactor);
     return StatusOk;
 }
 
 }   // namespace
 }   // namespace tevs
 
-struct FIRState_32f : tevs::FirState {};
-
 using namespace tevs;
 
-Status tevsFIRGetStateSize_32f(int tapsLen, int* pSize) {
-    if (Status s = Args().ptr(pSize).require(tapsLen >= 1 && stateBytes(tapsLen, std::max(threads_omp_of_n_tev, 1)) <= INT_MAX, StatusFilterLength)) return s;
-    *pSize = int(stateBytes(tapsLen, std::max(threads_omp_of_n_tev, 1)));
-    return StatusOk;
-}
+Status tevsFIRGetStateSize_32f(int tapsLen, int* pSize) { return getStateSize<Fir_32f>(tapsLen, pSize); }
+Status tevsFIRGetStateSize_32fc(int tapsLen, int* pSize) { return getStateSize<Fir_32fc>(tapsLen, pSize); }
+Status tevsFIRGetStateSize32f_16s(int tapsLen, int* pSize) { return getStateSize<Fir32f_16s>(tapsLen, pSize); }
+Status tevsFIRGetStateSize32fc_16sc(int tapsLen, int* pSize) { return getStateSize<Fir32fc_16sc>(tapsLen, pSize); }
+Status tevsFIRGetStateSize32s_16s(int tapsLen, int* pSize) { return getStateSize<Fir32s_16s>(tapsLen, pSize); }
+Status tevsFIRGetStateSize32s_16s32f(int tapsLen, int* pSize) { return getStateSize<Fir32s_16s32f>(tapsLen, pSize); }
+Status tevsFIRGetStateSize32sc_16sc(int tapsLen, int* pSize) { return getStateSize<Fir32sc_16sc>(tapsLen, pSize); }
+Status tevsFIRGetStateSize32sc_16sc32fc(int tapsLen, int* pSize) { return getStateSize<Fir32sc_16sc32fc>(tapsLen, pSize); }
+Status tevsFIRGetStateSize_64f(int tapsLen, int* pSize) { return getStateSize<Fir_64f>(tapsLen, pSize); }
+Status tevsFIRGetStateSize_64fc(int tapsLen, int* pSize) { return getStateSize<Fir_64fc>(tapsLen, pSize); }
+Status tevsFIRGetStateSize64f_32f(int tapsLen, int* pSize) { return getStateSize<Fir64f_32f>(tapsLen, pSize); }
+Status tevsFIRGetStateSize64fc_32fc(int tapsLen, int* pSize) { return getStateSize<Fir64fc_32fc>(tapsLen, pSize); }
+Status tevsFIRGetStateSize64f_32s(int tapsLen, int* pSize) { return getStateSize<Fir64f_32s>(tapsLen, pSize); }
+Status tevsFIRGetStateSize_32s(int tapsLen, int* pSize) { return getStateSize<Fir64f_32s>(tapsLen, pSize); }
+Status tevsFIRGetStateSize64fc_32sc(int tapsLen, int* pSize) { return getStateSize<Fir64fc_32sc>(tapsLen, pSize); }
+Status tevsFIRGetStateSize64f_16s(int tapsLen, int* pSize) { return getStateSize<Fir64f_16s>(tapsLen, pSize); }
+Status tevsFIRGetStateSize64fc_16sc(int tapsLen, int* pSize) { return getStateSize<Fir64fc_16sc>(tapsLen, pSize); }
 
 Status tevsFIRInit_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, const float* pDlyLine, uint8_t* pBuffer) {
-    const bool legal = tapsLen >= 1 && stateBytes(tapsLen, 1) <= INT_MAX;
-    if (Status s = Args().ptr(ppState).ptr(pTaps).ptr(pBuffer).require(legal, StatusFilterLength)) return s;
-    auto* const state = align16<FIRState_32f>(pBuffer);
-    layOut(state, state, tapsLen);
-    state->threads = std::max(threads_omp_of_n_tev, 1);
-    setTaps(pTaps, state);
-    setPast(pDlyLine, state);
-    *ppState = state;
-    return StatusOk;
+    return init<Fir_32f>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, const Complex32f* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir_32fc>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, const int16_t* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir32f_16s>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, const Complex16s* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir32fc_16sc>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, const int16_t* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir32s_16s>(ppState, pTaps, tapsLen, pDlyLine, pBuffer, tapsFactor);
+}
+Status tevsFIRInit32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, const int16_t* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir32s_16s32f>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, const Complex16s* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir32sc_16sc>(ppState, pTaps, tapsLen, pDlyLine, pBuffer, tapsFactor);
+}
+Status tevsFIRInit32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, const Complex16s* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir32sc_16sc32fc>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, const double* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir_64f>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, const Complex64f* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir_64fc>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, const float* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir64f_32f>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, const Complex32f* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir64fc_32fc>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, const int32_t* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir64f_32s>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, const int32_t* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir64f_32s>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, const Complex32s* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir64fc_32sc>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, const int16_t* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir64f_16s>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+}
+Status tevsFIRInit64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, const Complex16s* pDlyLine, uint8_t* pBuffer) {
+    return init<Fir64fc_16sc>(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
 }
 
 Status tevsFIRInitAlloc_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, const float* pDlyLine) {
-    if (Status s = Args().ptr(ppState).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength)) return s;
-    FirState* state;
-    if (Status s = build(&state, pTaps, tapsLen, pDlyLine)) return s;
-    *ppState = static_cast<FIRState_32f*>(state);
-    return StatusOk;
+    return initAlloc<Fir_32f>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, const Complex32f* pDlyLine) {
+    return initAlloc<Fir_32fc>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, const int16_t* pDlyLine) {
+    return initAlloc<Fir32f_16s>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, const Complex16s* pDlyLine) {
+    return initAlloc<Fir32fc_16sc>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, const int16_t* pDlyLine) {
+    return initAlloc<Fir32s_16s>(ppState, pTaps, tapsLen, pDlyLine, tapsFactor);
+}
+Status tevsFIRInitAlloc32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, const int16_t* pDlyLine) {
+    return initAlloc<Fir32s_16s32f>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, const Complex16s* pDlyLine) {
+    return initAlloc<Fir32sc_16sc>(ppState, pTaps, tapsLen, pDlyLine, tapsFactor);
+}
+Status tevsFIRInitAlloc32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, const Complex16s* pDlyLine) {
+    return initAlloc<Fir32sc_16sc32fc>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, const double* pDlyLine) {
+    return initAlloc<Fir_64f>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, const Complex64f* pDlyLine) {
+    return initAlloc<Fir_64fc>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, const float* pDlyLine) {
+    return initAlloc<Fir64f_32f>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, const Complex32f* pDlyLine) {
+    return initAlloc<Fir64fc_32fc>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, const int32_t* pDlyLine) {
+    return initAlloc<Fir64f_32s>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, const int32_t* pDlyLine) {
+    return initAlloc<Fir64f_32s>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, const Complex32s* pDlyLine) {
+    return initAlloc<Fir64fc_32sc>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, const int16_t* pDlyLine) {
+    return initAlloc<Fir64f_16s>(ppState, pTaps, tapsLen, pDlyLine);
+}
+Status tevsFIRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, const Complex16s* pDlyLine) {
+    return initAlloc<Fir64fc_16sc>(ppState, pTaps, tapsLen, pDlyLine);
 }
 
-Status tevsFIRFree_32f(FIRState_32f* pState) {
-    if (Status s = Args().ptr(pState).record(pState, kFir32f)) return s;
-    if (!pState->allocated) return StatusOk;
-    if (pState->fft) tevsFFTFree_R_32f(pState->fft);
-    release(pState);
-    return StatusOk;
+Status tevsFIRFree_32f(FIRState_32f* pState) { return free<Fir_32f>(pState); }
+Status tevsFIRFree_32fc(FIRState_32fc* pState) { return free<Fir_32fc>(pState); }
+Status tevsFIRFree32f_16s(FIRState32f_16s* pState) { return free<Fir32f_16s>(pState); }
+Status tevsFIRFree32fc_16sc(FIRState32fc_16sc* pState) { return free<Fir32fc_16sc>(pState); }
+Status tevsFIRFree32s_16s(FIRState32s_16s* pState) { return free<Fir32s_16s>(pState); }
+Status tevsFIRFree32s_16s32f(FIRState32s_16s32f* pState) { return free<Fir32s_16s32f>(pState); }
+Status tevsFIRFree32sc_16sc(FIRState32sc_16sc* pState) { return free<Fir32sc_16sc>(pState); }
+Status tevsFIRFree32sc_16sc32fc(FIRState32sc_16sc32fc* pState) { return free<Fir32sc_16sc32fc>(pState); }
+Status tevsFIRFree_64f(FIRState_64f* pState) { return free<Fir_64f>(pState); }
+Status tevsFIRFree_64fc(FIRState_64fc* pState) { return free<Fir_64fc>(pState); }
+Status tevsFIRFree64f_32f(FIRState64f_32f* pState) { return free<Fir64f_32f>(pState); }
+Status tevsFIRFree64fc_32fc(FIRState64fc_32fc* pState) { return free<Fir64fc_32fc>(pState); }
+Status tevsFIRFree64f_32s(FIRState64f_32s* pState) { return free<Fir64f_32s>(pState); }
+Status tevsFIRFree_32s(FIRState_32s* pState) { return free<Fir64f_32s>(pState); }
+Status tevsFIRFree64fc_32sc(FIRState64fc_32sc* pState) { return free<Fir64fc_32sc>(pState); }
+Status tevsFIRFree64f_16s(FIRState64f_16s* pState) { return free<Fir64f_16s>(pState); }
+Status tevsFIRFree64fc_16sc(FIRState64fc_16sc* pState) { return free<Fir64fc_16sc>(pState); }
+
+Status tevsFIRSetTaps_32f(const float* pTaps, FIRState_32f* pState) { return setTaps<Fir_32f>(pTaps, pState); }
+Status tevsFIRSetTaps_32fc(const Complex32f* pTaps, FIRState_32fc* pState) { return setTaps<Fir_32fc>(pTaps, pState); }
+Status tevsFIRSetTaps32f_16s(const float* pTaps, FIRState32f_16s* pState) { return setTaps<Fir32f_16s>(pTaps, pState); }
+Status tevsFIRSetTaps32fc_16sc(const Complex32f* pTaps, FIRState32fc_16sc* pState) { return setTaps<Fir32fc_16sc>(pTaps, pState); }
+Status tevsFIRSetTaps32s_16s(const int32_t* pTaps, FIRState32s_16s* pState, int tapsFactor) { return setTaps<Fir32s_16s>(pTaps, pState, tapsFactor); }
+Status tevsFIRSetTaps32s_16s32f(const float* pTaps, FIRState32s_16s32f* pState) { return setTaps<Fir32s_16s32f>(pTaps, pState); }
+Status tevsFIRSetTaps32sc_16sc(const Complex32s* pTaps, FIRState32sc_16sc* pState, int tapsFactor) { return setTaps<Fir32sc_16sc>(pTaps, pState, tapsFactor); }
+Status tevsFIRSetTaps32sc_16sc32fc(const Complex32f* pTaps, FIRState32sc_16sc32fc* pState) { return setTaps<Fir32sc_16sc32fc>(pTaps, pState); }
+Status tevsFIRSetTaps_64f(const double* pTaps, FIRState_64f* pState) { return setTaps<Fir_64f>(pTaps, pState); }
+Status tevsFIRSetTaps_64fc(const Complex64f* pTaps, FIRState_64fc* pState) { return setTaps<Fir_64fc>(pTaps, pState); }
+Status tevsFIRSetTaps64f_32f(const double* pTaps, FIRState64f_32f* pState) { return setTaps<Fir64f_32f>(pTaps, pState); }
+Status tevsFIRSetTaps64fc_32fc(const Complex64f* pTaps, FIRState64fc_32fc* pState) { return setTaps<Fir64fc_32fc>(pTaps, pState); }
+Status tevsFIRSetTaps64f_32s(const double* pTaps, FIRState64f_32s* pState) { return setTaps<Fir64f_32s>(pTaps, pState); }
+Status tevsFIRSetTaps_32s(const double* pTaps, FIRState_32s* pState) { return setTaps<Fir64f_32s>(pTaps, pState); }
+Status tevsFIRSetTaps64fc_32sc(const Complex64f* pTaps, FIRState64fc_32sc* pState) { return setTaps<Fir64fc_32sc>(pTaps, pState); }
+Status tevsFIRSetTaps64f_16s(const double* pTaps, FIRState64f_16s* pState) { return setTaps<Fir64f_16s>(pTaps, pState); }
+Status tevsFIRSetTaps64fc_16sc(const Complex64f* pTaps, FIRState64fc_16sc* pState) { return setTaps<Fir64fc_16sc>(pTaps, pState); }
+
+Status tevsFIRGetTaps_32f(const FIRState_32f* pState, float* pTaps) { return getTaps<Fir_32f>(pState, pTaps); }
+Status tevsFIRGetTaps_32fc(const FIRState_32fc* pState, Complex32f* pTaps) { return getTaps<Fir_32fc>(pState, pTaps); }
+Status tevsFIRGetTaps32f_16s(const FIRState32f_16s* pState, float* pTaps) { return getTaps<Fir32f_16s>(pState, pTaps); }
+Status tevsFIRGetTaps32fc_16sc(const FIRState32fc_16sc* pState, Complex32f* pTaps) { return getTaps<Fir32fc_16sc>(pState, pTaps); }
+Status tevsFIRGetTaps32s_16s(const FIRState32s_16s* pState, int32_t* pTaps) { return getTaps<Fir32s_16s>(pState, pTaps); }
+Status tevsFIRGetTaps32s_16s32f(const FIRState32s_16s32f* pState, float* pTaps) { return getTaps<Fir32s_16s32f>(pState, pTaps); }
+Status tevsFIRGetTaps32sc_16sc(const FIRState32sc_16sc* pState, Complex32s* pTaps) { return getTaps<Fir32sc_16sc>(pState, pTaps); }
+Status tevsFIRGetTaps32sc_16sc32fc(const FIRState32sc_16sc32fc* pState, Complex32f* pTaps) { return getTaps<Fir32sc_16sc32fc>(pState, pTaps); }
+Status tevsFIRGetTaps_64f(const FIRState_64f* pState, double* pTaps) { return getTaps<Fir_64f>(pState, pTaps); }
+Status tevsFIRGetTaps_64fc(const FIRState_64fc* pState, Complex64f* pTaps) { return getTaps<Fir_64fc>(pState, pTaps); }
+Status tevsFIRGetTaps64f_32f(const FIRState64f_32f* pState, double* pTaps) { return getTaps<Fir64f_32f>(pState, pTaps); }
+Status tevsFIRGetTaps64fc_32fc(const FIRState64fc_32fc* pState, Complex64f* pTaps) { return getTaps<Fir64fc_32fc>(pState, pTaps); }
+Status tevsFIRGetTaps64f_32s(const FIRState64f_32s* pState, double* pTaps) { return getTaps<Fir64f_32s>(pState, pTaps); }
+Status tevsFIRGetTaps_32s(const FIRState_32s* pState, double* pTaps) { return getTaps<Fir64f_32s>(pState, pTaps); }
+Status tevsFIRGetTaps64fc_32sc(const FIRState64fc_32sc* pState, Complex64f* pTaps) { return getTaps<Fir64fc_32sc>(pState, pTaps); }
+Status tevsFIRGetTaps64f_16s(const FIRState64f_16s* pState, double* pTaps) { return getTaps<Fir64f_16s>(pState, pTaps); }
+Status tevsFIRGetTaps64fc_16sc(const FIRState64fc_16sc* pState, Complex64f* pTaps) { return getTaps<Fir64fc_16sc>(pState, pTaps); }
+
+Status tevsFIRSetDlyLine_32f(FIRState_32f* pState, const float* pDlyLine) { return setDlyLine<Fir_32f>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine_32fc(FIRState_32fc* pState, const Complex32f* pDlyLine) { return setDlyLine<Fir_32fc>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine32f_16s(FIRState32f_16s* pState, const int16_t* pDlyLine) { return setDlyLine<Fir32f_16s>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine32fc_16sc(FIRState32fc_16sc* pState, const Complex16s* pDlyLine) { return setDlyLine<Fir32fc_16sc>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine32s_16s(FIRState32s_16s* pState, const int16_t* pDlyLine) { return setDlyLine<Fir32s_16s>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine32sc_16sc(FIRState32sc_16sc* pState, const Complex16s* pDlyLine) { return setDlyLine<Fir32sc_16sc>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine_64f(FIRState_64f* pState, const double* pDlyLine) { return setDlyLine<Fir_64f>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine_64fc(FIRState_64fc* pState, const Complex64f* pDlyLine) { return setDlyLine<Fir_64fc>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine64f_32f(FIRState64f_32f* pState, const float* pDlyLine) { return setDlyLine<Fir64f_32f>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine64fc_32fc(FIRState64fc_32fc* pState, const Complex32f* pDlyLine) { return setDlyLine<Fir64fc_32fc>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine64f_32s(FIRState64f_32s* pState, const int32_t* pDlyLine) { return setDlyLine<Fir64f_32s>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine_32s(FIRState_32s* pState, const int32_t* pDlyLine) { return setDlyLine<Fir64f_32s>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine64fc_32sc(FIRState64fc_32sc* pState, const Complex32s* pDlyLine) { return setDlyLine<Fir64fc_32sc>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine64f_16s(FIRState64f_16s* pState, const int16_t* pDlyLine) { return setDlyLine<Fir64f_16s>(pState, pDlyLine); }
+Status tevsFIRSetDlyLine64fc_16sc(FIRState64fc_16sc* pState, const Complex16s* pDlyLine) { return setDlyLine<Fir64fc_16sc>(pState, pDlyLine); }
+
+Status tevsFIRGetDlyLine_32f(const FIRState_32f* pState, float* pDlyLine) { return getDlyLine<Fir_32f>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine_32fc(const FIRState_32fc* pState, Complex32f* pDlyLine) { return getDlyLine<Fir_32fc>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine32f_16s(const FIRState32f_16s* pState, int16_t* pDlyLine) { return getDlyLine<Fir32f_16s>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine32fc_16sc(const FIRState32fc_16sc* pState, Complex16s* pDlyLine) { return getDlyLine<Fir32fc_16sc>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine32s_16s(const FIRState32s_16s* pState, int16_t* pDlyLine) { return getDlyLine<Fir32s_16s>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine32sc_16sc(const FIRState32sc_16sc* pState, Complex16s* pDlyLine) { return getDlyLine<Fir32sc_16sc>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine_64f(const FIRState_64f* pState, double* pDlyLine) { return getDlyLine<Fir_64f>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine_64fc(const FIRState_64fc* pState, Complex64f* pDlyLine) { return getDlyLine<Fir_64fc>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine64f_32f(const FIRState64f_32f* pState, float* pDlyLine) { return getDlyLine<Fir64f_32f>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine64fc_32fc(const FIRState64fc_32fc* pState, Complex32f* pDlyLine) { return getDlyLine<Fir64fc_32fc>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine64f_32s(const FIRState64f_32s* pState, int32_t* pDlyLine) { return getDlyLine<Fir64f_32s>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine_32s(const FIRState_32s* pState, int32_t* pDlyLine) { return getDlyLine<Fir64f_32s>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine64fc_32sc(const FIRState64fc_32sc* pState, Complex32s* pDlyLine) { return getDlyLine<Fir64fc_32sc>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine64f_16s(const FIRState64f_16s* pState, int16_t* pDlyLine) { return getDlyLine<Fir64f_16s>(pState, pDlyLine); }
+Status tevsFIRGetDlyLine64fc_16sc(const FIRState64fc_16sc* pState, Complex16s* pDlyLine) { return getDlyLine<Fir64fc_16sc>(pState, pDlyLine); }
+
+Status tevsFIR_32f(const float* pSrc, float* pDst, int numIters, FIRState_32f* pState) { return filter<Fir_32f>(pSrc, pDst, numIters, pState); }
+Status tevsFIR_32f_I(float* pSrcDst, int numIters, FIRState_32f* pState) { return filter<Fir_32f>(pSrcDst, pSrcDst, numIters, pState); }
+Status tevsFIR_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, FIRState_32fc* pState) { return filter<Fir_32fc>(pSrc, pDst, numIters, pState); }
+Status tevsFIR_32fc_I(Complex32f* pSrcDst, int numIters, FIRState_32fc* pState) { return filter<Fir_32fc>(pSrcDst, pSrcDst, numIters, pState); }
+Status tevsFIR32f_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, FIRState32f_16s* pState, int scaleFactor) {
+    return filter<Fir32f_16s>(pSrc, pDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR32f_16s_ISfs(int16_t* pSrcDst, int numIters, FIRState32f_16s* pState, int scaleFactor) {
+    return filter<Fir32f_16s>(pSrcDst, pSrcDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR32fc_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, FIRState32fc_16sc* pState, int scaleFactor) {
+    return filter<Fir32fc_16sc>(pSrc, pDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR32fc_16sc_ISfs(Complex16s* pSrcDst, int numIters, FIRState32fc_16sc* pState, int scaleFactor) {
+    return filter<Fir32fc_16sc>(pSrcDst, pSrcDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR32s_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, FIRState32s_16s* pState, int scaleFactor) {
+    return filter<Fir32s_16s>(pSrc, pDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR32s_16s_ISfs(int16_t* pSrcDst, int numIters, FIRState32s_16s* pState, int scaleFactor) {
+    return filter<Fir32s_16s>(pSrcDst, pSrcDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR32sc_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, FIRState32sc_16sc* pState, int scaleFactor) {
+    return filter<Fir32sc_16sc>(pSrc, pDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR32sc_16sc_ISfs(Complex16s* pSrcDst, int numIters, FIRState32sc_16sc* pState, int scaleFactor) {
+    return filter<Fir32sc_16sc>(pSrcDst, pSrcDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR_64f(const double* pSrc, double* pDst, int numIters, FIRState_64f* pState) { return filter<Fir_64f>(pSrc, pDst, numIters, pState); }
+Status tevsFIR_64f_I(double* pSrcDst, int numIters, FIRState_64f* pState) { return filter<Fir_64f>(pSrcDst, pSrcDst, numIters, pState); }
+Status tevsFIR_64fc(const Complex64f* pSrc, Complex64f* pDst, int numIters, FIRState_64fc* pState) { return filter<Fir_64fc>(pSrc, pDst, numIters, pState); }
+Status tevsFIR_64fc_I(Complex64f* pSrcDst, int numIters, FIRState_64fc* pState) { return filter<Fir_64fc>(pSrcDst, pSrcDst, numIters, pState); }
+Status tevsFIR64f_32f(const float* pSrc, float* pDst, int numIters, FIRState64f_32f* pState) { return filter<Fir64f_32f>(pSrc, pDst, numIters, pState); }
+Status tevsFIR64f_32f_I(float* pSrcDst, int numIters, FIRState64f_32f* pState) { return filter<Fir64f_32f>(pSrcDst, pSrcDst, numIters, pState); }
+Status tevsFIR64fc_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, FIRState64fc_32fc* pState) {
+    return filter<Fir64fc_32fc>(pSrc, pDst, numIters, pState);
+}
+Status tevsFIR64fc_32fc_I(Complex32f* pSrcDst, int numIters, FIRState64fc_32fc* pState) { return filter<Fir64fc_32fc>(pSrcDst, pSrcDst, numIters, pState); }
+Status tevsFIR64f_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, FIRState64f_32s* pState, int scaleFactor) {
+    return filter<Fir64f_32s>(pSrc, pDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR64f_32s_ISfs(int32_t* pSrcDst, int numIters, FIRState64f_32s* pState, int scaleFactor) {
+    return filter<Fir64f_32s>(pSrcDst, pSrcDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, FIRState_32s* pState, int scaleFactor) {
+    return filter<Fir64f_32s>(pSrc, pDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR_32s_ISfs(int32_t* pSrcDst, int numIters, FIRState_32s* pState, int scaleFactor) {
+    return filter<Fir64f_32s>(pSrcDst, pSrcDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR64fc_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, int numIters, FIRState64fc_32sc* pState, int scaleFactor) {
+    return filter<Fir64fc_32sc>(pSrc, pDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR64fc_32sc_ISfs(Complex32s* pSrcDst, int numIters, FIRState64fc_32sc* pState, int scaleFactor) {
+    return filter<Fir64fc_32sc>(pSrcDst, pSrcDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR64f_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, FIRState64f_16s* pState, int scaleFactor) {
+    return filter<Fir64f_16s>(pSrc, pDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR64f_16s_ISfs(int16_t* pSrcDst, int numIters, FIRState64f_16s* pState, int scaleFactor) {
+    return filter<Fir64f_16s>(pSrcDst, pSrcDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR64fc_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, FIRState64fc_16sc* pState, int scaleFactor) {
+    return filter<Fir64fc_16sc>(pSrc, pDst, numIters, pState, scaleFactor);
+}
+Status tevsFIR64fc_16sc_ISfs(Complex16s* pSrcDst, int numIters, FIRState64fc_16sc* pState, int scaleFactor) {
+    return filter<Fir64fc_16sc>(pSrcDst, pSrcDst, numIters, pState, scaleFactor);
 }
 
-Status tevsFIRSetTaps_32f(const float* pTaps, FIRState_32f* pState) {
-    if (Status s = Args().ptr(pTaps).ptr(pState).record(pState, kFir32f)) return s;
-    return setTaps(pTaps, pState);
+Status tevsFIROne_32f(float src, float* pDst, FIRState_32f* pState) { return filterOne<Fir_32f>(src, pDst, pState); }
+Status tevsFIROne_32fc(Complex32f src, Complex32f* pDst, FIRState_32fc* pState) { return filterOne<Fir_32fc>(src, pDst, pState); }
+Status tevsFIROne32f_16s_Sfs(int16_t src, int16_t* pDst, FIRState32f_16s* pState, int scaleFactor) {
+    return filterOne<Fir32f_16s>(src, pDst, pState, scaleFactor);
 }
-
-Status tevsFIRGetTaps_32f(const FIRState_32f* pState, float* pTaps) {
-    if (Status s = Args().ptr(pState).ptr(pTaps).record(pState, kFir32f)) return s;
-    std::reverse_copy(pState->reversed, pState->reversed + pState->tapsLen, pTaps);
-    return StatusOk;
+Status tevsFIROne32fc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState32fc_16sc* pState, int scaleFactor) {
+    return filterOne<Fir32fc_16sc>(src, pDst, pState, scaleFactor);
 }
-
-Status tevsFIRSetDlyLine_32f(FIRState_32f* pState, const float* pDlyLine) {
-    if (Status s = Args().ptr(pState).record(pState, kFir32f)) return s;
-    setPast(pDlyLine, pState);
-    return StatusOk;
+Status tevsFIROne32s_16s_Sfs(int16_t src, int16_t* pDst, FIRState32s_16s* pState, int scaleFactor) {
+    return filterOne<Fir32s_16s>(src, pDst, pState, scaleFactor);
 }
-
-Status tevsFIRGetDlyLine_32f(const FIRState_32f* pState, float* pDlyLine) {
-    if (Status s = Args().ptr(pState).ptr(pDlyLine).record(pState, kFir32f)) return s;
-    std::reverse_copy(past(pState), past(pState) + pState->tapsLen, pDlyLine);
-    return StatusOk;
+Status tevsFIROne32sc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState32sc_16sc* pState, int scaleFactor) {
+    return filterOne<Fir32sc_16sc>(src, pDst, pState, scaleFactor);
 }
-
-Status tevsFIR_32f(const float* pSrc, float* pDst, int numIters, FIRState_32f* pState) { return filter(pSrc, pDst, numIters, pState); }
-Status tevsFIR_32f_I(float* pSrcDst, int numIters, FIRState_32f* pState) { return filter(pSrcDst, pSrcDst, numIters, pState); }
-
-Status tevsFIROne_32f(float src, float* pDst, FIRState_32f* pState) {
-    if (Status s = Args().ptr(pDst).ptr(pState).record(pState, kFir32f)) return s;
-    NearestRounding guard;
-    Circle circle(pState->delay, pState->tapsLen, pState->dlyIndex);
-    // The newest sample is added by itself: a vector load that takes in what was stored a moment ago waits for the store.
-    const int older = pState->tapsLen - 1;
-    *pDst = fir->dot(circle.push(src), pState->reversed, older) + pState->reversed[older] * src;
-    pState->dlyIndex = circle.index();
-    return StatusOk;
+Status tevsFIROne_64f(double src, double* pDst, FIRState_64f* pState) { return filterOne<Fir_64f>(src, pDst, pState); }
+Status tevsFIROne_64fc(Complex64f src, Complex64f* pDst, FIRState_64fc* pState) { return filterOne<Fir_64fc>(src, pDst, pState); }
+Status tevsFIROne64f_32f(float src, float* pDst, FIRState64f_32f* pState) { return filterOne<Fir64f_32f>(src, pDst, pState); }
+Status tevsFIROne64fc_32fc(Complex32f src, Complex32f* pDst, FIRState64fc_32fc* pState) { return filterOne<Fir64fc_32fc>(src, pDst, pState); }
+Status tevsFIROne64f_32s_Sfs(int32_t src, int32_t* pDst, FIRState64f_32s* pState, int scaleFactor) {
+    return filterOne<Fir64f_32s>(src, pDst, pState, scaleFactor);
 }
-
-Status tevsFIR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex) {
-    return stateless(pSrc, pDst, numIters, pTaps, tapsLen, pDlyLine, pDlyLineIndex);
+Status tevsFIROne_32s_Sfs(int32_t src, int32_t* pDst, FIRState_32s* pState, int scaleFactor) { return filterOne<Fir64f_32s>(src, pDst, pState, scaleFactor); }
+Status tevsFIROne64fc_32sc_Sfs(Complex32s src, Complex32s* pDst, FIRState64fc_32sc* pState, int scaleFactor) {
+    return filterOne<Fir64fc_32sc>(src, pDst, pState, scaleFactor);
 }
-Status tevsFIR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex) {
-    return stateless(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, pDlyLine, pDlyLineIndex);
+Status tevsFIROne64f_16s_Sfs(int16_t src, int16_t* pDst, FIRState64f_16s* pState, int scaleFactor) {
+    return filterOne<Fir64f_16s>(src, pDst, pState, scaleFactor);
 }
-Status tevsFIROne_Direct_32f(float src, float* pDst, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex) {
-    return stateless(&src, pDst, 1, pTaps, tapsLen, pDlyLine, pDlyLineIndex);
-}
-Status tevsFIROne_Direct_32f_I(float* pSrcDst, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex) {
-    return stateless(pSrcDst, pSrcDst, 1, pTaps, tapsLen, pDlyLine, pDlyLineIndex);
+Status tevsFIROne64fc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState64fc_16sc* pState, int scaleFactor) {
+    return filterOne<Fir64fc_16sc>(src, pDst, pState, scaleFactor);
 }

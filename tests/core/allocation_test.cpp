@@ -125,10 +125,33 @@ TEST(NoMemory, FftWorkBuffer) {
 
 TEST(NoMemory, FirRecords) {
     const std::vector<float> taps(100, 0.01f);
-    for (int tapsLen : {1, 16, 100})
+    const std::vector<Complex64f> complexTaps(100, {0.01, 0.02});
+    const std::vector<int32_t> wholeTaps(100, 77);
+    for (int tapsLen : {1, 16, 100}) {
         failEachAllocation("FIR_32f", [&] {
             return lifecycle<FIRState_32f>([&](auto p) { return tevsFIRInitAlloc_32f(p, taps.data(), tapsLen, nullptr); }, tevsFIRFree_32f);
         });
+        failEachAllocation("FIR64fc_16sc", [&] {
+            return lifecycle<FIRState64fc_16sc>([&](auto p) { return tevsFIRInitAlloc64fc_16sc(p, complexTaps.data(), tapsLen, nullptr); },
+                                                tevsFIRFree64fc_16sc);
+        });
+        failEachAllocation("FIR32s_16s", [&] {
+            return lifecycle<FIRState32s_16s>([&](auto p) { return tevsFIRInitAlloc32s_16s(p, wholeTaps.data(), tapsLen, 0, nullptr); }, tevsFIRFree32s_16s);
+        });
+    }
+}
+
+TEST(NoMemory, MultirateFilters) {
+    const std::vector<float> taps(3000, 0.01f);
+    failEachAllocation("FIRMR_32f", [&] {
+        return lifecycle<FIRMRState_32f>([&](auto p) { return tevsFIRMRInitAlloc_32f(p, taps.data(), 40, 3, 0, 2, 0, nullptr); }, tevsFIRFree_32f);
+    });
+    failEachAllocation("FIRMR_Direct_32f", [&] {
+        float src[2] = {1, 1}, dst[3] = {7, 7, 7}, past[1000] = {};
+        const Status s = tevsFIRMR_Direct_32f(src, dst, 1, taps.data(), 3000, 3, 0, 2, 0, past);
+        EXPECT_EQ(dst[0] == 7 && past[0] == 0, s != StatusOk);
+        return s;
+    });
 }
 
 }   // namespace
