@@ -64,6 +64,13 @@ template <class T, class V> TEVS_INLINE void write(IntegerPairs<T> a, int64_t i,
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
+// Without an array: the compiler would copy its elements through memory, and wait for their halves.
+template <class T, template <class> class Place> void two(const FftTables<T>&, Place<const T> src, Place<T> dst, T*, T scale) {
+    const auto a = read<1>(src, 0), b = read<1>(src, 1), sum = times(a + b, scale), difference = times(a - b, scale);
+    write(dst, 0, sum);
+    write(dst, 1, difference);
+}
+
 // Radix 2 by 2 within one vector, lanes in natural order: u = x0 + x2, x1 + x3, x0 - x2, x1 - x3.
 template <bool Inverse, class T, template <class> class Place> void four(const FftTables<T>&, Place<const T> src, Place<T> dst, T*, T scale) {
     using V = Vec<T, 4>;
@@ -91,6 +98,8 @@ template <class T, template <class> class Place, bool Inverse, int Order> conste
         return scaledOrder<lanes, (1 << Order) / lanes, Inverse, T, Place>;
     else if constexpr (Order == 0 || Order > 3)
         return nullptr;
+    else if constexpr (Order == 1)
+        return two<T, Place>;
     else if constexpr (Order == 2 && kBlock<T> >= 4)
         return four<Inverse, T, Place>;
     else
