@@ -244,7 +244,10 @@ template <class T, class Run> [[gnu::always_inline]] inline Status withWork(cons
     const uint64_t tiles = order >= kFirstLargeOrder<T> ? uint64_t(tileRoom<T>(order)) : 0;
     NearestRounding guard;
     if (!pBuffer || tiles > uint64_t(spec.workBytes)) return withOwnWork<T>(std::max(uint64_t(spec.workBytes), tiles), run);
-    run(align16<T>(pBuffer));
+    // Blocks off the heap begin at a multiple of 16: there the room left for alignment reaches the next of 32, and no vector crosses a cache line. Half of them
+    // crossing took 30 to 70 % longer.
+    const bool spare = reinterpret_cast<uintptr_t>(pBuffer) % 32 == 16;
+    run(reinterpret_cast<T*>(static_cast<uint8_t*>(align16(pBuffer)) + (spare ? 16 : 0)));
     return StatusOk;
 }
 
