@@ -2,8 +2,8 @@
  *
  *     telephone_line IN.wav OUTDIR
  *
- * Low-passes a recording to the telephone band, as one would before taking it down to 8 kHz, and measures its level and spectrum before and after. Writes
- * line.wav, spectrum.txt and spectrogram-{before,after}.txt into OUTDIR, and prints what each step took.
+ * Low-passes a recording to the telephone band, measures its level and spectrum before and after, and takes it down to 8 kHz in three ways. Writes line.wav,
+ * line-8k.wav, spectrum.txt and spectrogram-{before,after}.txt into OUTDIR, and prints what each step took.
  */
 #include <math.h>
 #include <tevs.h>
@@ -11,7 +11,7 @@
 
 #include "wav.h"
 
-enum { kRuns = 20, kBlockMilliseconds = 20 };
+enum { kRuns = 20, kBlockMilliseconds = 20, kLineRate = 8000 };
 static const double kPi = 3.14159265358979323846;
 
 static double now(void) {
@@ -49,6 +49,57 @@ static float* designLowPass(double pass, double stop, double decibels, int* taps
     }
     *tapsLen = len;
     return taps;
+}
+
+/* ---- Down to 8 kHz ---------------------------------------------------------------------------------------------------------------- */
+
+/* Of `down` samples, `up` are left. The taps are those of a low-pass at `up` times the recording's rate, where zeros lie between its samples: they take their part of the
+ * level, and the taps make up for it. */
+typedef struct {
+    int up, down, tapsLen, iterations, atOnce; /* an iteration makes `up` samples */
+    float* taps;
+} Decimation;
+
+static int commonDivisor(int a, int b) { return b == 0 ? a : commonDivisor(b, a % b); }
+
+static Decimation makeDecimation(const Wav* wav, double pass, double stop) {
+    const int common = commonDivisor((int)wav->rate, kLineRate);
+    Decimation d = {.up = kLineRate / common, .down = (int)wav->rate / common};
+    d.taps = designLowPass(pass / wav->rate / d.up, stop / wav->rate / d.up, 70, &d.tapsLen);
+    if (!d.taps) must(StatusNoMemory, "taps");
+    must(tevsMulC_32f_I((float)d.up, d.taps, d.tapsLen), "tevsMulC_32f_I");
+    d.iterations = wav->len / d.down;
+    d.atOnce = (int)wav->rate * kBlockMilliseconds / 1000 / d.down;
+    if (d.atOnce < 1) d.atOnce = 1;
+    return d;
+}
+
+static void byRecord(const Decimation* d, const float* x, float* y) {
+    FIRMRState_32f* filter;
+    must(tevsFIRMRInitAlloc_32f(&filter, d->taps, d->tapsLen, d->up, 0, d->down, 0, NULL), "tevsFIRMRInitAlloc_32f");
+    for (int n = 0; n < d->iterations; n += d->atOnce)
+        must(tevsFIR_32f(x + n * d->down, y + n * d->up, d->iterations - n < d->atOnce ? d->iterations - n : d->atOnce, filter), "tevsFIR_32f");
+    tevsFIRFree_32f(filter);
+}
+
+static void stateless(const Decimation* d, const float* x, float* y, float* past) {
+    must(tevsZero_32f(past, d->tapsLen), "tevsZero_32f");
+    for (int n = 0; n < d->iterations; n += d->atOnce)
+        must(tevsFIRMR_Direct_32f(x + n * d->down, y + n * d->up, d->iterations - n < d->atOnce ? d->iterations - n : d->atOnce, d->taps, d->tapsLen, d->up, 0,
+                                  d->down, 0, past),
+             "tevsFIRMR_Direct_32f");
+}
+
+/* Filters at the higher rate, of which most is then dropped: for whole factors only. */
+static void byDropping(const Decimation* d, const float* x, float* y, float* all) {
+    FIRState_32f* filter;
+    must(tevsFIRInitAlloc_32f(&filter, d->taps, d->tapsLen, NULL), "tevsFIRInitAlloc_32f");
+    for (int n = 0; n < d->iterations; n += d->atOnce) {
+        const int count = d->iterations - n < d->atOnce ? d->iterations - n : d->atOnce;
+        must(tevsFIR_32f(x + n * d->down, all, count * d->down, filter), "tevsFIR_32f");
+        for (int m = 0; m < count; ++m) y[n + m] = all[m * d->down];
+    }
+    tevsFIRFree_32f(filter);
 }
 
 /* ---- The spectrum: power of overlapped, Hann-windowed frames -------------------------------------------------------------------- */
@@ -156,11 +207,14 @@ static Level levelOf(const int16_t* x, int len) {
 }
 
 /* The steps of the line, each with the fastest of its runs. */
-enum { kToFloat, kLowPass, kToInt, kLevels, kSpectra, kDecibels, kSteps };
+enum { kToFloat, kLowPass, kToInt, kByRecord, kStateless, kByDropping, kLevels, kSpectra, kDecibels, kSteps };
 static const char* const kStep[kSteps][2] = {
     {"16-bit to float", "tevsConvert_16s32f"},
     {"low-pass", "tevsFIR_32f"},
     {"float to 16-bit", "tevsConvert_32f16s_Sfs"},
+    {"to 8 kHz: record", "tevsFIRMRInitAlloc_32f, tevsFIR_32f"},
+    {"  without a record", "tevsFIRMR_Direct_32f"},
+    {"  low-pass, drop", "tevsFIR_32f"},
     {"levels", "tevsNorm_Inf_16s32f, tevsNorm_L2_16s32f"},
     {"window, FFT, power", "tevsMul_32f, tevsFFTFwd_RToCCS_32f, tevsPowerSpectr_32fc"},
     {"decibels", "tevsAddC_32f, tevsLn_32f, tevsMulC_32f"},
@@ -181,15 +235,19 @@ int main(int argc, char** argv) {
 
     int tapsLen = 0;
     float* taps = designLowPass(pass / wav.rate, stop / wav.rate, 70, &tapsLen);
+    const Decimation decimation = makeDecimation(&wav, pass, stop);
+    const int lineLen = decimation.iterations * decimation.up;
     Analyser analyser = makeAnalyser(wav.rate, len);
     float *x = tevsMalloc_32f(len), *y = tevsMalloc_32f(len);
     int16_t* out = tevsMalloc_16s(len);
     const int cells = analyser.frames * analyser.bins;
     float *before = tevsMalloc_32f(cells), *after = tevsMalloc_32f(cells), *mean = tevsMalloc_32f(2 * analyser.bins);
-    if (!taps || !x || !y || !out || !before || !after || !mean) must(StatusNoMemory, "buffers");
+    float *line = tevsMalloc_32f(lineLen + 1), *other = tevsMalloc_32f(lineLen + 1), *past = tevsMalloc_32f(decimation.tapsLen), *all = tevsMalloc_32f(len);
+    if (!line || !other || !past || !all || !taps || !x || !y || !out || !before || !after || !mean) must(StatusNoMemory, "buffers");
 
     double best[kSteps];
     Level was, is;
+    float apart = 0;
     for (int s = 0; s < kSteps; ++s) best[s] = 1e9;
     for (int run = 0; run < kRuns; ++run) {
         double mark[kSteps + 1];
@@ -203,6 +261,12 @@ int main(int argc, char** argv) {
             must(tevsFIR_32f(x + n, y + n, len - n < block ? len - n : block, filter), "tevsFIR_32f");
         mark[kToInt] = now();
         must(tevsConvert_32f16s_Sfs(y, out, len, RoundNearest, 0), "tevsConvert_32f16s_Sfs");
+        mark[kByRecord] = now();
+        byRecord(&decimation, x, line);
+        mark[kStateless] = now();
+        stateless(&decimation, x, other, past);
+        mark[kByDropping] = now();
+        if (decimation.up == 1) byDropping(&decimation, x, other, all);
         mark[kLevels] = now();
         was = levelOf(wav.samples, len);
         is = levelOf(out, len);
@@ -223,8 +287,12 @@ int main(int argc, char** argv) {
     printf("%s: %.2f s at %u Hz; low-pass of %d taps, %.0f to %.0f Hz; spectra of %d frames of %d points\n\n", argv[1], seconds, (unsigned)wav.rate, tapsLen,
            pass, stop, analyser.frames, analyser.len);
     printf("%-20s %10s %16s  %s\n", "step", "time, ms", "times real time", "functions");
-    for (int s = 0; s < kSteps; ++s) printf("%-20s %10.3f %16.0f  %s\n", kStep[s][0], 1e3 * best[s], seconds / best[s], kStep[s][1]);
-    printf("\nlevel, dB of full scale: peak %.2f, rms %.2f before; peak %.2f, rms %.2f after\n", was.peak, was.rms, is.peak, is.rms);
+    for (int s = 0; s < kSteps; ++s)
+        if (s != kByDropping || decimation.up == 1) printf("%-20s %10.3f %16.0f  %s\n", kStep[s][0], 1e3 * best[s], seconds / best[s], kStep[s][1]);
+    if (lineLen > 0) must(tevsNormDiff_Inf_32f(line, other, lineLen, &apart), "tevsNormDiff_Inf_32f");
+    printf("\n%d/%d of the samples at 8 kHz, %d taps; two ways differ by at most %.2g of a step of 16 bits\n", decimation.up, decimation.down,
+           decimation.tapsLen, apart);
+    printf("level, dB of full scale: peak %.2f, rms %.2f before; peak %.2f, rms %.2f after\n", was.peak, was.rms, is.peak, is.rms);
 
     char path[4096];
     snprintf(path, sizeof path, "%s/line.wav", argv[2]);
@@ -232,10 +300,21 @@ int main(int argc, char** argv) {
         perror(path);
         return 1;
     }
+    if (lineLen > 0) must(tevsConvert_32f16s_Sfs(line, out, lineLen, RoundNearest, 0), "tevsConvert_32f16s_Sfs");
+    snprintf(path, sizeof path, "%s/line-8k.wav", argv[2]);
+    if (writeWav(path, &(Wav){kLineRate, lineLen, out})) {
+        perror(path);
+        return 1;
+    }
     writeSpectrum(argv[2], &analyser, wav.rate, mean, mean + analyser.bins);
     writeSpectrogram(argv[2], "spectrogram-before.txt", &analyser, wav.rate, before);
     writeSpectrogram(argv[2], "spectrogram-after.txt", &analyser, wav.rate, after);
 
+    tevsFree(all);
+    tevsFree(past);
+    tevsFree(other);
+    tevsFree(line);
+    tevsFree(decimation.taps);
     tevsFree(mean);
     tevsFree(after);
     tevsFree(before);

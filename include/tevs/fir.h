@@ -394,6 +394,131 @@ Status tevsFIROne64fc_Direct_16sc_ISfs(Complex16s* pSrcDst, const Complex64f* pT
 Status tevsFIROne_Direct_16s_Sfs(int16_t src, int16_t* pDst, const int16_t* pTapsQ15, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
 Status tevsFIROne_Direct_16s_ISfs(int16_t* pSrcDst, const int16_t* pTapsQ15, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
 
+/* ---- FIRMR: the same filter between two rates -------------------------------------------------------------------------------------
+ *
+ * upFactor - 1 zeros follow every input, the first of which comes at time upPhase; h filters all of that; and of the result every downFactor-th value
+ * is kept, from time downPhase on. With t = downPhase + m * downFactor - upPhase, output m of a stream is
+ *
+ *     y[m] = sum over j of  h[t mod upFactor + j * upFactor] * x[floor(t / upFactor) - j],    the index of h below tapsLen
+ *
+ * A record of this kind is used through the calls above: Free, SetTaps, GetTaps, SetDlyLine, GetDlyLine, and FIR, which makes numIters * upFactor outputs
+ * from numIters * downFactor inputs. FIROne refuses it. Its delay line has ceil(tapsLen / upFactor) samples, newest first. With both factors 1 it is a
+ * record for one rate, as from FIRInit or FIRInitAlloc.
+ *
+ * upFactor, downFactor     at least 1
+ * upPhase, downPhase       0 .. factor - 1
+ * pSrc, pDst               equal pointers filter in place; the vector then holds numIters * max(upFactor, downFactor) samples
+ * all others               as above; upFactor times downFactor need not fit in an int, nor numIters times either
+ *
+ * GetStateSize    The bytes of a record in the caller's memory, at any address, whatever its phases. Returns StatusOk, StatusNullPtr (pSize),
+ *                 StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusFilterLength (beyond INT_MAX bytes).
+ * Init            Builds a record in pBuffer. Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength (tapsLen < 1), StatusRateFactor
+ *                 (a factor < 1), StatusRatePhase (a phase out of range), StatusFilterLength (a size beyond INT_MAX bytes).
+ * InitAlloc       The same in memory of its own. Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength, StatusRateFactor, StatusRatePhase,
+ *                 StatusNoMemory.
+ *
+ * Threads         Blocks of more iterations than the samples stated above are shared out over a team in the same way; the results are the same to the bit.
+ * Method          Each phase of h as a filter of its own at the lower rate (Crochiere and Rabiner, Multirate Digital Signal Processing, ch. 3); of the results only
+ *                 those that are kept are computed. Products in the precision of the taps, 16-bit taps exactly; each output is summed from its oldest input
+ *                 to its newest, whatever the other arguments, so wherever a stream is cut the results are the same to the bit.
+ */
+Status tevsFIRMRGetStateSize_32f(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize_32fc(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize32f_16s(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize32fc_16sc(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize32s_16s(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize32s_16s32f(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize32sc_16sc(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize32sc_16sc32fc(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize_64f(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize_64fc(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize64f_32f(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize64fc_32fc(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize64f_32s(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize_32s(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize64fc_32sc(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize64f_16s(int tapsLen, int upFactor, int downFactor, int* pSize);
+Status tevsFIRMRGetStateSize64fc_16sc(int tapsLen, int upFactor, int downFactor, int* pSize);
+
+Status tevsFIRMRInit_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const float* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32f* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const double* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex64f* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const float* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32f* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int32_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int32_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
+
+Status tevsFIRMRInitAlloc_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const float* pDlyLine);
+Status tevsFIRMRInitAlloc_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32f* pDlyLine);
+Status tevsFIRMRInitAlloc32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine);
+Status tevsFIRMRInitAlloc32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine);
+Status tevsFIRMRInitAlloc32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine);
+Status tevsFIRMRInitAlloc32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine);
+Status tevsFIRMRInitAlloc32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine);
+Status tevsFIRMRInitAlloc32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine);
+Status tevsFIRMRInitAlloc_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const double* pDlyLine);
+Status tevsFIRMRInitAlloc_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex64f* pDlyLine);
+Status tevsFIRMRInitAlloc64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const float* pDlyLine);
+Status tevsFIRMRInitAlloc64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32f* pDlyLine);
+Status tevsFIRMRInitAlloc64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int32_t* pDlyLine);
+Status tevsFIRMRInitAlloc_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int32_t* pDlyLine);
+Status tevsFIRMRInitAlloc64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32s* pDlyLine);
+Status tevsFIRMRInitAlloc64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine);
+Status tevsFIRMRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine);
+
+/* ---- FIRMR_Direct: the same without a record -----------------------------------------------------------------------------------------
+ *
+ * pDlyLine        ceil(tapsLen / upFactor) samples before the first of pSrc, newest first. Zeros to begin with; every call leaves it ready for the next.
+ * all others      as above; tapsFactor and scaleFactor as for the single rate
+ *
+ * Sums are formed in double precision and rounded once; of integer taps they are exact up to 2^23 taps for each phase. Each call makes whole periods of both rates, so a
+ * stream may be cut after any iteration. A call works through all taps before the first output: a record spares that.
+ *
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSrc, pDst), StatusBadSize (numIters < 1), StatusNullPtr (pTaps),
+ * StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusRatePhase (a phase out of range), StatusNullPtr (pDlyLine), StatusNoMemory (for
+ * taps and delay line of more than 1024 together).
+ */
+Status tevsFIRMR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
+Status tevsFIRMR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
+Status tevsFIRMR_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32f* pDlyLine);
+Status tevsFIRMR_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32f* pDlyLine);
+Status tevsFIRMR32f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR32f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR32fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR32fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR32s_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR32s_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR32sc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR32sc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR_Direct_64f(const double* pSrc, double* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, double* pDlyLine);
+Status tevsFIRMR_Direct_64f_I(double* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, double* pDlyLine);
+Status tevsFIRMR_Direct_64fc(const Complex64f* pSrc, Complex64f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex64f* pDlyLine);
+Status tevsFIRMR_Direct_64fc_I(Complex64f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex64f* pDlyLine);
+Status tevsFIRMR64f_Direct_32f(const float* pSrc, float* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
+Status tevsFIRMR64f_Direct_32f_I(float* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
+Status tevsFIRMR64fc_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32f* pDlyLine);
+Status tevsFIRMR64fc_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32f* pDlyLine);
+Status tevsFIRMR64f_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR64f_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR64fc_Direct_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32s* pDlyLine, int scaleFactor);
+Status tevsFIRMR64fc_Direct_32sc_ISfs(Complex32s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32s* pDlyLine, int scaleFactor);
+Status tevsFIRMR64f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR64f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR64fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR64fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+
 TEVS_END
 
 #endif

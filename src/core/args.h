@@ -15,8 +15,10 @@ public:
     Args& ptr(const void* p) { return require(p != nullptr, StatusNullPtr); }
     Args& len(int n) { return require(n >= 1, StatusBadSize); }
     // A record begins with its identifier. Read as a word: the caller may hand in any memory at all.
-    Args& record(const void* r, uint32_t id) {
-        return require([=] { return identifierOf(r) == id; }, StatusContextMismatch);
+    Args& record(const void* r, uint32_t id) { return record(r, id, id); }
+    // Of either of two kinds.
+    Args& record(const void* r, uint32_t id, uint32_t other) {
+        return require([=] { return identifierOf(r) == id || identifierOf(r) == other; }, StatusContextMismatch);
     }
     Args& require(bool ok, Status s) {
         if (status_ == StatusOk && !ok) status_ = s;

@@ -13,6 +13,7 @@
 #include "filter/fir.table.h"
 #include "filter/fir_samples.h"
 #include "filter/fir_taps.h"
+#include "filter/multirate.h"
 #include "tevs/arithmetic.h"
 #include "tevs/fft.h"
 
@@ -493,37 +494,42 @@ Status initAlloc(State** ppState, const typename Kind::Tap* pTaps, int tapsLen, 
 }
 
 template <class Kind> Status free(FirState* s) {
-    if (Status status = Args().ptr(s).record(s, Kind::kId)) return status;
+    if (Status status = Args().ptr(s).record(s, Kind::kId, Kind::kMultirateId)) return status;
     Fir<Kind>(s).free();
     return StatusOk;
 }
 
 template <class Kind> Status setTaps(const typename Kind::Tap* pTaps, FirState* s, int tapsFactor = 0) {
-    if (Status status = Args().ptr(pTaps).ptr(s).record(s, Kind::kId)) return status;
+    if (Status status = Args().ptr(pTaps).ptr(s).record(s, Kind::kId, Kind::kMultirateId)) return status;
+    if (s->id == Kind::kMultirateId) return multirateSetTaps<Kind>(pTaps, tapsFactor, s);
     return Fir<Kind>(s).setTaps(pTaps, tapsFactor);
 }
 
 template <class Kind> Status getTaps(const FirState* s, typename Kind::Tap* pTaps) {
-    if (Status status = Args().ptr(s).ptr(pTaps).record(s, Kind::kId)) return status;
+    if (Status status = Args().ptr(s).ptr(pTaps).record(s, Kind::kId, Kind::kMultirateId)) return status;
+    if (s->id == Kind::kMultirateId) return multirateGetTaps<Kind>(s, pTaps);
     Fir<Kind>(s).getTaps(pTaps);
     return StatusOk;
 }
 
 template <class Kind> Status setDlyLine(FirState* s, const typename Kind::Sample* pDlyLine) {
-    if (Status status = Args().ptr(s).record(s, Kind::kId)) return status;
+    if (Status status = Args().ptr(s).record(s, Kind::kId, Kind::kMultirateId)) return status;
+    if (s->id == Kind::kMultirateId) return multirateSetPast<Kind>(pDlyLine, s);
     Fir<Kind>(s).setPast(pDlyLine);
     return StatusOk;
 }
 
 template <class Kind> Status getDlyLine(const FirState* s, typename Kind::Sample* pDlyLine) {
-    if (Status status = Args().ptr(s).ptr(pDlyLine).record(s, Kind::kId)) return status;
+    if (Status status = Args().ptr(s).ptr(pDlyLine).record(s, Kind::kId, Kind::kMultirateId)) return status;
+    if (s->id == Kind::kMultirateId) return multirateGetPast<Kind>(s, pDlyLine);
     Fir<Kind>(s).getPast(pDlyLine);
     return StatusOk;
 }
 
 template <class Kind> Status filter(const typename Kind::Sample* pSrc, typename Kind::Sample* pDst, int numIters, FirState* s, int scaleFactor = 0) {
-    if (Status status = Args().ptr(pSrc).ptr(pDst).ptr(s).len(numIters).record(s, Kind::kId)) return status;
+    if (Status status = Args().ptr(pSrc).ptr(pDst).ptr(s).len(numIters).record(s, Kind::kId, Kind::kMultirateId)) return status;
     NearestRounding guard;
+    if (s->id == Kind::kMultirateId) return multirateBlock<Kind>(pSrc, pDst, numIters, s, scaleFactor);
     return Fir<Kind>(s).block(pSrc, pDst, numIters, scaleFactor);
 }
 

@@ -141,4 +141,17 @@ TEST(NoMemory, FirRecords) {
     }
 }
 
+TEST(NoMemory, MultirateFilters) {
+    const std::vector<float> taps(3000, 0.01f);
+    failEachAllocation("FIRMR_32f", [&] {
+        return lifecycle<FIRMRState_32f>([&](auto p) { return tevsFIRMRInitAlloc_32f(p, taps.data(), 40, 3, 0, 2, 0, nullptr); }, tevsFIRFree_32f);
+    });
+    failEachAllocation("FIRMR_Direct_32f", [&] {
+        float src[2] = {1, 1}, dst[3] = {7, 7, 7}, past[1000] = {};
+        const Status s = tevsFIRMR_Direct_32f(src, dst, 1, taps.data(), 3000, 3, 0, 2, 0, past);
+        EXPECT_EQ(dst[0] == 7 && past[0] == 0, s != StatusOk);
+        return s;
+    });
+}
+
 }   // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "filter/fir.table.h"
+#include "filter/multirate.table.h"
 #include "transform/fft.table.h"
 #include "transform/fft_integer.table.h"
 #include "vector/arithmetic.table.h"
@@ -27,4 +28,5 @@
     X(FftKernels<float>, fft32)      \
     X(FftKernels<double>, fft64)     \
     X(IntegerFftKernels, integerFft) \
-    X(FirKernels, fir)
+    X(FirKernels, fir)               \
+    X(MultirateKernels, multirate)

@@ -1,0 +1,1046 @@
+// FIR filters between two rates: zeros go in between the inputs, the filter runs over both, and every so many outputs are kept.
+//
+// With t = downPhase + m downFactor - upPhase, output m is the sum over j of h[t mod U + j U] x[floor(t / U) - j], U = upFactor: a filter of every Uth tap, one
+// of the U phases of h (Crochiere and Rabiner, Multirate Digital Signal Processing, ch. 3). After U outputs and D = downFactor inputs all is as before.
+#include "filter/multirate.h"
+
+#include <limits.h>
+#include <string.h>
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <numeric>
+
+#include "core/args.h"
+#include "core/memory.h"
+#include "core/parallel.h"
+#include "core/rounding.h"
+#include "core/scale.h"
+#include "filter/fir.table.h"
+#include "filter/fir_samples.h"
+#include "filter/fir_taps.h"
+#include "filter/multirate.table.h"
+
+namespace tevs {
+namespace {
+
+struct Rates {
+    int up, upPhase, down, downPhase;
+
+    Args check(Args args) const {
+        const auto within = [](int phase, int factor) { return phase >= 0 && phase < factor; };
+        return args.require(up >= 1 && down >= 1, StatusRateFactor).require(within(upPhase, up) && within(downPhase, down), StatusRatePhase);
+    }
+    bool single() const { return up == 1 && down == 1; }
+};
+
+int pastLen(int tapsLen, int up) { return int((int64_t{tapsLen} + up - 1) / up); }
+
+enum RateKind : int32_t { kPolyphase = 1, kDecimating = 2, kIndexed = 3 };
+
+RateKind kindOf(int tapsLen, int up, int down) {
+    const float ratio = float(tapsLen) / (float(tapsLen) + 3 * float(down));
+    if (double(ratio) > (up == 1 ? 0.5 : 0.3)) return kPolyphase;
+    return up == 1 ? kDecimating : kIndexed;
+}
+
+// A record. Its period is the least multiple of the pattern of inputs and outputs that the kernels can work on.
+struct RateState : FirState {
+    Rates rates;
+    int32_t kind;
+    int32_t dlyLen;      // samples of the delay line at the interface
+    int32_t before;      // periods of inputs before the current one that outputs reach back to; delay holds them in order of time
+    int32_t outs, ins;   // outputs and inputs of a period
+    int32_t atOnce;      // periods that pass through the streams at a time
+    Streams streams;
+    int32_t groupCount;
+    PhaseGroup* groups;
+    void* taps;         // in the caller's order
+    void* groupTaps;    // in the order of the groups
+    int32_t runCount;   // 0 where they do not serve
+    OutputRun* runs;
+    void* runTaps;
+    int32_t* place;    // of input -dlyLen and on
+    void* streamsOf;   // of the caller's thread
+    void* outputs;
+    void* line;   // the inputs of a block of few periods, behind the past
+    void* next;   // the past after the block that is being filtered
+};
+
+// Where a thread works: the streams, outputs on their way to the destination, and the inputs before its first.
+template <class T, class S> struct Area {
+    T* streams;
+    T* outputs;
+    T* line;
+    S* past;
+};
+
+// The kernel that takes samples of one type apart into streams of another.
+inline auto splitOf(const float*, float*) { return multirate->split_32f; }
+inline auto splitOf(const Complex32f*, float*) { return multirate->split_32fc; }
+inline auto splitOf(const int16_t*, float*) { return multirate->split16s_32f; }
+inline auto splitOf(const Complex16s*, float*) { return multirate->split16sc_32fc; }
+inline auto splitOf(const double*, double*) { return multirate->split_64f; }
+inline auto splitOf(const Complex64f*, double*) { return multirate->split_64fc; }
+inline auto splitOf(const float*, double*) { return multirate->split32f_64f; }
+inline auto splitOf(const Complex32f*, double*) { return multirate->split32fc_64fc; }
+inline auto splitOf(const int32_t*, double*) { return multirate->split32s_64f; }
+inline auto splitOf(const Complex32s*, double*) { return multirate->split32sc_64fc; }
+inline auto splitOf(const int16_t*, double*) { return multirate->split16s_64f; }
+inline auto splitOf(const Complex16s*, double*) { return multirate->split16sc_64fc; }
+
+// A type pair, and how it is computed. Sums of 16-bit taps times 16-bit samples are exact in double precision.
+template <class Kind> struct Rated {
+    using Tap = typename Kind::Tap;
+    using Stored = typename Kind::Stored;
+    using Sample = typename Kind::Sample;
+    using Part = std::conditional_t<Kind::kIntegerTaps, double, Scalar<Stored>>;
+    static constexpr int kPer = kParts<Sample>;                    // scalars of a sample
+    static constexpr int kRun = 16 / (kPer * int(sizeof(Part)));   // streams that are filled together
+    static constexpr int kRows = 4 / kPer;                         // outputs that are computed together
+    static constexpr int kRunOutputs = kRunBytes / (kPer * int(sizeof(Part)));
+    static constexpr int kFew = 8;        // periods up to which a block is filtered by runs of outputs
+    static constexpr int kTogether = 3;   // times kPeriodsAtOnce: the most that the kernels take in one step
+    static constexpr bool kDirect = std::is_same_v<Part, Scalar<Sample>>;
+
+    // The dimensions of a record but for what the phases have a say in, which is bounded. A record that is too large for its places to be counted in
+    // 32 bits has no outputs.
+    struct Extent {
+        int64_t outs, ins, past, before, runs, run, atOnce, stride, groups, groupTaps, outputRuns, lineLen;
+
+        Extent(int tapsLen, int up, int down) {
+            const int64_t common = std::gcd(up, down);
+            outs = up / common;
+            ins = down / common;
+            // A group too many costs little where there are many: it repeats outputs of the one before it.
+            int64_t times = outs >= 4 * kRows ? 1 : kRows / std::gcd(outs, int64_t{kRows});
+            if (kRun == 4 && ins * times == 3) times *= 2;
+            outs *= times;
+            ins *= times;
+            past = pastLen(tapsLen, up);
+            before = (past + ins - 1) / ins;
+            run = std::min<int64_t>(ins, kRun);
+            runs = std::min((ins + run - 1) / run, outs * ((past + run - 1) / run + 1));
+            // A third of the first cache at a time, in steps that fill the kernels' registers.
+            constexpr int kStep = 3 * kPeriodsAtOnce;
+            const int64_t largest = std::max(runs * run, kDirect ? 1 : outs) * kPer * int64_t{sizeof(Part)};
+            const int64_t counted = (int64_t{1} << 30) / (std::max(ins, outs) * kPer);   // their inputs and outputs are counted in 32 bits
+            atOnce = std::clamp<int64_t>(std::min(16384 / largest, counted) / kStep * kStep, kStep, 20 * kStep);
+            stride = ((before + atOnce + 3) & ~int64_t{3}) + 4;
+            groups = (outs + kRows - 1) / kRows;
+            // Rows of a group that overlap start at most 3 down / up + 1 inputs apart, and have one table; others have one each.
+            const int64_t apart = 3 * int64_t{down} / up + 1;
+            outputRuns = times == 1 && outs >= 4 * kRows ? (outs + kRunOutputs - 1) / kRunOutputs : 0;
+            lineLen = outputRuns ? (before + kFew) * ins + kRunSlack : 0;
+            groupTaps = groups * 4 * (apart < past - 1 ? past + apart : 4 * past);
+        }
+        template <class S> uint64_t carveArea(Carve& c, Area<Part, S>& area) const {
+            area.streams = c.take<Part>(uint64_t(runs * run * stride * kPer));
+            area.outputs = c.take<Part>(uint64_t(outs * kPer * (kDirect ? kTogether * kPeriodsAtOnce : atOnce)));
+            area.line = c.take<Part>(uint64_t(lineLen * kPer));
+            area.past = c.take<S>(uint64_t(before * ins));
+            return c.size();
+        }
+        uint64_t areaBytes() const {
+            Carve c;
+            Area<Part, Sample> area;
+            return carveArea(c, area);
+        }
+    };
+
+    static bool fits(const Extent& e, int tapsLen) {
+        // Each of these is a number of elements in the record.
+        constexpr int64_t most = INT_MAX;
+        return e.outs <= most / 64 && e.ins <= most / 64 && e.groupTaps <= most && e.runs * e.run <= most / e.stride / kPer &&
+               layOut(nullptr, nullptr, tapsLen, e) <= uint64_t{INT_MAX} - 16;
+    }
+
+    // Over no block it only adds up.
+    static uint64_t layOut(RateState* s, void* block, int tapsLen, const Extent& e) {
+        Carve c(block);
+        c.take<RateState>(1);
+        Stored* const taps = c.take<Stored>(uint64_t(tapsLen));
+        PhaseGroup* const groups = c.take<PhaseGroup>(uint64_t(e.groups));
+        Part* const groupTaps = c.take<Part>(uint64_t(e.groupTaps));
+        OutputRun* const runs = c.take<OutputRun>(uint64_t(e.outputRuns));
+        Part* const runTaps = c.take<Part>(uint64_t(e.outputRuns * e.past * kPer * kRunOutputs * kPer));
+        int32_t* const place = c.take<int32_t>(uint64_t(e.past + e.ins));
+        int32_t* const starts = c.take<int32_t>(uint64_t(e.runs));
+        Sample* const delay = c.take<Sample>(uint64_t(e.before * e.ins));
+        const uint64_t at = c.size();
+        Area<Part, Sample> area;
+        e.carveArea(c, area);
+        if (s) {
+            new (s) RateState{};
+            s->id = Kind::kMultirateId;
+            s->tapsLen = tapsLen;
+            s->fftLen = -1;
+            s->delay = delay;
+            s->dlyLen = int(e.past);
+            s->before = int(e.before);
+            s->outs = int(e.outs);
+            s->ins = int(e.ins);
+            s->atOnce = int(e.atOnce);
+            s->streams = {.places = int(e.ins), .runs = int(e.runs), .starts = starts, .stride = ptrdiff_t(e.stride)};
+            s->groupCount = int(e.groups);
+            s->groups = groups;
+            s->taps = taps;
+            s->groupTaps = groupTaps;
+            s->runCount = int(e.outputRuns);
+            s->runs = runs;
+            s->runTaps = runTaps;
+            s->place = place;
+            s->streamsOf = area.streams;
+            s->outputs = area.outputs;
+            s->line = area.line;
+            s->next = area.past;
+            memset(static_cast<unsigned char*>(block) + at, 0, size_t(c.size() - at));   // lanes behind the last period are computed, and dropped
+        }
+        return c.size();
+    }
+
+    static Area<Part, Sample> areaIn(const Extent& e, void* block) {
+        Carve c(block);
+        Area<Part, Sample> area;
+        e.carveArea(c, area);
+        return area;
+    }
+    static Area<Part, Sample> own(const RateState* s) {
+        return {static_cast<Part*>(s->streamsOf), static_cast<Part*>(s->outputs), static_cast<Part*>(s->line), static_cast<Sample*>(s->next)};
+    }
+
+    // ---- taps -----------------------------------------------------------------------------------------------------------------------------
+
+    // Output p of a period: its newest input, and of every upFactor-th tap the first and their number.
+    struct Phase {
+        int newest, first, count;
+    };
+    static Phase phase(const RateState* s, int p) {
+        const Rates& r = s->rates;
+        const int64_t t = int64_t{p} * r.down + r.downPhase - r.upPhase;
+        const int64_t newest = t >= 0 ? t / r.up : -1;   // t > -up
+        const int first = int(t - newest * r.up);
+        return {int(newest), first, first < s->tapsLen ? (s->tapsLen - 1 - first) / r.up + 1 : 0};
+    }
+
+    // Groups of one shape come one after another: the kernel's short loops then take the same turns as in the group before, which processors foresee.
+    static void buildGroups(RateState* s) {
+        for (int n = 0; n < s->groupCount; ++n) {
+            PhaseGroup& g = s->groups[n];
+            const int first = std::min(n * kRows, s->outs - kRows);   // the last group ends with the period
+            g.output = first * kPer;
+            for (int r = 0; r < 4; ++r) {
+                const Phase f = phase(s, first + r / kPer);
+                g.end[r] = f.newest + 1;
+                g.from[r] = g.end[r] - f.count;
+                g.shared[r] = r == 0 ? g.from[0] : std::max(g.shared[r - 1], g.from[r]);
+            }
+            g.overlap = g.shared[3] < g.end[0];
+        }
+        const auto shape = [](const PhaseGroup& g) {
+            std::array<int, 9> key{};
+            for (int r = 0; r < 4; ++r) {
+                key[size_t(r)] = g.from[r] - g.from[0];
+                key[size_t(4 + r)] = g.end[r] - g.from[0];
+            }
+            key[8] = g.output;
+            return key;
+        };
+        std::sort(s->groups, s->groups + s->groupCount, [=](const PhaseGroup& a, const PhaseGroup& b) { return shape(a) < shape(b); });
+        PhaseGroup* const end = s->groups + s->groupCount;
+        for (PhaseGroup* g = s->groups; g < end; ++g) {
+            const auto sameShape = [&] {
+                const auto a = shape(g[0]), b = shape(g[1]);
+                return std::equal(a.begin(), a.end() - 1, b.begin());
+            };
+            g->paired = !(g > s->groups && g[-1].paired) && g + 1 < end && sameShape();
+        }
+        ptrdiff_t used = 0;
+        for (PhaseGroup* g = s->groups; g < end; ++g) {
+            const int first = *std::min_element(g->from, g->from + 4);
+            for (int r = 0; r < 4; ++r) {
+                const int from = g->overlap ? first : g->from[r];
+                g->rows[r] = used - 4 * ptrdiff_t{from};
+                if (!g->overlap || r == 3) used += 4 * ptrdiff_t(g->end[r] - from);
+            }
+        }
+    }
+
+    // Neighbouring outputs, where their oldest inputs lie near enough to each other.
+    static void buildRuns(RateState* s) {
+        constexpr int kElement = kPer * int(sizeof(Part)) / 4;   // 32-bit lanes of a sample
+        ptrdiff_t used = 0;
+        for (int n = 0; n < s->runCount; ++n) {
+            OutputRun& r = s->runs[n];
+            const int output = std::min(n * kRunOutputs, s->outs - kRunOutputs);
+            Phase f[kRunOutputs];
+            r.first = INT_MAX;
+            r.steps = 0;
+            for (int o = 0; o < kRunOutputs; ++o) {
+                f[o] = phase(s, output + o);
+                r.first = std::min(r.first, oldest(f[o]));
+                r.steps = std::max(r.steps, f[o].count);
+            }
+            int farthest = 0;
+            for (int o = 0; o < kRunOutputs; ++o) {
+                const int at = oldest(f[o]) - r.first;
+                farthest = std::max(farthest, at);
+                for (int l = 0; l < kElement; ++l) {
+                    r.order[o * kElement + l] = at * kElement + l;
+                    r.last[o * kElement + l] = f[o].count == r.steps ? -1 : 0;
+                }
+            }
+            r.wide = farthest >= kRunOutputs;
+            r.output = output * kPer;
+            r.taps = used;
+            used += ptrdiff_t{r.steps} * kPer * kRunOutputs * kPer;
+            if (farthest >= 2 * kRunOutputs) {
+                s->runCount = 0;
+                return;
+            }
+        }
+    }
+    static int oldest(const Phase& f) { return f.newest + 1 - f.count; }
+    static void setRunTaps(RateState* s) {
+        const auto* const taps = static_cast<const Stored*>(s->taps);
+        for (int n = 0; n < s->runCount; ++n) {
+            const OutputRun& r = s->runs[n];
+            Part* to = static_cast<Part*>(s->runTaps) + r.taps;
+            for (int step = 0; step < r.steps; ++step)
+                for (int part = 0; part < kPer; ++part)
+                    for (int o = 0; o < kRunOutputs; ++o) {
+                        const Phase f = phase(s, r.output / kPer + o);
+                        const int j = f.count - 1 - step;
+                        to = std::fill_n(to, kPer, j < 0 ? Part(0) : Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[part]));
+                    }
+        }
+    }
+
+    // Places whose inputs are taken get a stream, with its neighbours in the same run.
+    static void buildPlaces(RateState* s) {
+        int32_t* const place = s->place + s->dlyLen;
+        std::fill_n(place, s->ins, 0);
+        for (int n = 0; n < s->groupCount; ++n)
+            for (int r = 0; r < 4; ++r)
+                for (int i = s->groups[n].from[r]; i < s->groups[n].end[r]; ++i) place[((i % s->ins) + s->ins) % s->ins] = 1;
+        const int run = std::min(s->ins, kRun);
+        auto* const starts = const_cast<int32_t*>(s->streams.starts);
+        const auto at = [=](int64_t stream, int64_t period) { return int32_t((stream * s->streams.stride + s->before + period) * kPer); };
+        int runs = 0;
+        for (int i = 0; i < s->ins; ++i) {
+            if (place[i] == 0) continue;
+            const int start = std::min(i, s->ins - run), end = start + run;
+            starts[runs] = start;
+            for (; i < end; ++i) place[i] = at(int64_t{runs} * run + i - start, 0);
+            --i;
+            ++runs;
+        }
+        s->streams.runs = runs;
+        for (int i = -1; i >= -s->dlyLen; --i) place[i] = place[i + s->ins] - kPer;
+    }
+
+    static void setTaps(const Tap* pTaps, int tapsFactor, RateState* s) {
+        auto* const taps = static_cast<Stored*>(s->taps);
+        if constexpr (Kind::kIntegerTaps) {
+            const ShortTaps<Tap> quantise(partsOf(pTaps), int64_t{s->tapsLen} * kParts<Tap>, tapsFactor);
+            s->exponent = quantise.exponent();
+            for (int k = 0; k < s->tapsLen; ++k) taps[k] = eachPart<Stored>(pTaps[k], quantise);
+        } else {
+            memcpy(taps, pTaps, size_t(s->tapsLen) * sizeof(Tap));
+        }
+        setRunTaps(s);
+        auto* const to = static_cast<Part*>(s->groupTaps);
+        for (int n = 0; n < s->groupCount; ++n) {
+            const PhaseGroup& g = s->groups[n];
+            for (int r = 0; r < 4; ++r) {
+                const Phase f = phase(s, (g.output + r) / kPer);
+                for (int j = 0; j < f.count; ++j)
+                    to[g.rows[r] + 4 * ptrdiff_t(f.newest - j) + r] = Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[r % kPer]);
+            }
+        }
+    }
+
+    static void getTaps(const RateState* s, Tap* pTaps) {
+        const auto* const taps = static_cast<const Stored*>(s->taps);
+        if constexpr (Kind::kIntegerTaps)
+            for (int k = 0; k < s->tapsLen; ++k) pTaps[k] = eachPart<Tap>(taps[k], [=](int16_t tap) { return tapValue<Scalar<Tap>>(tap, s->exponent); });
+        else
+            memcpy(pTaps, taps, size_t(s->tapsLen) * sizeof(Tap));
+    }
+
+    // ---- delay line ------------------------------------------------------------------------------------------------------------------------
+
+    static Sample* past(const RateState* s) { return static_cast<Sample*>(s->delay); }
+    static int64_t pastCount(const RateState* s) { return int64_t{s->before} * s->ins; }
+
+    static void setPast(const Sample* pDlyLine, RateState* s) {
+        Sample* const newest = past(s) + pastCount(s);
+        memset(past(s), 0, size_t(pastCount(s)) * sizeof(Sample));
+        if (pDlyLine) std::reverse_copy(pDlyLine, pDlyLine + s->dlyLen, newest - s->dlyLen);
+    }
+    static void getPast(const RateState* s, Sample* pDlyLine) {
+        const Sample* const newest = past(s) + pastCount(s);
+        std::reverse_copy(newest - s->dlyLen, newest, pDlyLine);
+    }
+
+    // The inputs before input `at` of a block, into `to`.
+    static void pastAt(const RateState* s, const Sample* src, int64_t at, Sample* to) {
+        const int64_t count = pastCount(s), old = std::max<int64_t>(count - at, 0);
+        memmove(to, past(s) + (count - old), size_t(old) * sizeof(Sample));
+        memcpy(to + old, src + (at - (count - old)), size_t(count - old) * sizeof(Sample));
+    }
+
+    // ---- filtering -------------------------------------------------------------------------------------------------------------------------
+
+    static auto filter() {
+        if constexpr (std::is_same_v<Part, float>)
+            return kPer == 1 ? multirate->real32f : multirate->complex32f;
+        else
+            return kPer == 1 ? multirate->real64f : multirate->complex64f;
+    }
+
+    static auto filterRuns() {
+        if constexpr (std::is_same_v<Part, float>)
+            return kPer == 1 ? multirate->runs32f : multirate->runs32fc;
+        else
+            return kPer == 1 ? multirate->runs64f : multirate->runs64fc;
+    }
+
+    // Of n whole periods.
+    static void few(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int n, int scale) {
+        const OutputRuns<Part> runs = {.runs = s->runs,
+                                       .count = s->runCount,
+                                       .taps = static_cast<const Part*>(s->runTaps),
+                                       .inputs = ptrdiff_t{s->ins} * kPer,
+                                       .outputs = ptrdiff_t{s->outs} * kPer};
+        Part* const line = area.line + pastCount(s) * kPer;
+        toParts(past, area.line, int(pastCount(s)));
+        toParts(src, line, n * s->ins);
+        if constexpr (kDirect) {
+            filterRuns()(&runs, line, partsOf(dst), n);
+        } else {
+            filterRuns()(&runs, line, area.outputs, n);
+            narrowParts(area.outputs, partsOf(dst), n * s->outs * kPer, scale);
+        }
+    }
+    static void toParts(const Sample* src, Part* dst, int n) {
+        if constexpr (kDirect)
+            memcpy(dst, src, size_t(n) * sizeof(Sample));
+        else
+            widenParts(partsOf(src), dst, n * kPer);
+    }
+
+    // From the inputs src, behind the past, whole patterns of outputs.
+    static void range(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int64_t iterations, int scale) {
+        int64_t inputs = iterations * s->rates.down, outputs = iterations * s->rates.up;
+        if (s->runCount > 0 && outputs <= int64_t{kFew} * s->outs && filterRuns()) return few(s, area, past, src, dst, int(outputs / s->outs), scale);
+        const Phases<Part> phases = {.groups = s->groups,
+                                     .count = s->groupCount,
+                                     .taps = static_cast<const Part*>(s->groupTaps),
+                                     .place = s->place + s->dlyLen,
+                                     .period = ptrdiff_t{s->outs} * kPer};
+        const int64_t unit = int64_t{s->outs} * kPeriodsAtOnce;
+        const auto split = splitOf(src, area.streams);
+        const auto filter = Rated::filter();
+        split(past, int(pastCount(s)), &s->streams, area.streams);
+        for (;;) {
+            const int in = int(std::min<int64_t>(inputs, int64_t{s->atOnce} * s->ins)), out = int(std::min<int64_t>(outputs, int64_t{s->atOnce} * s->outs));
+            split(src, in, &s->streams, area.streams + s->before * kPer);
+            if constexpr (kDirect) {
+                // What does not fill a step of the kernel goes by way of the area, where the last step may write all of its periods.
+                const int all = int((out + unit - 1) / unit), direct = out % unit == 0 ? all : all - 1 - (all - 1) % kTogether;
+                if (direct > 0) filter(&phases, area.streams, partsOf(dst), direct);
+                if (direct < all) {
+                    filter(&phases, area.streams + ptrdiff_t{direct} * kPeriodsAtOnce * kPer, area.outputs, all - direct);
+                    memcpy(dst + direct * unit, area.outputs, size_t(out - direct * unit) * sizeof(Sample));
+                }
+            } else {
+                filter(&phases, area.streams, area.outputs, int((out + unit - 1) / unit));
+                narrowParts(area.outputs, partsOf(dst), out * kPer, scale);
+            }
+            inputs -= in;
+            outputs -= out;
+            if (outputs == 0) return;
+            src += in;
+            dst += out;
+            advance(s, area.streams);
+        }
+    }
+
+    // What outputs of the next periods reach back to goes to the front.
+    static void advance(const RateState* s, Part* streams) {
+        const int count = std::min(s->ins, kRun) * s->streams.runs, before = s->before * kPer;
+        const ptrdiff_t stride = s->streams.stride * kPer, passed = ptrdiff_t{s->atOnce} * kPer;
+        for (int n = 0; n < count; ++n, streams += stride)
+            for (int k = 0; k < before; ++k) streams[k] = streams[passed + k];
+    }
+
+    static void inParallel(const RateState* s, const Sample* src, Sample* dst, int numIters, int threads, int scale) {
+        const Extent e(s->tapsLen, s->rates.up, s->rates.down);
+        const uint64_t bytes = (e.areaBytes() + 63) & ~uint64_t{63};
+        const Scratch areas{bytes * uint64_t(threads) <= SIZE_MAX / 2 ? allocate(size_t(bytes) * size_t(threads)) : nullptr};
+        if (!areas) return range(s, own(s), past(s), src, dst, numIters, scale);
+        parallelRanges(numIters, threads, [&](int first, int count) {
+            void* const block = static_cast<unsigned char*>(areas.get()) + bytes * uint64_t(omp_get_thread_num());
+            memset(block, 0, size_t(bytes));
+            const auto area = areaIn(e, block);
+            const int64_t at = int64_t{first} * s->rates.down;
+            pastAt(s, src, at, area.past);
+            range(s, area, area.past, src + at, dst + int64_t{first} * s->rates.up, count, scale);
+        });
+    }
+
+    static Status block(const Sample* src, Sample* dst, int numIters, RateState* s, int scaleFactor) {
+        if (s->kind < kPolyphase || s->kind > kIndexed) return StatusContextMismatch;
+        const int scale = int(std::clamp<int64_t>(scaleFactor - s->exponent, INT_MIN, INT_MAX));
+        const int64_t inputs = int64_t{numIters} * s->rates.down;
+        const int threads = numIters > Kind::kParallelAbove ? teamSize(s->threads) : 1;
+        bool parallel = threads > 1;
+        Scratch copy;
+        if (src == dst && parallel) {
+            // Threads in place would overwrite each other's inputs. Without memory for a copy one thread does it all.
+            copy.reset(uint64_t(inputs) <= SIZE_MAX / 2 / sizeof(Sample) ? allocate(size_t(inputs) * sizeof(Sample)) : nullptr);
+            if (copy) src = static_cast<const Sample*>(memcpy(copy.get(), src, size_t(inputs) * sizeof(Sample)));
+            parallel = copy != nullptr;
+        }
+        if (src == dst && s->rates.up > s->rates.down) {
+            // Outputs that outnumber the inputs behind them overtake none when the inputs lie at the vector's end.
+            src = dst + int64_t{numIters} * (s->rates.up - s->rates.down);
+            memmove(const_cast<Sample*>(src), dst, size_t(inputs) * sizeof(Sample));
+        }
+        auto* const next = static_cast<Sample*>(s->next);
+        pastAt(s, src, inputs, next);   // the past after this block, before any output is written
+        if (parallel)
+            inParallel(s, src, dst, numIters, threads, scale);
+        else
+            range(s, own(s), past(s), src, dst, numIters, scale);
+        memcpy(past(s), next, size_t(pastCount(s)) * sizeof(Sample));
+        return StatusOk;
+    }
+
+    // ---- lifecycle -------------------------------------------------------------------------------------------------------------------------
+
+    static void build(RateState* s, const Extent& e, const Tap* pTaps, int tapsLen, int tapsFactor, const Rates& rates, const Sample* pDlyLine) {
+        layOut(s, s, tapsLen, e);
+        s->rates = rates;
+        s->kind = kindOf(tapsLen, rates.up, rates.down);
+        s->threads = std::max(threads_omp_of_n_tev, 1);
+        buildGroups(s);
+        buildRuns(s);
+        buildPlaces(s);
+        setTaps(pTaps, tapsFactor, s);
+        setPast(pDlyLine, s);
+    }
+
+    // single(...) does the same for one rate.
+    template <class Single> static Status stateSize(int tapsLen, int up, int down, int* pSize, Single single) {
+        if (Status s = Rates{up, 0, down, 0}.check(Args().ptr(pSize).require(tapsLen >= 1, StatusFilterLength))) return s;
+        if (up == 1 && down == 1) return single(tapsLen, pSize);
+        const Extent e(tapsLen, up, down);
+        if (!fits(e, tapsLen)) return StatusFilterLength;
+        *pSize = int(layOut(nullptr, nullptr, tapsLen, e)) + 15;
+        return StatusOk;
+    }
+    template <class State, class Single>
+    static Status init(State** ppState, const Tap* pTaps, int tapsLen, int tapsFactor, const Rates& rates, const Sample* pDlyLine, uint8_t* pBuffer,
+                       Single single) {
+        if (Status s = rates.check(Args().ptr(ppState).ptr(pTaps).ptr(pBuffer).require(tapsLen >= 1, StatusFilterLength))) return s;
+        if (rates.single()) {
+            if constexpr (std::is_integral_v<Scalar<Tap>>)
+                return single(ppState, pTaps, tapsLen, tapsFactor, pDlyLine, pBuffer);
+            else
+                return single(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
+        }
+        const Extent e(tapsLen, rates.up, rates.down);
+        if (!fits(e, tapsLen)) return StatusFilterLength;
+        auto* const state = align16<RateState>(pBuffer);
+        build(state, e, pTaps, tapsLen, tapsFactor, rates, pDlyLine);
+        *ppState = reinterpret_cast<State*>(state);
+        return StatusOk;
+    }
+    template <class State, class Single>
+    static Status initAlloc(State** ppState, const Tap* pTaps, int tapsLen, int tapsFactor, const Rates& rates, const Sample* pDlyLine, Single single) {
+        if (Status s = rates.check(Args().ptr(ppState).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength))) return s;
+        if (rates.single()) {
+            if constexpr (std::is_integral_v<Scalar<Tap>>)
+                return single(ppState, pTaps, tapsLen, tapsFactor, pDlyLine);
+            else
+                return single(ppState, pTaps, tapsLen, pDlyLine);
+        }
+        const Extent e(tapsLen, rates.up, rates.down);
+        auto* const state = static_cast<RateState*>(fits(e, tapsLen) ? allocate(size_t(layOut(nullptr, nullptr, tapsLen, e))) : nullptr);
+        if (!state) return StatusNoMemory;
+        build(state, e, pTaps, tapsLen, tapsFactor, rates, pDlyLine);
+        state->allocated = 1;
+        *ppState = reinterpret_cast<State*>(state);
+        return StatusOk;
+    }
+};
+
+// ---- without a record -----------------------------------------------------------------------------------------------------------------------
+
+// Sums in double precision, rounded once; those with 16-bit taps are exact up to 2^23 taps a phase. Taps are put in order by phase, and inputs, as doubles, behind
+// the past, for the kernel of single sums.
+template <class Kind> class Stateless {
+public:
+    using Tap = typename Kind::Tap;
+    using Sample = typename Kind::Sample;
+
+    static Status block(const Sample* pSrc, Sample* pDst, int numIters, const Tap* pTaps, int tapsLen, int tapsFactor, const Rates& rates, Sample* pDlyLine,
+                        int scaleFactor) {
+        if (Status s = rates.check(Args().ptr(pSrc).ptr(pDst).len(numIters).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength)).ptr(pDlyLine)) return s;
+        NearestRounding guard;
+        const int len = pastLen(tapsLen, rates.up);
+        const uint64_t values = uint64_t(tapsLen) + uint64_t(len) + kBlock;
+        Value near[kNear];
+        const Scratch memory{values > kNear && values <= SIZE_MAX / 2 / sizeof(Value) ? allocate(size_t(values) * sizeof(Value)) : nullptr};
+        if (values > kNear && !memory) return StatusNoMemory;
+        Value* const taps = memory ? static_cast<Value*>(memory.get()) : near;
+        const Stateless f{rates, taps, taps + tapsLen, pDlyLine, tapsLen, len};
+        if constexpr (Kind::kIntegerTaps) {
+            const ShortTaps<Tap> shorten(partsOf(pTaps), int64_t{tapsLen} * kPer, tapsFactor);
+            f.sortTaps(pTaps, [&](auto part) { return double(shorten(part)); });
+            scaleFactor = int(std::clamp<int64_t>(scaleFactor - shorten.exponent(), INT_MIN, INT_MAX));
+        } else {
+            f.sortTaps(pTaps, [](auto part) { return double(part); });
+        }
+        f.filter(pSrc, pDst, numIters, scaleFactor);
+        return StatusOk;
+    }
+
+private:
+    using Value = std::conditional_t<kComplex<Sample>, Complex64f, double>;
+    static constexpr int kPer = kParts<Sample>;
+    static constexpr int kBlock = 256;                 // inputs, and outputs, at a time
+    static constexpr uint64_t kNear = 1024 + kBlock;   // taps and inputs that find room on the stack
+
+    Stateless(const Rates& rates, Value* taps, Value* line, Sample* past, int tapsLen, int len)
+        : rates_(rates), taps_(taps), line_(line), past_(past), whole_(tapsLen / rates.up), longer_(tapsLen % rates.up), len_(len) {}
+
+    // Phase u, its last tap first, and its number of taps: one more than of others for the first longer_ phases.
+    Value* phase(int u) const { return taps_ + (int64_t{u} * whole_ + std::min(u, longer_)); }
+    int count(int u) const { return whole_ + (u < longer_); }
+
+    template <class F> void sortTaps(const Tap* pTaps, F value) const {
+        for (int u = 0; u < rates_.up && count(u) > 0; ++u)
+            for (int j = 0; j < count(u); ++j) phase(u)[count(u) - 1 - j] = eachPart<Value>(pTaps[u + int64_t{j} * rates_.up], value);
+    }
+
+    static Value inDouble(Sample x) {
+        return eachPart<Value>(x, [](auto part) { return double(part); });
+    }
+
+    static Value sum(const Value* line, const Value* taps, int n) {
+        if (n == 0) return {};
+        if constexpr (kPer == 1)
+            return fir->real64f.dot(line, taps, n);
+        else
+            return fir->complex64f.dot(line, taps, n);
+    }
+
+    // In place, an output may lie where the next input is read: outputs wait in a block until the inputs of the one behind them have been read. Where there are
+    // more outputs than inputs, these are moved to the vector's end first.
+    void filter(const Sample* src, Sample* dst, int numIters, int scale) const {
+        const Rates& r = rates_;
+        if (src == dst && r.up > r.down) {
+            src = dst + int64_t{numIters} * (r.up - r.down);
+            memmove(const_cast<Sample*>(src), dst, size_t(numIters) * size_t(r.down) * sizeof(Sample));
+        }
+        const Sample* const end = src + int64_t{numIters} * r.down;
+        for (int j = 0; j < len_; ++j) line_[len_ - 1 - j] = inDouble(past_[j]);
+        const int fresh = int(std::min<int64_t>(end - src, len_));
+        memmove(past_ + fresh, past_, size_t(len_ - fresh) * sizeof(Sample));
+        std::reverse_copy(end - fresh, end, past_);
+
+        const Value *newest = line_ + len_ - 1, *last = newest;
+        const auto refill = [&] {
+            memmove(line_, last + 1 - len_, size_t(len_) * sizeof(Value));
+            const int n = int(std::min<int64_t>(end - src, kBlock));
+            for (int i = 0; i < n; ++i) line_[len_ + i] = inDouble(*src++);
+            newest = line_ + len_ - 1;
+            last = newest + n;
+        };
+        Value sums[kBlock];
+        int waiting = 0;
+        const auto flush = [&] {
+            fromStored(sums, dst, waiting, scale);
+            dst += waiting;
+            waiting = 0;
+        };
+        int64_t since = int64_t{r.downPhase} - r.upPhase + r.up;   // from the newest input to the output, in steps of the clock that both rates divide
+        for (int64_t left = int64_t{numIters} * r.up; left > 0; --left, since += r.down) {
+            for (; since >= r.up; ++newest, since -= r.up)
+                if (newest == last) refill();
+            if (waiting == kBlock) flush();
+            const int n = count(int(since));
+            sums[waiting++] = sum(newest + 1 - n, phase(int(since)), n);
+        }
+        flush();
+    }
+
+    const Rates rates_;
+    Value *const taps_, *const line_;
+    Sample* const past_;
+    const int whole_, longer_, len_;
+};
+
+}   // namespace
+
+template <class Kind> Status multirateBlock(const typename Kind::Sample* pSrc, typename Kind::Sample* pDst, int numIters, FirState* s, int scaleFactor) {
+    return Rated<Kind>::block(pSrc, pDst, numIters, static_cast<RateState*>(s), scaleFactor);
+}
+template <class Kind> Status multirateSetTaps(const typename Kind::Tap* pTaps, int tapsFactor, FirState* s) {
+    Rated<Kind>::setTaps(pTaps, tapsFactor, static_cast<RateState*>(s));
+    return StatusOk;
+}
+template <class Kind> Status multirateGetTaps(const FirState* s, typename Kind::Tap* pTaps) {
+    Rated<Kind>::getTaps(static_cast<const RateState*>(s), pTaps);
+    return StatusOk;
+}
+template <class Kind> Status multirateSetPast(const typename Kind::Sample* pDlyLine, FirState* s) {
+    Rated<Kind>::setPast(pDlyLine, static_cast<RateState*>(s));
+    return StatusOk;
+}
+template <class Kind> Status multirateGetPast(const FirState* s, typename Kind::Sample* pDlyLine) {
+    Rated<Kind>::getPast(static_cast<const RateState*>(s), pDlyLine);
+    return StatusOk;
+}
+
+#define TEVS_MULTIRATE(Kind)                                                                       \
+    template Status multirateBlock<Kind>(const Kind::Sample*, Kind::Sample*, int, FirState*, int); \
+    template Status multirateSetTaps<Kind>(const Kind::Tap*, int, FirState*);                      \
+    template Status multirateGetTaps<Kind>(const FirState*, Kind::Tap*);                           \
+    template Status multirateSetPast<Kind>(const Kind::Sample*, FirState*);                        \
+    template Status multirateGetPast<Kind>(const FirState*, Kind::Sample*);
+TEVS_MULTIRATE(Fir_32f)
+TEVS_MULTIRATE(Fir_32fc)
+TEVS_MULTIRATE(Fir32f_16s)
+TEVS_MULTIRATE(Fir32fc_16sc)
+TEVS_MULTIRATE(Fir32s_16s)
+TEVS_MULTIRATE(Fir32s_16s32f)
+TEVS_MULTIRATE(Fir32sc_16sc)
+TEVS_MULTIRATE(Fir32sc_16sc32fc)
+TEVS_MULTIRATE(Fir_64f)
+TEVS_MULTIRATE(Fir_64fc)
+TEVS_MULTIRATE(Fir64f_32f)
+TEVS_MULTIRATE(Fir64fc_32fc)
+TEVS_MULTIRATE(Fir64f_32s)
+TEVS_MULTIRATE(Fir64fc_32sc)
+TEVS_MULTIRATE(Fir64f_16s)
+TEVS_MULTIRATE(Fir64fc_16sc)
+#undef TEVS_MULTIRATE
+
+}   // namespace tevs
+
+using namespace tevs;
+
+Status tevsFIRMRGetStateSize_32f(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir_32f>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize_32f);
+}
+Status tevsFIRMRGetStateSize_32fc(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir_32fc>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize_32fc);
+}
+Status tevsFIRMRGetStateSize32f_16s(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir32f_16s>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize32f_16s);
+}
+Status tevsFIRMRGetStateSize32fc_16sc(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir32fc_16sc>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize32fc_16sc);
+}
+Status tevsFIRMRGetStateSize32s_16s(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir32s_16s>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize32s_16s);
+}
+Status tevsFIRMRGetStateSize32s_16s32f(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir32s_16s32f>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize32s_16s32f);
+}
+Status tevsFIRMRGetStateSize32sc_16sc(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir32sc_16sc>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize32sc_16sc);
+}
+Status tevsFIRMRGetStateSize32sc_16sc32fc(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir32sc_16sc32fc>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize32sc_16sc32fc);
+}
+Status tevsFIRMRGetStateSize_64f(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir_64f>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize_64f);
+}
+Status tevsFIRMRGetStateSize_64fc(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir_64fc>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize_64fc);
+}
+Status tevsFIRMRGetStateSize64f_32f(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir64f_32f>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize64f_32f);
+}
+Status tevsFIRMRGetStateSize64fc_32fc(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir64fc_32fc>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize64fc_32fc);
+}
+Status tevsFIRMRGetStateSize64f_32s(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir64f_32s>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize64f_32s);
+}
+Status tevsFIRMRGetStateSize_32s(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir64f_32s>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize_32s);
+}
+Status tevsFIRMRGetStateSize64fc_32sc(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir64fc_32sc>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize64fc_32sc);
+}
+Status tevsFIRMRGetStateSize64f_16s(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir64f_16s>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize64f_16s);
+}
+Status tevsFIRMRGetStateSize64fc_16sc(int tapsLen, int upFactor, int downFactor, int* pSize) {
+    return Rated<Fir64fc_16sc>::stateSize(tapsLen, upFactor, downFactor, pSize, tevsFIRGetStateSize64fc_16sc);
+}
+Status tevsFIRMRInit_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                         const float* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir_32f>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit_32f);
+}
+Status tevsFIRMRInit_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                          const Complex32f* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir_32fc>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit_32fc);
+}
+Status tevsFIRMRInit32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                            const int16_t* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir32f_16s>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit32f_16s);
+}
+Status tevsFIRMRInit32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const Complex16s* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir32fc_16sc>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit32fc_16sc);
+}
+Status tevsFIRMRInit32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor,
+                            int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir32s_16s>::init(ppState, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit32s_16s);
+}
+Status tevsFIRMRInit32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                               const int16_t* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir32s_16s32f>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit32s_16s32f);
+}
+Status tevsFIRMRInit32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor,
+                              int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir32sc_16sc>::init(ppState, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit32sc_16sc);
+}
+Status tevsFIRMRInit32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                  int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir32sc_16sc32fc>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit32sc_16sc32fc);
+}
+Status tevsFIRMRInit_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                         const double* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir_64f>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit_64f);
+}
+Status tevsFIRMRInit_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                          const Complex64f* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir_64fc>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit_64fc);
+}
+Status tevsFIRMRInit64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                            const float* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir64f_32f>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit64f_32f);
+}
+Status tevsFIRMRInit64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const Complex32f* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir64fc_32fc>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit64fc_32fc);
+}
+Status tevsFIRMRInit64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                            const int32_t* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir64f_32s>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit64f_32s);
+}
+Status tevsFIRMRInit_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                         const int32_t* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir64f_32s>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit_32s);
+}
+Status tevsFIRMRInit64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const Complex32s* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir64fc_32sc>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit64fc_32sc);
+}
+Status tevsFIRMRInit64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                            const int16_t* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir64f_16s>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit64f_16s);
+}
+Status tevsFIRMRInit64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const Complex16s* pDlyLine, uint8_t* pBuffer) {
+    return Rated<Fir64fc_16sc>::init(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, pBuffer, tevsFIRInit64fc_16sc);
+}
+Status tevsFIRMRInitAlloc_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const float* pDlyLine) {
+    return Rated<Fir_32f>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc_32f);
+}
+Status tevsFIRMRInitAlloc_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                               const Complex32f* pDlyLine) {
+    return Rated<Fir_32fc>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc_32fc);
+}
+Status tevsFIRMRInitAlloc32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 const int16_t* pDlyLine) {
+    return Rated<Fir32f_16s>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc32f_16s);
+}
+Status tevsFIRMRInitAlloc32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                   const Complex16s* pDlyLine) {
+    return Rated<Fir32fc_16sc>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc32fc_16sc);
+}
+Status tevsFIRMRInitAlloc32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor,
+                                 int downPhase, const int16_t* pDlyLine) {
+    return Rated<Fir32s_16s>::initAlloc(ppState, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc32s_16s);
+}
+Status tevsFIRMRInitAlloc32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                    const int16_t* pDlyLine) {
+    return Rated<Fir32s_16s32f>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc32s_16s32f);
+}
+Status tevsFIRMRInitAlloc32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor,
+                                   int downPhase, const Complex16s* pDlyLine) {
+    return Rated<Fir32sc_16sc>::initAlloc(ppState, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc32sc_16sc);
+}
+Status tevsFIRMRInitAlloc32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                       int downPhase, const Complex16s* pDlyLine) {
+    return Rated<Fir32sc_16sc32fc>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc32sc_16sc32fc);
+}
+Status tevsFIRMRInitAlloc_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const double* pDlyLine) {
+    return Rated<Fir_64f>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc_64f);
+}
+Status tevsFIRMRInitAlloc_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                               const Complex64f* pDlyLine) {
+    return Rated<Fir_64fc>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc_64fc);
+}
+Status tevsFIRMRInitAlloc64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 const float* pDlyLine) {
+    return Rated<Fir64f_32f>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc64f_32f);
+}
+Status tevsFIRMRInitAlloc64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                   const Complex32f* pDlyLine) {
+    return Rated<Fir64fc_32fc>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc64fc_32fc);
+}
+Status tevsFIRMRInitAlloc64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 const int32_t* pDlyLine) {
+    return Rated<Fir64f_32s>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc64f_32s);
+}
+Status tevsFIRMRInitAlloc_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const int32_t* pDlyLine) {
+    return Rated<Fir64f_32s>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc_32s);
+}
+Status tevsFIRMRInitAlloc64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                   const Complex32s* pDlyLine) {
+    return Rated<Fir64fc_32sc>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc64fc_32sc);
+}
+Status tevsFIRMRInitAlloc64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 const int16_t* pDlyLine) {
+    return Rated<Fir64f_16s>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc64f_16s);
+}
+Status tevsFIRMRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                   const Complex16s* pDlyLine) {
+    return Rated<Fir64fc_16sc>::initAlloc(ppState, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, tevsFIRInitAlloc64fc_16sc);
+}
+Status tevsFIRMR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                            int downPhase, float* pDlyLine) {
+    return Stateless<Fir_32f>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              float* pDlyLine) {
+    return Stateless<Fir_32f>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase,
+                             int downFactor, int downPhase, Complex32f* pDlyLine) {
+    return Stateless<Fir_32fc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                               int downPhase, Complex32f* pDlyLine) {
+    return Stateless<Fir_32fc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR32f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                   int downPhase, int16_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir32f_16s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR32f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                    int16_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir32f_16s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR32fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase,
+                                     int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor) {
+    return Stateless<Fir32fc_16sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR32fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                      int downPhase, Complex16s* pDlyLine, int scaleFactor) {
+    return Stateless<Fir32fc_16sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR32s_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor,
+                                   int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir32s_16s>::block(pSrc, pDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR32s_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase,
+                                    int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir32s_16s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine,
+                                        scaleFactor);
+}
+Status tevsFIRMR32sc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor,
+                                     int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor) {
+    return Stateless<Fir32sc_16sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR32sc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase,
+                                      int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor) {
+    return Stateless<Fir32sc_16sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine,
+                                          scaleFactor);
+}
+Status tevsFIRMR_Direct_64f(const double* pSrc, double* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                            int downPhase, double* pDlyLine) {
+    return Stateless<Fir_64f>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR_Direct_64f_I(double* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              double* pDlyLine) {
+    return Stateless<Fir_64f>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR_Direct_64fc(const Complex64f* pSrc, Complex64f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
+                             int downFactor, int downPhase, Complex64f* pDlyLine) {
+    return Stateless<Fir_64fc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR_Direct_64fc_I(Complex64f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                               int downPhase, Complex64f* pDlyLine) {
+    return Stateless<Fir_64fc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR64f_Direct_32f(const float* pSrc, float* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                               int downPhase, float* pDlyLine) {
+    return Stateless<Fir64f_32f>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR64f_Direct_32f_I(float* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 float* pDlyLine) {
+    return Stateless<Fir64f_32f>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR64fc_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
+                                 int downFactor, int downPhase, Complex32f* pDlyLine) {
+    return Stateless<Fir64fc_32fc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR64fc_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                   int downPhase, Complex32f* pDlyLine) {
+    return Stateless<Fir64fc_32fc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+}
+Status tevsFIRMR64f_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase,
+                                   int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64f_32s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR64f_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                    int32_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64f_32s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                int downPhase, int32_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64f_32s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 int32_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64f_32s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR64fc_Direct_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
+                                     int downFactor, int downPhase, Complex32s* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64fc_32sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR64fc_Direct_32sc_ISfs(Complex32s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                      int downPhase, Complex32s* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64fc_32sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR64f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase,
+                                   int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64f_16s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR64f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                    int16_t* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64f_16s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR64fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
+                                     int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64fc_16sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
+Status tevsFIRMR64fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                      int downPhase, Complex16s* pDlyLine, int scaleFactor) {
+    return Stateless<Fir64fc_16sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+}
