@@ -54,6 +54,9 @@ template <>
 struct Transform<Complex32f> : TransformBy<16, FFTSpec_C_32fc, tevsFFTInitAlloc_C_32fc, tevsFFTFree_C_32fc, tevsFFTGetBufSize_C_32fc, tevsFFTFwd_CToC_32fc_I,
                                            tevsMul_32fc_I, tevsFFTInv_CToC_32fc_I> {};
 template <>
+struct Transform<double> : TransformBy<32, FFTSpec_R_64f, tevsFFTInitAlloc_R_64f, tevsFFTFree_R_64f, tevsFFTGetBufSize_R_64f, tevsFFTFwd_RToPerm_64f_I,
+                                       tevsMulPerm_64f_I, tevsFFTInv_PermToR_64f_I> {};
+template <>
 struct Transform<Complex64f> : TransformBy<16, FFTSpec_C_64fc, tevsFFTInitAlloc_C_64fc, tevsFFTFree_C_64fc, tevsFFTGetBufSize_C_64fc, tevsFFTFwd_CToC_64fc_I,
                                            tevsMul_64fc_I, tevsFFTInv_CToC_64fc_I> {};
 
