@@ -2,6 +2,7 @@
 #include "filter/fir_plain.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace plain {
 namespace {
@@ -23,27 +24,23 @@ template <class Sum, class T, class Out> void real(const T* x, const T* h, int t
     }
 }
 
+// Taps by their parts, so that the samples stay interleaved.
 template <class Sum, class C, class Out> void complex(const C* x, const C* h, int taps, C* y, int len, Out out) {
-    constexpr int kBlock = plain::kBlock / 4;
-    for (int n = 0; n < len; n += kBlock) {
-        const int count = std::min(kBlock, len - n);
-        Sum re[kBlock] = {}, im[kBlock] = {};
+    constexpr int kBlock = plain::kBlock / 2;
+    using Part = decltype(C::re);
+    const auto some = [=](int n, int parts) {
+        Sum byRe[kBlock] = {}, byIm[kBlock] = {};
         for (int k = 0; k < taps; ++k) {
             const Sum a = h[k].re, b = h[k].im;
-            const C* const s = x + (n - k);
-            if (count == kBlock)
-                for (int i = 0; i < kBlock; ++i) {
-                    re[i] += a * s[i].re - b * s[i].im;
-                    im[i] += a * s[i].im + b * s[i].re;
-                }
-            else
-                for (int i = 0; i < count; ++i) {
-                    re[i] += a * s[i].re - b * s[i].im;
-                    im[i] += a * s[i].im + b * s[i].re;
-                }
+            const Part* const s = &x[n - k].re;
+            for (int i = 0; i < parts; ++i) byRe[i] += a * s[i];
+            for (int i = 0; i < parts; ++i) byIm[i] += b * s[i];
         }
-        for (int i = 0; i < count; ++i) y[n + i] = {out(re[i]), out(im[i])};
-    }
+        for (int i = 0; i < parts; i += 2) y[n + i / 2] = {out(byRe[i] - byIm[i + 1]), out(byRe[i + 1] + byIm[i])};
+    };
+    int n = 0;
+    for (; n + kBlock / 2 <= len; n += kBlock / 2) some(n, kBlock);
+    if (n < len) some(n, 2 * (len - n));
 }
 
 constexpr auto same = [](auto v) { return v; };

@@ -13,91 +13,144 @@ namespace {
 
 std::vector<int64_t> lengths() {
     std::vector<int64_t> n;
-    for (int order = 4; order <= 20; ++order) n.push_back(int64_t{1} << order);
+    for (int order = 1; order <= 22; ++order) n.push_back(int64_t{1} << order);
     return n;
 }
 
-struct Free {
-    void operator()(void* p) const { tevsFree(p); }
-};
-using Buffer = std::shared_ptr<float>;
-Buffer buffer(size_t floats) {
-    Buffer b(tevsMalloc_32f(int(floats)), Free{});
-    for (size_t i = 0; i < floats; ++i) b.get()[i] = float(i * 2654435761u % 1000) * 1e-3f - 0.5f;
+template <class T> using Buffer = std::shared_ptr<T>;
+template <class T> Buffer<T> buffer(int64_t count) {
+    Buffer<T> b(reinterpret_cast<T*>(tevsMalloc_8u(int(count * int64_t(sizeof(T))))), tevsFree);
+    for (int64_t i = 0; i < count; ++i) b.get()[i] = T(unsigned(i) * 2654435761u % 1000) * T(1e-3) - T(0.5);
     return b;
 }
 
-template <class Spec> using Record = std::shared_ptr<Spec>;
-Record<FFTSpec_C_32fc> complexRecord(int n) {
-    FFTSpec_C_32fc* p = nullptr;
-    tevsFFTInitAlloc_C_32fc(&p, int(std::log2(n)), NoScale, HintNone);
-    return {p, tevsFFTFree_C_32fc};
+// The calls of one precision, and FFTW's.
+template <class T> struct Calls;
+#define TEVS_CALLS(T, f, c, fftw)                                  \
+    template <> struct Calls<T> {                                  \
+        static constexpr const char *kComplex = #c, *kReal = #f;   \
+        static constexpr auto initPairs = tevsFFTInitAlloc_C_##c;  \
+        static constexpr auto initParts = tevsFFTInitAlloc_C_##f;  \
+        static constexpr auto initReal = tevsFFTInitAlloc_R_##f;   \
+        static constexpr auto freePairs = tevsFFTFree_C_##c;       \
+        static constexpr auto freeParts = tevsFFTFree_C_##f;       \
+        static constexpr auto freeReal = tevsFFTFree_R_##f;        \
+        static constexpr auto sizePairs = tevsFFTGetBufSize_C_##c; \
+        static constexpr auto sizeParts = tevsFFTGetBufSize_C_##f; \
+        static constexpr auto sizeReal = tevsFFTGetBufSize_R_##f;  \
+        static constexpr auto forwardPairs = tevsFFTFwd_CToC_##c;  \
+        static constexpr auto inversePairs = tevsFFTInv_CToC_##c;  \
+        static constexpr auto forwardParts = tevsFFTFwd_CToC_##f;  \
+        static constexpr auto forwardReal = tevsFFTFwd_RToCCS_##f; \
+        static constexpr auto inverseReal = tevsFFTInv_CCSToR_##f; \
+        static constexpr auto copy = tevsCopy_##c;                 \
+        TEVS_FFTW_CALLS(fftw)                                      \
+    };
+#if TEVS_PEER_FFTW
+#define TEVS_FFTW_CALLS(fftw)                                     \
+    using Value = fftw##_complex;                                 \
+    using Plan = fftw##_plan;                                     \
+    static constexpr auto planPairs = fftw##_plan_dft_1d;         \
+    static constexpr auto planParts = fftw##_plan_guru_split_dft; \
+    static constexpr auto planForward = fftw##_plan_dft_r2c_1d;   \
+    static constexpr auto planInverse = fftw##_plan_dft_c2r_1d;   \
+    static constexpr auto execute = fftw##_execute;               \
+    static constexpr auto destroy = fftw##_destroy_plan;
+#else
+#define TEVS_FFTW_CALLS(fftw)
+#endif
+TEVS_CALLS(float, 32f, 32fc, fftwf)
+TEVS_CALLS(double, 64f, 64fc, fftw)
+
+template <class Spec> std::shared_ptr<Spec> record(Status (*init)(Spec**, int, int, int), Status (*free)(Spec*), int n) {
+    Spec* p = nullptr;
+    init(&p, int(std::log2(n)), NoScale, HintNone);
+    return {p, free};
 }
-Record<FFTSpec_R_32f> realRecord(int n) {
-    FFTSpec_R_32f* p = nullptr;
-    tevsFFTInitAlloc_R_32f(&p, int(std::log2(n)), NoScale, HintNone);
-    return {p, tevsFFTFree_R_32f};
-}
-template <class Spec> std::vector<uint8_t> work(Status (*size)(const Spec*, int*), const Record<Spec>& r) {
+template <class Spec> std::vector<uint8_t> work(Status (*size)(const Spec*, int*), const std::shared_ptr<Spec>& r) {
     int bytes = 0;
     size(r.get(), &bytes);
     return std::vector<uint8_t>(size_t(bytes) + 1);
 }
 
-using Complex = Status (*)(const Complex32f*, Complex32f*, const FFTSpec_C_32fc*, uint8_t*);
-using Real = Status (*)(const float*, float*, const FFTSpec_R_32f*, uint8_t*);
-
-void add(const char* name, Complex transform, bool inPlace = false) {
+template <class T, class Transform> void addPairs(const std::string& name, Transform transform, bool inPlace = false) {
+    using C = Calls<T>;
     bench::row(name, "tevs", lengths(), [=](int n) {
-        return [=, r = complexRecord(n), w = work(tevsFFTGetBufSize_C_32fc, complexRecord(n)), a = buffer(2 * size_t(n)), b = buffer(2 * size_t(n))]() mutable {
-            auto* const src = reinterpret_cast<Complex32f*>(a.get());
+        const auto r = record(C::initPairs, C::freePairs, n);
+        return [=, w = work(C::sizePairs, r), a = buffer<T>(2 * int64_t{n}), b = buffer<T>(2 * int64_t{n})]() mutable {
+            using Complex = std::conditional_t<sizeof(T) == 4, Complex32f, Complex64f>;
+            auto *const src = reinterpret_cast<Complex*>(a.get()), *const dst = reinterpret_cast<Complex*>(b.get());
             // In place a copy of the input comes first: a transform run on its own output again and again would leave the range of the type.
-            if (inPlace) tevsCopy_32fc(src, reinterpret_cast<Complex32f*>(b.get()), n);
-            transform(inPlace ? reinterpret_cast<Complex32f*>(b.get()) : src, reinterpret_cast<Complex32f*>(b.get()), r.get(), w.data());
+            if (inPlace) C::copy(src, dst, n);
+            transform(inPlace ? dst : src, dst, r.get(), w.data());
         };
     });
 }
-void add(const char* name, Real transform) {
+template <class T> void addParts(const std::string& name) {
+    using C = Calls<T>;
     bench::row(name, "tevs", lengths(), [=](int n) {
-        return [=, r = realRecord(n), w = work(tevsFFTGetBufSize_R_32f, realRecord(n)), a = buffer(size_t(n) + 2), b = buffer(size_t(n) + 2)]() mutable {
+        const auto r = record(C::initParts, C::freeParts, n);
+        return [=, w = work(C::sizeParts, r), a = buffer<T>(2 * int64_t{n}), b = buffer<T>(2 * int64_t{n})]() mutable {
+            C::forwardParts(a.get(), a.get() + n, b.get(), b.get() + n, r.get(), w.data());
+        };
+    });
+}
+template <class T, class Transform> void addReal(const std::string& name, Transform transform) {
+    using C = Calls<T>;
+    bench::row(name, "tevs", lengths(), [=](int n) {
+        const auto r = record(C::initReal, C::freeReal, n);
+        return [=, w = work(C::sizeReal, r), a = buffer<T>(int64_t{n} + 2), b = buffer<T>(int64_t{n} + 2)]() mutable {
             transform(a.get(), b.get(), r.get(), w.data());
         };
     });
 }
 
 #if TEVS_PEER_FFTW
-enum class Kind { Complex, ToComplex, ToReal };
-void addFftw(const char* name, Kind kind, int sign, bool inPlace = false) {
+enum class Kind { Pairs, Parts, ToComplex, ToReal };
+template <class T> void addFftw(const std::string& name, Kind kind, int sign = FFTW_FORWARD, bool inPlace = false) {
+    using C = Calls<T>;
     bench::row(name, "FFTW", lengths(), [=](int n) {
-        const Buffer a = buffer(2 * size_t(n) + 2), b = inPlace ? a : buffer(2 * size_t(n) + 2);
-        auto* const ca = reinterpret_cast<fftwf_complex*>(a.get());
-        auto* const cb = reinterpret_cast<fftwf_complex*>(b.get());
-        const Buffer saved = buffer(2 * size_t(n) + 2);
-        const fftwf_plan plan = kind == Kind::Complex     ? fftwf_plan_dft_1d(n, ca, cb, sign, FFTW_MEASURE)
-                                : kind == Kind::ToComplex ? fftwf_plan_dft_r2c_1d(n, a.get(), cb, FFTW_MEASURE)
-                                                          : fftwf_plan_dft_c2r_1d(n, ca, b.get(), FFTW_MEASURE | FFTW_PRESERVE_INPUT);
-        std::copy_n(saved.get(), 2 * size_t(n) + 2, a.get());   // planning writes to its buffers
-        return [=, p = std::shared_ptr<fftwf_plan_s>(plan, fftwf_destroy_plan)] {
-            if (inPlace) std::copy_n(saved.get(), 2 * size_t(n), b.get());
-            fftwf_execute(p.get());
+        const int64_t count = 2 * int64_t{n} + 2;
+        const auto a = buffer<T>(count), b = inPlace ? a : buffer<T>(count), saved = buffer<T>(count);
+        auto *const ca = reinterpret_cast<typename C::Value*>(a.get()), *const cb = reinterpret_cast<typename C::Value*>(b.get());
+        const unsigned effort = FFTW_MEASURE;
+        const fftw_iodim whole = {n, 1, 1};
+        const auto plan = kind == Kind::Pairs ? C::planPairs(n, ca, cb, sign, effort)
+                          : kind == Kind::Parts
+                              ? C::planParts(1, reinterpret_cast<const fftw_iodim*>(&whole), 0, nullptr, a.get(), a.get() + n, b.get(), b.get() + n, effort)
+                          : kind == Kind::ToComplex ? C::planForward(n, a.get(), cb, effort)
+                                                    : C::planInverse(n, ca, b.get(), effort | FFTW_PRESERVE_INPUT);
+        std::copy_n(saved.get(), count, a.get());   // planning writes to its buffers
+        return [=, p = std::shared_ptr<std::remove_pointer_t<typename C::Plan>>(plan, C::destroy)] {
+            if (inPlace) std::copy_n(saved.get(), 2 * int64_t{n}, b.get());
+            C::execute(p.get());
         };
     });
 }
 #endif
 
-const bool registered = [] {
-    add("FFTFwd_CToC_32fc", tevsFFTFwd_CToC_32fc);
-    add("FFTInv_CToC_32fc", tevsFFTInv_CToC_32fc);
-    add("FFTFwd_CToC_32fc_I", tevsFFTFwd_CToC_32fc, true);
-    add("FFTFwd_RToCCS_32f", tevsFFTFwd_RToCCS_32f);
-    add("FFTInv_CCSToR_32f", tevsFFTInv_CCSToR_32f);
+template <class T> void addAll() {
+    using C = Calls<T>;
+    const std::string complex = C::kComplex, real = C::kReal;
+    addPairs<T>("FFTFwd_CToC_" + complex, C::forwardPairs);
+    addPairs<T>("FFTInv_CToC_" + complex, C::inversePairs);
+    addPairs<T>("FFTFwd_CToC_" + complex + "_I", C::forwardPairs, true);
+    addParts<T>("FFTFwd_CToC_" + real);
+    addReal<T>("FFTFwd_RToCCS_" + real, C::forwardReal);
+    addReal<T>("FFTInv_CCSToR_" + real, C::inverseReal);
 #if TEVS_PEER_FFTW
-    addFftw("FFTFwd_CToC_32fc", Kind::Complex, FFTW_FORWARD);
-    addFftw("FFTInv_CToC_32fc", Kind::Complex, FFTW_BACKWARD);
-    addFftw("FFTFwd_CToC_32fc_I", Kind::Complex, FFTW_FORWARD, true);
-    addFftw("FFTFwd_RToCCS_32f", Kind::ToComplex, 0);
-    addFftw("FFTInv_CCSToR_32f", Kind::ToReal, 0);
+    addFftw<T>("FFTFwd_CToC_" + complex, Kind::Pairs);
+    addFftw<T>("FFTInv_CToC_" + complex, Kind::Pairs, FFTW_BACKWARD);
+    addFftw<T>("FFTFwd_CToC_" + complex + "_I", Kind::Pairs, FFTW_FORWARD, true);
+    addFftw<T>("FFTFwd_CToC_" + real, Kind::Parts);
+    addFftw<T>("FFTFwd_RToCCS_" + real, Kind::ToComplex);
+    addFftw<T>("FFTInv_CCSToR_" + real, Kind::ToReal);
 #endif
+}
+
+const bool registered = [] {
+    addAll<float>();
+    addAll<double>();
     return true;
 }();
 

@@ -152,25 +152,147 @@ Status tevsFFTInv_PackToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uin
 Status tevsFFTInv_PermToR_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
 Status tevsFFTInv_PermToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer);
 
-/* ---- MulPack, MulPerm: products of packed spectra -------------------------------------------------------------------------------
+/* ---- FFT of integer samples ---------------------------------------------------------------------------------------------------
+ *
+ * The transforms of above with integer samples and spectra. They are computed in floating point and rounded once: the result, times 2^-scaleFactor on
+ * top of the record's normalisation, to the nearest integer, ties to even, saturated. Any scaleFactor.
+ *
+ *     FFTSpec_C_16sc, FFTSpec_C_16s, FFTSpec_R_16s    16 bits, in single precision: complex interleaved, complex in two arrays, real
+ *     FFTSpec_C_32sc, FFTSpec_C_32s, FFTSpec_R_32s    32 bits, in double precision
+ *     FFTSpec_R_16s32s                                real signal of 16 bits, CCS spectrum of 32, in single precision
+ *
+ * Records live as those of the float kinds do (above), with these differences: a 16-bit record's sizes depend on hint where order is 1 to 3 (HintAccurate
+ * or any other), and its Init needs pMemInit from order 1 on. Its order 0 has no record inside: each value is scaled and stored, whatever the flag.
+ * 16-bit results of orders 1 and 2 are exact but for ScaleBySqrtN at order 1; elsewhere what lies as near to a tie as the float transform's error may go
+ * either way.
+ *
+ * Data, pBuffer, statuses: as for the float kinds. Any array of the source may be any of the destination. FFTSpec_R_16s32s takes 32-bit values in with the
+ * 24 bits of single precision. Short transforms leave pBuffer alone and take no memory: complex ones up to order 8 in 16 bits and 7 in 32, real ones up to one
+ * more.
+ */
+typedef struct FFTSpec_C_16sc FFTSpec_C_16sc;
+typedef struct FFTSpec_C_16s FFTSpec_C_16s;
+typedef struct FFTSpec_R_16s FFTSpec_R_16s;
+typedef struct FFTSpec_C_32sc FFTSpec_C_32sc;
+typedef struct FFTSpec_C_32s FFTSpec_C_32s;
+typedef struct FFTSpec_R_32s FFTSpec_R_32s;
+typedef struct FFTSpec_R_16s32s FFTSpec_R_16s32s;
+
+Status tevsFFTGetSize_C_16sc(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_C_16s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_R_16s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_C_32sc(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_C_32s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_R_32s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTGetSize_R_16s32s(int order, int flag, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize);
+Status tevsFFTInit_C_16sc(FFTSpec_C_16sc** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_C_16s(FFTSpec_C_16s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_R_16s(FFTSpec_R_16s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_C_32sc(FFTSpec_C_32sc** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_C_32s(FFTSpec_C_32s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_R_32s(FFTSpec_R_32s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInit_R_16s32s(FFTSpec_R_16s32s** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit);
+Status tevsFFTInitAlloc_C_16sc(FFTSpec_C_16sc** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_C_16s(FFTSpec_C_16s** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_R_16s(FFTSpec_R_16s** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_C_32sc(FFTSpec_C_32sc** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_C_32s(FFTSpec_C_32s** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_R_32s(FFTSpec_R_32s** ppSpec, int order, int flag, int hint);
+Status tevsFFTInitAlloc_R_16s32s(FFTSpec_R_16s32s** ppSpec, int order, int flag, int hint);
+Status tevsFFTFree_C_16sc(FFTSpec_C_16sc* pSpec);
+Status tevsFFTFree_C_16s(FFTSpec_C_16s* pSpec);
+Status tevsFFTFree_R_16s(FFTSpec_R_16s* pSpec);
+Status tevsFFTFree_C_32sc(FFTSpec_C_32sc* pSpec);
+Status tevsFFTFree_C_32s(FFTSpec_C_32s* pSpec);
+Status tevsFFTFree_R_32s(FFTSpec_R_32s* pSpec);
+Status tevsFFTFree_R_16s32s(FFTSpec_R_16s32s* pSpec);
+Status tevsFFTGetBufSize_C_16sc(const FFTSpec_C_16sc* pSpec, int* pSize);
+Status tevsFFTGetBufSize_C_16s(const FFTSpec_C_16s* pSpec, int* pSize);
+Status tevsFFTGetBufSize_R_16s(const FFTSpec_R_16s* pSpec, int* pSize);
+Status tevsFFTGetBufSize_C_32sc(const FFTSpec_C_32sc* pSpec, int* pSize);
+Status tevsFFTGetBufSize_C_32s(const FFTSpec_C_32s* pSpec, int* pSize);
+Status tevsFFTGetBufSize_R_32s(const FFTSpec_R_32s* pSpec, int* pSize);
+Status tevsFFTGetBufSize_R_16s32s(const FFTSpec_R_16s32s* pSpec, int* pSize);
+
+Status tevsFFTFwd_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_16sc_ISfs(Complex16s* pSrcDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_16sc_ISfs(Complex16s* pSrcDst, const FFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_16s_ISfs(int16_t* pSrcDstRe, int16_t* pSrcDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
+Status tevsFFTInv_CToC_16s_ISfs(int16_t* pSrcDstRe, int16_t* pSrcDstIm, const FFTSpec_C_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32sc_ISfs(Complex32s* pSrcDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32sc_ISfs(Complex32s* pSrcDst, const FFTSpec_C_32sc* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32s_Sfs(const int32_t* pSrcRe, const int32_t* pSrcIm, int32_t* pDstRe, int32_t* pDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
+Status tevsFFTFwd_CToC_32s_ISfs(int32_t* pSrcDstRe, int32_t* pSrcDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32s_Sfs(const int32_t* pSrcRe, const int32_t* pSrcIm, int32_t* pDstRe, int32_t* pDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
+Status tevsFFTInv_CToC_32s_ISfs(int32_t* pSrcDstRe, int32_t* pSrcDstIm, const FFTSpec_C_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+
+Status tevsFFTFwd_RToCCS_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPack_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToPerm_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTFwd_RToCCS_16s32s_Sfs(const int16_t* pSrc, int32_t* pDst, const FFTSpec_R_16s32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_16s_Sfs(const int16_t* pSrc, int16_t* pDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_16s_ISfs(int16_t* pSrcDst, const FFTSpec_R_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PackToR_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_32s_Sfs(const int32_t* pSrc, int32_t* pDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_PermToR_32s_ISfs(int32_t* pSrcDst, const FFTSpec_R_32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsFFTInv_CCSToR_32s16s_Sfs(const int32_t* pSrc, int16_t* pDst, const FFTSpec_R_16s32s* pSpec, int scaleFactor, uint8_t* pBuffer);
+
+/* ---- MulPack, MulPerm, MulPackConj: products of packed spectra --------------------------------------------------------------------
  *
  *     pDst[k] = pSrc1[k] * pSrc2[k],  in place  pSrcDst[k] = pSrcDst[k] * pSrc[k],  as complex numbers where the packing holds pairs
+ *     MulPackConj    pSrcDst[k] = pSrcDst[k] * conj(pSrc[k])
  *
  * len >= 1 reals in Pack or Perm order (above). The values that stand alone, the first of all and, of an even length, Pack's last and Perm's second, are
  * multiplied as reals. An odd length is the spectrum of an odd number of reals: one real value, then pairs, the same in both packings.
  *
- * Each product is rounded on its own: re = a.re b.re - a.im b.im. pDst may equal a source.
- * Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1), in this order, with nothing written on failure.
+ * Floats: each product is rounded on its own, re = a.re b.re - a.im b.im.
+ * 16s: the exact result times 2^-scaleFactor, to nearest, ties to even, saturated; any scaleFactor.
+ * pDst may equal a source. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1), in this order, with nothing written on failure.
  */
 Status tevsMulPack_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len);
 Status tevsMulPack_32f_I(const float* pSrc, float* pSrcDst, int len);
+Status tevsMulPack_64f(const double* pSrc1, const double* pSrc2, double* pDst, int len);
+Status tevsMulPack_64f_I(const double* pSrc, double* pSrcDst, int len);
+Status tevsMulPack_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor);
+Status tevsMulPack_16s_ISfs(const int16_t* pSrc, int16_t* pSrcDst, int len, int scaleFactor);
 Status tevsMulPerm_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len);
 Status tevsMulPerm_32f_I(const float* pSrc, float* pSrcDst, int len);
+Status tevsMulPerm_64f(const double* pSrc1, const double* pSrc2, double* pDst, int len);
+Status tevsMulPerm_64f_I(const double* pSrc, double* pSrcDst, int len);
+Status tevsMulPerm_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor);
+Status tevsMulPerm_16s_ISfs(const int16_t* pSrc, int16_t* pSrcDst, int len, int scaleFactor);
+Status tevsMulPackConj_32f_I(const float* pSrc, float* pSrcDst, int len);
+Status tevsMulPackConj_64f_I(const double* pSrc, double* pSrcDst, int len);
 
 /* ---- ConjPack, ConjPerm, ConjCcs: the whole spectrum of a real signal -----------------------------------------------------------
  *
  * Expands a packed spectrum into all len values, with X[len-k] = conj(X[k]). Of an even length, the values that a packing keeps as reals get a zero
- * imaginary part; CCS copies the imaginary parts that it holds.
+ * imaginary part; CCS copies the imaginary parts that it holds. The conjugate of -32768 is 32767 in 16sc.
  *
  * pSrc       len reals in Pack or Perm order, or 2 (len/2 + 1) in CCS order
  * pDst       len >= 1 complex values; apart from pSrc
@@ -178,12 +300,24 @@ Status tevsMulPerm_32f_I(const float* pSrc, float* pSrcDst, int len);
  *
  * Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1), in this order, with nothing written on failure.
  */
+Status tevsConjPack_16sc(const int16_t* pSrc, Complex16s* pDst, int len);
+Status tevsConjPack_16sc_I(Complex16s* pSrcDst, int len);
 Status tevsConjPack_32fc(const float* pSrc, Complex32f* pDst, int len);
 Status tevsConjPack_32fc_I(Complex32f* pSrcDst, int len);
+Status tevsConjPack_64fc(const double* pSrc, Complex64f* pDst, int len);
+Status tevsConjPack_64fc_I(Complex64f* pSrcDst, int len);
+Status tevsConjPerm_16sc(const int16_t* pSrc, Complex16s* pDst, int len);
+Status tevsConjPerm_16sc_I(Complex16s* pSrcDst, int len);
 Status tevsConjPerm_32fc(const float* pSrc, Complex32f* pDst, int len);
 Status tevsConjPerm_32fc_I(Complex32f* pSrcDst, int len);
+Status tevsConjPerm_64fc(const double* pSrc, Complex64f* pDst, int len);
+Status tevsConjPerm_64fc_I(Complex64f* pSrcDst, int len);
+Status tevsConjCcs_16sc(const int16_t* pSrc, Complex16s* pDst, int len);
+Status tevsConjCcs_16sc_I(Complex16s* pSrcDst, int len);
 Status tevsConjCcs_32fc(const float* pSrc, Complex32f* pDst, int len);
 Status tevsConjCcs_32fc_I(Complex32f* pSrcDst, int len);
+Status tevsConjCcs_64fc(const double* pSrc, Complex64f* pDst, int len);
+Status tevsConjCcs_64fc_I(Complex64f* pSrcDst, int len);
 
 TEVS_END
 

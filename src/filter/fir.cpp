@@ -20,7 +20,7 @@
 namespace tevs {
 namespace {
 
-constexpr int kStage = 4080;          // samples that are copied at a time, of a block in place or in another type
+constexpr int kStage = 4080;          // the most samples that are copied at a time, of a block in place or in another type
 constexpr int kChunk = 256;           // outputs in another type that are made at a time
 constexpr int kLongestDirect = 511;   // samples of a block that is filtered directly even where the record has a transform
 
@@ -53,7 +53,9 @@ struct Transform<float> : TransformBy<64, FFTSpec_R_32f, tevsFFTInitAlloc_R_32f,
 template <>
 struct Transform<Complex32f> : TransformBy<16, FFTSpec_C_32fc, tevsFFTInitAlloc_C_32fc, tevsFFTFree_C_32fc, tevsFFTGetBufSize_C_32fc, tevsFFTFwd_CToC_32fc_I,
                                            tevsMul_32fc_I, tevsFFTInv_CToC_32fc_I> {};
-
+template <>
+struct Transform<double> : TransformBy<32, FFTSpec_R_64f, tevsFFTInitAlloc_R_64f, tevsFFTFree_R_64f, tevsFFTGetBufSize_R_64f, tevsFFTFwd_RToPerm_64f_I,
+                                       tevsMulPerm_64f_I, tevsFFTInv_PermToR_64f_I> {};
 template <>
 struct Transform<Complex64f> : TransformBy<16, FFTSpec_C_64fc, tevsFFTInitAlloc_C_64fc, tevsFFTFree_C_64fc, tevsFFTGetBufSize_C_64fc, tevsFFTFwd_CToC_64fc_I,
                                            tevsMul_64fc_I, tevsFFTInv_CToC_64fc_I> {};
@@ -76,6 +78,8 @@ int16_t upperDigit(int16_t tap) { return int16_t((tap - int8_t(tap)) >> 8); }
 
 void setKernelTap(int16_t* to, int16_t h, int16_t) { *to = h; }
 void setKernelTap(TapMatrix* to, int16_t re, int16_t im) { *to = {{re, int16_t(-im)}, {im, re}}; }
+Complex64s kernelProduct(int16_t t, int16_t x) { return {t * x, 0}; }
+Complex64s kernelProduct(const TapMatrix& t, Complex16s x) { return {int64_t{t.re[0] * x.re} + t.re[1] * x.im, int64_t{t.im[0] * x.re} + t.im[1] * x.im}; }
 int16_t kernelTap(int16_t t, int) { return t; }
 int16_t kernelTap(const TapMatrix& t, int part) { return part == 0 ? t.re[0] : t.im[0]; }
 
@@ -90,11 +94,12 @@ template <class Kind> class Fir {
     static constexpr bool kStraight = std::is_same_v<Stored, Sample>;   // samples are filtered where they lie
     static constexpr bool kPaired = std::is_same_v<Stored, int16_t>;    // the kernel takes an even number of taps: a 0 comes first
     static constexpr int kDigits = Kind::kIntegerTaps ? 2 : 1;
+    static constexpr int kPart = std::min(kStage, 16320 / int(sizeof(Stored)));   // what is copied stays in the first cache
 
 public:
     explicit Fir(const FirState* s) : s_(const_cast<FirState*>(s)) {}
 
-    // With threads = 0 the bytes that a record has beyond those for its threads.
+    // Taps, past and stage lie within this at any address: it has more than the taps take, and kStage samples.
     static int64_t stateBytes(int tapsLen, int threads) {
         constexpr int64_t size = sizeof(Stored);
         const int64_t t = tapsLen;
@@ -230,7 +235,7 @@ public:
 
     // The newest sample is added by itself: a vector load that takes in what was stored a moment ago waits for the store.
     void one(Sample src, Sample* pDst, int scaleFactor) {
-        const Stored x = eachPart<Stored>(src, [](auto v) { return Scalar<Stored>(v); });
+        const auto x = toStored<Stored>(src);
         const int older = tapsLen() - 1;
         Circle<Stored> circle(delay(), tapsLen(), s_->dlyIndex);
         const Stored* const in = circle.push(x);
@@ -238,17 +243,15 @@ public:
             int64_t total[kParts<Stored>] = {};
             const KernelTap* digit = taps() + (kernelTapsLen() - tapsLen());
             for (int d = 0; d < s_->digits; ++d, digit += tapRoom(tapsLen())) {
-                const auto add = [&](const Stored* from, const KernelTap* by, int count) {
-                    const auto sum = kernelOf<Stored>().dot(from, by, count);
-                    for (int part = 0; part < kParts<Stored>; ++part) total[part] += int64_t{partsOf(&sum)[part]} * (d == 0 ? 1 : 256);
+                const auto add = [&total, unit = d == 0 ? 1 : 256](const auto& sum) {
+                    for (int part = 0; part < kParts<Stored>; ++part) total[part] += int64_t{partsOf(&sum)[part]} * unit;
                 };
-                forEachRun(older, [&](int first, int count) { add(in + first, digit + first, count); });
-                add(&x, digit + older, 1);
+                forEachRun(older, [&](int first, int count) { add(kernelOf<Stored>().dot(in + first, digit + first, count)); });
+                add(kernelProduct(digit[older], x));
             }
             for (int part = 0; part < kParts<Stored>; ++part) partsOf(pDst)[part] = scaled<int16_t, 62>(total[part], sumScale(scaleFactor));
         } else {
-            const Stored y = sumOf(kernelOf<Stored>().dot(in, taps(), older), productOf(taps()[older], x));
-            fromStored(&y, pDst, 1, scaleFactor);
+            *pDst = fromStored<Sample>(sumOf(kernelOf<Stored>().dot(in, taps(), older), productOf(taps()[older], x)), scaleFactor);
         }
         s_->dlyIndex = circle.index();
     }
@@ -382,7 +385,7 @@ private:
     void inParts(const Sample* pSrc, Sample* pDst, int numIters, Stored* stage, int scaleFactor) const {
         const int t = tapsLen();
         for (int n = 0, count; n < numIters; n += count) {
-            count = std::min(numIters - n, kStage);
+            count = std::min(numIters - n, kPart);
             toStored(pSrc + n, stage + t, count);
             produce(stage + 1, pDst + n, count, scaleFactor);
             memmove(stage, stage + count, size_t(t) * sizeof(Stored));
@@ -392,7 +395,7 @@ private:
     // Each share in parts, on a stage of its own. The past of all is put there before any output is written. False, with nothing done, if there is no memory.
     bool directInShares(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
         const int t = tapsLen(), share = numIters / team;
-        const size_t each = size_t(t) + kStage;
+        const size_t each = size_t(t) + kPart;
         const Scratch memory(share >= t && each <= SIZE_MAX / 2 / sizeof(Stored) / size_t(team) ? allocate(size_t(team) * each * sizeof(Stored)) : nullptr);
         auto* const stages = static_cast<Stored*>(memory.get());
         if (!stages) return false;

@@ -1,6 +1,7 @@
 #include "filter/fir.table.h"
 
 #include "core/simd/lanes.h"
+#include "core/simd/map.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
@@ -108,14 +109,14 @@ template <int W> struct ComplexShortOutputs {
 
 constexpr int kBytes = kRegisterBytes >= 32 ? 32 : 16;
 
-// Adds the taps j = s + q kStep, s < kStep, q < C, to A vectors of outputs, kStep apart.
+// Adds the taps j = s + q kStep, s < count <= kStep, q < C, to A vectors of outputs, kStep apart.
 //
 // A load of in[n+j ..] serves tap q of vector a and tap q+1 of vector a-1, so A C products take A + C - 1 loads; one load each would keep the multipliers
 // waiting, since nearly half of them cross a cache line. Every sum runs over s, then q: the same order in whichever vector an output lies.
 template <class Shape, int C, int A, class Outputs>
-TEVS_INLINE void addTaps(const typename Outputs::Sample* in, const typename Outputs::Tap* taps, Outputs (&sum)[A]) {
+TEVS_INLINE void addTaps(const typename Outputs::Sample* in, const typename Outputs::Tap* taps, int count, Outputs (&sum)[A]) {
     constexpr int step = Shape::kStep;
-    for (int s = 0; s < step; s += Outputs::kTaps) {
+    for (int s = 0; s < count; s += Outputs::kTaps) {
 #pragma GCC unroll 16
         for (int c = 0; c < A + C - 1; ++c) {
             const auto x = Outputs::samples(in + s + c * step);
@@ -132,14 +133,16 @@ template <class Shape, int W, int A, class Sample, class Tap, class Sum> TEVS_IN
     Outputs sum[A] = {};
     int j = 0;
     if constexpr (Shape::kShared > 2)
-        for (; j + Shape::kShared * step <= tapsLen; j += Shape::kShared * step) addTaps<Shape, Shape::kShared>(in + j, taps + j, sum);
-    if constexpr (Shape::kShared > 1)
-        for (; j + 2 * step <= tapsLen; j += 2 * step) addTaps<Shape, 2>(in + j, taps + j, sum);
-    for (; j < tapsLen; j += Outputs::kTaps) {
-        const auto tap = Outputs::tap(taps + j);
-#pragma GCC unroll 16
-        for (int a = 0; a < A; ++a) sum[a].add(tap, Outputs::samples(in + j + a * step));
+        for (; j + Shape::kShared * step <= tapsLen; j += Shape::kShared * step) addTaps<Shape, Shape::kShared>(in + j, taps + j, step, sum);
+    if constexpr (Shape::kShared > 1) {
+        for (; j + 2 * step <= tapsLen; j += 2 * step) addTaps<Shape, 2>(in + j, taps + j, step, sum);
+        if (const int pairs = tapsLen - j - step; pairs > 0) {
+            addTaps<Shape, 2>(in + j, taps + j, pairs, sum);
+            addTaps<Shape, 1>(in + j + pairs, taps + j + pairs, step - pairs, sum);
+            j = tapsLen;
+        }
     }
+    addTaps<Shape, 1>(in + j, taps + j, tapsLen - j, sum);
 #pragma GCC unroll 16
     for (int a = 0; a < A; ++a) sum[a].put(out + a * step);
 }
@@ -186,6 +189,30 @@ template <class Shape> struct Filter {
 
 // ---- single sums ----------------------------------------------------------------------------------------------------------------------------
 
+template <int B> struct Bytes { static constexpr int n = B; };
+
+// add(Bytes<B>, j) for the elements of Size bytes from j to n, fewer than fill a register, in pieces of falling width. Returns where the last one ends; elements
+// of two bytes may leave one over.
+template <int Size, class Add> TEVS_INLINE int inPieces(int j, int n, Add add) {
+    const auto piece = [&](auto bytes) __attribute__((always_inline)) {
+        if ((n - j) * Size >= bytes.n) {
+            add(bytes, j);
+            j += bytes.n / Size;
+        }
+    };
+    if constexpr (kBytes > 16) piece(Bytes<16>{});
+    if constexpr (Size <= 8) piece(Bytes<8>{});
+    if constexpr (Size <= 4) piece(Bytes<4>{});
+    return j;
+}
+// The halves of a register added up.
+template <class V> TEVS_INLINE auto folded(V v) {
+    if constexpr (sizeof(V) > 16)
+        return low(v) + high(v);
+    else
+        return v;
+}
+
 template <class T> T dotReal(const T* in, const T* taps, int tapsLen) {
     constexpr int K = kBytes / int(sizeof(T));
     using V = Vec<T, K>;
@@ -194,42 +221,39 @@ template <class T> T dotReal(const T* in, const T* taps, int tapsLen) {
     for (; j + 4 * K <= tapsLen; j += 4 * K)
         for (int a = 0; a < 4; ++a) sum[a] = fma(load<T, K>(taps + j + a * K), load<T, K>(in + j + a * K), sum[a]);
     for (; j + K <= tapsLen; j += K) sum[0] = fma(load<T, K>(taps + j), load<T, K>(in + j), sum[0]);
-    const V all = (sum[0] + sum[1]) + (sum[2] + sum[3]);
-    T y = 0;
-    for (int l = 0; l < K; ++l) y += all[l];
-    for (; j < tapsLen; ++j) y += taps[j] * in[j];
-    return y;
+    Register<T, 16> rest = {};
+    inPieces<sizeof(T)>(
+        j, tapsLen, [&](auto b, int i) __attribute__((always_inline)) { rest = fma(loadBytes<T, b.n>(taps + i), loadBytes<T, b.n>(in + i), rest); });
+    const auto all = folded((sum[0] + sum[1]) + (sum[2] + sum[3])) + rest;
+    if constexpr (sizeof(T) == 4)
+        return (all[0] + all[2]) + (all[1] + all[3]);
+    else
+        return all[0] + all[1];
 }
 
 // Products of equal parts have opposite signs in the real part, those of unequal parts add up to the imaginary part.
 template <class T, class C> C dotComplex(const C* in, const C* taps, int tapsLen) {
     constexpr int K = kBytes / int(sizeof(C));
     using V = Vec<T, 2 * K>;
-    const auto values = [](const C* p) __attribute__((always_inline)) { return loadAs<V>(p); };
-    V equal[2] = {}, unequal[2] = {};
+    V equal[4] = {}, unequal[4] = {};
+    const auto add = [](auto h, auto x, auto& same, auto& crossed) __attribute__((always_inline)) {
+        same = fma(h, x, same);
+        crossed = fma(swapPairs(h), x, crossed);
+    };
+    const auto values = [](const C* p) __attribute__((always_inline)) { return inRegister(loadAs<V>(p)); };
     int j = 0;
-    for (; j + 2 * K <= tapsLen; j += 2 * K)
-        for (int a = 0; a < 2; ++a) {
-            const V h = values(taps + j + a * K), x = values(in + j + a * K);
-            equal[a] = fma(h, x, equal[a]);
-            unequal[a] = fma(swapPairs(h), x, unequal[a]);
-        }
-    for (; j + K <= tapsLen; j += K) {
-        const V h = values(taps + j), x = values(in + j);
-        equal[0] = fma(h, x, equal[0]);
-        unequal[0] = fma(swapPairs(h), x, unequal[0]);
-    }
-    const V e = equal[0] + equal[1], u = unequal[0] + unequal[1];
-    C y = {0, 0};
-    for (int l = 0; l < 2 * K; l += 2) {
-        y.re += e[l] - e[l + 1];
-        y.im += u[l] + u[l + 1];
-    }
-    for (; j < tapsLen; ++j) {
-        y.re += taps[j].re * in[j].re - taps[j].im * in[j].im;
-        y.im += taps[j].re * in[j].im + taps[j].im * in[j].re;
-    }
-    return y;
+    for (; j + 4 * K <= tapsLen; j += 4 * K)
+        for (int a = 0; a < 4; ++a) add(values(taps + j + a * K), values(in + j + a * K), equal[a], unequal[a]);
+    for (; j + K <= tapsLen; j += K) add(values(taps + j), values(in + j), equal[0], unequal[0]);
+    Register<T, 16> equalRest = {}, unequalRest = {};
+    inPieces<sizeof(C)>(
+        j, tapsLen, [&](auto b, int i) __attribute__((always_inline)) { add(loadBytes<T, b.n>(taps + i), loadBytes<T, b.n>(in + i), equalRest, unequalRest); });
+    const auto e = folded((equal[0] + equal[1]) + (equal[2] + equal[3])) + equalRest;
+    const auto u = folded((unequal[0] + unequal[1]) + (unequal[2] + unequal[3])) + unequalRest;
+    if constexpr (sizeof(T) == 4)
+        return {(e[0] + e[2]) - (e[1] + e[3]), (u[0] + u[2]) + (u[1] + u[3])};
+    else
+        return {e[0] - e[1], u[0] + u[1]};
 }
 
 int32_t dotShort(const int16_t* in, const int16_t* taps, int tapsLen) {
@@ -240,11 +264,13 @@ int32_t dotShort(const int16_t* in, const int16_t* taps, int tapsLen) {
     for (; j + 2 * K <= tapsLen; j += 2 * K)
         for (int a = 0; a < 2; ++a) sum[a] += (Sums)multiplyPairs(load<int16_t, K>(taps + j + a * K), load<int16_t, K>(in + j + a * K));
     for (; j + K <= tapsLen; j += K) sum[0] += (Sums)multiplyPairs(load<int16_t, K>(taps + j), load<int16_t, K>(in + j));
-    const Sums all = sum[0] + sum[1];
-    uint32_t y = 0;
-    for (int l = 0; l < K / 2; ++l) y += all[l];
-    for (; j < tapsLen; ++j) y += uint32_t(taps[j] * in[j]);
-    return int32_t(y);
+    Vec<uint32_t, 4> rest = {};
+    j = inPieces<2>(
+        j, tapsLen, [&](auto b, int i) __attribute__((always_inline)) {
+            rest += (Vec<uint32_t, 4>)multiplyPairs(loadBytes<int16_t, b.n>(taps + i), loadBytes<int16_t, b.n>(in + i));
+        });
+    const auto all = folded(sum[0] + sum[1]) + rest;
+    return int32_t((all[0] + all[2]) + (all[1] + all[3]) + (j < tapsLen ? uint32_t(taps[j] * in[j]) : 0));
 }
 
 Complex32s dotComplexShort(const Complex16s* in, const TapMatrix* taps, int tapsLen) {
@@ -302,7 +328,14 @@ struct ComplexShortShape {
 };
 
 void addShifted(const int32_t* sums, int s, int64_t* totals, int len) {
-    for (int n = 0; n < len; ++n) totals[n] += int64_t{sums[n]} << s;
+    const auto add = [=](auto w, const int32_t* from, const int64_t* to) __attribute__((always_inline)) {
+        using Totals = Vec<int64_t, w.n / 2>;
+        const auto x = load<int32_t, w.n>(from);
+        const auto wide = interleave(x, x >> 31);
+        const auto before = loadTwo<int64_t, w.n / 2>(to);
+        return Two<Totals>{before.a + ((Totals)wide.a << s), before.b + ((Totals)wide.b << s)};
+    };
+    map<kBytes / 4, 4>(len, totals, add, sums, static_cast<const int64_t*>(totals));
 }
 
 }   // namespace

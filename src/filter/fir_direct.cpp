@@ -1,7 +1,7 @@
 // FIR filters without a record: taps and past come with every call.
 //
 // Blocks are cut into pieces of kOutputs outputs and kTaps taps. What a piece takes is brought into the type in which products are summed, in buffers on the
-// stack, and goes to the kernels that serve records. Single outputs are summed where taps and past lie.
+// stack, and goes to the kernels that serve records. Single outputs, and a few, are summed where taps and past lie.
 #include <limits.h>
 
 #include <algorithm>
@@ -16,7 +16,7 @@
 namespace tevs {
 namespace {
 
-constexpr int kOutputs = 256, kTaps = 256;
+constexpr int kOutputs = 256, kTaps = 256, kFewest = 4;
 
 template <class Part> struct TapsAsTheyAre {
     TapsAsTheyAre(const Part*, int64_t, int) {}
@@ -46,6 +46,7 @@ public:
         return eachPart<Value>(h, [this](auto part) { return double(taps_(part)); });
     }
     void put(const Sum* sums, Sample* pDst, int n) const { fromStored(sums, pDst, n, scaleFactor_); }
+    Sample out(Sum sum) const { return fromStored<Sample>(sum, scaleFactor_); }
 
 private:
     std::conditional_t<Kind::kIntegerTaps, IntegerTaps, TapsAsTheyAre<Scalar<Tap>>> taps_;
@@ -65,6 +66,7 @@ public:
     static const auto& kernel() { return fir->real16s; }
     static int16_t tap(int16_t h) { return h; }
     void put(const uint32_t* sums, int16_t* pDst, int n) const { fromStored(reinterpret_cast<const int32_t*>(sums), pDst, n, scaleFactor_); }
+    int16_t out(uint32_t sum) const { return scaled<int16_t, 31>(int64_t{int32_t(sum)}, scaleFactor_); }
 
 private:
     int scaleFactor_;
@@ -81,6 +83,10 @@ public:
         : way_(pTaps, tapsLen, scaleFactor, tapsFactor), pTaps_(pTaps), tapsLen_(tapsLen), circle_(pDlyLine, tapsLen, index) {}
 
     int block(const Sample* pSrc, Sample* pDst, int numIters) {
+        if (numIters < kFewest) {
+            for (int n = 0; n < numIters; ++n) one(pSrc[n], pDst + n);
+            return circle_.index();
+        }
         Sum sums[kOutputs];
         for (int n = 0, count; n < numIters; n += count) {
             count = std::min(numIters - n, kOutputs);
@@ -93,21 +99,16 @@ public:
     int one(Sample src, Sample* pDst) {
         const Sample* const newest = circle_.push(src) + tapsLen_ - 1;
         Sum sums[4] = {};
-        const auto product = [&](int k) { return productOf(wide(way_.tap(pTaps_[k])), wide(newest[-k])); };
+        const auto product = [&](int k) { return productOf(toStored<Sum>(way_.tap(pTaps_[k])), toStored<Sum>(newest[-k])); };
         int k = 0;
         for (; k + 4 <= tapsLen_; k += 4)
             for (int l = 0; l < 4; ++l) sums[l] = sumOf(sums[l], product(k + l));
         for (; k < tapsLen_; ++k) sums[0] = sumOf(sums[0], product(k));
-        const Sum sum = sumOf(sumOf(sums[0], sums[1]), sumOf(sums[2], sums[3]));
-        way_.put(&sum, pDst, 1);
+        *pDst = way_.out(sumOf(sumOf(sums[0], sums[1]), sumOf(sums[2], sums[3])));
         return circle_.index();
     }
 
 private:
-    template <class T> static Sum wide(T x) {
-        return eachPart<Sum>(x, [](auto part) { return Scalar<Sum>(part); });
-    }
-
     // n <= kOutputs outputs.
     void sumPieces(const Sample* pSrc, int n, Sum* sums) const {
         Value in[kOutputs + kTaps], taps[kTaps];

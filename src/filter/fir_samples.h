@@ -1,6 +1,7 @@
 // Samples on their way into the type that a record keeps, and results on their way out.
 #pragma once
 
+#include <emmintrin.h>
 #include <string.h>
 
 #include "core/complex.h"
@@ -50,6 +51,28 @@ template <class S, class D> void fromStored(const S* src, D* dst, int n, int sca
         memcpy(dst, src, size_t(n) * sizeof(D));
     else
         narrowParts(partsOf(src), partsOf(dst), n * kParts<S>, scaleFactor);
+}
+
+// A single sample likewise, to the bit, without the way through kernels that are made for many.
+template <class D, class F> D narrowPart(F y, int scaleFactor) {
+    if constexpr (std::is_floating_point_v<D>) {
+        return D(y);
+    } else {
+        constexpr int kFar = sizeof(F) == 4 ? 190 : 1110;   // where everything saturates, or becomes 0
+        const int e = scaleFactor < -kFar ? kFar : scaleFactor > kFar ? -kFar : -scaleFactor;
+        const F scaled = y * powerOfTwo<F>(e / 2) * powerOfTwo<F>(e - e / 2);
+        // What is below the range of 32 bits, and NaN, converts to the least integer.
+        if constexpr (sizeof(F) == 4)
+            return saturate<D>(_mm_cvtss_si32(_mm_set_ss(scaled > 32767.0f ? 32767.0f : scaled)));
+        else
+            return saturate<D>(_mm_cvtsd_si32(_mm_set_sd(scaled > 2147483647.0 ? 2147483647.0 : scaled)));
+    }
+}
+template <class D, class S> D toStored(S x) {
+    return eachPart<D>(x, [](auto part) { return Scalar<D>(part); });
+}
+template <class D, class S> D fromStored(S y, int scaleFactor) {
+    return eachPart<D>(y, [=](auto part) { return narrowPart<Scalar<D>>(part, scaleFactor); });
 }
 
 // The past twice over in 2 tapsLen samples, so that it is in one piece from any index on.

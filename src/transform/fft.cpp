@@ -1,7 +1,6 @@
 // FFT records and the transforms that use them: lifecycle and tables, complex and real transforms.
 #include "transform/fft.h"
 
-#include <limits.h>
 #include <string.h>
 
 #include <algorithm>
@@ -20,7 +19,6 @@
 namespace tevs {
 namespace {
 
-constexpr int kMaxOrder = 30;
 template <class T> constexpr int kMostInRegisters = sizeof(T) == 4 ? 2 << 7 : 2 << 6;   // scalars of the longest transform that is one kernel in registers
 
 template <class T> const FftKernels<T>& kernels();
@@ -56,8 +54,6 @@ template <class T> constexpr uint64_t scratchBytes(int order) {
     return std::max(scratchBytes<T>(order - splitOrder<T>(order)), kValue << blockOrder<T>(order));
 }
 
-constexpr uint64_t kAlignmentRoom = 16;   // what a caller's buffer may lose up to its first 16-byte boundary
-
 template <class T> constexpr FftSizes sizesOf(bool real, int order) {
     const uint64_t record = sizeof(T) == 4 ? 96 : real || order <= 3 ? 100 : 112;
     if (order <= 3) return {record, 0, 0};
@@ -71,8 +67,6 @@ static_assert(sizesOf<float>(false, 16).spec == 622720 && sizesOf<float>(true, 4
 static_assert(sizesOf<double>(false, 20).spec == 17957008 && sizesOf<double>(true, 4).spec == 228 && sizesOf<double>(true, 20).spec == 17432708);
 
 template <class Spec> constexpr FftSizes sizesFor(int order) { return sizesOf<typename Spec::Real>(Spec::kReal, order); }
-constexpr bool fitsInt(const FftSizes& s) { return std::max({s.spec, s.init, s.work}) <= INT_MAX; }
-int clampToInt(uint64_t bytes) { return int(std::min<uint64_t>(bytes, INT_MAX)); }
 
 // ---- tables -------------------------------------------------------------------------------------------------------------------------
 
@@ -127,28 +121,25 @@ template <class T> void writeStockhamFactors(T* at, int order, int lanes) {
 }
 
 template <class T> void writeLargeFactors(T* passes, T* outer, int order, int lanes) {
-    const int p = outerOrder<T>(order), q = innerOrder<T>(order);
+    const int p = outerOrder<T>(order), q = innerOrder<T>(order), columns = tileColumns<T>(p);
     writePassFactors(passes, radicesOf(p), 0, uint64_t{1} << p);
     writePassFactors(passes + (uint64_t{2} << p), radicesOf(q), 0, uint64_t{1} << q);
     const uint64_t n = uint64_t{1} << order, rows = uint64_t{1} << p;
     FactorWriter within(outer, lanes);
     for (uint64_t k = 0; k < rows; ++k)
-        for (uint64_t g = 0; g < kTileColumns<T>; g += uint64_t(lanes)) within.putBlock(g, k, n);
+        for (uint64_t g = 0; g < uint64_t(columns); g += uint64_t(lanes)) within.putBlock(g, k, n);
     FactorWriter between(within.end(), 1);
-    for (uint64_t c = 0; c < uint64_t{1} << q; c += kTileColumns<T>)
+    for (uint64_t c = 0; c < uint64_t{1} << q; c += uint64_t(columns))
         for (uint64_t k = 0; k < rows; ++k) between.put(c * k, n);
 }
 
 template <class T> void writeRecombination(T* at, int order, int lanes) {
-    const int block = order == 3 ? kGroup<T> : lanes;
+    const int block = order == 3 ? std::min(lanes, 4) : lanes;
     FactorWriter w(at, block);
     for (uint64_t k = 1; k <= uint64_t{1} << (order - 1); k += uint64_t(block)) w.putBlock(k, 1, uint64_t{2} << order);
 }
 
 // ---- lifecycle ----------------------------------------------------------------------------------------------------------------------
-
-bool goodOrder(int order) { return order >= 0 && order <= kMaxOrder; }
-bool goodFlag(int flag) { return flag == ScaleFwdByN || flag == ScaleInvByN || flag == ScaleBySqrtN || flag == NoScale; }
 
 template <class T> T* atCacheLine(T* p) { return reinterpret_cast<T*>((reinterpret_cast<uintptr_t>(p) + 63) & ~uintptr_t{63}); }
 
@@ -171,6 +162,7 @@ template <class Spec> Spec* build(void* block, int order, int flag, int hint, bo
     FftTables<T>& t = spec->tables;
     const int lanes = kernels<T>().lanes;
     t.order = Spec::kReal ? std::max(order - 1, 0) : order;
+    spec->stored = t.order > 3 && !fusedLanes<T>(t.order, lanes);
     // Tables start on a cache line: the reported sizes have the room that the permutation table would take.
     T* at = align16<T>(spec + 1);
     if (t.order >= 6) at = atCacheLine(at);
@@ -179,7 +171,8 @@ template <class Spec> Spec* build(void* block, int order, int flag, int hint, bo
         writeLargeFactors(at, outer, t.order, lanes);
         t.passes = at;
         t.outer = outer;
-        at = outer + (uint64_t{2} * kTileColumns<T> << outerOrder<T>(t.order)) + ((uint64_t{2} << t.order) / kTileColumns<T>);
+        const auto columns = uint64_t(tileColumns<T>(outerOrder<T>(t.order)));
+        at = outer + (2 * columns << outerOrder<T>(t.order)) + (uint64_t{2} << t.order) / columns;
     } else if (t.order >= 4) {
         writeStockhamFactors(at, t.order, lanes);
         t.passes = at;
@@ -194,15 +187,12 @@ template <class Spec> Spec* build(void* block, int order, int flag, int hint, bo
 
 template <class Spec> Status getSize(int order, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
     if (Status s = Args().require(goodOrder(order), StatusFftOrder).ptr(pSpecSize).ptr(pSpecBufferSize).ptr(pBufferSize)) return s;
-    const FftSizes sizes = sizesFor<Spec>(order);
-    *pSpecSize = clampToInt(sizes.spec);
-    *pSpecBufferSize = clampToInt(sizes.init);
-    *pBufferSize = clampToInt(sizes.work);
+    sizesFor<Spec>(order).report(pSpecSize, pSpecBufferSize, pBufferSize);
     return StatusOk;
 }
 
 template <class Spec> Status init(Spec** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit) {
-    const bool legal = goodOrder(order) && fitsInt(sizesFor<Spec>(order));
+    const bool legal = goodOrder(order) && sizesFor<Spec>(order).fitInt();
     if (Status s = Args().ptr(ppSpec).require(legal, StatusFftOrder).ptr(pMemSpec)) return s;
     void* const block = align16(pMemSpec);
     if (Status s = Args().require(goodFlag(flag), StatusFftFlag).require(order <= 3 || pMemInit, StatusNullPtr)) {
@@ -217,7 +207,7 @@ template <class Spec> Status init(Spec** ppSpec, int order, int flag, int hint, 
 template <class Spec> Status initAlloc(Spec** ppSpec, int order, int flag, int hint) {
     if (Status s = Args().ptr(ppSpec).require(goodOrder(order), StatusFftOrder).require(goodFlag(flag), StatusFftFlag)) return s;
     const FftSizes sizes = sizesFor<Spec>(order);
-    void* const block = fitsInt(sizes) ? allocate(size_t(sizes.spec)) : nullptr;
+    void* const block = sizes.fitInt() ? allocate(size_t(sizes.spec)) : nullptr;
     if (!block) return StatusNoMemory;
     NearestRounding guard;
     *ppSpec = build<Spec>(block, order, flag, hint, true);
@@ -239,6 +229,12 @@ template <class Spec> Status getBufSize(const Spec* pSpec, int* pSize) {
 
 // ---- transforms ---------------------------------------------------------------------------------------------------------------------
 
+// The two tiles that the passes of a sweep alternate between.
+template <class T> uint64_t tileBytes(int order) {
+    const auto sweep = [](int rows) { return uint64_t(2 * tileColumns<T>(rows)) * 2 * sizeof(T) << rows; };
+    return std::max(sweep(outerOrder<T>(order)), sweep(innerOrder<T>(order)));
+}
+
 // Calls run(work) with a work area of the library's own.
 template <class T, class Run> [[gnu::noinline]] Status withOwnWork(uint64_t bytes, const Run& run) {
     const Scratch own(allocate(size_t(bytes)));
@@ -251,13 +247,12 @@ template <class T, class Run> [[gnu::noinline]] Status withOwnWork(uint64_t byte
 template <class T, class Run> [[gnu::always_inline]] inline Status withWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Run& run) {
     const int order = spec.tables.order;
     // Two tiles are more than what is reported for the largest orders; beside their data, a block of their own is nothing.
-    const uint64_t tiles = order >= kFirstLargeOrder<T> ? uint64_t{4} * sizeof(T) * kTileColumns<T> << innerOrder<T>(order) : 0;
+    const uint64_t tiles = order >= kFirstLargeOrder<T> ? tileBytes<T>(order) : 0;
     NearestRounding guard;
     if (!pBuffer || tiles > uint64_t(spec.workBytes)) return withOwnWork<T>(std::max(uint64_t(spec.workBytes), tiles), run);
     run(align16<T>(pBuffer));
     return StatusOk;
 }
-template <class T> bool inRegisters(const FftTables<T>& t) { return t.order <= 3 || fusedLanes<T>(t.order, kernels<T>().lanes); }
 
 // One direction of a transform.
 enum class Way { Forward, Inverse };
@@ -275,19 +270,20 @@ template <Way way, template <class> class Place, class T> FftTransform<T, Place>
 }
 
 template <Way way, template <class> class Place, class T>
-[[gnu::always_inline]] inline Status complexTransform(Place<const T> src, Place<T> dst, const FftSpec<T>& spec, uint8_t* pBuffer) {
-    const FftTables<T>& t = spec.tables;
+[[gnu::always_inline]] inline Status complexTransform(Place<const T> src, Place<T> dst, const FftSpec<T>* pSpec, uint8_t* pBuffer) {
+    const FftTables<T>& t = pSpec->tables;
     FftTransform<T, Place>* const kernel = kernelOf<way, Place>(t);
-    if (!inRegisters(t)) return withWork(spec, pBuffer, [=, &t](T* work) { kernel(t, src, dst, work, scaleOf<way>(spec)); });
+    const T scale = scaleOf<way>(*pSpec);
+    if (pSpec->stored) return withWork(*pSpec, pBuffer, [=, &t](T* work) { kernel(t, src, dst, work, scale); });
     NearestRounding guard;
-    kernel(t, src, dst, nullptr, scaleOf<way>(spec));
+    kernel(t, src, dst, nullptr, scale);
     return StatusOk;
 }
 
 template <Way way, class Spec, class C> Status transform(const C* pSrc, C* pDst, const Spec* pSpec, uint8_t* pBuffer) {
     if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
     using T = typename Spec::Real;
-    return complexTransform<way>(Pairs<const T>{&pSrc->re}, Pairs<T>{&pDst->re}, *pSpec, pBuffer);
+    return complexTransform<way>(Pairs<const T>{&pSrc->re}, Pairs<T>{&pDst->re}, pSpec, pBuffer);
 }
 
 // The sweeps of a large transform write the destination before they have read the whole source: they work in place where the two share an array.
@@ -316,7 +312,7 @@ template <Way way, class Spec, class T> Status transform(const T* pSrcRe, const 
     const T scale = scaleOf<way>(*pSpec);
     if (t.order >= kFirstLargeOrder<T>)
         return withWork(*pSpec, pBuffer, [=, &t](T* work) { kernel(t, gathered(src, dst, int64_t{1} << t.order), dst, work, scale); });
-    return complexTransform<way>(src, dst, *pSpec, pBuffer);
+    return complexTransform<way>(src, dst, pSpec, pBuffer);
 }
 
 // Where a packed spectrum of N = 2^order reals keeps its values: X[k] for 0 < k < N/2 at 2k + shift and the next, and the two real ones.
@@ -326,6 +322,84 @@ struct Packing {
     int last(int n) const { return ccs ? n : shift ? n - 1 : 1; }
 };
 constexpr Packing kPerm{0, false}, kPack{-1, false}, kCcs{0, true};
+
+// Transforms of 1 to 8 reals, times scale, at once: at these lengths the call itself is what costs. x holds the samples, X the spectrum in Perm order.
+template <class T> constexpr T kSqrtHalf = T(0.70710678118654752440);
+
+template <int N, class T> void shortForward(const T* x, T* X) {
+    if constexpr (N == 1) {
+        X[0] = x[0];
+    } else if constexpr (N == 2) {
+        X[0] = x[0] + x[1];
+        X[1] = x[0] - x[1];
+    } else if constexpr (N == 4) {
+        const T even = x[0] + x[2], odd = x[1] + x[3];
+        X[0] = even + odd;
+        X[1] = even - odd;
+        X[2] = x[0] - x[2];
+        X[3] = x[3] - x[1];
+    } else {
+        const T s0 = x[0] + x[4], s1 = x[1] + x[5], s2 = x[2] + x[6], s3 = x[3] + x[7];
+        const T d0 = x[0] - x[4], d1 = x[1] - x[5], d2 = x[2] - x[6], d3 = x[3] - x[7];
+        const T even = s0 + s2, odd = s1 + s3, p = (d1 - d3) * kSqrtHalf<T>, q = (d1 + d3) * kSqrtHalf<T>;
+        X[0] = even + odd;
+        X[1] = even - odd;
+        X[2] = d0 + p;
+        X[3] = -d2 - q;
+        X[4] = s0 - s2;
+        X[5] = s3 - s1;
+        X[6] = d0 - p;
+        X[7] = d2 - q;
+    }
+}
+
+template <int N, class T> void shortInverse(const T* X, T* x) {
+    if constexpr (N == 1) {
+        x[0] = X[0];
+    } else if constexpr (N == 2) {
+        x[0] = X[0] + X[1];
+        x[1] = X[0] - X[1];
+    } else if constexpr (N == 4) {
+        const T even = X[0] + X[1], odd = X[0] - X[1], re = X[2] + X[2], im = X[3] + X[3];
+        x[0] = even + re;
+        x[1] = odd - im;
+        x[2] = even - re;
+        x[3] = odd + im;
+    } else {
+        // Even samples from bins in twos, odd ones with the factors of X[1] and X[3] taken together.
+        const T sum = X[0] + X[1], difference = X[0] - X[1], re2 = X[4] + X[4], im2 = X[5] + X[5];
+        const T e0 = sum + re2, e1 = difference - im2, e2 = sum - re2, e3 = difference + im2;
+        const T re = X[2] - X[6], im = X[3] + X[7], h = T(2) * kSqrtHalf<T>;
+        const T o0 = T(2) * (X[2] + X[6]), o1 = (re - im) * h, o2 = T(2) * (X[7] - X[3]), o3 = (re + im) * -h;
+        x[0] = e0 + o0;
+        x[1] = e1 + o1;
+        x[2] = e2 + o2;
+        x[3] = e3 + o3;
+        x[4] = e0 - o0;
+        x[5] = e1 - o1;
+        x[6] = e2 - o2;
+        x[7] = e3 - o3;
+    }
+}
+
+// Calls run with the length as a constant.
+template <class Run> [[gnu::always_inline]] inline Status shortTransform(int n, const Run& run) {
+    NearestRounding guard;
+    switch (n) {
+        case 1:
+            run(std::integral_constant<int, 1>{});
+            break;
+        case 2:
+            run(std::integral_constant<int, 2>{});
+            break;
+        case 4:
+            run(std::integral_constant<int, 4>{});
+            break;
+        default:
+            run(std::integral_constant<int, 8>{});
+    }
+    return StatusOk;
+}
 
 // The spectrum of the pairs' transform in z, to its packing. z may be pDst where the packing leaves the values between the ends in place.
 template <class T> void pack(const FftTables<T>& t, const T* z, T* pDst, int n, Packing to) {
@@ -343,13 +417,21 @@ template <class Spec, class T = typename Spec::Real> Status realForward(const T*
     const T scale = T(0.5) * pSpec->forwardScale;   // the recombination takes half the transform
     const auto kernel = kernelOf<Way::Forward, Pairs>(t);
     const Pairs<const T> src{pSrc};
-    if (n == 1) {
-        NearestRounding guard;
-        pDst[0] = pSrc[0] * pSpec->forwardScale;
-        if (to.ccs) pDst[1] = 0;
-        return StatusOk;
+    if (pSpec->order <= 3) {
+        const T f = pSpec->forwardScale;
+        return shortTransform(n, [=](auto length) {
+            constexpr int N = length;
+            T X[N];
+            shortForward<N>(pSrc, X);
+#pragma GCC unroll 8
+            for (int i = 2; i < N; ++i) pDst[i + to.shift] = X[i] * f;
+            if constexpr (N > 1) pDst[to.last(N)] = X[1] * f;
+            if (to.ccs) pDst[1] = 0;
+            if (to.ccs && N > 1) pDst[N + 1] = 0;
+            pDst[0] = X[0] * f;
+        });
     }
-    if (inRegisters(t)) {
+    if (!pSpec->stored) {
         NearestRounding guard;
         T z[kMostInRegisters<T>];
         kernel(t, src, {z}, nullptr, scale);
@@ -378,13 +460,20 @@ template <class Spec, class T = typename Spec::Real> Status realInverse(const T*
     const T scale = pSpec->inverseScale;
     const auto kernel = kernelOf<Way::Inverse, Pairs>(t);
     const auto pairsOfSpectrum = kernels<T>().pairsOfSpectrum;
-    if (n == 1) {
-        NearestRounding guard;
-        pDst[0] = pSrc[0] * scale;
-        return StatusOk;
-    }
+    if (pSpec->order <= 3)
+        return shortTransform(n, [=](auto length) {
+            constexpr int N = length;
+            T X[N], x[N];
+            X[0] = pSrc[0];
+            if constexpr (N > 1) X[1] = pSrc[from.last(N)];
+#pragma GCC unroll 8
+            for (int i = 2; i < N; ++i) X[i] = pSrc[i + from.shift];
+            shortInverse<N>(X, x);
+#pragma GCC unroll 8
+            for (int i = 0; i < N; ++i) pDst[i] = x[i] * scale;
+        });
     const T first = pSrc[0], last = pSrc[from.last(n)];
-    if (inRegisters(t)) {
+    if (!pSpec->stored) {
         NearestRounding guard;
         T z[kMostInRegisters<T>];
         pairsOfSpectrum(t, pSrc + from.shift, first, last, z);

@@ -1,8 +1,10 @@
 // FFT records: what they hold and how they are laid out.
 #pragma once
 
+#include <limits.h>
 #include <stdint.h>
 
+#include "tevs/types.h"
 #include "transform/fft.table.h"
 
 namespace tevs {
@@ -18,6 +20,7 @@ template <class T> struct FftSpec {
     int32_t hint;        // as given
     int32_t workBytes;   // scratch of one call, 0 for none
     int32_t owned;       // 1 where InitAlloc made the block
+    int32_t stored;      // 1 where the transform stores between its passes, 0 for one kernel in registers, which needs no work area
     FftTables<T> tables;
 };
 static_assert(sizeof(FftSpec<float>) <= 80 && sizeof(FftSpec<double>) <= 80);
@@ -28,9 +31,22 @@ template <class T, uint32_t Id, bool IsReal> struct FftKind : FftSpec<T> {
     static constexpr bool kReal = IsReal;
 };
 
-// The three sizes that GetSize reports, in bytes.
+constexpr int kMaxOrder = 30;
+constexpr bool goodOrder(int order) { return order >= 0 && order <= kMaxOrder; }
+constexpr bool goodFlag(int flag) { return flag == ScaleFwdByN || flag == ScaleInvByN || flag == ScaleBySqrtN || flag == NoScale; }
+
+constexpr uint64_t kAlignmentRoom = 16;   // what a caller's buffer may lose up to its first 16-byte boundary
+
+// The three sizes that GetSize reports, in bytes. One that an int does not hold is reported as INT_MAX.
+constexpr int clampToInt(uint64_t bytes) { return bytes < INT_MAX ? int(bytes) : INT_MAX; }
 struct FftSizes {
     uint64_t spec, init, work;
+    constexpr bool fitInt() const { return spec <= INT_MAX && init <= INT_MAX && work <= INT_MAX; }
+    void report(int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) const {
+        *pSpecSize = clampToInt(spec);
+        *pSpecBufferSize = clampToInt(init);
+        *pBufferSize = clampToInt(work);
+    }
 };
 
 }   // namespace tevs

@@ -147,23 +147,24 @@ template <class In> struct Rows {
     int fold;         // 1, 2 or 4
 };
 
-// The first pass of transforms down kTileColumns columns of m R rows, into a tile of blocks.
-template <int K, int R, int M, bool Inverse, class In, class T> TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, const T* w) {
+// The first pass of transforms down the columns of m R rows, into a tile of blocks.
+template <int K, int R, int M, int Columns, bool Inverse, class In, class T>
+TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, const T* w) {
     In column[R];
     const int perPart = R / in.fold;
     for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (int64_t{M} * in.fold * (j % perPart) + j / perPart);
     const int64_t step = in.stride * in.fold;
     for (int p = 0; p < M; ++p) {
-        for (int q = 0; q < kTileColumns<T>; q += K) {
+        for (int q = 0; q < Columns; q += K) {
             Cx<Vec<T, K>> x[R];
             for (int j = 0; j < R; ++j) {
                 x[j] = read<K>(column[j], step * p + q);
                 if (Inverse) x[j] = swapped(x[j]);
             }
             dft(x);
-            T* const out = tile + 2 * (q + kTileColumns<T> * R * p);
+            T* const out = tile + 2 * (q + Columns * R * p);
             storeBlock(out, x[0]);
-            for (int j = 1; j < R; ++j) storeBlock(out + 2 * kTileColumns<T> * j, mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+            for (int j = 1; j < R; ++j) storeBlock(out + 2 * Columns * j, mul(x[j], w[2 * j - 2], w[2 * j - 1]));
         }
         w += 2 * (R - 1);
     }
@@ -172,38 +173,39 @@ template <int K, int R, int M, bool Inverse, class In, class T> TEVS_PASS const 
 
 // Transforms down the columns, from the rows into one of the two tiles in work. emit(row, column, block, free tile) places what the last pass has.
 template <int Order, bool Inverse, class In, class T, class Emit> TEVS_INLINE void columnPasses(const Rows<In>& in, const T* w, T* work, Emit emit) {
-    constexpr int N = 1 << Order, K = kBlock<T>;
+    constexpr int N = 1 << Order, K = kBlock<T>, Columns = tileColumns<T>(Order);
     constexpr Radices kPasses = radicesOf(Order);
     constexpr int R0 = kPasses.r[0], R = kPasses.r[kPasses.count - 1], M = N / R;
-    const Blocks<T> tile{work}, other{work + int64_t{2} * kTileColumns<T> * N};
-    w = firstColumnPass<K, R0, N / R0, Inverse>(in, tile.p, w);
-    middlePasses<kPasses, 1, N / R0, kTileColumns<T> * R0>(tile, other, w, [&](Blocks<T> at, Blocks<T> free) {
+    const Blocks<T> tile{work}, other{work + int64_t{2} * Columns * N};
+    w = firstColumnPass<K, R0, N / R0, Columns, Inverse>(in, tile.p, w);
+    middlePasses<kPasses, 1, N / R0, Columns * R0>(tile, other, w, [&](Blocks<T> at, Blocks<T> free) {
         for (int k = 0; k < M; ++k)
-            for (int q = 0; q < kTileColumns<T>; q += K) {
+            for (int q = 0; q < Columns; q += K) {
                 Cx<Vec<T, K>> x[R];
-                for (int j = 0; j < R; ++j) x[j] = read<K>(at, q + kTileColumns<T> * (k + M * j));
+                for (int j = 0; j < R; ++j) x[j] = read<K>(at, q + Columns * (k + M * j));
                 dft(x);
                 for (int j = 0; j < R; ++j) emit(k + M * j, q, x[j], free);
             }
     });
 }
 
-// The first sweep over columns c .. c + kTileColumns - 1 of a matrix of P rows: transforms of length P times w_N^(n2 k1), in blocks, row by row.
+// The first sweep over columns c .. c + tileColumns - 1 of a matrix of P rows: transforms of length P times w_N^(n2 k1), in blocks, row by row.
 template <int P, bool Inverse, class In, class T> TEVS_PASS const T* outerColumns(const FftTables<T>& t, In src, int c, T* work) {
+    constexpr int kColumns = tileColumns<T>(P);
     // n2 = c + l: w_N^(n2 k1) as the product of w_N^(l k1), from a table that stays in the cache, and w_N^(c k1), one number a row. A table of all N factors
     // would be a third stream as long as the data.
     const T* const lanes = t.outer;
-    const T* const rows = t.outer + (2 * kTileColumns<T> << P) + (int64_t{2} * (c / kTileColumns<T>) << P);
+    const T* const rows = t.outer + (2 * kColumns << P) + (int64_t{2} * (c / kColumns) << P);
     const T* done = nullptr;
     columnPasses<P, Inverse>(Rows<In>{src + c, int64_t{1} << innerOrder<T>(t.order), 1}, t.passes, work, [&](int row, int column, auto x, Blocks<T> to) {
-        const int at = row * kTileColumns<T> + column;
+        const int at = row * kColumns + column;
         write(to, at, mul(x, mul(loadBlock<kBlock<T>>(lanes + 2 * at), rows[2 * row], rows[2 * row + 1])));
         done = to.p;
     });
     return done;
 }
 
-// The second sweep, over the same number of columns of a matrix of 2^Q rows, in place.
+// The second sweep, over so many columns of a matrix of 2^Q rows, in place.
 template <int Q, bool Inverse, bool Scaled, class Place, class T> TEVS_PASS void innerColumns(const FftTables<T>& t, Place at, int fold, T* work, T scale) {
     const int p = outerOrder<T>(t.order);
     columnPasses<Q, false>(Rows<Place>{at, int64_t{1} << p, fold}, t.passes + (int64_t{2} << p), work, [&](int row, int column, auto x, Blocks<T>) {
@@ -216,10 +218,11 @@ template <int Q, bool Inverse, bool Scaled, class Place, class T> TEVS_PASS void
 // Rows [k1][columns] of the tile become dst[n2][k1]: column c + l of the first sweep is row c + l of the second's matrix.
 template <class T, class Place> void storeTurned(const T* tile, Place dst, int c, int p) {
     constexpr int K = kBlock<T>;
+    const int columns = tileColumns<T>(p);
     for (int k = 0; k < 1 << p; k += K)
-        for (int q = 0; q < kTileColumns<T>; q += K) {
+        for (int q = 0; q < columns; q += K) {
             Cx<Vec<T, K>> x[K];
-            for (int l = 0; l < K; ++l) x[l] = loadBlock<K>(tile + 2 * ((k + l) * kTileColumns<T> + q));
+            for (int l = 0; l < K; ++l) x[l] = loadBlock<K>(tile + 2 * ((k + l) * columns + q));
             transpose<K>(x);
             for (int l = 0; l < K; ++l) write(dst, (int64_t{c + q + l} << p) + k, x[l]);
         }
@@ -227,22 +230,28 @@ template <class T, class Place> void storeTurned(const T* tile, Place dst, int c
 
 // In place the first sweep leaves dst[k1][n2], and each square of P x P in it, Q/P side by side, is turned over across its diagonal: row n2 of the second
 // sweep's matrix is then row (n2 mod P) Q/P + n2 / P, folded in the sense of Rows.
+//
+// Blocks of a patch are taken along its diagonals: rows often lie multiples of 4096 bytes apart, and a load waits for an earlier store to such a distance.
 template <class T, class Place> void turnSquare(Place a, int64_t stride, int rows) {
-    constexpr int K = kBlock<T>, kPatch = 32;   // a patch's rows lie in as many pages, which the first level of the TLB holds
-    for (int i0 = 0; i0 < rows; i0 += kPatch)
-        for (int j0 = i0; j0 < rows; j0 += kPatch)
-            for (int i = i0; i < i0 + kPatch; i += K)
-                for (int j = i0 == j0 ? i : j0; j < j0 + kPatch; j += K) {
-                    Cx<Vec<T, K>> x[K], y[K];
-                    for (int l = 0; l < K; ++l) x[l] = read<K>(a, stride * (i + l) + j);
-                    transpose<K>(x);
-                    if (i != j) {
-                        for (int l = 0; l < K; ++l) y[l] = read<K>(a, stride * (j + l) + i);
-                        transpose<K>(y);
-                        for (int l = 0; l < K; ++l) write(a, stride * (i + l) + j, y[l]);
-                    }
-                    for (int l = 0; l < K; ++l) write(a, stride * (j + l) + i, x[l]);
-                }
+    constexpr int K = kBlock<T>, kPatch = 32, kBlocks = kPatch / K;   // a patch's rows lie in as many pages, which the first level of the TLB holds
+    const auto exchange = [=](int i, int j) __attribute__((always_inline)) {
+        Cx<Vec<T, K>> x[K], y[K];
+        for (int l = 0; l < K; ++l) x[l] = read<K>(a, stride * (i + l) + j);
+        transpose<K>(x);
+        if (i != j) {
+            for (int l = 0; l < K; ++l) y[l] = read<K>(a, stride * (j + l) + i);
+            transpose<K>(y);
+            for (int l = 0; l < K; ++l) write(a, stride * (i + l) + j, y[l]);
+        }
+        for (int l = 0; l < K; ++l) write(a, stride * (j + l) + i, x[l]);
+    };
+    for (int i0 = 0; i0 < rows; i0 += kPatch) {
+        for (int d = 0; d < kBlocks; ++d)
+            for (int t = 0; t < kBlocks - d; ++t) exchange(i0 + K * t, i0 + K * (t + d));
+        for (int j0 = i0 + kPatch; j0 < rows; j0 += kPatch)
+            for (int d = 0; d < kBlocks; ++d)
+                for (int t = 0; t < kBlocks; ++t) exchange(i0 + K * t, j0 + K * ((t + d) % kBlocks));
+    }
 }
 
 // The column transforms of one length, as first sweep and as second.
@@ -269,21 +278,22 @@ template <bool Inverse, class T, template <class> class Place> void large(const 
     const int p = outerOrder<T>(t.order), q = innerOrder<T>(t.order), P = 1 << p, Q = 1 << q;
     const auto outer = kSweeps<T, Place>.of[p - kFirstColumnOrder<T>].outer[Inverse];
     const auto inner = kSweeps<T, Place>.of[q - kFirstColumnOrder<T>].inner[Inverse][scale != 1];
+    const int outerStep = tileColumns<T>(p), innerStep = tileColumns<T>(q);
     const bool inPlace = start(src) == start(dst);
-    for (int c = 0; c < Q; c += kTileColumns<T>) {
+    for (int c = 0; c < Q; c += outerStep) {
         const T* const tile = outer(t, src, c, work);
         if (!inPlace) {
             storeTurned(tile, dst, c, p);
             continue;
         }
         for (int row = 0; row < P; ++row)
-            for (int column = 0; column < kTileColumns<T>; column += K)
-                write(dst, (int64_t{row} << q) + c + column, loadBlock<K>(tile + 2 * (row * kTileColumns<T> + column)));
+            for (int column = 0; column < outerStep; column += K)
+                write(dst, (int64_t{row} << q) + c + column, loadBlock<K>(tile + 2 * (row * outerStep + column)));
     }
     if (inPlace)
         for (int square = 0; square < Q; square += P) turnSquare<T>(dst + square, int64_t{1} << q, P);
 
-    for (int c = 0; c < P; c += kTileColumns<T>) inner(t, dst + c, inPlace ? Q / P : 1, work, scale);
+    for (int c = 0; c < P; c += innerStep) inner(t, dst + c, inPlace ? Q / P : 1, work, scale);
 }
 
 // ---- orders 0 to 3: no tables ------------------------------------------------------------------------------------------------------
@@ -322,11 +332,32 @@ template <bool Inverse, template <class> class Place> void eight(const FftTables
     write(dst, 0, Inverse ? swapped(low) : low);
     write(dst, 4, Inverse ? swapped(high) : high);
 }
-// And in double precision: radix 4, then 2. w_8^(p j) for j = 1, 2, 3 and p = 0, 1.
+// In double precision, the same for vectors whose lanes come as 0 2 1 3, and radix 4, then 2, where they are shorter than four.
 template <bool Inverse, template <class> class Place> void eight(const FftTables<double>&, Place<const double> src, Place<double> dst, double*, double scale) {
     constexpr double h = kSqrtHalf;
-    static constexpr double kFactors[] = {1, h, 0, -h, 1, 0, 0, -1, 1, -h, 0, -h};
-    fused<2, 4, Inverse, true>(src, dst, kFactors, scale);
+    if constexpr (kBlock<double> == 2) {
+        static constexpr double kFactors[] = {1, h, 0, -h, 1, 0, 0, -1, 1, -h, 0, -h};   // w_8^(p j) for j = 1, 2, 3 and p = 0, 1
+        fused<2, 4, Inverse, true>(src, dst, kFactors, scale);
+    } else {
+        using V = Vec<double, 4>;
+        auto a = read<4>(src, 0), b = read<4>(src, 4);
+        if (Inverse) {
+            a = swapped(a);
+            b = swapped(b);
+        }
+        const Cx<V> w = {V{1, 0, h, -h}, V{0, -1, -h, -h}};
+        const auto u = a + b, v = mul(a - b, w);
+        const Cx<V> p = {zipped<0>(u.re, v.re), zipped<0>(u.im, v.im)}, q = {zipped<1>(u.re, v.re), zipped<1>(u.im, v.im)};   // u0 v0 u1 v1, u2 v2 u3 v3
+        const auto sum = p + q, difference = p - q;
+        constexpr auto evens = [](int i) { return i < 2 ? i : i + 2; };
+        constexpr auto odds = [](int i) { return i < 2 ? i + 2 : i + 4; };
+        const Cx<V> e = {shuffle<evens>(sum.re, difference.re), shuffle<evens>(sum.im, difference.im)};
+        const Cx<V> o = {shuffle<odds>(sum.re, difference.im), shuffle<odds>(sum.im, -difference.re)};
+        const auto low = times(e + o, scale), high = times(e - o, scale);
+        const auto put = [&](int at, Cx<V> x) { write(dst, at, Cx<V>{reordered(Inverse ? x.im : x.re), reordered(Inverse ? x.re : x.im)}); };
+        put(0, low);
+        put(4, high);
+    }
 }
 
 // ---- one routine for each order -----------------------------------------------------------------------------------------------------
@@ -369,12 +400,6 @@ template <class T, template <class> class Place> constexpr typename FftKernels<T
 
 // ---- real transforms --------------------------------------------------------------------------------------------------------------
 
-template <class T> struct Point {
-    T re, im;
-    friend TEVS_INLINE Point operator+(Point a, Point b) { return {a.re + b.re, a.im + b.im}; }
-    friend TEVS_INLINE Point operator-(Point a, Point b) { return {a.re - b.re, a.im - b.im}; }
-};
-
 // Calls pair(k, Z[k], Z[N-k], w^k) for blocks of k that cover 1 .. N/2, where Z[N-k] comes and goes in the order of k. At k = N/2 both are the same value.
 template <int K, class T, class Pair> TEVS_INLINE void recombine(const T* in, T* out, int n, const T* w, Pair pair) {
     for (int k = 1; k < n / 2; k += K) {
@@ -397,39 +422,25 @@ constexpr auto binsOfPair = [](auto p, auto m, auto w, auto& x, auto& y) {
 };
 
 // Of eight points, by loads that lie where the transform has stored: any others would wait.
-TEVS_INLINE void binsOfEight(const FftTables<double>& t, const double* z, double* bins) { recombine<2>(z, bins, 8, t.recombination, binsOfPair); }
-TEVS_INLINE void binsOfEight(const FftTables<float>& t, const float* z, float* bins) {
-    const auto a = load<float, 4>(z), b = load<float, 4>(z + 4), c = load<float, 4>(z + 8), d = load<float, 4>(z + 12);
-    const auto p = separated(__builtin_shufflevector(a, b, 2, 3, 4, 5), __builtin_shufflevector(b, c, 2, 3, 4, 5));
-    Cx<Vec<float, 4>> x, y;
-    binsOfPair(p, reversed(separated(c, d)), loadBlock<4>(t.recombination), x, y);
-    write(Pairs<float>{bins}, 4, reversed(y));
-    write(Pairs<float>{bins}, 1, x);
+template <class T> TEVS_INLINE void binsOfEight(const T* z, T* bins, const T* w) {
+    if constexpr (kBlock<T> == 2) {
+        recombine<2>(z, bins, 8, w, binsOfPair);
+    } else {
+        const auto a = load<T, 4>(z), b = load<T, 4>(z + 4), c = load<T, 4>(z + 8), d = load<T, 4>(z + 12);
+        const auto p = separated(__builtin_shufflevector(a, b, 2, 3, 4, 5), __builtin_shufflevector(b, c, 2, 3, 4, 5));
+        Cx<Vec<T, 4>> x, y;
+        binsOfPair(p, reversed(separated(c, d)), loadBlock<4>(w), x, y);
+        write(Pairs<T>{bins}, 4, reversed(y));
+        write(Pairs<T>{bins}, 1, x);
+    }
 }
 
 template <class T> void spectrumOfReal(const FftTables<T>& t, const T* z, T* bins, T* first, T* last) {
     const T a = z[0] + z[0], b = z[1] + z[1];
-    const int n = 1 << t.order;
-    if (t.order <= 2) {
-        // N = 1, 2, 4: k = N/2 has w^k = -i, so X = 2 conj Z; the one other k, 1 of 4, has w = exp(-i pi/4).
-        if (t.order == 2) {
-            const Point<T> p = {z[2], z[3]}, m = {z[6], -z[7]}, e = p + m, o = p - m;
-            const Point<T> v = {(o.im - o.re) * T(kSqrtHalf), (o.re + o.im) * T(-kSqrtHalf)};   // -i w O
-            bins[2] = e.re + v.re;
-            bins[3] = e.im + v.im;
-            bins[6] = e.re - v.re;
-            bins[7] = v.im - e.im;
-        }
-        if (t.order >= 1) {
-            const T re = z[n], im = z[n + 1];
-            bins[n] = re + re;
-            bins[n + 1] = -(im + im);
-        }
-    } else if (t.order == 3) {
-        binsOfEight(t, z, bins);
-    } else {
-        recombine<kBlock<T>>(z, bins, n, t.recombination, binsOfPair);
-    }
+    if (t.order == 3)
+        binsOfEight(z, bins, t.recombination);
+    else
+        recombine<kBlock<T>>(z, bins, 1 << t.order, t.recombination, binsOfPair);
     *first = a + b;
     *last = a - b;
 }
@@ -443,42 +454,26 @@ constexpr auto pairOfBins = [](auto p, auto m, auto w, auto& x, auto& y) {
 };
 
 // Of eight points, by stores that lie where the transform will load: it would wait for any others.
-TEVS_INLINE void pairsOfEight(const FftTables<double>& t, const double* bins, double first, double last, double* z) {
-    recombine<2>(bins, z, 8, t.recombination, pairOfBins);
-    z[0] = first + last;
-    z[1] = first - last;
-}
-TEVS_INLINE void pairsOfEight(const FftTables<float>& t, const float* bins, float first, float last, float* z) {
-    Cx<Vec<float, 4>> x, y;
-    pairOfBins(read<4>(Pairs<const float>{bins}, 1), reversed(read<4>(Pairs<const float>{bins}, 4)), loadBlock<4>(t.recombination), x, y);
-    const auto up = interleaved(x), down = interleaved(reversed(y));   // Z[1] .. Z[4], Z[4] .. Z[7]
-    const Vec<float, 4> ends = {first + last, first - last};
-    store(z, __builtin_shufflevector(ends, up.a, 0, 1, 4, 5));
-    store(z + 4, __builtin_shufflevector(up.a, up.b, 2, 3, 4, 5));
-    store(z + 8, down.a);
-    store(z + 12, down.b);
+template <class T> TEVS_INLINE void pairsOfEight(const T* bins, T first, T last, T* z, const T* w) {
+    if constexpr (kBlock<T> == 2) {
+        recombine<2>(bins, z, 8, w, pairOfBins);
+        z[0] = first + last;
+        z[1] = first - last;
+    } else {
+        Cx<Vec<T, 4>> x, y;
+        pairOfBins(read<4>(Pairs<const T>{bins}, 1), reversed(read<4>(Pairs<const T>{bins}, 4)), loadBlock<4>(w), x, y);
+        const auto up = interleaved(x), down = interleaved(reversed(y));   // Z[1] .. Z[4], Z[4] .. Z[7]
+        const Vec<T, 4> ends = {first + last, first - last};
+        store(z, __builtin_shufflevector(ends, up.a, 0, 1, 4, 5));
+        store(z + 4, __builtin_shufflevector(up.a, up.b, 2, 3, 4, 5));
+        store(z + 8, down.a);
+        store(z + 12, down.b);
+    }
 }
 
 template <class T> void pairsOfSpectrum(const FftTables<T>& t, const T* bins, T first, T last, T* z) {
-    const int n = 1 << t.order;
-    if (t.order == 3) return pairsOfEight(t, bins, first, last, z);
-    if (t.order <= 2) {
-        if (t.order == 2) {
-            const Point<T> p = {bins[2], bins[3]}, m = {bins[6], -bins[7]}, e = p + m, o = p - m;
-            const Point<T> v = {(o.re + o.im) * T(-kSqrtHalf), (o.re - o.im) * T(kSqrtHalf)};   // i conj(w) O
-            z[2] = e.re + v.re;
-            z[3] = e.im + v.im;
-            z[6] = e.re - v.re;
-            z[7] = v.im - e.im;
-        }
-        if (t.order >= 1) {
-            const T re = bins[n], im = bins[n + 1];
-            z[n] = re + re;
-            z[n + 1] = -(im + im);
-        }
-    } else {
-        recombine<kBlock<T>>(bins, z, n, t.recombination, pairOfBins);
-    }
+    if (t.order == 3) return pairsOfEight(bins, first, last, z, t.recombination);
+    recombine<kBlock<T>>(bins, z, 1 << t.order, t.recombination, pairOfBins);
     z[0] = first + last;
     z[1] = first - last;
 }

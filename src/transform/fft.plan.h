@@ -14,7 +14,8 @@ namespace {
 
 // From this order on two sweeps; the scratch of a call holds a whole transform below.
 template <class T> constexpr int kFirstLargeOrder = sizeof(T) == 4 ? 16 : 14;
-template <class T> constexpr int kTileColumns = 32 / int(sizeof(T));   // complex values of a row that a sweep takes at once: a cache line
+// Complex values of a row that a sweep of columns of length 2^order takes at once: a cache line, or two where that keeps the tiles small.
+template <class T> constexpr int tileColumns(int order) { return (order <= 6 ? 64 : 32) / int(sizeof(T)); }
 
 struct Radices {
     int count = 0;
@@ -64,6 +65,7 @@ template <class T> constexpr Radices passesOf(int order, int lanes) {
 // of the caches, Q is larger.
 template <class T> constexpr int outerOrder(int order) {
     const bool sameSets = order % 2 == 0 && (2 * sizeof(T) << order / 2) == 4096;
+    if (sizeof(T) == 8 && kFirstRadix == 8 && order < 16) return 6;
     return order / 2 - sameSets;
 }
 template <class T> constexpr int innerOrder(int order) { return order - outerOrder<T>(order); }

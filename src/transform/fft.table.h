@@ -11,7 +11,7 @@ namespace tevs {
 template <class T> struct FftTables {
     int order;                // of the complex transform, N = 2^order
     const T* passes;          // below the large orders: the passes' factors. Large: those of the column passes, length P and then Q
-    const T* outer;           // large: the factors w_N^(n2 k1) between the sweeps: for n2 < kTileColumns in blocks, then for its multiples
+    const T* outer;           // large: the factors w_N^(n2 k1) between the sweeps: for the first columns in blocks, then for its multiples
     const T* recombination;   // real records: exp(-2 pi i k / 2N) for 1 <= k <= N/2
 };
 

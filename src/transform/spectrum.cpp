@@ -1,11 +1,11 @@
 // Arithmetic on packed spectra of real signals.
-#include <string.h>
-
 #include "core/args.h"
 #include "core/rounding.h"
+#include "core/scale.h"
 #include "tevs/fft.h"
-#include "tevs/movement.h"
 #include "vector/arithmetic.table.h"
+#include "vector/movement.h"
+#include "vector/movement.table.h"
 
 namespace tevs {
 namespace {
@@ -14,40 +14,55 @@ enum class Packing { Pack, Perm, Ccs };
 
 // The complex pairs of len packed reals, where they begin, and where the second real value stands; an odd length has none.
 struct Layout {
-    Layout(Packing packing, int len)
-        : pairs((len - 1) / 2),
-          second(len % 2                    ? 0
-                 : packing == Packing::Perm ? 1
-                                            : len - 1),
-          firstPair(packing == Packing::Perm && len % 2 == 0 ? 2 : 1) {}
+    Layout(Packing packing, int len) : pairs((len - 1) / 2), second(0), firstPair(packing == Packing::Ccs ? 2 : 1) {
+        if (len % 2) return;
+        second = packing == Packing::Ccs ? len : packing == Packing::Perm ? 1 : len - 1;
+        if (packing == Packing::Perm) firstPair = 2;
+    }
     int pairs, second, firstPair;
 };
 
-Status multiply(const float* pSrc1, const float* pSrc2, float* pDst, int len, Packing packing) {
-    if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    const Layout at(packing, len);
-    const float first = pSrc1[0] * pSrc2[0], second = pSrc1[at.second] * pSrc2[at.second];
-    if (at.pairs > 0) arithmetic->mul32fc(pSrc1 + at.firstPair, pSrc2 + at.firstPair, pDst + at.firstPair, 2 * ptrdiff_t{at.pairs});
+// The pairs by kernel, what stands alone by times. Either source may be pDst.
+template <class T, class Times, class Kernel, class... Scale>
+void multiply(const T* pSrc1, const T* pSrc2, T* pDst, const Layout& at, Times times, Kernel* kernel, Scale... scaleFactor) {
+    const T first = times(pSrc1[0], pSrc2[0]), second = times(pSrc1[at.second], pSrc2[at.second]);
+    if (at.pairs > 0) kernel(pSrc1 + at.firstPair, pSrc2 + at.firstPair, pDst + at.firstPair, 2 * ptrdiff_t{at.pairs}, scaleFactor...);
     pDst[at.second] = second;
     pDst[0] = first;
+}
+
+template <class T> Status product(const T* pSrc1, const T* pSrc2, T* pDst, int len, Packing packing, Binary<T>* kernel) {
+    if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
+    NearestRounding guard;
+    multiply(
+        pSrc1, pSrc2, pDst, Layout(packing, len), [](T a, T b) { return a * b; }, kernel);
+    return StatusOk;
+}
+
+// A part of a complex product reaches 2^31: beyond a scale of 31 everything rounds to 0.
+Status product(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor, Packing packing) {
+    if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
+    if (scaleFactor > 31) return zero(pDst, len);
+    const auto times = [=](int32_t a, int32_t b) { return scaled<int16_t, 30>(a * b, scaleFactor); };
+    multiply(pSrc1, pSrc2, pDst, Layout(packing, len), times, arithmetic->mul16sc, scaleFactor);
     return StatusOk;
 }
 
 // pSrc may begin where pDst does: what stands alone is saved before the pairs move up to their places.
-Status expand(const float* pSrc, Complex32f* pDst, int len, Packing packing) {
+template <class T, class C> Status expand(const T* pSrc, C* pDst, int len, Packing packing) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    const int pairs = (len - 1) / 2;
-    if (packing == Packing::Ccs) {
-        memmove(pDst, pSrc, size_t(len / 2 + 1) * sizeof *pDst);
-    } else {
-        const Layout at(packing, len);
-        const float first = pSrc[0], second = pSrc[at.second];
-        memmove(pDst + 1, pSrc + at.firstPair, size_t(pairs) * sizeof *pDst);
-        if (len % 2 == 0) pDst[len / 2] = {second, 0};
-        pDst[0] = {first, 0};
-    }
-    return pairs > 0 ? tevsConjFlip_32fc(pDst + 1, pDst + (len - pairs), pairs) : StatusOk;
+    const Layout at(packing, len);
+    const bool ccs = packing == Packing::Ccs;
+    const C first = {pSrc[0], ccs ? pSrc[1] : T(0)}, middle = {pSrc[at.second], ccs ? pSrc[at.second + 1] : T(0)};
+    const auto unfold = sizeof(T) == 2 ? movement->unfold16 : sizeof(T) == 4 ? movement->unfold32 : movement->unfold64;
+    if (at.pairs > 0) unfold(pSrc + at.firstPair, pDst + 1, pDst + (len - at.pairs), at.pairs);
+    if (len % 2 == 0) pDst[len / 2] = middle;
+    pDst[0] = first;
+    return StatusOk;
+}
+// In place, a whole spectrum's memory begins with the packed one.
+template <class C> Status expand(C* pSrcDst, int len, Packing packing) {
+    return expand(reinterpret_cast<const decltype(C::re)*>(pSrcDst), pSrcDst, len, packing);
 }
 
 }   // namespace
@@ -55,14 +70,56 @@ Status expand(const float* pSrc, Complex32f* pDst, int len, Packing packing) {
 
 using namespace tevs;
 
-Status tevsMulPack_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len) { return multiply(pSrc1, pSrc2, pDst, len, Packing::Pack); }
-Status tevsMulPack_32f_I(const float* pSrc, float* pSrcDst, int len) { return multiply(pSrc, pSrcDst, pSrcDst, len, Packing::Pack); }
-Status tevsMulPerm_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len) { return multiply(pSrc1, pSrc2, pDst, len, Packing::Perm); }
-Status tevsMulPerm_32f_I(const float* pSrc, float* pSrcDst, int len) { return multiply(pSrc, pSrcDst, pSrcDst, len, Packing::Perm); }
+Status tevsMulPack_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len) {
+    return product(pSrc1, pSrc2, pDst, len, Packing::Pack, arithmetic->mul32fc);
+}
+Status tevsMulPack_32f_I(const float* pSrc, float* pSrcDst, int len) { return product(pSrc, pSrcDst, pSrcDst, len, Packing::Pack, arithmetic->mul32fc); }
+Status tevsMulPack_64f(const double* pSrc1, const double* pSrc2, double* pDst, int len) {
+    return product(pSrc1, pSrc2, pDst, len, Packing::Pack, arithmetic->mul64fc);
+}
+Status tevsMulPack_64f_I(const double* pSrc, double* pSrcDst, int len) { return product(pSrc, pSrcDst, pSrcDst, len, Packing::Pack, arithmetic->mul64fc); }
+Status tevsMulPack_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor) {
+    return product(pSrc1, pSrc2, pDst, len, scaleFactor, Packing::Pack);
+}
+Status tevsMulPack_16s_ISfs(const int16_t* pSrc, int16_t* pSrcDst, int len, int scaleFactor) {
+    return product(pSrc, pSrcDst, pSrcDst, len, scaleFactor, Packing::Pack);
+}
+Status tevsMulPerm_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len) {
+    return product(pSrc1, pSrc2, pDst, len, Packing::Perm, arithmetic->mul32fc);
+}
+Status tevsMulPerm_32f_I(const float* pSrc, float* pSrcDst, int len) { return product(pSrc, pSrcDst, pSrcDst, len, Packing::Perm, arithmetic->mul32fc); }
+Status tevsMulPerm_64f(const double* pSrc1, const double* pSrc2, double* pDst, int len) {
+    return product(pSrc1, pSrc2, pDst, len, Packing::Perm, arithmetic->mul64fc);
+}
+Status tevsMulPerm_64f_I(const double* pSrc, double* pSrcDst, int len) { return product(pSrc, pSrcDst, pSrcDst, len, Packing::Perm, arithmetic->mul64fc); }
+Status tevsMulPerm_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor) {
+    return product(pSrc1, pSrc2, pDst, len, scaleFactor, Packing::Perm);
+}
+Status tevsMulPerm_16s_ISfs(const int16_t* pSrc, int16_t* pSrcDst, int len, int scaleFactor) {
+    return product(pSrc, pSrcDst, pSrcDst, len, scaleFactor, Packing::Perm);
+}
+Status tevsMulPackConj_32f_I(const float* pSrc, float* pSrcDst, int len) {
+    return product(pSrcDst, pSrc, pSrcDst, len, Packing::Pack, arithmetic->mulConj32fc);
+}
+Status tevsMulPackConj_64f_I(const double* pSrc, double* pSrcDst, int len) {
+    return product(pSrcDst, pSrc, pSrcDst, len, Packing::Pack, arithmetic->mulConj64fc);
+}
 
+Status tevsConjPack_16sc(const int16_t* pSrc, Complex16s* pDst, int len) { return expand(pSrc, pDst, len, Packing::Pack); }
+Status tevsConjPack_16sc_I(Complex16s* pSrcDst, int len) { return expand(pSrcDst, len, Packing::Pack); }
 Status tevsConjPack_32fc(const float* pSrc, Complex32f* pDst, int len) { return expand(pSrc, pDst, len, Packing::Pack); }
-Status tevsConjPack_32fc_I(Complex32f* pSrcDst, int len) { return expand(pSrcDst ? &pSrcDst->re : nullptr, pSrcDst, len, Packing::Pack); }
+Status tevsConjPack_32fc_I(Complex32f* pSrcDst, int len) { return expand(pSrcDst, len, Packing::Pack); }
+Status tevsConjPack_64fc(const double* pSrc, Complex64f* pDst, int len) { return expand(pSrc, pDst, len, Packing::Pack); }
+Status tevsConjPack_64fc_I(Complex64f* pSrcDst, int len) { return expand(pSrcDst, len, Packing::Pack); }
+Status tevsConjPerm_16sc(const int16_t* pSrc, Complex16s* pDst, int len) { return expand(pSrc, pDst, len, Packing::Perm); }
+Status tevsConjPerm_16sc_I(Complex16s* pSrcDst, int len) { return expand(pSrcDst, len, Packing::Perm); }
 Status tevsConjPerm_32fc(const float* pSrc, Complex32f* pDst, int len) { return expand(pSrc, pDst, len, Packing::Perm); }
-Status tevsConjPerm_32fc_I(Complex32f* pSrcDst, int len) { return expand(pSrcDst ? &pSrcDst->re : nullptr, pSrcDst, len, Packing::Perm); }
+Status tevsConjPerm_32fc_I(Complex32f* pSrcDst, int len) { return expand(pSrcDst, len, Packing::Perm); }
+Status tevsConjPerm_64fc(const double* pSrc, Complex64f* pDst, int len) { return expand(pSrc, pDst, len, Packing::Perm); }
+Status tevsConjPerm_64fc_I(Complex64f* pSrcDst, int len) { return expand(pSrcDst, len, Packing::Perm); }
+Status tevsConjCcs_16sc(const int16_t* pSrc, Complex16s* pDst, int len) { return expand(pSrc, pDst, len, Packing::Ccs); }
+Status tevsConjCcs_16sc_I(Complex16s* pSrcDst, int len) { return expand(pSrcDst, len, Packing::Ccs); }
 Status tevsConjCcs_32fc(const float* pSrc, Complex32f* pDst, int len) { return expand(pSrc, pDst, len, Packing::Ccs); }
-Status tevsConjCcs_32fc_I(Complex32f* pSrcDst, int len) { return expand(pSrcDst ? &pSrcDst->re : nullptr, pSrcDst, len, Packing::Ccs); }
+Status tevsConjCcs_32fc_I(Complex32f* pSrcDst, int len) { return expand(pSrcDst, len, Packing::Ccs); }
+Status tevsConjCcs_64fc(const double* pSrc, Complex64f* pDst, int len) { return expand(pSrc, pDst, len, Packing::Ccs); }
+Status tevsConjCcs_64fc_I(Complex64f* pSrcDst, int len) { return expand(pSrcDst, len, Packing::Ccs); }

@@ -38,8 +38,8 @@ struct ArithmeticKernels {
     Binary<int16_t, int16_t, float>*add16s32f, *sub16s32f, *mul16s32f;
     Binary<int16_t, int32_t>* add16s32s;
 
-    Binary<float>*add32f, *sub32f, *mul32f, *mul32fc, *mul32f32fc, *addProduct32f, *addProduct32fc;   // mul32f32fc counts complex elements
-    Binary<double>*add64f, *sub64f, *mul64f, *mul64fc, *addProduct64f, *addProduct64fc;
+    Binary<float>*add32f, *sub32f, *mul32f, *mul32fc, *mulConj32fc, *mul32f32fc, *addProduct32f, *addProduct32fc;   // mul32f32fc counts complex elements
+    Binary<double>*add64f, *sub64f, *mul64f, *mul64fc, *mulConj64fc, *addProduct64f, *addProduct64fc;
     WithConstant<float>*addC32f, *subC32f, *subCRev32f, *mulC32f, *mulC32fc, *addProductC32f;
     WithConstant<double>*addC64f, *subC64f, *subCRev64f, *mulC64f, *mulC64fc;
     // To the nearest integer, saturated: src * val, rounded to single precision, times f times g.

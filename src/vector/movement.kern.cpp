@@ -209,15 +209,35 @@ void conj64(const void* src, void* dst, ptrdiff_t n) { conj<uint64_t>(src, dst, 
 template <class T, int Least, class F> TEVS_INLINE void conjFlip(const void* src, void* dst, ptrdiff_t lanes, F f) {
     mirror<kLanes<T>, Least>(static_cast<const T*>(src), static_cast<T*>(dst), lanes, f);
 }
-void conjFlip16(const void* src, void* dst, ptrdiff_t n) {
-    conjFlip<uint32_t, 1>(src, dst, n, [](auto v) { return conjugate16(reverse(v)); });
+constexpr auto conjugateReverse16 = [](auto v) { return conjugate16(reverse(v)); };
+constexpr auto conjugateReverse32 = [](auto v) { return conjugate32(reverse(v)); };
+constexpr auto conjugateReverse64 = [](auto v) { return conjugate64(swapPairs(reverse(v))); };
+void conjFlip16(const void* src, void* dst, ptrdiff_t n) { conjFlip<uint32_t, 1>(src, dst, n, conjugateReverse16); }
+void conjFlip32(const void* src, void* dst, ptrdiff_t n) { conjFlip<uint64_t, 1>(src, dst, n, conjugateReverse32); }
+void conjFlip64(const void* src, void* dst, ptrdiff_t n) { conjFlip<uint64_t, 2>(src, dst, 2 * n, conjugateReverse64); }
+
+// The elements at s: to lower as they are, to upper as f makes them of each vector, the last vector first. From the top down, and every vector is read before
+// it is written: lower may lie above s by less than a vector, as the pairs of a packed spectrum do that is expanded in place.
+template <int N, int Least, class T, class F> TEVS_INLINE void unfold(const T* s, T* lower, T* upper, ptrdiff_t n, F f) {
+    if (n >= N) {
+        const auto first = load<T, N>(s);
+        for (ptrdiff_t i = n - N; i > 0; i -= N) {
+            const auto v = load<T, N>(s + i);
+            store(lower + i, v);
+            store(upper + (n - N - i), f(v));
+        }
+        store(lower, first);
+        store(upper + (n - N), f(first));
+    } else if constexpr (N > Least) {
+        unfold<N / 2, Least>(s, lower, upper, n, f);
+    }
 }
-void conjFlip32(const void* src, void* dst, ptrdiff_t n) {
-    conjFlip<uint64_t, 1>(src, dst, n, [](auto v) { return conjugate32(reverse(v)); });
+template <class T, int Least, class F> TEVS_INLINE void unfold(const void* src, void* lower, void* upper, ptrdiff_t lanes, F f) {
+    unfold<kLanes<T>, Least>(static_cast<const T*>(src), static_cast<T*>(lower), static_cast<T*>(upper), lanes, f);
 }
-void conjFlip64(const void* src, void* dst, ptrdiff_t n) {
-    conjFlip<uint64_t, 2>(src, dst, 2 * n, [](auto v) { return conjugate64(swapPairs(reverse(v))); });
-}
+void unfold16(const void* src, void* lower, void* upper, ptrdiff_t n) { unfold<uint32_t, 1>(src, lower, upper, n, conjugateReverse16); }
+void unfold32(const void* src, void* lower, void* upper, ptrdiff_t n) { unfold<uint64_t, 1>(src, lower, upper, n, conjugateReverse32); }
+void unfold64(const void* src, void* lower, void* upper, ptrdiff_t n) { unfold<uint64_t, 2>(src, lower, upper, 2 * n, conjugateReverse64); }
 
 // ---- bits -------------------------------------------------------------------------------------------------------------------------
 
@@ -271,6 +291,9 @@ extern const MovementKernels movement = {
     .conjFlip16 = conjFlip16,
     .conjFlip32 = conjFlip32,
     .conjFlip64 = conjFlip64,
+    .unfold16 = unfold16,
+    .unfold32 = unfold32,
+    .unfold64 = unfold64,
     .shiftBits = shiftBits,
 };
 

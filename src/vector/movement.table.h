@@ -48,6 +48,10 @@ struct MovementKernels {
     void (*conjFlip16)(const void* src, void* dst, ptrdiff_t n);
     void (*conjFlip32)(const void* src, void* dst, ptrdiff_t n);
     void (*conjFlip64)(const void* src, void* dst, ptrdiff_t n);
+    // Complex elements to lower, and their conjugates in reversed order to upper. lower may be src, or lie above it by half an element.
+    void (*unfold16)(const void* src, void* lower, void* upper, ptrdiff_t n);
+    void (*unfold32)(const void* src, void* lower, void* upper, ptrdiff_t n);
+    void (*unfold64)(const void* src, void* lower, void* upper, ptrdiff_t n);
     // n bytes of a bit string, most significant bit first, that starts at bit 1 to 7 of src: the string ends in src[n].
     void (*shiftBits)(const uint8_t* src, int bit, uint8_t* dst, ptrdiff_t n);
 };

@@ -73,6 +73,32 @@ TEST(NoMemory, FftRecords) {
         }
 }
 
+TEST(NoMemory, IntegerFftRecords) {
+    for (int order : {0, 1, 4, 10, 16}) {
+        failEachAllocation("C_16sc", [=] {
+            return lifecycle<FFTSpec_C_16sc>([=](auto p) { return tevsFFTInitAlloc_C_16sc(p, order, NoScale, HintNone); }, tevsFFTFree_C_16sc);
+        });
+        failEachAllocation(
+            "R_32s", [=] { return lifecycle<FFTSpec_R_32s>([=](auto p) { return tevsFFTInitAlloc_R_32s(p, order, NoScale, HintNone); }, tevsFFTFree_R_32s); });
+    }
+}
+
+// The float transform inside may take memory too, behind what the call has taken: order 22.
+TEST(NoMemory, IntegerFftWorkBuffer) {
+    FFTSpec_R_16s* spec;
+    for (int order : {10, 22}) {
+        ASSERT_EQ(tevsFFTInitAlloc_R_16s(&spec, order, NoScale, HintNone), StatusOk);
+        const std::vector<int16_t> src(size_t{1} << order, 1);
+        std::vector<int16_t> dst(src.size(), 3);
+        failEachAllocation("R_16s", [&] {
+            const Status s = tevsFFTFwd_RToPerm_16s_Sfs(src.data(), dst.data(), spec, 0, nullptr);
+            EXPECT_TRUE(s == StatusOk || dst[0] == 3);
+            return s;
+        });
+        tevsFFTFree_R_16s(spec);
+    }
+}
+
 TEST(NoMemory, FftWorkBuffer) {
     FFTSpec_C_32fc* complex;
     FFTSpec_R_32f* real;

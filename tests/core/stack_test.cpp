@@ -51,7 +51,7 @@ private:
 
 using Result = std::vector<float>;
 
-const std::vector<int16_t> kShorts = test::randomVector<int16_t>(1024);
+const std::vector<int16_t> kShorts = test::randomVector<int16_t>(2048);
 const std::vector<float> kFloats = test::randomVector<float>(1024);
 
 // One or more calls of each family, long enough for whole vectors and a tail; no result where a call failed.
@@ -119,6 +119,14 @@ Result fft(const Caller& call) {
     if (call(tevsFFTFwd_RToCCS_32f, kFloats.data(), dst.data(), spec, nullptr)) return Result();
     if (call(tevsFFTInv_CCSToR_32f_I, dst.data(), spec, nullptr)) return Result();
     if (call(tevsFFTFree_R_32f, spec)) return Result();
+    for (int order : {3, 8, 10}) {   // on the call's stack, and not
+        FFTSpec_C_16sc* shorts;
+        std::vector<Complex16s> z(size_t{1} << order);
+        if (call(tevsFFTInitAlloc_C_16sc, &shorts, order, NoScale, HintNone)) return Result();
+        if (call(tevsFFTFwd_CToC_16sc_Sfs, reinterpret_cast<const Complex16s*>(kShorts.data()), z.data(), shorts, order, nullptr)) return Result();
+        if (call(tevsFFTFree_C_16sc, shorts)) return Result();
+        for (Complex16s v : z) dst.insert(dst.end(), {float(v.re), float(v.im)});
+    }
     return dst;
 }
 

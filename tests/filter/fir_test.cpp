@@ -70,42 +70,25 @@ PAIR2(Pair64fc_32sc, 64fc, 64fc_32sc, 32sc, INTEGERS, Complex64f, Complex32s, do
 PAIR2(Pair64f_16s, 64f, 64f_16s, 16s, INTEGERS, double, int16_t, double, 1600)
 PAIR2(Pair64fc_16sc, 64fc, 64fc_16sc, 16sc, INTEGERS, Complex64f, Complex16s, double, 1600)
 
-// With the scale, or the factor, where the function has one.
-template <class F, class... A> Status scaledCall(F f, int scaleFactor, A... a) {
-    if constexpr (std::is_invocable_v<F, A..., int>)
-        return f(a..., scaleFactor);
+// f(head..., factor, tail..., scale) with the factor and the scale that f takes.
+template <class F, class... H, class... T> Status call(F f, int factor, int scale, const std::tuple<H...>& head, const std::tuple<T...>& tail = {}) {
+    const std::tuple factors{factor}, scales{scale};
+    if constexpr (std::is_invocable_v<F, H..., T...>)
+        return std::apply(f, std::tuple_cat(head, tail));
+    else if constexpr (std::is_invocable_v<F, H..., T..., int>)
+        return std::apply(f, std::tuple_cat(head, tail, scales));
+    else if constexpr (std::is_invocable_v<F, H..., int, T...>)
+        return std::apply(f, std::tuple_cat(head, factors, tail));
     else
-        return f(a...);
+        return std::apply(f, std::tuple_cat(head, factors, tail, scales));
 }
-template <class F, class State, class Tap, class... A> Status factorCall(F f, int tapsFactor, State state, Tap taps, int tapsLen, A... a) {
-    if constexpr (std::is_invocable_v<F, State, Tap, int, int, A...>)
-        return f(state, taps, tapsLen, tapsFactor, a...);
-    else
-        return f(state, taps, tapsLen, a...);
+template <class F, class... A> Status scaledCall(F f, int scale, A... a) { return call(f, 0, scale, std::tuple{a...}); }
+template <class F, class State, class Tap, class... A> Status build(F f, int factor, State** state, const Tap* h, int taps, A... a) {
+    return call(f, factor, 0, std::tuple{state, h, taps}, std::tuple{a...});
 }
-template <class P, class S> Status callStateless(const S* src, S* dst, int len, const typename P::Tap* h, int taps, int factor, S* line, int* at, int scale) {
-    if constexpr (std::is_invocable_v<decltype(P::stateless), const S*, S*, int, decltype(h), int, int, S*, int*, int>)
-        return P::stateless(src, dst, len, h, taps, factor, line, at, scale);
-    else
-        return scaledCall(P::stateless, scale, src, dst, len, h, taps, line, at);
-}
-template <class P, class S> Status callStatelessInPlace(S* both, int len, const typename P::Tap* h, int taps, int factor, S* line, int* at, int scale) {
-    if constexpr (std::is_invocable_v<decltype(P::statelessInPlace), S*, int, decltype(h), int, int, S*, int*, int>)
-        return P::statelessInPlace(both, len, h, taps, factor, line, at, scale);
-    else
-        return scaledCall(P::statelessInPlace, scale, both, len, h, taps, line, at);
-}
-template <class P, class S> Status callStatelessOne(S src, S* dst, const typename P::Tap* h, int taps, int factor, S* line, int* at, int scale) {
-    if constexpr (std::is_invocable_v<decltype(P::statelessOne), S, S*, decltype(h), int, int, S*, int*, int>)
-        return P::statelessOne(src, dst, h, taps, factor, line, at, scale);
-    else
-        return scaledCall(P::statelessOne, scale, src, dst, h, taps, line, at);
-}
-template <class P, class S> Status callStatelessOneInPlace(S* both, const typename P::Tap* h, int taps, int factor, S* line, int* at, int scale) {
-    if constexpr (std::is_invocable_v<decltype(P::statelessOneInPlace), S*, decltype(h), int, int, S*, int*, int>)
-        return P::statelessOneInPlace(both, h, taps, factor, line, at, scale);
-    else
-        return scaledCall(P::statelessOneInPlace, scale, both, h, taps, line, at);
+// The samples, or the place and the sample, come first.
+template <class F, class Tap, class S, class... A> Status stateless(F f, const Tap* h, int taps, int factor, S* line, int* at, int scale, A... a) {
+    return call(f, factor, scale, std::tuple{a..., h, taps}, std::tuple{line, at});
 }
 
 template <class T> struct PartOf {
@@ -266,13 +249,13 @@ public:
     Filter(const Taps<P>& t, const Sample* before, bool owned, int offset = 0) {
         const int taps = int(t.h.size());
         if (owned) {
-            EXPECT_EQ(factorCall(P::initAlloc, t.factor, &state, t.h.data(), taps, before), StatusOk);
+            EXPECT_EQ(build(P::initAlloc, t.factor, &state, t.h.data(), taps, before), StatusOk);
             return;
         }
         int size = 0;
         EXPECT_EQ(P::getStateSize(taps, &size), StatusOk);
         memory = std::make_unique<Guarded<uint8_t>>(size_t(size), Place{offset, false});
-        EXPECT_EQ(factorCall(P::init, t.factor, &state, t.h.data(), taps, before, memory->data()), StatusOk);
+        EXPECT_EQ(build(P::init, t.factor, &state, t.h.data(), taps, before, memory->data()), StatusOk);
     }
     ~Filter() {
         EXPECT_EQ(P::free(state), StatusOk);
@@ -455,15 +438,16 @@ TYPED_TEST(Fir, StatelessForms) {
             const int n = int(taps);
             int index = 0, indexInPlace = 3 * n, indexOne = -n;   // all the same place in the circle
             for (size_t i = 0, piece = 1; i < x.size(); i += piece, piece = std::min(piece * 3 - 1, x.size() - i)) {
-                ASSERT_EQ(callStateless<P>(&x[i], dst.data() + i, int(piece), gh.data(), n, t.factor, line.data(), &index, scale), StatusOk);
-                ASSERT_EQ(callStatelessInPlace<P>(both.data() + i, int(piece), gh.data(), n, t.factor, lineInPlace.data(), &indexInPlace, scale), StatusOk);
+                ASSERT_EQ(stateless(P::stateless, gh.data(), n, t.factor, line.data(), &index, scale, &x[i], dst.data() + i, int(piece)), StatusOk);
+                ASSERT_EQ(stateless(P::statelessInPlace, gh.data(), n, t.factor, lineInPlace.data(), &indexInPlace, scale, both.data() + i, int(piece)),
+                          StatusOk);
             }
             for (size_t i = 0; i < x.size(); ++i) {
                 one.data()[i] = x[i];
                 if (i % 2)
-                    ASSERT_EQ(callStatelessOne<P>(x[i], one.data() + i, gh.data(), n, t.factor, lineOne.data(), &indexOne, scale), StatusOk);
+                    ASSERT_EQ(stateless(P::statelessOne, gh.data(), n, t.factor, lineOne.data(), &indexOne, scale, x[i], one.data() + i), StatusOk);
                 else
-                    ASSERT_EQ(callStatelessOneInPlace<P>(one.data() + i, gh.data(), n, t.factor, lineOne.data(), &indexOne, scale), StatusOk);
+                    ASSERT_EQ(stateless(P::statelessOneInPlace, gh.data(), n, t.factor, lineOne.data(), &indexOne, scale, one.data() + i), StatusOk);
             }
             EXPECT_EQ(index, 700 % n);
             EXPECT_EQ(indexOne, 700 % n);
@@ -552,14 +536,14 @@ TYPED_TEST(Fir, RejectsBadArguments) {
         {StatusFilterLength, P::getStateSize(0, &size)},
         {StatusFilterLength, P::getStateSize(INT_MIN, &size)},
         {StatusFilterLength, P::getStateSize(INT_MAX, &size)},
-        {StatusNullPtr, factorCall(P::init, 0, nowhere, h.data(), 4, none, memory.data())},
-        {StatusNullPtr, factorCall(P::init, 0, &state, noTaps, 0, none, memory.data())},
-        {StatusNullPtr, factorCall(P::init, 0, &state, h.data(), 0, none, noMemory)},
-        {StatusFilterLength, factorCall(P::init, 0, &state, h.data(), 0, none, memory.data())},
-        {StatusFilterLength, factorCall(P::init, 0, &state, h.data(), INT_MAX, none, memory.data())},
-        {StatusNullPtr, factorCall(P::initAlloc, 0, nowhere, h.data(), 4, none)},
-        {StatusNullPtr, factorCall(P::initAlloc, 0, &state, noTaps, 0, none)},
-        {StatusFilterLength, factorCall(P::initAlloc, 0, &state, h.data(), -1, none)},
+        {StatusNullPtr, build(P::init, 0, nowhere, h.data(), 4, none, memory.data())},
+        {StatusNullPtr, build(P::init, 0, &state, noTaps, 0, none, memory.data())},
+        {StatusNullPtr, build(P::init, 0, &state, h.data(), 0, none, noMemory)},
+        {StatusFilterLength, build(P::init, 0, &state, h.data(), 0, none, memory.data())},
+        {StatusFilterLength, build(P::init, 0, &state, h.data(), INT_MAX, none, memory.data())},
+        {StatusNullPtr, build(P::initAlloc, 0, nowhere, h.data(), 4, none)},
+        {StatusNullPtr, build(P::initAlloc, 0, &state, noTaps, 0, none)},
+        {StatusFilterLength, build(P::initAlloc, 0, &state, h.data(), -1, none)},
         {StatusNullPtr, P::free(nullptr)},
         {StatusContextMismatch, P::free(stranger)},
         {StatusNullPtr, scaledCall(P::setTaps, 0, noTaps, stranger)},
@@ -595,17 +579,17 @@ TYPED_TEST(Fir, RejectsBadArguments) {
         struct {
             Status want, got;
         } direct[] = {
-            {StatusNullPtr, callStateless<P>(none, dst.data(), 0, noTaps, 0, 0, line.data(), &index, 0)},
-            {StatusNullPtr, callStateless<P>(src, noDst, 0, noTaps, 0, 0, line.data(), &index, 0)},
-            {StatusBadSize, callStateless<P>(src, dst.data(), 0, noTaps, 0, 0, line.data(), &index, 0)},
-            {StatusNullPtr, callStateless<P>(src, dst.data(), 4, noTaps, 0, 0, line.data(), &index, 0)},
-            {StatusFilterLength, callStateless<P>(src, dst.data(), 4, h.data(), 0, 0, noLine, &index, 0)},
-            {StatusNullPtr, callStateless<P>(src, dst.data(), 4, h.data(), 4, 0, noLine, &index, 0)},
-            {StatusNullPtr, callStateless<P>(src, dst.data(), 4, h.data(), 4, 0, line.data(), noIndex, 0)},
-            {StatusNullPtr, callStatelessInPlace<P>(noDst, 4, h.data(), 4, 0, line.data(), &index, 0)},
-            {StatusNullPtr, callStatelessOne<P>(src[0], noDst, noTaps, 0, 0, line.data(), &index, 0)},
-            {StatusFilterLength, callStatelessOne<P>(src[0], dst.data(), h.data(), 0, 0, noLine, &index, 0)},
-            {StatusNullPtr, callStatelessOneInPlace<P>(dst.data(), noTaps, 0, 0, line.data(), &index, 0)},
+            {StatusNullPtr, stateless(P::stateless, noTaps, 0, 0, line.data(), &index, 0, none, dst.data(), 0)},
+            {StatusNullPtr, stateless(P::stateless, noTaps, 0, 0, line.data(), &index, 0, src, noDst, 0)},
+            {StatusBadSize, stateless(P::stateless, noTaps, 0, 0, line.data(), &index, 0, src, dst.data(), 0)},
+            {StatusNullPtr, stateless(P::stateless, noTaps, 0, 0, line.data(), &index, 0, src, dst.data(), 4)},
+            {StatusFilterLength, stateless(P::stateless, h.data(), 0, 0, noLine, &index, 0, src, dst.data(), 4)},
+            {StatusNullPtr, stateless(P::stateless, h.data(), 4, 0, noLine, &index, 0, src, dst.data(), 4)},
+            {StatusNullPtr, stateless(P::stateless, h.data(), 4, 0, line.data(), noIndex, 0, src, dst.data(), 4)},
+            {StatusNullPtr, stateless(P::statelessInPlace, h.data(), 4, 0, line.data(), &index, 0, noDst, 4)},
+            {StatusNullPtr, stateless(P::statelessOne, noTaps, 0, 0, line.data(), &index, 0, src[0], noDst)},
+            {StatusFilterLength, stateless(P::statelessOne, h.data(), 0, 0, noLine, &index, 0, src[0], dst.data())},
+            {StatusNullPtr, stateless(P::statelessOneInPlace, noTaps, 0, 0, line.data(), &index, 0, dst.data())},
         };
         row = 0;
         for (auto r : direct) EXPECT_EQ(r.got, r.want) << "stateless, row " << row++;

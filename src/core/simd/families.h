@@ -4,6 +4,7 @@
 #include "filter/fir.table.h"
 #include "filter/multirate.table.h"
 #include "transform/fft.table.h"
+#include "transform/fft_integer.table.h"
 #include "vector/arithmetic.table.h"
 #include "vector/conversion.table.h"
 #include "vector/dotprod.table.h"
@@ -26,5 +27,6 @@
     X(ElementaryKernels, elementary) \
     X(FftKernels<float>, fft32)      \
     X(FftKernels<double>, fft64)     \
+    X(IntegerFftKernels, integerFft) \
     X(FirKernels, fir)               \
     X(MultirateKernels, multirate)

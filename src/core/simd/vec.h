@@ -186,7 +186,7 @@ TEVS_INLINE Vec<double, 2> subAdd(Vec<double, 2> a, Vec<double, 2> b) { return (
 TEVS_INLINE Vec<float, 8> subAdd(Vec<float, 8> a, Vec<float, 8> b) { return (Vec<float, 8>)_mm256_addsub_ps((__m256)a, (__m256)b); }
 TEVS_INLINE Vec<double, 4> subAdd(Vec<double, 4> a, Vec<double, 4> b) { return (Vec<double, 4>)_mm256_addsub_pd((__m256d)a, (__m256d)b); }
 #endif
-template <class V> TEVS_INLINE V addSub(V a, V b) { return alternate(a + b, a - b); }
+template <class V> TEVS_INLINE V addSub(V a, V b) { return subAdd(a, -b); }
 
 // The smaller and the larger of two integers. Below SSE4.1 there is no instruction for 32 bits.
 #if TEVS_LEVEL >= 1
