@@ -68,6 +68,10 @@ struct RateState : FirState {
     void* next;   // the past after the block that is being filtered
 };
 
+// A record's size is the same in both ABIs.
+constexpr int kStateBytes = 320;
+static_assert(sizeof(RateState) <= kStateBytes);
+
 // Where a thread works: the streams, outputs on their way to the destination, and the inputs before its first.
 template <class T, class S> struct Area {
     T* streams;
@@ -104,8 +108,7 @@ template <class Kind> struct Rated {
     static constexpr int kTogether = 3;   // times kPeriodsAtOnce: the most that the kernels take in one step
     static constexpr bool kDirect = std::is_same_v<Part, Scalar<Sample>>;
 
-    // The dimensions of a record but for what the phases have a say in, which is bounded. A record that is too large for its places to be counted in
-    // 32 bits has no outputs.
+    // The dimensions of a record, of what hangs on the phases the most that it can be. They may be too large: fits() tells.
     struct Extent {
         int64_t outs, ins, past, before, runs, run, atOnce, stride, groups, groupTaps, outputRuns, lineLen;
 
@@ -152,14 +155,14 @@ template <class Kind> struct Rated {
     static bool fits(const Extent& e, int tapsLen) {
         // Each of these is a number of elements in the record.
         constexpr int64_t most = INT_MAX;
-        return e.outs <= most / 64 && e.ins <= most / 64 && e.groupTaps <= most && e.runs * e.run <= most / e.stride / kPer &&
+        return e.outs <= most / 64 && e.ins <= most / 64 && e.groupTaps <= most / 2 && e.runs * e.run <= most / e.stride / kPer &&
                layOut(nullptr, nullptr, tapsLen, e) <= uint64_t{INT_MAX} - 16;
     }
 
     // Over no block it only adds up.
     static uint64_t layOut(RateState* s, void* block, int tapsLen, const Extent& e) {
         Carve c(block);
-        c.take<RateState>(1);
+        c.take<unsigned char>(kStateBytes);
         Stored* const taps = c.take<Stored>(uint64_t(tapsLen));
         PhaseGroup* const groups = c.take<PhaseGroup>(uint64_t(e.groups));
         Part* const groupTaps = c.take<Part>(uint64_t(e.groupTaps));
@@ -256,13 +259,13 @@ template <class Kind> struct Rated {
             };
             g->paired = !(g > s->groups && g[-1].paired) && g + 1 < end && sameShape();
         }
-        ptrdiff_t used = 0;
+        int64_t used = 0;
         for (PhaseGroup* g = s->groups; g < end; ++g) {
             const int first = *std::min_element(g->from, g->from + 4);
             for (int r = 0; r < 4; ++r) {
                 const int from = g->overlap ? first : g->from[r];
-                g->rows[r] = used - 4 * ptrdiff_t{from};
-                if (!g->overlap || r == 3) used += 4 * ptrdiff_t(g->end[r] - from);
+                g->rows[r] = int(used - 4 * int64_t{from});
+                if (!g->overlap || r == 3) used += 4 * int64_t{g->end[r] - from};
             }
         }
     }
@@ -270,7 +273,7 @@ template <class Kind> struct Rated {
     // Neighbouring outputs, where their oldest inputs lie near enough to each other.
     static void buildRuns(RateState* s) {
         constexpr int kElement = kPer * int(sizeof(Part)) / 4;   // 32-bit lanes of a sample
-        ptrdiff_t used = 0;
+        int used = 0;
         for (int n = 0; n < s->runCount; ++n) {
             OutputRun& r = s->runs[n];
             const int output = std::min(n * kRunOutputs, s->outs - kRunOutputs);
@@ -294,7 +297,7 @@ template <class Kind> struct Rated {
             r.wide = farthest >= kRunOutputs;
             r.output = output * kPer;
             r.taps = used;
-            used += ptrdiff_t{r.steps} * kPer * kRunOutputs * kPer;
+            used += r.steps * kPer * kRunOutputs * kPer;
             if (farthest >= 2 * kRunOutputs) {
                 s->runCount = 0;
                 return;
@@ -407,7 +410,7 @@ template <class Kind> struct Rated {
             return kPer == 1 ? multirate->runs64f : multirate->runs64fc;
     }
 
-    // Of n whole periods.
+    // From the inputs src, behind the past, the outputs of n <= kFew whole periods, by runs.
     static void few(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int n, int scale) {
         const OutputRuns<Part> runs = {.runs = s->runs,
                                        .count = s->runCount,
@@ -431,7 +434,7 @@ template <class Kind> struct Rated {
             widenParts(partsOf(src), dst, n * kPer);
     }
 
-    // From the inputs src, behind the past, whole patterns of outputs.
+    // From the inputs src, behind the past, as many iterations as the caller counts.
     static void range(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int64_t iterations, int scale) {
         int64_t inputs = iterations * s->rates.down, outputs = iterations * s->rates.up;
         if (s->runCount > 0 && outputs <= int64_t{kFew} * s->outs && filterRuns()) return few(s, area, past, src, dst, int(outputs / s->outs), scale);
