@@ -11,6 +11,7 @@
 #include <array>
 #include <new>
 #include <numeric>
+#include <span>
 
 #include "core/args.h"
 #include "core/memory.h"
@@ -309,14 +310,14 @@ template <class Kind> struct Rated {
         const auto* const taps = static_cast<const Stored*>(s->taps);
         for (int n = 0; n < s->runCount; ++n) {
             const OutputRun& r = s->runs[n];
-            Part* to = static_cast<Part*>(s->runTaps) + r.taps;
-            for (int step = 0; step < r.steps; ++step)
-                for (int part = 0; part < kPer; ++part)
-                    for (int o = 0; o < kRunOutputs; ++o) {
-                        const Phase f = phase(s, r.output / kPer + o);
-                        const int j = f.count - 1 - step;
-                        to = std::fill_n(to, kPer, j < 0 ? Part(0) : Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[part]));
-                    }
+            constexpr int kVector = kRunOutputs * kPer;   // scalars
+            for (int o = 0; o < kRunOutputs; ++o) {
+                const Phase f = phase(s, r.output / kPer + o);
+                Part* to = static_cast<Part*>(s->runTaps) + r.taps + o * kPer;
+                for (int j = f.count - 1; j > f.count - 1 - r.steps; --j)
+                    for (int part = 0; part < kPer; ++part, to += kVector)
+                        std::fill_n(to, kPer, j < 0 ? Part(0) : Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[part]));
+            }
         }
     }
 
@@ -324,9 +325,10 @@ template <class Kind> struct Rated {
     static void buildPlaces(RateState* s) {
         int32_t* const place = s->place + s->dlyLen;
         std::fill_n(place, s->ins, 0);
-        for (int n = 0; n < s->groupCount; ++n)
+        for (const PhaseGroup& g : std::span(s->groups, size_t(s->groupCount)))
             for (int r = 0; r < 4; ++r)
-                for (int i = s->groups[n].from[r]; i < s->groups[n].end[r]; ++i) place[((i % s->ins) + s->ins) % s->ins] = 1;
+                for (int left = g.end[r] - g.from[r], i = (g.from[r] % s->ins + s->ins) % s->ins; left > 0; --left, i = i + 1 == s->ins ? 0 : i + 1)
+                    place[i] = 1;
         const int run = std::min(s->ins, kRun);
         auto* const starts = const_cast<int32_t*>(s->streams.starts);
         const auto at = [=](int64_t stream, int64_t period) { return int32_t((stream * s->streams.stride + s->before + period) * kPer); };
