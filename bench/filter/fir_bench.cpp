@@ -89,63 +89,82 @@ using P32f_16s = Pair<FIRState32f_16s, float, int16_t, int16_t, PAIR(32f_16s, _S
 using P64f_32f = Pair<FIRState64f_32f, double, float, float, PAIR(64f_32f, )>;
 
 #if TEVS_PEER_FFTW
-// Overlap-save with transforms of fftLen points and measured plans, of real or of complex samples. T is float or Complex32f.
-template <class T> class OverlapSave {
+#define FFTW_OF(PRECISION, X)                                \
+    template <> struct Fftw<PRECISION> {                     \
+        using Complex = X##_complex;                         \
+        using Plan = std::remove_pointer_t<X##_plan>;        \
+        static constexpr auto alloc = X##_alloc_real;        \
+        static constexpr auto free = X##_free;               \
+        static constexpr auto forward = X##_plan_dft_r2c_1d; \
+        static constexpr auto inverse = X##_plan_dft_c2r_1d; \
+        static constexpr auto complex = X##_plan_dft_1d;     \
+        static constexpr auto execute = X##_execute;         \
+        static constexpr auto destroy = X##_destroy_plan;    \
+    };
+template <class S> struct Fftw;
+FFTW_OF(float, fftwf)
+#if TEVS_PEER_FFTW64
+FFTW_OF(double, fftw)
+#endif
+
+// Overlap-save with transforms of fftLen points and measured plans, of real or of complex samples.
+template <class T, class S> class OverlapSave {
+    using F = Fftw<S>;
     static constexpr int kParts = kComplex<T> ? 2 : 1;
 
 public:
     OverlapSave(const std::vector<T>& h, int fftLen) : taps_(int(h.size())), n_(fftLen), x_(alloc(n_ * kParts)), X_(alloc(spectrum())), H_(alloc(spectrum())) {
         if constexpr (kParts == 1) {
-            forward_.reset(fftwf_plan_dft_r2c_1d(n_, x_.get(), complex(X_), FFTW_MEASURE));
-            inverse_.reset(fftwf_plan_dft_c2r_1d(n_, complex(X_), x_.get(), FFTW_MEASURE));
+            forward_.reset(F::forward(n_, x_.get(), complex(X_), FFTW_MEASURE));
+            inverse_.reset(F::inverse(n_, complex(X_), x_.get(), FFTW_MEASURE));
         } else {
-            forward_.reset(fftwf_plan_dft_1d(n_, complex(x_), complex(X_), FFTW_FORWARD, FFTW_MEASURE));
-            inverse_.reset(fftwf_plan_dft_1d(n_, complex(X_), complex(x_), FFTW_BACKWARD, FFTW_MEASURE));
+            forward_.reset(F::complex(n_, complex(x_), complex(X_), FFTW_FORWARD, FFTW_MEASURE));
+            inverse_.reset(F::complex(n_, complex(X_), complex(x_), FFTW_BACKWARD, FFTW_MEASURE));
         }
-        std::fill_n(x_.get(), n_ * kParts, 0.0f);
+        std::fill_n(x_.get(), n_ * kParts, S{});
         std::memcpy(x_.get(), h.data(), h.size() * sizeof(T));
-        fftwf_execute(forward_.get());
-        for (int i = 0; i < spectrum(); ++i) H_.get()[i] = X_.get()[i] / float(n_);
+        F::execute(forward_.get());
+        for (int i = 0; i < spectrum(); ++i) H_.get()[i] = X_.get()[i] / S(n_);
     }
     void run(const T* x, T* y, int len) {   // taps - 1 samples lie before x
         const int kept = taps_ - 1, step = n_ - kept;
         for (int at = 0; at < len; at += step) {
             const int fresh = std::min(step, len - at);
             std::memcpy(x_.get(), x + at - kept, size_t(kept + fresh) * sizeof(T));
-            std::fill(x_.get() + (kept + fresh) * kParts, x_.get() + n_ * kParts, 0.0f);
-            fftwf_execute(forward_.get());
-            float* const X = X_.get();
-            const float* const H = H_.get();
+            std::fill(x_.get() + (kept + fresh) * kParts, x_.get() + n_ * kParts, S{});
+            F::execute(forward_.get());
+            S* const X = X_.get();
+            const S* const H = H_.get();
             for (int k = 0; k < spectrum(); k += 2) {
-                const float re = X[k] * H[k] - X[k + 1] * H[k + 1], im = X[k] * H[k + 1] + X[k + 1] * H[k];
+                const S re = X[k] * H[k] - X[k + 1] * H[k + 1], im = X[k] * H[k + 1] + X[k + 1] * H[k];
                 X[k] = re;
                 X[k + 1] = im;
             }
-            fftwf_execute(inverse_.get());
+            F::execute(inverse_.get());
             std::memcpy(y + at, x_.get() + kept * kParts, size_t(fresh) * sizeof(T));
         }
     }
 
 private:
-    using Buffer = std::shared_ptr<float>;
+    using Buffer = std::shared_ptr<S>;
     int spectrum() const { return kParts == 1 ? n_ + 2 : 2 * n_; }
-    static Buffer alloc(int n) { return {fftwf_alloc_real(size_t(n)), fftwf_free}; }
-    static fftwf_complex* complex(const Buffer& b) { return reinterpret_cast<fftwf_complex*>(b.get()); }
+    static Buffer alloc(int n) { return {F::alloc(size_t(n)), F::free}; }
+    static typename F::Complex* complex(const Buffer& b) { return reinterpret_cast<typename F::Complex*>(b.get()); }
     struct Destroy {
-        void operator()(fftwf_plan p) const { fftwf_destroy_plan(p); }
+        void operator()(typename F::Plan* p) const { F::destroy(p); }
     };
-    using Plan = std::unique_ptr<fftwf_plan_s, Destroy>;
+    using Plan = std::unique_ptr<typename F::Plan, Destroy>;
     int taps_, n_;
     Buffer x_, X_, H_;
     Plan forward_, inverse_;
 };
 
-template <class T> void overFftw(const std::string& name, int taps, const std::vector<int64_t>& sizes) {
+template <class T, class S> void overFftw(const std::string& name, int taps, const std::vector<int64_t>& sizes) {
     for (int factor : {4, 8, 16})
         bench::row(name, "FFTW" + std::to_string(factor), sizes, [=](int n) {
             int fftLen = 1;
             while (fftLen < factor * taps) fftLen *= 2;
-            return [=, f = std::make_shared<OverlapSave<T>>(noise<T>(size_t(taps)), fftLen), x = noise<T>(size_t(taps + n)),
+            return [=, f = std::make_shared<OverlapSave<T, S>>(noise<T>(size_t(taps)), fftLen), x = noise<T>(size_t(taps + n)),
                     y = std::vector<T>(size_t(n))]() mutable { f->run(&x[size_t(taps)], y.data(), n); };
         });
 }
@@ -227,7 +246,10 @@ template <class P> void overlapSave(const std::string& type, int taps) {
             };
         });
 #if TEVS_PEER_FFTW
-    if constexpr (std::is_same_v<typename P::Tap, float> || std::is_same_v<typename P::Tap, Complex32f>) overFftw<Sample>(name, taps, sizes);
+    if constexpr (std::is_same_v<Sample, float> || std::is_same_v<Sample, Complex32f>) overFftw<Sample, float>(name, taps, sizes);
+#if TEVS_PEER_FFTW64
+    if constexpr (std::is_same_v<Sample, double> || std::is_same_v<Sample, Complex64f>) overFftw<Sample, double>(name, taps, sizes);
+#endif
 #endif
 #if TEVS_PEER_LIQUID
     if constexpr (std::is_same_v<Sample, float>)
@@ -260,7 +282,10 @@ const bool registered = [] {
         overlapSave<P_32f>("_32f", taps);
         overlapSave<P_32fc>("_32fc", taps);
     }
-    for (int taps : {64, 512}) overlapSave<P_64fc>("_64fc", taps);
+    for (int taps : {64, 512, 4096}) {
+        overlapSave<P_64f>("_64f", taps);
+        overlapSave<P_64fc>("_64fc", taps);
+    }
 
     bench::row("FIROne_32f", "tevs", {16, 64, 256},
                [](int taps) { return [f = P_32f::owned(noise<float>(size_t(taps))), y = 0.0f]() mutable { tevsFIROne_32f(0.5f, &y, f.get()); }; });

@@ -229,12 +229,6 @@ template <class Spec> Status getBufSize(const Spec* pSpec, int* pSize) {
 
 // ---- transforms ---------------------------------------------------------------------------------------------------------------------
 
-// The two tiles that the passes of a sweep alternate between.
-template <class T> uint64_t tileBytes(int order) {
-    const auto sweep = [](int rows) { return uint64_t(2 * tileColumns<T>(rows)) * 2 * sizeof(T) << rows; };
-    return std::max(sweep(outerOrder<T>(order)), sweep(innerOrder<T>(order)));
-}
-
 // Calls run(work) with a work area of the library's own.
 template <class T, class Run> [[gnu::noinline]] Status withOwnWork(uint64_t bytes, const Run& run) {
     const Scratch own(allocate(size_t(bytes)));
@@ -246,8 +240,8 @@ template <class T, class Run> [[gnu::noinline]] Status withOwnWork(uint64_t byte
 // registers need none: at their length the call itself is what costs.
 template <class T, class Run> [[gnu::always_inline]] inline Status withWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Run& run) {
     const int order = spec.tables.order;
-    // Two tiles are more than what is reported for the largest orders; beside their data, a block of their own is nothing.
-    const uint64_t tiles = order >= kFirstLargeOrder<T> ? tileBytes<T>(order) : 0;
+    // The tiles of the largest orders take more than what is reported; beside their data, a block of their own is nothing.
+    const uint64_t tiles = order >= kFirstLargeOrder<T> ? uint64_t(tileRoom<T>(order)) : 0;
     NearestRounding guard;
     if (!pBuffer || tiles > uint64_t(spec.workBytes)) return withOwnWork<T>(std::max(uint64_t(spec.workBytes), tiles), run);
     run(align16<T>(pBuffer));

@@ -147,75 +147,63 @@ template <class In> struct Rows {
     int fold;         // 1, 2 or 4
 };
 
-// The first pass of transforms down the columns of m R rows, into a tile of blocks.
+// The first pass of transforms down the columns of m R rows, into as many tiles of blocks, one after another.
 template <int K, int R, int M, int Columns, bool Inverse, class In, class T>
-TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, const T* w) {
+TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, int tiles, const T* w) {
     In column[R];
     const int perPart = R / in.fold;
     for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (int64_t{M} * in.fold * (j % perPart) + j / perPart);
     const int64_t step = in.stride * in.fold;
     for (int p = 0; p < M; ++p) {
-        for (int q = 0; q < Columns; q += K) {
-            Cx<Vec<T, K>> x[R];
-            for (int j = 0; j < R; ++j) {
-                x[j] = read<K>(column[j], step * p + q);
-                if (Inverse) x[j] = swapped(x[j]);
+        T* out = tile + 2 * Columns * R * p;
+        for (int c = 0; c < Columns * tiles; c += Columns) {
+            for (int q = 0; q < Columns; q += K) {
+                Cx<Vec<T, K>> x[R];
+                for (int j = 0; j < R; ++j) {
+                    x[j] = read<K>(column[j], step * p + c + q);
+                    if (Inverse) x[j] = swapped(x[j]);
+                }
+                dft(x);
+                storeBlock(out + 2 * q, x[0]);
+                for (int j = 1; j < R; ++j) storeBlock(out + 2 * (q + Columns * j), mul(x[j], w[2 * j - 2], w[2 * j - 1]));
             }
-            dft(x);
-            T* const out = tile + 2 * (q + Columns * R * p);
-            storeBlock(out, x[0]);
-            for (int j = 1; j < R; ++j) storeBlock(out + 2 * Columns * j, mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+            out += 2 * Columns * R * M;
         }
         w += 2 * (R - 1);
     }
     return w;
 }
 
-// Transforms down the columns, from the rows into one of the two tiles in work. emit(row, column, block, free tile) places what the last pass has.
-template <int Order, bool Inverse, class In, class T, class Emit> TEVS_INLINE void columnPasses(const Rows<In>& in, const T* w, T* work, Emit emit) {
-    constexpr int N = 1 << Order, K = kBlock<T>, Columns = tileColumns<T>(Order);
+// All passes but the last over the columns of some tiles. done(tile, at, free) gets the place of each one's data, and a free one until the next is done.
+template <int Order, bool Inverse, class In, class T, class Done> TEVS_INLINE void columnPasses(const Rows<In>& in, const T* w, T* work, int tiles, Done done) {
+    constexpr int N = 1 << Order, K = kBlock<T>, kColumns = tileColumns<T>(Order);
     constexpr Radices kPasses = radicesOf(Order);
-    constexpr int R0 = kPasses.r[0], R = kPasses.r[kPasses.count - 1], M = N / R;
-    const Blocks<T> tile{work}, other{work + int64_t{2} * Columns * N};
-    w = firstColumnPass<K, R0, N / R0, Columns, Inverse>(in, tile.p, w);
-    middlePasses<kPasses, 1, N / R0, Columns * R0>(tile, other, w, [&](Blocks<T> at, Blocks<T> free) {
-        for (int k = 0; k < M; ++k)
-            for (int q = 0; q < Columns; q += K) {
+    constexpr int R = kPasses.r[0];
+    w = firstColumnPass<K, R, N / R, kColumns, Inverse>(in, work, tiles, w);
+    Blocks<T> free{work + int64_t{2} * kColumns * N * tiles};
+    for (int t = 0; t < tiles; ++t)
+        middlePasses<kPasses, 1, N / R, kColumns * R>(Blocks<T>{work + int64_t{2} * kColumns * N * t}, free, w, [&](Blocks<T> at, Blocks<T> other) {
+            free = other;
+            done(t, at, other);
+        });
+}
+
+// The last pass; emit(row, column, block) places what it has, rows of all tiles side by side.
+template <int Order, class T, class Emit> TEVS_INLINE void lastColumnPass(const Blocks<T>* at, int tiles, Emit emit) {
+    constexpr int K = kBlock<T>, kColumns = tileColumns<T>(Order);
+    constexpr Radices kPasses = radicesOf(Order);
+    constexpr int R = kPasses.r[kPasses.count - 1], M = (1 << Order) / R;
+    for (int k = 0; k < M; ++k)
+        for (int t = 0; t < tiles; ++t)
+            for (int q = 0; q < kColumns; q += K) {
                 Cx<Vec<T, K>> x[R];
-                for (int j = 0; j < R; ++j) x[j] = read<K>(at, q + Columns * (k + M * j));
+                for (int j = 0; j < R; ++j) x[j] = read<K>(at[t], q + kColumns * (k + M * j));
                 dft(x);
-                for (int j = 0; j < R; ++j) emit(k + M * j, q, x[j], free);
+                for (int j = 0; j < R; ++j) emit(k + M * j, t * kColumns + q, x[j]);
             }
-    });
 }
 
-// The first sweep over columns c .. c + tileColumns - 1 of a matrix of P rows: transforms of length P times w_N^(n2 k1), in blocks, row by row.
-template <int P, bool Inverse, class In, class T> TEVS_PASS const T* outerColumns(const FftTables<T>& t, In src, int c, T* work) {
-    constexpr int kColumns = tileColumns<T>(P);
-    // n2 = c + l: w_N^(n2 k1) as the product of w_N^(l k1), from a table that stays in the cache, and w_N^(c k1), one number a row. A table of all N factors
-    // would be a third stream as long as the data.
-    const T* const lanes = t.outer;
-    const T* const rows = t.outer + (2 * kColumns << P) + (int64_t{2} * (c / kColumns) << P);
-    const T* done = nullptr;
-    columnPasses<P, Inverse>(Rows<In>{src + c, int64_t{1} << innerOrder<T>(t.order), 1}, t.passes, work, [&](int row, int column, auto x, Blocks<T> to) {
-        const int at = row * kColumns + column;
-        write(to, at, mul(x, mul(loadBlock<kBlock<T>>(lanes + 2 * at), rows[2 * row], rows[2 * row + 1])));
-        done = to.p;
-    });
-    return done;
-}
-
-// The second sweep, over so many columns of a matrix of 2^Q rows, in place.
-template <int Q, bool Inverse, bool Scaled, class Place, class T> TEVS_PASS void innerColumns(const FftTables<T>& t, Place at, int fold, T* work, T scale) {
-    const int p = outerOrder<T>(t.order);
-    columnPasses<Q, false>(Rows<Place>{at, int64_t{1} << p, fold}, t.passes + (int64_t{2} << p), work, [&](int row, int column, auto x, Blocks<T>) {
-        auto y = Inverse ? swapped(x) : x;
-        if (Scaled) y = times(y, scale);
-        write(at, (int64_t{row} << p) + column, y);
-    });
-}
-
-// Rows [k1][columns] of the tile become dst[n2][k1]: column c + l of the first sweep is row c + l of the second's matrix.
+// Rows [k1][columns] of a tile become dst[n2][k1]: column c + l of the first sweep is row c + l of the second's matrix.
 template <class T, class Place> void storeTurned(const T* tile, Place dst, int c, int p) {
     constexpr int K = kBlock<T>;
     const int columns = tileColumns<T>(p);
@@ -226,6 +214,46 @@ template <class T, class Place> void storeTurned(const T* tile, Place dst, int c
             transpose<K>(x);
             for (int l = 0; l < K; ++l) write(dst, (int64_t{c + q + l} << p) + k, x[l]);
         }
+}
+
+// The first sweep over the columns from c on of some tiles of a matrix of 2^P rows: transforms of length 2^P times w_N^(n2 k1), turned over into dst, or,
+// in place, left where they are.
+template <int P, bool Inverse, class In, class Out, class T> TEVS_PASS void outerColumns(const FftTables<T>& t, In src, Out dst, int c, int tiles, T* work) {
+    constexpr int K = kBlock<T>, kColumns = tileColumns<T>(P);
+    const int q = innerOrder<T>(t.order);
+    const bool inPlace = start(src) == start(dst);
+    // n2 = c + l: w_N^(n2 k1) as the product of w_N^(l k1), from a table that stays in the cache, and w_N^(c k1), one number a row. A table of all N factors
+    // would be a third stream as long as the data.
+    const T* const lanes = t.outer;
+    const T* const rows = t.outer + (2 * kColumns << P) + (int64_t{2} * (c / kColumns) << P);
+    const auto times = [=](Cx<Vec<T, K>> x, int row, int column) __attribute__((always_inline)) {
+        const T* const f = rows + (int64_t{2} * (column / kColumns) << P) + 2 * row;
+        return mul(x, mul(loadBlock<K>(lanes + 2 * (row * kColumns + column % kColumns)), f[0], f[1]));
+    };
+    Blocks<T> done[kMostTiles];
+    columnPasses<P, Inverse>(Rows<In>{src + c, int64_t{1} << q, 1}, t.passes, work, tiles, [&](int tile, Blocks<T> at, Blocks<T> free) {
+        done[tile] = at;
+        if (inPlace) return;
+        const int first = tile * kColumns;
+        lastColumnPass<P>(&at, 1, [&](int row, int column, auto x) { write(free, row * kColumns + column, times(x, row, first + column)); });
+        storeTurned(free.p, dst, c + first, P);
+    });
+    if (inPlace) lastColumnPass<P>(done, tiles, [&](int row, int column, auto x) { write(dst, (int64_t{row} << q) + c + column, times(x, row, column)); });
+}
+
+// The second sweep, over the columns from c on of some tiles of a matrix of 2^Q rows, in place.
+template <int Q, bool Inverse, bool Scaled, class Place, class T>
+TEVS_PASS void innerColumns(const FftTables<T>& t, Place data, int c, int fold, int tiles, T* work, T scale) {
+    const int p = outerOrder<T>(t.order);
+    const Place at = data + c;
+    Blocks<T> done[kMostTiles];
+    columnPasses<Q, false>(Rows<Place>{at, int64_t{1} << p, fold}, t.passes + (int64_t{2} << p), work, tiles,
+                           [&](int tile, Blocks<T> place, Blocks<T>) { done[tile] = place; });
+    lastColumnPass<Q>(done, tiles, [&](int row, int column, auto x) {
+        auto y = Inverse ? swapped(x) : x;
+        if (Scaled) y = times(y, scale);
+        write(at, (int64_t{row} << p) + column, y);
+    });
 }
 
 // In place the first sweep leaves dst[k1][n2], and each square of P x P in it, Q/P side by side, is turned over across its diagonal: row n2 of the second
@@ -256,14 +284,14 @@ template <class T, class Place> void turnSquare(Place a, int64_t stride, int row
 
 // The column transforms of one length, as first sweep and as second.
 template <class T, template <class> class Place> struct Sweeps {
-    const T* (*outer[2])(const FftTables<T>& t, Place<const T> src, int c, T* work);       // [inverse]
-    void (*inner[2][2])(const FftTables<T>& t, Place<T> at, int fold, T* work, T scale);   // [inverse][scaled]
+    void (*outer[2])(const FftTables<T>& t, Place<const T> src, Place<T> dst, int c, int tiles, T* work);      // [inverse]
+    void (*inner[2][2])(const FftTables<T>& t, Place<T> data, int c, int fold, int tiles, T* work, T scale);   // [inverse][scaled]
 };
 constexpr int kLastColumnOrder = 15;
 template <class T> constexpr int kFirstColumnOrder = outerOrder<T>(kFirstLargeOrder<T>);
 template <class T, template <class> class Place> struct SweepsByOrder { Sweeps<T, Place> of[kLastColumnOrder + 1 - kFirstColumnOrder<T>]; };
 template <class T, template <class> class Place, int Order> constexpr Sweeps<T, Place> sweeps() {
-    return {{outerColumns<Order, false, Place<const T>, T>, outerColumns<Order, true, Place<const T>, T>},
+    return {{outerColumns<Order, false, Place<const T>, Place<T>, T>, outerColumns<Order, true, Place<const T>, Place<T>, T>},
             {{innerColumns<Order, false, false, Place<T>, T>, innerColumns<Order, false, true, Place<T>, T>},
              {innerColumns<Order, true, false, Place<T>, T>, innerColumns<Order, true, true, Place<T>, T>}}};
 }
@@ -274,26 +302,15 @@ template <class T, template <class> class Place>
 constexpr SweepsByOrder<T, Place> kSweeps = sweepsByOrder<T, Place>(Iota<kLastColumnOrder + 1 - kFirstColumnOrder<T>>{});
 
 template <bool Inverse, class T, template <class> class Place> void large(const FftTables<T>& t, Place<const T> src, Place<T> dst, T* work, T scale) {
-    constexpr int K = kBlock<T>;
     const int p = outerOrder<T>(t.order), q = innerOrder<T>(t.order), P = 1 << p, Q = 1 << q;
     const auto outer = kSweeps<T, Place>.of[p - kFirstColumnOrder<T>].outer[Inverse];
     const auto inner = kSweeps<T, Place>.of[q - kFirstColumnOrder<T>].inner[Inverse][scale != 1];
-    const int outerStep = tileColumns<T>(p), innerStep = tileColumns<T>(q);
+    const int outerTiles = tilesAtOnce<T>(t.order, p), innerTiles = tilesAtOnce<T>(t.order, q);
     const bool inPlace = start(src) == start(dst);
-    for (int c = 0; c < Q; c += outerStep) {
-        const T* const tile = outer(t, src, c, work);
-        if (!inPlace) {
-            storeTurned(tile, dst, c, p);
-            continue;
-        }
-        for (int row = 0; row < P; ++row)
-            for (int column = 0; column < outerStep; column += K)
-                write(dst, (int64_t{row} << q) + c + column, loadBlock<K>(tile + 2 * (row * outerStep + column)));
-    }
+    for (int c = 0; c < Q; c += outerTiles * tileColumns<T>(p)) outer(t, src, dst, c, outerTiles, work);
     if (inPlace)
         for (int square = 0; square < Q; square += P) turnSquare<T>(dst + square, int64_t{1} << q, P);
-
-    for (int c = 0; c < P; c += innerStep) inner(t, dst + c, inPlace ? Q / P : 1, work, scale);
+    for (int c = 0; c < P; c += innerTiles * tileColumns<T>(q)) inner(t, dst, c, inPlace ? Q / P : 1, innerTiles, work, scale);
 }
 
 // ---- orders 0 to 3: no tables ------------------------------------------------------------------------------------------------------

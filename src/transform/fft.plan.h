@@ -62,13 +62,30 @@ template <class T> constexpr Radices passesOf(int order, int lanes) {
 }
 
 // Large orders: the orders of P and Q, Q being P, 2 P or 4 P. Where P = Q would put all rows of both sweeps at a distance of 4096 bytes, in the same few sets
-// of the caches, Q is larger.
+// of the caches, Q is larger. 64 by 256 takes a pass less than 128 by 128.
 template <class T> constexpr int outerOrder(int order) {
     const bool sameSets = order % 2 == 0 && (2 * sizeof(T) << order / 2) == 4096;
-    if (sizeof(T) == 8 && kFirstRadix == 8 && order < 16) return 6;
-    return order / 2 - sameSets;
+    return order / 2 - (sameSets || order == 14);
 }
 template <class T> constexpr int innerOrder(int order) { return order - outerOrder<T>(order); }
+
+template <class T> constexpr int64_t tileBytes(int rows) { return int64_t{2} * sizeof(T) * tileColumns<T>(rows) << rows; }
+
+// Room for the tiles of a sweep. Two will do. More of them make longer runs of each row: lines that lie far apart come from memory at a quarter of the speed
+// of runs of 512 bytes. They are to stay in the second cache.
+template <class T> constexpr int64_t tileRoom(int order) {
+    constexpr int64_t kSecondCache = 640 << 10, kScratch = 128 << 10;   // kScratch: what a call for 2 MiB of data has anyway
+    const int64_t least = 2 * tileBytes<T>(innerOrder<T>(order)), data = int64_t{2} * sizeof(T) << order;
+    const int64_t most = order >= 19 ? kSecondCache : data == 2 << 20 ? kScratch : 0;
+    return least < most ? most : least;
+}
+constexpr int kMostTiles = 8;
+// The tiles that a sweep fills at once; one more is free.
+template <class T> constexpr int tilesAtOnce(int order, int rows) {
+    int tiles = 1;
+    while (tiles < kMostTiles && (2 * tiles + 1) * tileBytes<T>(rows) <= tileRoom<T>(order)) tiles *= 2;
+    return tiles;
+}
 
 // The lane order of a block: what a block of `lanes` interleaved complex values becomes under the shuffles that stay within 128 bits, which hold `group`.
 constexpr int laneAt(int lanes, int l, int group) {
