@@ -11,6 +11,7 @@
 #include <array>
 #include <new>
 #include <numeric>
+#include <span>
 
 #include "core/args.h"
 #include "core/memory.h"
@@ -68,6 +69,10 @@ struct RateState : FirState {
     void* next;   // the past after the block that is being filtered
 };
 
+// A record's size is the same in both ABIs.
+constexpr int kStateBytes = 320;
+static_assert(sizeof(RateState) <= kStateBytes);
+
 // Where a thread works: the streams, outputs on their way to the destination, and the inputs before its first.
 template <class T, class S> struct Area {
     T* streams;
@@ -104,8 +109,7 @@ template <class Kind> struct Rated {
     static constexpr int kTogether = 3;   // times kPeriodsAtOnce: the most that the kernels take in one step
     static constexpr bool kDirect = std::is_same_v<Part, Scalar<Sample>>;
 
-    // The dimensions of a record but for what the phases have a say in, which is bounded. A record that is too large for its places to be counted in
-    // 32 bits has no outputs.
+    // The dimensions of a record, of what hangs on the phases the most that it can be. They may be too large: fits() tells.
     struct Extent {
         int64_t outs, ins, past, before, runs, run, atOnce, stride, groups, groupTaps, outputRuns, lineLen;
 
@@ -152,14 +156,14 @@ template <class Kind> struct Rated {
     static bool fits(const Extent& e, int tapsLen) {
         // Each of these is a number of elements in the record.
         constexpr int64_t most = INT_MAX;
-        return e.outs <= most / 64 && e.ins <= most / 64 && e.groupTaps <= most && e.runs * e.run <= most / e.stride / kPer &&
+        return e.outs <= most / 64 && e.ins <= most / 64 && e.groupTaps <= most / 2 && e.runs * e.run <= most / e.stride / kPer &&
                layOut(nullptr, nullptr, tapsLen, e) <= uint64_t{INT_MAX} - 16;
     }
 
     // Over no block it only adds up.
     static uint64_t layOut(RateState* s, void* block, int tapsLen, const Extent& e) {
         Carve c(block);
-        c.take<RateState>(1);
+        c.take<unsigned char>(kStateBytes);
         Stored* const taps = c.take<Stored>(uint64_t(tapsLen));
         PhaseGroup* const groups = c.take<PhaseGroup>(uint64_t(e.groups));
         Part* const groupTaps = c.take<Part>(uint64_t(e.groupTaps));
@@ -256,13 +260,13 @@ template <class Kind> struct Rated {
             };
             g->paired = !(g > s->groups && g[-1].paired) && g + 1 < end && sameShape();
         }
-        ptrdiff_t used = 0;
+        int64_t used = 0;
         for (PhaseGroup* g = s->groups; g < end; ++g) {
             const int first = *std::min_element(g->from, g->from + 4);
             for (int r = 0; r < 4; ++r) {
                 const int from = g->overlap ? first : g->from[r];
-                g->rows[r] = used - 4 * ptrdiff_t{from};
-                if (!g->overlap || r == 3) used += 4 * ptrdiff_t(g->end[r] - from);
+                g->rows[r] = int(used - 4 * int64_t{from});
+                if (!g->overlap || r == 3) used += 4 * int64_t{g->end[r] - from};
             }
         }
     }
@@ -270,7 +274,7 @@ template <class Kind> struct Rated {
     // Neighbouring outputs, where their oldest inputs lie near enough to each other.
     static void buildRuns(RateState* s) {
         constexpr int kElement = kPer * int(sizeof(Part)) / 4;   // 32-bit lanes of a sample
-        ptrdiff_t used = 0;
+        int used = 0;
         for (int n = 0; n < s->runCount; ++n) {
             OutputRun& r = s->runs[n];
             const int output = std::min(n * kRunOutputs, s->outs - kRunOutputs);
@@ -294,7 +298,7 @@ template <class Kind> struct Rated {
             r.wide = farthest >= kRunOutputs;
             r.output = output * kPer;
             r.taps = used;
-            used += ptrdiff_t{r.steps} * kPer * kRunOutputs * kPer;
+            used += r.steps * kPer * kRunOutputs * kPer;
             if (farthest >= 2 * kRunOutputs) {
                 s->runCount = 0;
                 return;
@@ -306,14 +310,14 @@ template <class Kind> struct Rated {
         const auto* const taps = static_cast<const Stored*>(s->taps);
         for (int n = 0; n < s->runCount; ++n) {
             const OutputRun& r = s->runs[n];
-            Part* to = static_cast<Part*>(s->runTaps) + r.taps;
-            for (int step = 0; step < r.steps; ++step)
-                for (int part = 0; part < kPer; ++part)
-                    for (int o = 0; o < kRunOutputs; ++o) {
-                        const Phase f = phase(s, r.output / kPer + o);
-                        const int j = f.count - 1 - step;
-                        to = std::fill_n(to, kPer, j < 0 ? Part(0) : Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[part]));
-                    }
+            constexpr int kVector = kRunOutputs * kPer;   // scalars
+            for (int o = 0; o < kRunOutputs; ++o) {
+                const Phase f = phase(s, r.output / kPer + o);
+                Part* to = static_cast<Part*>(s->runTaps) + r.taps + o * kPer;
+                for (int j = f.count - 1; j > f.count - 1 - r.steps; --j)
+                    for (int part = 0; part < kPer; ++part, to += kVector)
+                        std::fill_n(to, kPer, j < 0 ? Part(0) : Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[part]));
+            }
         }
     }
 
@@ -321,9 +325,10 @@ template <class Kind> struct Rated {
     static void buildPlaces(RateState* s) {
         int32_t* const place = s->place + s->dlyLen;
         std::fill_n(place, s->ins, 0);
-        for (int n = 0; n < s->groupCount; ++n)
+        for (const PhaseGroup& g : std::span(s->groups, size_t(s->groupCount)))
             for (int r = 0; r < 4; ++r)
-                for (int i = s->groups[n].from[r]; i < s->groups[n].end[r]; ++i) place[((i % s->ins) + s->ins) % s->ins] = 1;
+                for (int left = g.end[r] - g.from[r], i = (g.from[r] % s->ins + s->ins) % s->ins; left > 0; --left, i = i + 1 == s->ins ? 0 : i + 1)
+                    place[i] = 1;
         const int run = std::min(s->ins, kRun);
         auto* const starts = const_cast<int32_t*>(s->streams.starts);
         const auto at = [=](int64_t stream, int64_t period) { return int32_t((stream * s->streams.stride + s->before + period) * kPer); };
@@ -407,7 +412,7 @@ template <class Kind> struct Rated {
             return kPer == 1 ? multirate->runs64f : multirate->runs64fc;
     }
 
-    // Of n whole periods.
+    // From the inputs src, behind the past, the outputs of n <= kFew whole periods, by runs.
     static void few(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int n, int scale) {
         const OutputRuns<Part> runs = {.runs = s->runs,
                                        .count = s->runCount,
@@ -431,7 +436,7 @@ template <class Kind> struct Rated {
             widenParts(partsOf(src), dst, n * kPer);
     }
 
-    // From the inputs src, behind the past, whole patterns of outputs.
+    // From the inputs src, behind the past, as many iterations as the caller counts.
     static void range(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int64_t iterations, int scale) {
         int64_t inputs = iterations * s->rates.down, outputs = iterations * s->rates.up;
         if (s->runCount > 0 && outputs <= int64_t{kFew} * s->outs && filterRuns()) return few(s, area, past, src, dst, int(outputs / s->outs), scale);

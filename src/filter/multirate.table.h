@@ -28,7 +28,7 @@ struct PhaseGroup {
     int32_t from[4], end[4];
     int32_t shared[4];   // rows 0 .. r are added together from here on: the largest of from[0] .. from[r]
     int32_t overlap;     // whether there is an input that all rows take; rows[] are equal then
-    ptrdiff_t rows[4];
+    int32_t rows[4];
     int32_t output;   // of the first row, in scalars from the period's first
     int32_t paired;   // whether the next group is one of the same shape, that is not paired itself: from[], end[] differ from this one's by one number
 };
@@ -50,7 +50,7 @@ struct OutputRun {
     int32_t steps;
     int32_t wide;     // whether two vectors are needed
     int32_t output;   // the first, in scalars from the period's first
-    ptrdiff_t taps;   // a vector for each step, for complex ones two: real parts, then imaginary parts, each for both parts of a sample
+    int32_t taps;     // a vector for each step, for complex ones two: real parts, then imaginary parts, each for both parts of a sample
 };
 
 template <class T> struct OutputRuns {

@@ -401,7 +401,7 @@ TEST(MultirateBlocks, OutputsTakeNoOtherInputs) {
         for (int tapsLen : {3, 20, 31})
             for (int bad = 0; bad < 4 * down; ++bad) {
                 const Factors f = atRandomPhases(up, down);
-                const int numIters = 12;
+                const int numIters = bad % 2 ? 12 : 5;   // few periods are filtered in another way
                 auto x = randomVector<float>(size_t(numIters * down));
                 x[size_t(bad)] = NAN;
                 const auto h = taps<float>(tapsLen);
