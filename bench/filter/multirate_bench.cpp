@@ -25,19 +25,19 @@ Floats noise(int n) {
     return v;
 }
 
-// The multiply-adds of n sums of `taps` products, 12 vectors at a time.
+// The multiply-adds of n sums of `taps` products, as many vectors at a time as there are registers for; a multiplication and an addition in 32-bit.
 TEVS_WIDEST void multiplyAdds(int taps, int n, float* y) {
     typedef float Wide __attribute__((vector_size(bench::kWidest)));
-    constexpr int kVectors = 12, kLanes = bench::kWidest / 4;
-    const Wide h = {1.0f}, x = {0.5f};
+    constexpr int kVectors = bench::kWidest == 32 ? 12 : 6, kLanes = bench::kWidest / 4;
+    Wide h = {1.0f}, x = {0.5f};
     for (; n > 0; n -= kVectors * kLanes) {
         Wide sum[kVectors] = {};
         for (int j = 0; j < taps; ++j)
 #pragma GCC unroll 12
             for (int a = 0; a < kVectors; ++a) {
 #ifdef __i386__
+                asm volatile("" : "+x"(x));
                 sum[a] += h * x;
-                asm volatile("" : "+x"(sum[a % 4]));
 #else
                 asm volatile("vfmadd231ps %1, %2, %0" : "+x"(sum[a]) : "x"(h), "x"(x));
 #endif
