@@ -15,6 +15,7 @@
 
 #include "filter/fir_plain.h"
 #include "support/bench.h"
+#include "tevcore.h"
 #include "tevs.h"
 
 namespace {
@@ -259,6 +260,25 @@ template <class P> void overlapSave(const std::string& type, int taps) {
 #endif
 }
 
+// Blocks of a million samples, shared out over two threads and not. The library is told before each call: the count holds for all rows of the program.
+template <class P> void threads(const std::string& type, int taps, bool byFft) {
+    using Sample = typename P::Sample;
+    for (int count : {2, 1})
+        bench::row("FIR" + type + (byFft ? "_fft_" : "_") + std::to_string(taps) + "_taps_two_threads", count == 2 ? "tevs" : "one thread", {1 << 20},
+                   [=](int n) {
+                       const int before = tevGetNumThreads();
+                       tevSetNumThreads(2);
+                       const auto h = lowPass<typename P::Tap>(size_t(taps));
+                       const auto f = byFft ? P::owned(h) : P::direct(h);
+                       tevSetNumThreads(before);
+                       return [=, x = noise<Sample>(size_t(n)), y = std::vector<Sample>(size_t(n))]() mutable {
+                           tevSetNumThreads(count);
+                           P::run(x.data(), y.data(), n, f.get());
+                           tevSetNumThreads(before);
+                       };
+                   });
+}
+
 const bool registered = [] {
     for (int taps : {8, 16, 32, 63, 128}) {
         const std::vector<int64_t> sizes = {64, 256, 4096};
@@ -286,6 +306,12 @@ const bool registered = [] {
         overlapSave<P_64f>("_64f", taps);
         overlapSave<P_64fc>("_64fc", taps);
     }
+
+    threads<P_32f>("_32f", 32, false);
+    threads<P_32f>("_32f", 512, true);
+    threads<P_64f>("_64f", 32, false);
+    threads<P_64f>("_64f", 512, true);
+    threads<P32f_16s>("32f_16s", 32, false);
 
     bench::row("FIROne_32f", "tevs", {16, 64, 256},
                [](int taps) { return [f = P_32f::owned(noise<float>(size_t(taps))), y = 0.0f]() mutable { tevsFIROne_32f(0.5f, &y, f.get()); }; });
