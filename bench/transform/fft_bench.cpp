@@ -120,8 +120,8 @@ template <class T> void addFftw(const std::string& name, Kind kind, int sign = F
                               ? C::planParts(1, reinterpret_cast<const fftw_iodim*>(&whole), 0, nullptr, a.get(), a.get() + n, b.get(), b.get() + n, effort)
                           : kind == Kind::ToComplex ? C::planForward(n, a.get(), cb, effort)
                                                     : C::planInverse(n, ca, b.get(), effort | FFTW_PRESERVE_INPUT);
-        std::copy_n(saved.get(), count, a.get());   // planning writes to its buffers
-        return [=, p = std::shared_ptr<std::remove_pointer_t<typename C::Plan>>(plan, C::destroy)] {
+        std::copy_n(saved.get(), count, a.get());                                                                  // planning writes to its buffers
+        return [=, source = a, p = std::shared_ptr<std::remove_pointer_t<typename C::Plan>>(plan, C::destroy)] {   // the plan holds addresses alone
             if (inPlace) std::copy_n(saved.get(), 2 * int64_t{n}, b.get());
             C::execute(p.get());
         };
