@@ -440,41 +440,75 @@ Status tevsFIRMRGetStateSize64fc_32sc(int tapsLen, int upFactor, int downFactor,
 Status tevsFIRMRGetStateSize64f_16s(int tapsLen, int upFactor, int downFactor, int* pSize);
 Status tevsFIRMRGetStateSize64fc_16sc(int tapsLen, int upFactor, int downFactor, int* pSize);
 
-Status tevsFIRMRInit_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const float* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32f* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const double* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex64f* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const float* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32f* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int32_t* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int32_t* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32s* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer);
-Status tevsFIRMRInit64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                         const float* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                          const Complex32f* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                            const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor,
+                            int downPhase, const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                               const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor,
+                              int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                  int downPhase, const Complex16s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                         const double* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                          const Complex64f* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                            const float* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const Complex32f* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                            const int32_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                         const int32_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const Complex32s* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                            const int16_t* pDlyLine, uint8_t* pBuffer);
+Status tevsFIRMRInit64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const Complex16s* pDlyLine, uint8_t* pBuffer);
 
-Status tevsFIRMRInitAlloc_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const float* pDlyLine);
-Status tevsFIRMRInitAlloc_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32f* pDlyLine);
-Status tevsFIRMRInitAlloc32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine);
-Status tevsFIRMRInitAlloc32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine);
-Status tevsFIRMRInitAlloc32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine);
-Status tevsFIRMRInitAlloc32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine);
-Status tevsFIRMRInitAlloc32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine);
-Status tevsFIRMRInitAlloc32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine);
-Status tevsFIRMRInitAlloc_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const double* pDlyLine);
-Status tevsFIRMRInitAlloc_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex64f* pDlyLine);
-Status tevsFIRMRInitAlloc64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const float* pDlyLine);
-Status tevsFIRMRInitAlloc64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32f* pDlyLine);
-Status tevsFIRMRInitAlloc64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int32_t* pDlyLine);
-Status tevsFIRMRInitAlloc_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int32_t* pDlyLine);
-Status tevsFIRMRInitAlloc64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex32s* pDlyLine);
-Status tevsFIRMRInitAlloc64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const int16_t* pDlyLine);
-Status tevsFIRMRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, const Complex16s* pDlyLine);
+Status tevsFIRMRInitAlloc_32f(FIRState_32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const float* pDlyLine);
+Status tevsFIRMRInitAlloc_32fc(FIRState_32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                               const Complex32f* pDlyLine);
+Status tevsFIRMRInitAlloc32f_16s(FIRState32f_16s** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 const int16_t* pDlyLine);
+Status tevsFIRMRInitAlloc32fc_16sc(FIRState32fc_16sc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                   const Complex16s* pDlyLine);
+Status tevsFIRMRInitAlloc32s_16s(FIRState32s_16s** ppState, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor,
+                                 int downPhase, const int16_t* pDlyLine);
+Status tevsFIRMRInitAlloc32s_16s32f(FIRState32s_16s32f** ppState, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                    const int16_t* pDlyLine);
+Status tevsFIRMRInitAlloc32sc_16sc(FIRState32sc_16sc** ppState, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor,
+                                   int downPhase, const Complex16s* pDlyLine);
+Status tevsFIRMRInitAlloc32sc_16sc32fc(FIRState32sc_16sc32fc** ppState, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                       int downPhase, const Complex16s* pDlyLine);
+Status tevsFIRMRInitAlloc_64f(FIRState_64f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const double* pDlyLine);
+Status tevsFIRMRInitAlloc_64fc(FIRState_64fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                               const Complex64f* pDlyLine);
+Status tevsFIRMRInitAlloc64f_32f(FIRState64f_32f** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 const float* pDlyLine);
+Status tevsFIRMRInitAlloc64fc_32fc(FIRState64fc_32fc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                   const Complex32f* pDlyLine);
+Status tevsFIRMRInitAlloc64f_32s(FIRState64f_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 const int32_t* pDlyLine);
+Status tevsFIRMRInitAlloc_32s(FIRState_32s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              const int32_t* pDlyLine);
+Status tevsFIRMRInitAlloc64fc_32sc(FIRState64fc_32sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                   const Complex32s* pDlyLine);
+Status tevsFIRMRInitAlloc64f_16s(FIRState64f_16s** ppState, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 const int16_t* pDlyLine);
+Status tevsFIRMRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                   const Complex16s* pDlyLine);
 
 /* ---- FIRMR_Direct: the same without a record -----------------------------------------------------------------------------------------
  *
@@ -488,36 +522,66 @@ Status tevsFIRMRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f
  * StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusRatePhase (a phase out of range), StatusNullPtr (pDlyLine), StatusNoMemory (for
  * taps and delay line of more than 1024 together).
  */
-Status tevsFIRMR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
-Status tevsFIRMR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
-Status tevsFIRMR_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32f* pDlyLine);
-Status tevsFIRMR_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32f* pDlyLine);
-Status tevsFIRMR32f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR32f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR32fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
-Status tevsFIRMR32fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
-Status tevsFIRMR32s_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR32s_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR32sc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
-Status tevsFIRMR32sc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
-Status tevsFIRMR_Direct_64f(const double* pSrc, double* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, double* pDlyLine);
-Status tevsFIRMR_Direct_64f_I(double* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, double* pDlyLine);
-Status tevsFIRMR_Direct_64fc(const Complex64f* pSrc, Complex64f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex64f* pDlyLine);
-Status tevsFIRMR_Direct_64fc_I(Complex64f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex64f* pDlyLine);
-Status tevsFIRMR64f_Direct_32f(const float* pSrc, float* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
-Status tevsFIRMR64f_Direct_32f_I(float* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, float* pDlyLine);
-Status tevsFIRMR64fc_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32f* pDlyLine);
-Status tevsFIRMR64fc_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32f* pDlyLine);
-Status tevsFIRMR64f_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR64f_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR64fc_Direct_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32s* pDlyLine, int scaleFactor);
-Status tevsFIRMR64fc_Direct_32sc_ISfs(Complex32s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex32s* pDlyLine, int scaleFactor);
-Status tevsFIRMR64f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR64f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
-Status tevsFIRMR64fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
-Status tevsFIRMR64fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                            int downPhase, float* pDlyLine);
+Status tevsFIRMR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              float* pDlyLine);
+Status tevsFIRMR_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase,
+                             int downFactor, int downPhase, Complex32f* pDlyLine);
+Status tevsFIRMR_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                               int downPhase, Complex32f* pDlyLine);
+Status tevsFIRMR32f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                   int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR32f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                    int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR32fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase,
+                                     int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR32fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                      int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR32s_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor,
+                                   int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR32s_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase,
+                                    int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR32sc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor,
+                                     int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR32sc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase,
+                                      int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR_Direct_64f(const double* pSrc, double* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                            int downPhase, double* pDlyLine);
+Status tevsFIRMR_Direct_64f_I(double* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                              double* pDlyLine);
+Status tevsFIRMR_Direct_64fc(const Complex64f* pSrc, Complex64f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
+                             int downFactor, int downPhase, Complex64f* pDlyLine);
+Status tevsFIRMR_Direct_64fc_I(Complex64f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                               int downPhase, Complex64f* pDlyLine);
+Status tevsFIRMR64f_Direct_32f(const float* pSrc, float* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                               int downPhase, float* pDlyLine);
+Status tevsFIRMR64f_Direct_32f_I(float* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 float* pDlyLine);
+Status tevsFIRMR64fc_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
+                                 int downFactor, int downPhase, Complex32f* pDlyLine);
+Status tevsFIRMR64fc_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                   int downPhase, Complex32f* pDlyLine);
+Status tevsFIRMR64f_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase,
+                                   int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR64f_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                    int32_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                int downPhase, int32_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                 int32_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR64fc_Direct_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
+                                     int downFactor, int downPhase, Complex32s* pDlyLine, int scaleFactor);
+Status tevsFIRMR64fc_Direct_32sc_ISfs(Complex32s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                      int downPhase, Complex32s* pDlyLine, int scaleFactor);
+Status tevsFIRMR64f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase,
+                                   int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR64f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
+                                    int16_t* pDlyLine, int scaleFactor);
+Status tevsFIRMR64fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
+                                     int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor);
+Status tevsFIRMR64fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
+                                      int downPhase, Complex16s* pDlyLine, int scaleFactor);
 
 TEVS_END
 
