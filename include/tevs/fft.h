@@ -80,7 +80,7 @@ Status tevsFFTGetBufSize_R_64f(const FFTSpec_R_64f* pSpec, int* pSize);
  * pSrc, pDst            N values each in natural order; equal pointers transform in place
  * pSrcRe, pSrcIm, ...   N real and N imaginary parts; any array of the source may be any of the destination
  * pBuffer               at least GetBufSize bytes, at any address, contents of no matter; or NULL, and the call takes and returns memory of its own.
- *                       Orders from 19 on take a block beside the caller's buffer; it is small against their data.
+ *                       Orders from 19 on, and 14 in double precision, take a block beside it, small against their data.
  *
  * The relative error in the Euclidean norm is about 0.6 * sqrt(order) * 2^-24, in double precision 2^-53; docs/accuracy.md has the figures. Results are the same to the bit for
  * any alignment, in place or not; they may differ in rounding between SIMD levels (see TEVS_LEVEL in the README).
