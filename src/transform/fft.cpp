@@ -251,8 +251,6 @@ template <class T, class Run> [[gnu::always_inline]] inline Status withWork(cons
     return StatusOk;
 }
 
-// One direction of a transform.
-enum class Way { Forward, Inverse };
 template <Way way, class T> T scaleOf(const FftSpec<T>& spec) { return way == Way::Forward ? spec.forwardScale : spec.inverseScale; }
 template <Way way, template <class> class Place, class T> FftTransform<T, Place>* kernelOf(const FftTables<T>& t) {
     const FftKernels<T>& all = kernels<T>();
@@ -266,24 +264,8 @@ template <Way way, template <class> class Place, class T> FftTransform<T, Place>
     return (way == Way::Forward ? places.forward : places.inverse)[t.order];
 }
 
-template <Way way, template <class> class Place, class T>
-[[gnu::always_inline]] inline Status complexTransform(Place<const T> src, Place<T> dst, const FftSpec<T>* pSpec, uint8_t* pBuffer) {
-    const FftTables<T>& t = pSpec->tables;
-    FftTransform<T, Place>* const kernel = kernelOf<way, Place>(t);
-    const T scale = scaleOf<way>(*pSpec);
-    if (pSpec->stored) return withWork(*pSpec, pBuffer, [=, &t](T* work) { kernel(t, src, dst, work, scale); });
-    NearestRounding guard;
-    kernel(t, src, dst, nullptr, scale);
-    return StatusOk;
-}
-
-template <Way way, class Spec, class C> Status transform(const C* pSrc, C* pDst, const Spec* pSpec, uint8_t* pBuffer) {
-    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
-    using T = typename Spec::Real;
-    return complexTransform<way>(Pairs<const T>{&pSrc->re}, Pairs<T>{&pDst->re}, pSpec, pBuffer);
-}
-
 // The sweeps of a large transform write the destination before they have read the whole source: they work in place where the two share an array.
+template <class T> Pairs<const T> gathered(Pairs<const T> src, Pairs<T>, int64_t) { return src; }
 template <class T> Parts<const T> gathered(Parts<const T> src, Parts<T> dst, int64_t n) {
     const size_t bytes = size_t(n) * sizeof(T);
     if (src.re == dst.re && src.im == dst.im) return src;
@@ -300,16 +282,29 @@ template <class T> Parts<const T> gathered(Parts<const T> src, Parts<T> dst, int
     }
     return {dst.re, dst.im};
 }
+
+template <Way way, template <class> class Place, class T>
+[[gnu::always_inline]] inline Status complexTransform(Place<const T> src, Place<T> dst, const FftSpec<T>* pSpec, uint8_t* pBuffer) {
+    const FftTables<T>& t = pSpec->tables;
+    FftTransform<T, Place>* const kernel = kernelOf<way, Place>(t);
+    const T scale = scaleOf<way>(*pSpec);
+    if (pSpec->stored)
+        return withWork(*pSpec, pBuffer,
+                        [=, &t](T* work) { kernel(t, t.order < kFirstLargeOrder<T> ? src : gathered(src, dst, int64_t{1} << t.order), dst, work, scale); });
+    NearestRounding guard;
+    kernel(t, src, dst, nullptr, scale);
+    return StatusOk;
+}
+
+template <Way way, class Spec, class C> Status transform(const C* pSrc, C* pDst, const Spec* pSpec, uint8_t* pBuffer) {
+    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
+    using T = typename Spec::Real;
+    return complexTransform<way>(Pairs<const T>{&pSrc->re}, Pairs<T>{&pDst->re}, pSpec, pBuffer);
+}
+
 template <Way way, class Spec, class T> Status transform(const T* pSrcRe, const T* pSrcIm, T* pDstRe, T* pDstIm, const Spec* pSpec, uint8_t* pBuffer) {
     if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrcRe).ptr(pSrcIm).ptr(pDstRe).ptr(pDstIm)) return s;
-    const Parts<const T> src{pSrcRe, pSrcIm};
-    const Parts<T> dst{pDstRe, pDstIm};
-    const FftTables<T>& t = pSpec->tables;
-    FftTransform<T, Parts>* const kernel = kernelOf<way, Parts>(t);
-    const T scale = scaleOf<way>(*pSpec);
-    if (t.order >= kFirstLargeOrder<T>)
-        return withWork(*pSpec, pBuffer, [=, &t](T* work) { kernel(t, gathered(src, dst, int64_t{1} << t.order), dst, work, scale); });
-    return complexTransform<way>(src, dst, pSpec, pBuffer);
+    return complexTransform<way>(Parts<const T>{pSrcRe, pSrcIm}, Parts<T>{pDstRe, pDstIm}, pSpec, pBuffer);
 }
 
 // Where a packed spectrum of N = 2^order reals keeps its values: X[k] for 0 < k < N/2 at 2k + shift and the next, and the two real ones.

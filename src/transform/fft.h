@@ -35,6 +35,8 @@ constexpr int kMaxOrder = 30;
 constexpr bool goodOrder(int order) { return order >= 0 && order <= kMaxOrder; }
 constexpr bool goodFlag(int flag) { return flag == ScaleFwdByN || flag == ScaleInvByN || flag == ScaleBySqrtN || flag == NoScale; }
 
+enum class Way { Forward, Inverse };
+
 constexpr uint64_t kAlignmentRoom = 16;   // what a caller's buffer may lose up to its first 16-byte boundary
 
 // The three sizes that GetSize reports, in bytes. One that an int does not hold is reported as INT_MAX.

@@ -188,7 +188,6 @@ Status transform(const S* const (&src)[Arrays], D* const (&dst)[Arrays], const S
 }
 
 // The whole transform in one kernel, if the order has such a one.
-enum class Way { Forward, Inverse };
 template <Way way, class Spec, class T, template <class> class Place>
 bool inRegisters(const IntegerFftKernels::Directions<T, Place>& kernels, Place<const T> src, Place<T> dst, const Spec* pSpec, int scaleFactor) {
     if (pSpec->order >= IntegerFftKernels::kOrders) return false;
