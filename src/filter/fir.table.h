@@ -35,4 +35,4 @@ struct FirKernels {
 
 }   // namespace tevs
 
-TEVS_KERNEL_TABLE(FirKernels, fir, 3)
+TEVS_KERNEL_TABLE(FirKernels, fir, 3, FMA)

@@ -93,4 +93,4 @@ struct MultirateKernels {
 
 }   // namespace tevs
 
-TEVS_KERNEL_TABLE(MultirateKernels, multirate, 2)
+TEVS_KERNEL_TABLE(MultirateKernels, multirate, 2, FMA)

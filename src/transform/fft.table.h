@@ -44,5 +44,5 @@ template <class T> struct FftKernels {
 
 }   // namespace tevs
 
-TEVS_KERNEL_TABLE(FftKernels<float>, fft32, 3)
-TEVS_KERNEL_TABLE(FftKernels<double>, fft64, 3)
+TEVS_KERNEL_TABLE(FftKernels<float>, fft32, 3, FMA)
+TEVS_KERNEL_TABLE(FftKernels<double>, fft64, 3, FMA)

@@ -29,4 +29,4 @@ struct IntegerFftKernels {
 
 }   // namespace tevs
 
-TEVS_KERNEL_TABLE(IntegerFftKernels, integerFft, 3)
+TEVS_KERNEL_TABLE(IntegerFftKernels, integerFft, 3, FMA)

@@ -34,4 +34,4 @@ struct DotProdKernels {
 
 }   // namespace tevs
 
-TEVS_KERNEL_TABLE(DotProdKernels, dotProd, 2)
+TEVS_KERNEL_TABLE(DotProdKernels, dotProd, 2, FMA)

@@ -45,4 +45,4 @@ struct StatisticsKernels {
 
 }   // namespace tevs
 
-TEVS_KERNEL_TABLE(StatisticsKernels, statistics, 2)
+TEVS_KERNEL_TABLE(StatisticsKernels, statistics, 2, FMA)

@@ -1,5 +1,5 @@
-# The two interfaces as a whole: every declared function links from C, the libraries export what is declared and nothing else, and no kernel object
-# holds a symbol that could stand in for code of another level.
+# The two interfaces as a whole: every declared function links from C, the libraries export what is declared and nothing else, every header is named where
+# a reader looks, and no kernel object holds a symbol that could stand in for code of another level.
 set(exports_dir ${CMAKE_CURRENT_LIST_DIR})
 set(exports_work ${CMAKE_CURRENT_BINARY_DIR}/exports)
 file(GLOB public_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/*.h ${PROJECT_SOURCE_DIR}/include/tevs/*.h)
@@ -21,10 +21,7 @@ foreach(library tevs tevcore)
              -DSONAME=${${library}_soname} -DNAMES=${names} -P ${exports_dir}/exported.cmake)
 endforeach()
 
-# At the end of the directory, when every kernel source has been named.
-function(tevs_test_kernel_objects)
-    get_property(objects GLOBAL PROPERTY TEVS_KERNEL_OBJECTS)
-    file(GENERATE OUTPUT ${exports_work}/kernel_objects.txt CONTENT "$<JOIN:${objects},\n>\n")
-    add_test(NAME core/kernel_objects COMMAND ${CMAKE_COMMAND} -DNM=${CMAKE_NM} -DLIST=${exports_work}/kernel_objects.txt -P ${exports_dir}/kernel_objects.cmake)
-endfunction()
-cmake_language(DEFER CALL tevs_test_kernel_objects)
+file(GENERATE OUTPUT ${exports_work}/kernel_objects.txt CONTENT "$<JOIN:${TEVS_KERNEL_OBJECTS},\n>\n")
+add_test(NAME core/kernel_objects COMMAND ${CMAKE_COMMAND} -DNM=${CMAKE_NM} -DLIST=${exports_work}/kernel_objects.txt -P ${exports_dir}/kernel_objects.cmake)
+
+add_test(NAME core/listed COMMAND ${CMAKE_COMMAND} -DSOURCE=${PROJECT_SOURCE_DIR} -P ${exports_dir}/listed.cmake)

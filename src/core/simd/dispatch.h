@@ -4,8 +4,8 @@
 //     TEVS_KERNEL_TABLE(MovementKernels, movement, 2)
 //
 // movement.kern.cpp, compiled once per level, defines levelN::movement; the exports call through tevs::movement->flip8(...).
-// The last argument is the highest level that the family is compiled for. families.h lists the tables of all families, and dispatch.cpp
-// points each at its level, once, when the library is loaded; after that they are only read.
+// The number is the family's highest level; FMA after it lets fma() fuse from level 2 on: only where results may differ in rounding between levels.
+// cmake/Families.cmake reads these lines and writes families.h, the list of all tables; dispatch.cpp points each at its level when the library is loaded.
 #pragma once
 
 #include "core/simd/level.h"
@@ -20,20 +20,20 @@ constexpr int kBaseLevel = 1;
 constexpr int kHighestLevel = 3;
 #endif
 
-#define TEVS_KERNEL_TABLE(Type, name, top) \
-    namespace tevs {                       \
-    namespace level0 {                     \
-    extern const Type name;                \
-    }                                      \
-    namespace level1 {                     \
-    extern const Type name;                \
-    }                                      \
-    namespace level2 {                     \
-    extern const Type name;                \
-    }                                      \
-    namespace level3 {                     \
-    extern const Type name;                \
-    }                                      \
-    extern const Type* name;               \
-    constexpr int name##TopLevel = top;    \
+#define TEVS_KERNEL_TABLE(Type, name, top, ...) \
+    namespace tevs {                            \
+    namespace level0 {                          \
+    extern const Type name;                     \
+    }                                           \
+    namespace level1 {                          \
+    extern const Type name;                     \
+    }                                           \
+    namespace level2 {                          \
+    extern const Type name;                     \
+    }                                           \
+    namespace level3 {                          \
+    extern const Type name;                     \
+    }                                           \
+    extern const Type* name;                    \
+    constexpr int name##TopLevel = top;         \
     }
