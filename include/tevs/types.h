@@ -47,6 +47,9 @@ typedef struct { float re, im; } Complex32f;
 typedef struct { double re, im; } Complex64f;
 /* clang-format on */
 
+/* Xlib.h defines a macro of this name. Where it comes first, Status stays that macro to the caller (an int), and the prototypes are read with it. */
+#pragma push_macro("Status")
+#undef Status
 typedef enum Status {
     /* warnings: the whole destination was written */
     WarnInfOrNaN = 9,       /* the largest magnitude of the source is not finite */
@@ -96,6 +99,7 @@ typedef enum Status {
     StatusIirGenFreq = -208,       /* a designed IIR filter's relative cut-off frequency is not in (0, 0.5] */
     StatusIirGenDecibels = -209    /* a Chebyshev design's pass-band variation is not in (0, 29] dB */
 } Status;
+#pragma pop_macro("Status")
 
 /* Rounding of float to integer and to half-precision conversions. */
 enum { RoundTowardZero = 0, RoundNearest = 1 };
