@@ -1,9 +1,6 @@
 # Headers, both libraries, the CMake package and the pkg-config files. Everything is found relative to where it lies: a tree can be moved.
 include(CMakePackageConfigHelpers)
 
-# libtevsq7 finds libtevcore beside it, wherever the two are put.
-set_target_properties(tevs PROPERTIES INSTALL_RPATH "$ORIGIN")
-
 install(TARGETS tevs tevcore EXPORT tevsTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES include/tevs.h include/tevcore.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY include/tevs DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")

@@ -1,0 +1,3 @@
+#include <tevcore.h>
+
+int main(void) { return tevGetNumThreads() < 1; }
