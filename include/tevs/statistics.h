@@ -16,7 +16,7 @@ TEVS_BEGIN
  * scaleFactor   _Sfs forms: the exact sum or mean * 2^-scaleFactor, to nearest, ties to even, saturated; any integer will do
  *
  * Sums of integers are exact before they are scaled or rounded. 64f and 64fc add in double precision. What is not exact is added in an order that
- * hangs on len and the SIMD level only, never on the address.
+ * depends on len and the SIMD level only, never on the address.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
  */
@@ -75,7 +75,7 @@ Status tevsStdDev_64f(const double* pSrc, int len, double* pStdDev);
  * scaleFactor          _Sfs forms: the norm * 2^-scaleFactor, to nearest, ties to even, saturated; any integer will do
  *
  * Sums of integers are exact, and their root is taken in double precision. Sums of floats are formed in double precision and rounded once, in an order
- * that hangs on len and the SIMD level only; what leaves the range of double precision on the way but not in the end does no harm. Norm_Inf passes over
+ * that depends on len and the SIMD level only; what leaves the range of double precision on the way but not in the end does no harm. Norm_Inf passes over
  * a NaN that is not in front.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).

@@ -1,6 +1,6 @@
 /* Sample types, status codes, flags and hints of the signal library.
  *
- * Naming       tevs<Operation>[<tapType>][_<form>]_<srcType>[<dstType>][_I][_Sfs]
+ * Naming       tevs<Operation>[<tapType>][_<form>]_<srcType>[<dstType>][_I | _Sfs | _ISfs]
  *
  *   type codes   8u 8s 16u 16s 32u 32s 64s    integers
  *                24u 24s                      packed 3-byte integers, least significant byte first; conversions only
@@ -8,21 +8,27 @@
  *                32f 64f                      IEEE 754 single and double precision
  *                16sc 32sc 64sc 32fc 64fc     complex: re, im interleaved, nothing between
  *   _I           in place: pSrcDst is both a source and the destination; of two operands it is the second
- *   _Sfs         integer result times 2^-scaleFactor, to nearest, ties to even, saturated (_ISfs in place)
+ *   _Sfs         integer result times 2^-scaleFactor, to nearest, ties to even, saturated
+ *   _ISfs        both
  *   C, CRev      a constant operand; the constant comes first in the formula
  *   _Direct      a stateless form of a filter: taps and delay line are arguments
  *
  * Arguments    sources, destination, length, parameters, scaleFactor, work buffer. A constant follows the source out of place
- *              and comes first in place. Lengths count elements (a complex one is one) and are at least 1.
+ *              and comes first in place. Lengths count elements (a complex one is one) and are at least 1: 0 is an error, so an
+ *              empty vector is the caller's to leave out.
  * Alignment    none is asked of any pointer.
- * Overlap      a destination may equal a source. Vectors that overlap in part do not work, except in the Move functions.
+ * Overlap      a destination may equal a source whose elements are at least as wide. Where it is wider than its source, and wherever vectors overlap
+ *              in part, results are wrong, except in the Move functions.
  * Results      never follow the calling thread's rounding mode, and never change it. No function prints, throws or exits.
  * Threads      the library keeps no mutable state of its own. Distinct outputs and records may be worked on by any number of threads.
- *              A filter or generator record serves one call at a time; a transform record any number, each call with its own work
+ *              A filter record serves one call at a time; a transform record any number, each call with its own work
  *              buffer.
+ * Records      GetSize or GetStateSize, then Init, build one in the caller's memory, at any address; InitAlloc builds it in memory of its own. A record holds
+ *              addresses of its own parts: it cannot be copied or moved. Free gives back what InitAlloc took. Of a record built by Init it takes no
+ *              memory: a transform record is one no longer, a filter record remains as it was, and either's memory is the caller's to reuse.
  * Statuses     checks run in the order of the arguments unless a family says otherwise (as a rule pointers, then lengths, then the
- *              record's identifier, then parameters); the first that fails decides. An error (below 0) has written
- *              nothing; a warning (above 0) has written the whole destination.
+ *              record's identifier, then parameters); the first that fails decides. An error is below 0 and leaves every destination as it was; a
+ *              warning is above 0 and has written the whole destination. So test status < 0, or warnings pass for failures.
  */
 #ifndef TEVS_TYPES_H
 #define TEVS_TYPES_H
@@ -62,7 +68,7 @@ typedef enum Status {
 
     StatusOk = 0,
 
-    /* errors: nothing was written */
+    /* errors: no destination was written */
     StatusBadArg = -5,             /* an index argument lies outside the record's range */
     StatusBadSize = -6,            /* a length or count is below 1 or outside its stated range */
     StatusNullPtr = -8,            /* a required pointer is null */
@@ -76,7 +82,7 @@ typedef enum Status {
     StatusThresholdNegLevel = -19, /* a threshold level that must not be negative is negative */
     StatusDelayIndex = -24,        /* a delay-line index is not in 0 .. tapsLen-1 */
     StatusFilterOrder = -25,       /* an IIR order is negative, or below 1 where one is needed */
-    StatusFilterLength = -26,      /* an FIR tap count is below 1 */
+    StatusFilterLength = -26,      /* an FIR tap count is below 1, or too large for the sizes to be said */
     StatusRelFreq = -27,           /* a relative frequency lies outside [0, 1) */
     StatusRatePhase = -28,         /* a multirate phase is not in 0 .. factor-1 */
     StatusRateFactor = -29,        /* a multirate up or down factor is below 1 */

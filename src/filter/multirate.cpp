@@ -109,7 +109,7 @@ template <class Kind> struct Rated {
     static constexpr int kTogether = 3;   // times kPeriodsAtOnce: the most that the kernels take in one step
     static constexpr bool kDirect = std::is_same_v<Part, Scalar<Sample>>;
 
-    // The dimensions of a record, of what hangs on the phases the most that it can be. They may be too large: fits() tells.
+    // The dimensions of a record, of what depends on the phases the most that it can be. They may be too large: fits() tells.
     struct Extent {
         int64_t outs, ins, past, before, runs, run, atOnce, stride, groups, groupTaps, outputRuns, lineLen;
 

@@ -46,10 +46,10 @@ inline std::vector<int> lengthsFrom(int least) {
     for (int len = least; len <= 70; ++len) lengths.push_back(len);
     return lengths;
 }
-// For what does not hang on the length: a scale factor's effect, once it has been swept at some.
+// For what does not depend on the length: a scale factor's effect, once it has been swept at some.
 inline std::vector<int> lengthsAt(int scaleFactor) { return scaleFactor == 0 || scaleFactor == 5 ? lengthsFrom(1) : std::vector<int>{1, 2, 7, 61, 1003}; }
 
-// call(a, b, len, result) reduces vectors that make() has made, oracle(a, b) says what comes out. The result hangs on the elements alone: it is the same to the
+// call(a, b, len, result) reduces vectors that make() has made, oracle(a, b) says what comes out. The result depends on the elements alone: it is the same to the
 // bit wherever they lie.
 template <class A, class B, class R, class Call, class Oracle, class MakeA = std::vector<A> (*)(size_t), class MakeB = std::vector<B> (*)(size_t)>
 void sweepReduction(Call call, Oracle oracle, MakeA makeA = randomVector<A>, MakeB makeB = randomVector<B>, const std::vector<int>& lengths = lengthsFrom(1)) {

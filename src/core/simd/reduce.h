@@ -168,7 +168,7 @@ template <class Op, class V> TEVS_INLINE V firstOf(int n, V x) { return firstLan
 //
 // U states take turns, so that steps overlap. The last vector ends with the last element and what the loop has had of it is padded out; below N
 // elements the width is halved, down to Least lanes; fewer than those go through a copy. Nothing is read past element n - 1, and the order of the
-// steps hangs on n alone.
+// steps depends on n alone.
 template <int N, int Least, int U, class Op, class... S> TEVS_INLINE auto reduce(ptrdiff_t n, Op op, S... s) {
     auto start = op.template start<decltype(s.template load<N>())...>();
     if (n >= N) {
