@@ -11,7 +11,7 @@ if(NOT TEVS_INSTALL)
     return()
 endif()
 
-# The installed package, proven from outside: installs into a prefix of its own, moves it, and uses it through CMake and through pkg-config.
+# The installed package, proven from outside: installs into a prefix of its own, moves it, and uses it through CMake and by hand.
 set(package_work ${PROJECT_BINARY_DIR}/package)
 set(package_prefix ${package_work}/moved)
 
@@ -24,7 +24,6 @@ add_test(NAME package/find_package COMMAND ${CMAKE_CTEST_COMMAND} --build-and-te
          --build-options -DCMAKE_PREFIX_PATH=${package_prefix} ${package_options}
          --test-command ${CMAKE_CTEST_COMMAND} --output-on-failure)
 
-add_test(NAME package/pkg_config COMMAND ${CMAKE_COMMAND} -DLIBDIR=${package_prefix}/${CMAKE_INSTALL_LIBDIR} -DCC=${CMAKE_C_COMPILER}
-         "-DFLAGS=${CMAKE_C_FLAGS}" -DEXAMPLES=${PROJECT_SOURCE_DIR}/examples -DWORK=${package_work}/pkg_config
-         -P ${CMAKE_CURRENT_LIST_DIR}/pkg_config.cmake)
-set_tests_properties(package/find_package package/pkg_config PROPERTIES FIXTURES_REQUIRED package TIMEOUT 900)
+add_test(NAME package/by_hand COMMAND ${CMAKE_COMMAND} -DPREFIX=${package_prefix} -DLIBDIR=${package_prefix}/${CMAKE_INSTALL_LIBDIR} -DCC=${CMAKE_C_COMPILER}
+         "-DFLAGS=${CMAKE_C_FLAGS}" -DSOURCE=${PROJECT_SOURCE_DIR} -DWORK=${package_work}/by_hand -P ${CMAKE_CURRENT_LIST_DIR}/by_hand.cmake)
+set_tests_properties(package/find_package package/by_hand PROPERTIES FIXTURES_REQUIRED package TIMEOUT 900)

@@ -1,0 +1,28 @@
+# cmake -DPREFIX=... -DLIBDIR=... -DCC=... -DFLAGS=... -DSOURCE=... -DWORK=... -P by_hand.cmake
+#
+# The installed package as a caller takes it by hand: the README's own lines give a program that starts, and use.c and every example compile and link.
+file(REMOVE_RECURSE ${WORK})
+file(COPY ${SOURCE}/examples/moving_average.c DESTINATION ${WORK})
+file(STRINGS ${SOURCE}/README.md lines REGEX "^    cc ")
+list(LENGTH lines count)
+if(NOT count EQUAL 2)
+    message(FATAL_ERROR "README.md has ${count} lines that compile")
+endif()
+foreach(line IN LISTS lines)
+    string(REPLACE "    cc" "${CC} ${FLAGS}" line "${line}")
+    string(REPLACE /opt/tevs/lib ${LIBDIR} line "${line}")
+    string(REPLACE /opt/tevs ${PREFIX} line "${line}")
+    file(REMOVE ${WORK}/moving_average)
+    execute_process(COMMAND sh -c "${line} && ./moving_average" WORKING_DIRECTORY ${WORK} COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+
+set(ENV{PKG_CONFIG_LIBDIR} ${LIBDIR}/pkgconfig)
+execute_process(COMMAND pkg-config --cflags --libs tevs tevcore OUTPUT_VARIABLE package OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+separate_arguments(package UNIX_COMMAND "${package}")
+separate_arguments(flags UNIX_COMMAND "${FLAGS}")
+file(GLOB sources ${CMAKE_CURRENT_LIST_DIR}/use.c ${SOURCE}/examples/*.c)
+foreach(source IN LISTS sources)
+    get_filename_component(name ${source} NAME_WE)
+    execute_process(COMMAND ${CC} ${flags} -std=c11 -O2 -Wall -Wextra -Werror ${source} -o ${WORK}/${name} ${package} -Wl,-rpath,${LIBDIR} -lm COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+execute_process(COMMAND ${WORK}/use COMMAND_ERROR_IS_FATAL ANY)
