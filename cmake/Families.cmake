@@ -1,7 +1,7 @@
 # The families, found by their files.
 #
 #   src/<folder>/*.cpp                    belongs to libtevsq7
-#   src/<folder>/<family>.table.h         a family with kernels: a line TEVS_KERNEL_TABLE(<type>, <table>, <highest level>[, FMA]) for each table
+#   src/<folder>/<family>.table.h         a family with kernels: a line TEVS_KERNEL_TABLE(<type>, <table>, <2 or 3>[, FMA]) for each table
 #   src/<folder>/<family>.kern.cpp        the kernels of a family's table; where it has several tables, <table>.kern.cpp defines each
 #
 # A kernel source is compiled once for each level from the ABI's base up to the table's highest (or the ABI's).
@@ -64,8 +64,8 @@ foreach(header IN LISTS TEVS_KERNEL_TABLES)
     string(APPEND includes "#include \"${include}\"\n")
     file(STRINGS ${header} tables REGEX "^TEVS_KERNEL_TABLE")
     foreach(table IN LISTS tables)
-        if(NOT table MATCHES "^TEVS_KERNEL_TABLE\\((.+), ([A-Za-z0-9_]+), ([0-3])(, FMA)?\\)$")
-            message(FATAL_ERROR "${header}: not TEVS_KERNEL_TABLE(<type>, <table>, <highest level>[, FMA]): ${table}")
+        if(NOT table MATCHES "^TEVS_KERNEL_TABLE\\((.+), ([A-Za-z0-9_]+), ([23])(, FMA)?\\)$")
+            message(FATAL_ERROR "${header}: not TEVS_KERNEL_TABLE(<type>, <table>, <2 or 3>[, FMA]): ${table}")
         endif()
         set(type ${CMAKE_MATCH_1})
         set(name ${CMAKE_MATCH_2})
