@@ -7,6 +7,7 @@
 #include <omp.h>
 
 #include <algorithm>
+#include <limits>
 
 #include "core/rounding.h"
 #include "tevcore.h"
@@ -39,7 +40,11 @@ template <class Body> Status parallelUnits(int units, int threads, Body body) {
     return Status(lowest);
 }
 
-// The number of threads to ask for now, at most `areas`, the number that a record was laid out for.
-inline int teamSize(int areas) { return std::clamp<int>(threads_omp_of_n_tev, 1, std::max(areas, 1)); }
+// The number of threads to ask for now, at most `areas`, the number that a record was laid out for. Another thread may set the count at any time, so it is read
+// once for each decision, and everything that follows from the decision goes by that value.
+inline int teamSize(int areas) { return std::clamp(int(__atomic_load_n(&threads_omp_of_n_tev, __ATOMIC_RELAXED)), 1, std::max(areas, 1)); }
+
+// The number of areas for a record that is built now. Its size and its layout follow from one call.
+inline int threadsAtBuild() { return teamSize(std::numeric_limits<int>::max()); }
 
 }   // namespace tevs
