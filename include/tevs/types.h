@@ -16,10 +16,13 @@
  *              and comes first in place. Lengths count elements (a complex one is one) and are at least 1.
  * Alignment    none is asked of any pointer.
  * Overlap      a destination may equal a source. Vectors that overlap in part do not work, except in the Move functions.
- * Results      never follow the calling thread's rounding mode, and never change it. No function prints, throws or exits.
- * Threads      the library keeps no mutable state of its own. Distinct outputs and records may be worked on by any number of threads.
- *              A filter or generator record serves one call at a time; a transform record any number, each call with its own work
- *              buffer.
+ * Results      never follow the calling thread's rounding mode or precision control (MXCSR, x87), and never change them. Its flush bits (FTZ, DAZ) count as it
+ *              has set them, but for tevsConvert from floating point to the nearest integer, which in a mode other than to nearest reads subnormal
+ *              numbers as they are. No function prints, throws or exits.
+ * Threads      distinct outputs and records may be worked on by any number of threads. A filter or generator record serves one call at a time; a transform
+ *              record any number, each call with its own work buffer. Calls that are long enough may share their work out (tevcore.h), with
+ *              the caller's control word and so the same results.
+ *              The library keeps no mutable state of its own, but for which threads have had a team when the process forks.
  * Statuses     checks run in the order of the arguments unless a family says otherwise (as a rule pointers, then lengths, then the
  *              record's identifier, then parameters); the first that fails decides. An error (below 0) has written
  *              nothing; a warning (above 0) has written the whole destination.
