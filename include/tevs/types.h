@@ -19,10 +19,13 @@
  * Alignment    none is asked of any pointer.
  * Overlap      a destination may equal a source whose elements are at least as wide. Where it is wider than its source, and wherever vectors overlap
  *              in part, results are wrong, except in the Move functions.
- * Results      never follow the calling thread's rounding mode, and never change it. No function prints, throws or exits.
- * Threads      the library keeps no mutable state of its own. Distinct outputs and records may be worked on by any number of threads.
- *              A filter record serves one call at a time; a transform record any number, each call with its own work
- *              buffer.
+ * Results      never follow the calling thread's rounding mode or precision control (MXCSR, x87), and never change them. Its flush bits (FTZ, DAZ) count as it
+ *              has set them, but for tevsConvert from floating point to the nearest integer, which in a mode other than to nearest reads subnormal
+ *              numbers as they are. No function prints, throws or exits.
+ * Threads      distinct outputs and records may be worked on by any number of threads. A filter or generator record serves one call at a time; a transform
+ *              record any number, each call with its own work buffer. Calls that are long enough may share their work out (tevcore.h), with
+ *              the caller's control word and so the same results.
+ *              The library keeps no mutable state of its own, but for which threads have had a team when the process forks.
  * Records      GetSize or GetStateSize, then Init, build one in the caller's memory, at any address; InitAlloc builds it in memory of its own. A record holds
  *              addresses of its own parts: it cannot be copied or moved. Free gives back what InitAlloc took. Of a record built by Init it takes no
  *              memory: a transform record is one no longer, a filter record remains as it was, and either's memory is the caller's to reuse.

@@ -8,8 +8,8 @@
 
 namespace tevs {
 
-// bytes of memory at a multiple of 32, or null; release() takes it back, and null too.
-void* allocate(size_t bytes);
+// bytes of memory at a multiple of 32, or null, as for more than there are addresses; release() takes it back, and null too.
+void* allocate(uint64_t bytes);
 void release(void* p);
 
 struct Release {

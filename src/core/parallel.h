@@ -1,12 +1,14 @@
 // The parallel frame: a few long-running operations share their output out over an OpenMP team.
 //
-// Each operation compares its length with a fixed threshold and calls these only above it. A team of one (a single processor, a refused or nested fork)
-// runs the same body and does all the work.
+// Each operation compares its length with a fixed threshold and calls these only above it. A team of one (a single processor, a refused or nested fork, a forked
+// process) runs the same body and does all the work. The members of a team compute under the caller's SSE control word, so that results are the same for any
+// number of threads; the one of the x87 unit stays theirs, and bodies go without that unit.
 #pragma once
 
 #include <omp.h>
 
 #include <algorithm>
+#include <limits>
 
 #include "core/rounding.h"
 #include "tevcore.h"
@@ -14,32 +16,49 @@
 
 namespace tevs {
 
-// Calls body(first, count) on disjoint ranges that cover 0 .. count-1: an equal share for each thread, the last also taking the rest.
-template <class Body> void parallelRanges(int count, int threads, Body body) {
-#pragma omp parallel num_threads(std::max(threads, 1))
-    {
-        NearestRounding guard;   // each thread has a control word of its own
-        const int team = omp_get_num_threads(), t = omp_get_thread_num();
-        const int share = count / team;
-        const int mine = t == team - 1 ? count - t * share : share;
-        if (mine > 0) body(t * share, mine);
-    }
-}
+// Whether this thread may work with others. The OpenMP runtime keeps a thread's team for its next one; of a team from before a fork the child has the record but not
+// the threads, and would wait for them for ever.
+bool mayShare();
+void noteTeam();
 
-// Calls body(unit, thread) for units 0 .. units-1, dealt round-robin, and returns the lowest status: any error wins over success.
-// thread < threads, so a body may use work areas that were laid out for `threads` of them.
-template <class Body> Status parallelUnits(int units, int threads, Body body) {
+// Calls body(thread, team) in each member of a team of up to `threads`, and returns the lowest status: any error wins over success.
+template <class Body> Status inTeam(int threads, Body body) {
+    if (threads <= 1) return body(0, 1);
+    noteTeam();
     int lowest = StatusOk;
-#pragma omp parallel num_threads(std::max(threads, 1)) reduction(min : lowest)
+    const uint32_t word = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
+#pragma omp parallel num_threads(threads) reduction(min : lowest)
     {
-        NearestRounding guard;
-        const int team = omp_get_num_threads(), t = omp_get_thread_num();
-        for (int u = t; u < units; u += team) lowest = std::min<int>(lowest, body(u, t));
+        const ControlWordOf caller(word);
+        lowest = body(omp_get_thread_num(), omp_get_num_threads());
     }
     return Status(lowest);
 }
 
+// Calls body(first, count) on disjoint ranges that cover 0 .. count-1: an equal share for each thread, the last also taking the rest.
+template <class Body> void parallelRanges(int count, int threads, Body body) {
+    inTeam(threads, [&](int t, int team) {
+        const int share = count / team, mine = t == team - 1 ? count - t * share : share;
+        if (mine > 0) body(t * share, mine);
+        return StatusOk;
+    });
+}
+
+// Calls body(unit, thread) for units 0 .. units-1, dealt round-robin, and returns the lowest status.
+// thread < threads, so a body may use work areas that were laid out for `threads` of them.
+template <class Body> Status parallelUnits(int units, int threads, Body body) {
+    return inTeam(threads, [&](int t, int team) {
+        Status lowest = StatusOk;
+        for (int u = t; u < units; u += team) lowest = std::min(lowest, body(u, t));
+        return lowest;
+    });
+}
+
+// The number of areas for a record that is built now. Its size and its layout follow from one call: another thread may set the count at any time, so it is
+// read once for each decision.
+inline int threadsAtBuild() { return std::max(int(__atomic_load_n(&threads_omp_of_n_tev, __ATOMIC_RELAXED)), 1); }
+
 // The number of threads to ask for now, at most `areas`, the number that a record was laid out for.
-inline int teamSize(int areas) { return std::clamp<int>(threads_omp_of_n_tev, 1, std::max(areas, 1)); }
+inline int teamSize(int areas) { return mayShare() ? std::clamp(threadsAtBuild(), 1, std::max(areas, 1)) : 1; }
 
 }   // namespace tevs

@@ -122,35 +122,34 @@ Status quotientStatus(bool zeroDivisor) { return zeroDivisor ? WarnDivByZero : S
 template <class A, class B, class D, class Kernel, class... Scale>
 Status divide(const A* pSrc1, const B* pSrc2, D* pDst, int len, Kernel* kernel, Scale... scaleFactor) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    return quotientStatus(kernel(lanes(pSrc2), lanes(pSrc1), lanes(pDst), laneCount<D>(len), scaleFactor...));
+    return quotientStatus(toNearest(kernel, lanes(pSrc2), lanes(pSrc1), lanes(pDst), laneCount<D>(len), scaleFactor...));
 }
 
 // Integers are divided; floats are multiplied by the reciprocal.
 template <class T, class Kernel> Status divideC(const T* pSrc, T val, T* pDst, int len, Kernel* kernel, int scaleFactor) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len).require(!equals(val, 0), StatusDivByZeroErr)) return s;
-    NearestRounding guard;
-    kernel(lanes(pSrc), constantOf(val), lanes(pDst), laneCount<T>(len), scaleFactor);
+    toNearest(kernel, lanes(pSrc), constantOf(val), lanes(pDst), laneCount<T>(len), scaleFactor);
     return StatusOk;
 }
 template <class T> Status divideC(const T* pSrc, T val, T* pDst, int len, WithConstant<T>* multiply) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len).require(val > 0 || val < 0, StatusDivByZeroErr)) return s;   // NaN fails too
-    NearestRounding guard;
-    multiply(pSrc, constantOf(1 / val), pDst, len);
+    toNearest([](const T* src, T v, T* dst, int count, auto* kernel) { kernel(src, constantOf(1 / v), dst, count); }, pSrc, val, pDst, len, multiply);
     return StatusOk;
 }
 template <Complex C, class T> Status divideC(const C* pSrc, C val, C* pDst, int len, WithConstant<T>* multiply) {
-    NearestRounding guard;
-    const T m = val.re * val.re + val.im * val.im;
-    if (Status s = Args().ptr(pSrc).ptr(pDst).len(len).require(m > 0, StatusDivByZeroErr)) return s;
-    multiply(&pSrc->re, {val.re / m, -val.im / m}, &pDst->re, laneCount<C>(len));
-    return StatusOk;
+    return toNearest(
+        [](const C* src, C v, C* dst, int count, auto* kernel) -> Status {
+            const T m = v.re * v.re + v.im * v.im;
+            if (Status s = Args().ptr(src).ptr(dst).len(count).require(m > 0, StatusDivByZeroErr)) return s;
+            kernel(&src->re, {v.re / m, -v.im / m}, &dst->re, laneCount<C>(count));
+            return StatusOk;
+        },
+        pSrc, val, pDst, len, multiply);
 }
 
 template <class T, class Kernel> Status divideCRev(const T* pSrc, T val, T* pDst, int len, Kernel* kernel) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    return quotientStatus(kernel(pSrc, val, pDst, len));
+    return quotientStatus(toNearest(kernel, pSrc, val, pDst, len));
 }
 
 }   // namespace

@@ -86,45 +86,52 @@ constexpr auto complexProduct = [](auto a, auto b) {
     }
 };
 
-// dst = op(a, b) at a scale; T is the type of dst.
-template <class T, class Op, class A, class B> TEVS_INLINE void scaled(T* dst, ptrdiff_t n, int scaleFactor, Op op, A a, B b) {
-    withScale(scaleFactor, [=](auto scaling) {
-        map<kLanes<T>, kLeast<T>>(
-            n, dst, [=](auto w, auto... s) { return fit(scaling, op(w, s...)); }, a, b);
-    });
+// Whether an operation makes one lane of two.
+template <class Op> constexpr bool kOfPairs = false;
+template <> constexpr bool kOfPairs<decltype(complexProduct)> = true;
+
+// f over the lanes, as Op goes by them or by pairs.
+template <class Op, int N, int Least, class T, class F, class... S> TEVS_INLINE void mapFor(ptrdiff_t n, T* dst, F f, const S*... s) {
+    if constexpr (kOfPairs<Op>)
+        mapPairs<N, Least>(n, dst, f, s...);
+    else
+        map<N, Least>(n, dst, f, s...);
 }
 
 template <class A, class B, class Op> void scaledBinary(const A* a, const B* b, B* dst, ptrdiff_t n, int scaleFactor) {
-    scaled(
-        dst, n, scaleFactor, [](auto w, auto x, auto y) { return Op{}(load<A, w.n>(x), load<B, w.n>(y)); }, a, b);
+    withScale(scaleFactor, [=](auto scaling) {
+        mapFor<Op, kLanes<B>, kLeast<B>>(
+            n, dst, [=](auto w, auto x, auto y) { return fit(scaling, Op{}(load<A, w.n>(x), load<B, w.n>(y))); }, a, b);
+    });
 }
 
 template <class V> TEVS_INLINE V repeated(Constant<Element<V>> c) { return alternate(V{} + c.even, V{} + c.odd); }
 
 template <class T, class Op> void scaledWithConstant(const T* src, Constant<T> c, T* dst, ptrdiff_t n, int scaleFactor) {
     withScale(scaleFactor, [=](auto scaling) {
-        map<kLanes<T>, kLeast<T>>(
+        mapFor<Op, kLanes<T>, kLeast<T>>(
             n, dst, [=](auto w, auto x) { return fit(scaling, Op{}(load<T, w.n>(x), repeated<Vec<T, w.n>>(c))); }, src);
     });
 }
 
 // n real factors and n complex ones.
 void mul32s32sc(const int32_t* a, const int32_t* b, int32_t* dst, ptrdiff_t n, int scaleFactor) {
-    using Pair = Constant<int32_t>;
     withScale(scaleFactor, [=](auto scaling) {
         map<kLanes<int32_t> / 2, 2>(
-            n, reinterpret_cast<Pair*>(dst),
+            n, reinterpret_cast<Pair<int32_t>*>(dst),
             [=](auto w, auto x, auto y) {
                 using V = Vec<int32_t, 2 * w.n>;
                 return fit(scaling, product(loadTwice<V>(x), loadAs<V>(y)));
             },
-            a, reinterpret_cast<const Pair*>(b));
+            a, reinterpret_cast<const Pair<int32_t>*>(b));
     });
 }
 
 void mul16s32s(const int16_t* a, const int16_t* b, int32_t* dst, ptrdiff_t n, int scaleFactor) {
-    scaled(
-        dst, n, scaleFactor, [](auto w, auto x, auto y) { return Whole<Vec<int32_t, w.n>>{products16(loadWide<w.n>(x), loadWide<w.n>(y))}; }, a, b);
+    withScale(scaleFactor, [=](auto scaling) {
+        map<kLanes<int32_t>, 4>(
+            n, dst, [=](auto w, auto x, auto y) { return fit(scaling, Whole<Vec<int32_t, w.n>>{products16(loadWide<w.n>(x), loadWide<w.n>(y))}); }, a, b);
+    });
 }
 
 // The products and what is there already are one exact result, rounded once.
@@ -188,15 +195,6 @@ template <class Op> void floats16s(const int16_t* a, const int16_t* b, float* ds
 
 // ---- float operations -----------------------------------------------------------------------------------------------------------------------
 
-template <class T, class Op> void binary(const T* a, const T* b, T* dst, ptrdiff_t n) {
-    map<kLanes<T>, kLeast<T>>(
-        n, dst, [](auto w, auto x, auto y) { return Op{}(load<T, w.n>(x), load<T, w.n>(y)); }, a, b);
-}
-template <class T, class Op> void withConstant(const T* src, Constant<T> c, T* dst, ptrdiff_t n) {
-    map<kLanes<T>, kLeast<T>>(
-        n, dst, [=](auto w, auto x) { return Op{}(load<T, w.n>(x), repeated<Vec<T, w.n>>(c)); }, src);
-}
-
 // re = ar br - ai bi, im = ar bi + ai br. Each factor is loaded once: of unaligned vectors, half the loads cross a cache line.
 constexpr auto timesComplex = [](auto a, auto b) {
     const auto x = inRegister(a), y = inRegister(b);
@@ -207,21 +205,31 @@ constexpr auto timesConjugate = [](auto a, auto b) {
     const auto x = inRegister(a), y = inRegister(b);
     return addSub(evensTwice(y) * x, oddsTwice(y) * swapPairs(x));
 };
+template <> constexpr bool kOfPairs<decltype(timesComplex)> = true;
+template <> constexpr bool kOfPairs<decltype(timesConjugate)> = true;
+
+template <class T, class Op> void binary(const T* a, const T* b, T* dst, ptrdiff_t n) {
+    mapFor<Op, kLanes<T>, kLeast<T>>(
+        n, dst, [](auto w, auto x, auto y) { return Op{}(load<T, w.n>(x), load<T, w.n>(y)); }, a, b);
+}
+template <class T, class Op> void withConstant(const T* src, Constant<T> c, T* dst, ptrdiff_t n) {
+    mapFor<Op, kLanes<T>, kLeast<T>>(
+        n, dst, [=](auto w, auto x) { return Op{}(load<T, w.n>(x), repeated<Vec<T, w.n>>(c)); }, src);
+}
 
 // n real factors and n complex ones.
 void mul32f32fc(const float* a, const float* b, float* dst, ptrdiff_t n) {
-    using Pair = Constant<float>;
     map<kFloats / 2, 2>(
-        n, reinterpret_cast<Pair*>(dst),
+        n, reinterpret_cast<Pair<float>*>(dst),
         [](auto w, auto x, auto y) {
             using V = Vec<float, 2 * w.n>;
             return loadTwice<V>(x) * loadAs<V>(y);
         },
-        a, reinterpret_cast<const Pair*>(b));
+        a, reinterpret_cast<const Pair<float>*>(b));
 }
 
 template <class T, class Op> void addProduct(const T* a, const T* b, T* dst, ptrdiff_t n) {
-    map<kLanes<T>, kLeast<T>>(
+    mapFor<Op, kLanes<T>, kLeast<T>>(
         n, dst, [](auto w, auto x, auto y, auto z) { return load<T, w.n>(z) + Op{}(load<T, w.n>(x), load<T, w.n>(y)); }, a, b, static_cast<const T*>(dst));
 }
 void addProductC32f(const float* src, Constant<float> c, float* dst, ptrdiff_t n) {
@@ -281,7 +289,7 @@ template <class V> TEVS_INLINE V squaredMagnitude(V y) {
 // one division; the second rounding that this costs is 2^-29 of a result's last bit.
 bool div32fc(const float* dividend, const float* divisor, float* dst, ptrdiff_t n) {
     bool zero = false;
-    map<kFloats, 4>(
+    mapPairs<kFloats, 4>(
         n, dst,
         [&](auto w, auto p, auto q) {
             constexpr int h = w.n / 2;
@@ -299,42 +307,79 @@ bool div32fc(const float* dividend, const float* divisor, float* dst, ptrdiff_t 
     return zero;
 }
 
-// One quotient whose intermediate results may leave the range: both operands are brought near 1 by powers of two first.
-__attribute__((noinline)) void divideScaled(double (&x)[2], const double (&y)[2], bool& zero) {
-    const auto exponent = [](const double(&z)[2]) {
-        const double m = __builtin_fmax(__builtin_fabs(z[0]), __builtin_fabs(z[1]));
-        return m > 0 && m < __builtin_inf() ? __builtin_ilogb(m) : 0;
-    };
+// m * 2^e, rounded as doubles are but without bounds to the exponent. m has a magnitude of 1 to 2, or is 0, infinite or NaN.
+struct Unbounded {
+    double m;
+    int e;
+
+    static Unbounded of(double x, int e = 0) {
+        if (!(__builtin_fabs(x) >= 0x1p-1022)) {
+            x *= 0x1p100;
+            e -= 100;
+        }
+        const auto bits = __builtin_bit_cast(uint64_t, x);
+        const int exponent = int(bits >> 52 & 0x7ff);
+        if (x == 0 || exponent == 0x7ff) return {x, e};
+        return {__builtin_bit_cast(double, (bits & ~(uint64_t{0x7ff} << 52)) | uint64_t{1023} << 52), e + exponent - 1023};
+    }
+    friend Unbounded operator*(Unbounded a, Unbounded b) { return of(a.m * b.m, a.e + b.e); }
+    friend Unbounded operator/(Unbounded a, Unbounded b) { return of(a.m / b.m, a.e - b.e); }
+    Unbounded operator-() const { return {-m, e}; }
+    friend Unbounded operator+(Unbounded a, Unbounded b) {
+        if (a.m == 0 || (b.m != 0 && a.e < b.e)) {
+            const Unbounded larger = b;
+            b = a;
+            a = larger;
+        }
+        // What is 2^-100 of the larger term decides no rounding but as any smaller term does.
+        const int apart = b.m == 0 ? 0 : a.e - b.e > 100 ? 100 : a.e - b.e;
+        return of(a.m + b.m * power(-apart), a.e);
+    }
+    // In two steps, of which the first is exact.
+    double value() const {
+        const int all = e < -1200 ? -1200 : e > 1200 ? 1200 : e, half = all / 2;
+        return m * power(half) * power(all - half);
+    }
+    static double power(int e) { return __builtin_bit_cast(double, uint64_t(e + 1023) << 52); }
+};
+
+// x / y, where what is formed on the way may leave the range that the quotient is in.
+__attribute__((noinline)) void divideUnbounded(double (&x)[2], const double (&y)[2], bool& zero) {
     if (y[0] == 0 && y[1] == 0) {
         x[0] = x[1] = __builtin_nan("");
         zero = true;
         return;
     }
-    const int ex = exponent(x), ey = exponent(y);
-    const double xr = __builtin_scalbn(x[0], -ex), xi = __builtin_scalbn(x[1], -ex), yr = __builtin_scalbn(y[0], -ey), yi = __builtin_scalbn(y[1], -ey);
-    const double m = yr * yr + yi * yi;
-    x[0] = __builtin_scalbn((xr * yr + xi * yi) / m, ex - ey);
-    x[1] = __builtin_scalbn((xi * yr - xr * yi) / m, ex - ey);
+    const auto xr = Unbounded::of(x[0]), xi = Unbounded::of(x[1]), yr = Unbounded::of(y[0]), yi = Unbounded::of(y[1]);
+    const auto m = yr * yr + yi * yi;
+    x[0] = ((xr * yr + xi * yi) / m).value();
+    x[1] = ((xi * yr + -(xr * yi)) / m).value();
 }
 
+// Where every part is 0 or has a magnitude of 2^-240 to 2^240, products have one of 2^-480 or more, their sums of 2^-533 and quotients of 2^-1014, and none overflows:
+// the same to the bit as without bounds. Each element is divided the one way or the other for its own sake.
 bool div64fc(const double* dividend, const double* divisor, double* dst, ptrdiff_t n) {
     bool zero = false;
-    map<kLanes<double>, 2>(
+    mapPairs<kLanes<double>, 2>(
         n, dst,
         [&](auto w, auto p, auto q) {
             using V = Vec<double, w.n>;
-            V x = load<double, w.n>(p);
-            const V y = load<double, w.n>(q), m = squaredMagnitude(y), s = squaredMagnitude(x);
-            const auto outside = (m < 0x1p-400) | (m > 0x1p400) | (s > 0x1p800) | ((s < 0x1p-800) & (s > 0)) | (m != m) | (s != s);
-            if (!any(outside | ((s == 0) & ((x != 0) | (swapPairs(x) != 0))))) [[likely]]
-                return timesConjugate(x, y) / m;
+            const V x = load<double, w.n>(p), y = load<double, w.n>(q), m = squaredMagnitude(y);
+            V v = timesConjugate(x, y) / m;
+            const auto moderate = [](V part) { return isAtMost(constant<V>(0x1p-240), abs(part)) & isAtMost(abs(part), constant<V>(0x1p240)); };
+            const auto inX = moderate(x), inY = moderate(y);
+            if (all(inX & inY)) [[likely]]
+                return v;
+            const auto safe = (inX | (x == 0)) & (inY | (y == 0)) & (m != 0);
+            if (all(safe)) return v;
             for (int k = 0; k < w.n; k += 2) {
+                if (safe[k] && safe[k + 1]) continue;
                 double a[2] = {x[k], x[k + 1]};
-                divideScaled(a, {y[k], y[k + 1]}, zero);
-                x[k] = a[0];
-                x[k + 1] = a[1];
+                divideUnbounded(a, {y[k], y[k + 1]}, zero);
+                v[k] = a[0];
+                v[k + 1] = a[1];
             }
-            return x;
+            return v;
         },
         dividend, divisor);
     return zero;
@@ -424,24 +469,24 @@ struct ComplexQuotient {
     }
 };
 
+template <> constexpr bool kOfPairs<ComplexQuotient> = true;
+
 template <class Q, class A, class B> TEVS_INLINE bool quotients(const A* dividend, const B* divisor, B* dst, ptrdiff_t n, Q q) {
     bool zero = false;
-    map<2 * kFloats, 8>(
-        n, dst,
-        [&](auto w, auto x, auto y) {
-            constexpr int h = w.n / 2;
-            const auto a = loadInts<int32_t, 4 * h>(y), b = loadInts<int32_t, 4 * h>(y + h);
-            if constexpr (__is_same(Q, ComplexQuotient))
-                zero |= any(((a | swapPairs(a)) == 0) | ((b | swapPairs(b)) == 0));
-            else
-                zero |= any((a == 0) | (b == 0));
-            return narrowInts<B>(q(loadInts<int32_t, 4 * h>(x), a), q(loadInts<int32_t, 4 * h>(x + h), b));
-        },
-        dividend, divisor);
+    const auto step = [&](auto w, auto x, auto y) {
+        constexpr int h = w.n / 2;
+        const auto a = loadInts<int32_t, 4 * h>(y), b = loadInts<int32_t, 4 * h>(y + h);
+        if constexpr (kOfPairs<Q>)
+            zero |= any(((a | swapPairs(a)) == 0) | ((b | swapPairs(b)) == 0));
+        else
+            zero |= any((a == 0) | (b == 0));
+        return narrowInts<B>(q(loadInts<int32_t, 4 * h>(x), a), q(loadInts<int32_t, 4 * h>(x + h), b));
+    };
+    mapFor<Q, 2 * kFloats, 8>(n, dst, step, dividend, divisor);
     return zero;
 }
 template <class Q, class T> TEVS_INLINE void quotientsC(const T* src, Constant<T> val, T* dst, ptrdiff_t n, Q q) {
-    map<2 * kFloats, 8>(
+    mapFor<Q, 2 * kFloats, 8>(
         n, dst,
         [=](auto w, auto x) {
             constexpr int h = w.n / 2;

@@ -72,20 +72,27 @@ template <class S, class D> void convertFarScaled(const S* src, D* dst, int len,
     }
 }
 
-template <class S, class D, class Q> Status integers(const S* pSrc, Q* pDst, int len, int scaleFactor, const Scalable<S, D, S>& kernel) {
-    if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
+template <class S, class D, class Q> Status convertScaled(const S* src, Q* dst, int len, int scaleFactor, const Scalable<S, D, S>* kernel) {
     constexpr int kNormal = std::numeric_limits<S>::max_exponent - 2;   // 2^+-kNormal are normal numbers
     if (scaleFactor == 0)
-        kernel.plain(pSrc, as<D>(pDst), len);
+        kernel->plain(src, as<D>(dst), len);
     else if (scaleFactor >= -kNormal && scaleFactor <= kNormal)
-        kernel.times(pSrc, as<D>(pDst), len, powerOfTwo<S>(-scaleFactor));
+        kernel->times(src, as<D>(dst), len, powerOfTwo<S>(-scaleFactor));
     else
-        convertFarScaled(pSrc, as<D>(pDst), len, scaleFactor, kernel);
+        convertFarScaled(src, as<D>(dst), len, scaleFactor, *kernel);
     return StatusOk;
 }
+
+// Subnormal numbers count where the rounding mode has to be changed.
+template <class S, class D, class Q> Status integers(const S* pSrc, Q* pDst, int len, int scaleFactor, const Scalable<S, D, S>& kernel) {
+    if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
+    return toNearest<_MM_DENORMALS_ZERO_MASK>(convertScaled<S, D, Q>, pSrc, pDst, len, scaleFactor, &kernel);
+}
+// Truncation goes by no mode: products that are not exact are below 1 or beyond every range.
 template <class S, class D> Status integers(const S* pSrc, D* pDst, int len, int rndMode, int scaleFactor, const Rounded<S, D, S>& kernels) {
-    return integers(pSrc, pDst, len, scaleFactor, rndMode == RoundTowardZero ? kernels.truncated : kernels.nearest);
+    if (rndMode != RoundTowardZero) return integers(pSrc, pDst, len, scaleFactor, kernels.nearest);
+    if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
+    return convertScaled(pSrc, pDst, len, scaleFactor, &kernels.truncated);
 }
 
 // A half's magnitude goes from 2^-24 to 2^16 and is then infinite: at the scales +-42 all saturate or become 0.

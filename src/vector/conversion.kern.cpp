@@ -142,10 +142,6 @@ template <class Mode, class S> void halves(const S* src, Half* dst, int len) {
 
 // ---- channels ----------------------------------------------------------------------------------------------------------------------------------
 
-struct Pair {
-    float a, b;
-};
-
 // Four rows of four in each 128-bit half: rows become columns.
 template <class V> TEVS_INLINE Two<V> unpacked(V a, V b) {
 #if TEVS_LEVEL >= 2
@@ -200,7 +196,7 @@ void interleaved(const float* const* channels, int first, int nChannels, int fra
     constexpr int W = kRegisterBytes / 4;
     if (nChannels == 2) {
         map<W, 4>(
-            frames, reinterpret_cast<Pair*>(dst), [](auto w, auto a, auto b) { return interleave(load<float, w.n>(a), load<float, w.n>(b)); },
+            frames, reinterpret_cast<Pair<float>*>(dst), [](auto w, auto a, auto b) { return interleave(load<float, w.n>(a), load<float, w.n>(b)); },
             channels[0] + first, channels[1] + first);
     } else if (frames >= W) {
         interleaveSquares<W>(channels, first, nChannels, frames, dst);
@@ -217,7 +213,7 @@ void deinterleaved(const float* src, float* const* channels, int first, int nCha
     if (nChannels == 2) {
         map<W, 4>(
             frames, Both<float>{channels[0] + first, channels[1] + first},
-            [](auto w, auto s) { return loadSplit<float, w.n>(reinterpret_cast<const float*>(s)); }, reinterpret_cast<const Pair*>(src));
+            [](auto w, auto s) { return loadSplit<float, w.n>(reinterpret_cast<const float*>(s)); }, reinterpret_cast<const Pair<float>*>(src));
     } else if (frames >= W) {
         deinterleaveSquares<W>(src, channels, first, nChannels, frames);
     } else if (frames >= 4) {

@@ -15,14 +15,12 @@ namespace {
 
 template <class S, class D> Status elementwise(const S* pSrc, D* pDst, int len, Plain<S, D>* kernel) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    kernel(pSrc, pDst, len);
+    toNearest(kernel, pSrc, pDst, len);
     return StatusOk;
 }
 template <class S, class D> Status elementwise(const S* pSrc, D* pDst, int len, Checked<S, D>* kernel) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    return kernel(pSrc, pDst, len);
+    return toNearest(kernel, pSrc, pDst, len);
 }
 
 // ---- integer results ----------------------------------------------------------------------------------------------------------------------
@@ -32,8 +30,7 @@ double factorOf(int scaleFactor) { return ldexp(1.0, -std::clamp(scaleFactor, -1
 
 template <class S, class D> Status scaled(const S* pSrc, D* pDst, int len, int scaleFactor, Scaled<S, D>* kernel) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    return kernel(pSrc, pDst, len, factorOf(scaleFactor));
+    return toNearest(kernel, pSrc, pDst, len, factorOf(scaleFactor));
 }
 
 // The nearest integer, saturated. Both bounds of 64 bits stand for numbers below 2^63.
@@ -43,18 +40,22 @@ template <class D> D nearest(long double r) {
     return whole <= lo ? std::numeric_limits<D>::min() : whole >= hi ? std::numeric_limits<D>::max() : D(whole);
 }
 
+// f(x) * factor, rounded once.
+template <class F> int32_t exactly(F, double x, double factor) {
+    return inExtended([](double y, double by) { return nearest<int32_t>(F{}(y)*by); }, x, factor);
+}
+int32_t exactExp(double x, double factor) {
+    return exactly([](long double y) { return expl(y); }, x, factor);
+}
 int32_t exactLn(double x, double factor) {
-    NearestExtended guard;
-    return nearest<int32_t>(logl(x) * factor);
+    return exactly([](long double y) { return logl(y); }, x, factor);
 }
 int32_t exactDecibel(double x, double factor) {
-    NearestExtended guard;
-    return nearest<int32_t>(10 * log10l(x) * factor);
+    return exactly([](long double y) { return 10 * log10l(y); }, x, factor);
 }
-template <class S, class D> Status logScaled(const S* pSrc, D* pDst, int len, int scaleFactor, Careful<S, D>* kernel, ExactElement* exact) {
+template <class S, class D> Status careful(const S* pSrc, D* pDst, int len, int scaleFactor, Careful<S, D>* kernel, ExactElement* exact) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    return kernel(pSrc, pDst, len, factorOf(scaleFactor), exact);
+    return toNearest(kernel, pSrc, pDst, len, factorOf(scaleFactor), exact);
 }
 
 // e^x 2^-scaleFactor for any x and scaleFactor, as e^r 2^(k - scaleFactor): x = k ln 2 + r, where the head of ln 2 has 32 bits, and its product with k is exact for all k that
@@ -69,20 +70,18 @@ template <class D, class S> D scaledExp(S x, int scaleFactor) {
 
 template <class T> Status expExtended(const T* pSrc, T* pDst, int len, int scaleFactor) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestExtended guard;
-    for (int n = 0; n < len; ++n) pDst[n] = scaledExp<T>(pSrc[n], scaleFactor);
+    inExtended(
+        [](const T* src, T* dst, int count, int scale) {
+            for (int n = 0; n < count; ++n) dst[n] = scaledExp<T>(src[n], scale);
+        },
+        pSrc, pDst, len, scaleFactor);
     return StatusOk;
 }
 
 template <class T> Status expScaled(const T* pSrc, T* pDst, int len, int scaleFactor, Careful<T>* kernel) {
     // Here e^x may leave the range of double where e^x 2^-scaleFactor does not.
     if (scaleFactor < -60 || scaleFactor > 60) return expExtended(pSrc, pDst, len, scaleFactor);
-    if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    return kernel(pSrc, pDst, len, factorOf(scaleFactor), [](double x, double factor) {
-        NearestExtended guard;
-        return nearest<int32_t>(expl(x) * factor);
-    });
+    return careful(pSrc, pDst, len, scaleFactor, kernel, exactExp);
 }
 
 // sqrt(x) 2^-scaleFactor. The root in extended precision may be a tie that the true root only comes near to: its remainder decides, formed without error
@@ -99,13 +98,16 @@ template <class D> D scaledSqrt(int64_t x, int scaleFactor) {
 
 template <class D> Status sqrtExtended(const int64_t* pSrc, D* pDst, int len, int scaleFactor) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestExtended guard;
-    Status status = StatusOk;
-    for (int n = 0; n < len; ++n) {
-        if (pSrc[n] < 0) status = WarnSqrtNegArg;
-        pDst[n] = scaledSqrt<D>(pSrc[n], scaleFactor);
-    }
-    return status;
+    return inExtended(
+        [](const int64_t* src, D* dst, int count, int scale) {
+            Status status = StatusOk;
+            for (int n = 0; n < count; ++n) {
+                if (src[n] < 0) status = WarnSqrtNegArg;
+                dst[n] = scaledSqrt<D>(src[n], scale);
+            }
+            return status;
+        },
+        pSrc, pDst, len, scaleFactor);
 }
 
 // ---- normalisation ------------------------------------------------------------------------------------------------------------------------
@@ -113,15 +115,15 @@ template <class D> Status sqrtExtended(const int64_t* pSrc, D* pDst, int len, in
 // NaN passes: it is not below.
 template <class Z, class T> Status normalize(const Z* pSrc, Z* pDst, int len, Z vSub, T vDiv, void (*kernel)(const Z*, Z*, int, Z, T)) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len).require(!(fabs(vDiv) < 0x1p-126), StatusDivByZeroErr)) return s;
-    NearestRounding guard;
-    kernel(pSrc, pDst, len, vSub, 1 / vDiv);
+    toNearest([](auto* apply, const Z* src, Z* dst, int count, Z sub, T divisor) { apply(src, dst, count, sub, 1 / divisor); }, kernel, pSrc, pDst, len, vSub,
+              vDiv);
     return StatusOk;
 }
 template <class Z>
 Status normalizeScaled(const Z* pSrc, Z* pDst, int len, Z vSub, int16_t vDiv, int scaleFactor, void (*kernel)(const Z*, Z*, int, Z, double)) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len).require(vDiv != 0, StatusDivByZeroErr)) return s;
-    NearestRounding guard;
-    kernel(pSrc, pDst, len, vSub, 1.0 / vDiv * factorOf(scaleFactor));
+    toNearest([](auto* apply, const Z* src, Z* dst, int count, Z sub, int divisor, double factor) { apply(src, dst, count, sub, 1.0 / divisor * factor); },
+              kernel, pSrc, pDst, len, vSub, int{vDiv}, factorOf(scaleFactor));
     return StatusOk;
 }
 
@@ -147,23 +149,23 @@ Status tevsLn_32f_I(float* pSrcDst, int len) { return elementwise(pSrcDst, pSrcD
 Status tevsLn_64f(const double* pSrc, double* pDst, int len) { return elementwise(pSrc, pDst, len, elementary->ln64f); }
 Status tevsLn_64f_I(double* pSrcDst, int len) { return elementwise(pSrcDst, pSrcDst, len, elementary->ln64f); }
 Status tevsLn_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int len, int scaleFactor) {
-    return logScaled(pSrc, pDst, len, scaleFactor, elementary->ln16s, exactLn);
+    return careful(pSrc, pDst, len, scaleFactor, elementary->ln16s, exactLn);
 }
-Status tevsLn_16s_ISfs(int16_t* pSrcDst, int len, int scaleFactor) { return logScaled(pSrcDst, pSrcDst, len, scaleFactor, elementary->ln16s, exactLn); }
+Status tevsLn_16s_ISfs(int16_t* pSrcDst, int len, int scaleFactor) { return careful(pSrcDst, pSrcDst, len, scaleFactor, elementary->ln16s, exactLn); }
 Status tevsLn_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int len, int scaleFactor) {
-    return logScaled(pSrc, pDst, len, scaleFactor, elementary->ln32s, exactLn);
+    return careful(pSrc, pDst, len, scaleFactor, elementary->ln32s, exactLn);
 }
-Status tevsLn_32s_ISfs(int32_t* pSrcDst, int len, int scaleFactor) { return logScaled(pSrcDst, pSrcDst, len, scaleFactor, elementary->ln32s, exactLn); }
+Status tevsLn_32s_ISfs(int32_t* pSrcDst, int len, int scaleFactor) { return careful(pSrcDst, pSrcDst, len, scaleFactor, elementary->ln32s, exactLn); }
 Status tevsLn_64f32f(const double* pSrc, float* pDst, int len) { return elementwise(pSrc, pDst, len, elementary->ln64f32f); }
 Status tevsLn_32s16s_Sfs(const int32_t* pSrc, int16_t* pDst, int len, int scaleFactor) {
-    return logScaled(pSrc, pDst, len, scaleFactor, elementary->ln32s16s, exactLn);
+    return careful(pSrc, pDst, len, scaleFactor, elementary->ln32s16s, exactLn);
 }
 
 Status tevs10Log10_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int len, int scaleFactor) {
-    return logScaled(pSrc, pDst, len, scaleFactor, elementary->decibel32s, exactDecibel);
+    return careful(pSrc, pDst, len, scaleFactor, elementary->decibel32s, exactDecibel);
 }
 Status tevs10Log10_32s_ISfs(int32_t* pSrcDst, int len, int scaleFactor) {
-    return logScaled(pSrcDst, pSrcDst, len, scaleFactor, elementary->decibel32s, exactDecibel);
+    return careful(pSrcDst, pSrcDst, len, scaleFactor, elementary->decibel32s, exactDecibel);
 }
 
 // A square is the product of a vector with itself.

@@ -58,10 +58,11 @@ template <class T, class... Order> TEVS_INLINE Places<T, Order...> placesOf(cons
     auto best = startFrom<T, Order...>(src[0]);
     int from[k];
     for (int& f : from) f = -1;
-    for (ptrdiff_t b = 0; b < n; b += kBlock) {
-        const auto next = best.template over<kLeast<T>>(n - b < kBlock ? n - b : kBlock, Elements<T>{src + b});
+    for (int left = n; left > 0; left -= kBlock) {   // b + kBlock may leave the range
+        const int b = n - left;
+        const auto next = best.template over<kLeast<T>>(left < kBlock ? left : kBlock, Elements<T>{src + b});
         int i = 0;
-        ((from[i] = Order::better(next.best[i], best.best[i]) ? int(b) : from[i], ++i), ...);
+        ((from[i] = Order::better(next.best[i], best.best[i]) ? b : from[i], ++i), ...);
         best = next;
     }
     Places<T, Order...> p;

@@ -143,8 +143,6 @@ void swap24(const void* src, void* dst, ptrdiff_t n) {
 
 // ---- complex elements -------------------------------------------------------------------------------------------------------------
 
-template <class T> struct Pair { T re, im; };
-
 template <class T> TEVS_INLINE const T* parts(const Pair<T>* p) { return &p->re; }
 
 template <class T> void real(const void* src, void* dst, ptrdiff_t n) {

@@ -14,29 +14,26 @@ namespace tevs {
 
 double roundedPhase(double x, double y, double factor) {
     // The widest result has 31 bits and the arctangent 64, so a phase of this kind that looks like a tie here is one with a chance of 2^-33.
-    return double(std::rint(std::atan2((long double)y, (long double)x) * (long double)factor));
+    return inExtended([](double u, double v, double f) { return double(std::rint(std::atan2((long double)v, (long double)u) * f)); }, x, y, factor);
 }
 
 namespace {
 
 template <class S, class D> Status unary(const S* pSrc, D* pDst, int len, void (*kernel)(const S*, D*, int)) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    kernel(pSrc, pDst, len);
+    toNearest(kernel, pSrc, pDst, len);
     return StatusOk;
 }
 
 // Two vectors on one side and one on the other, or two on both, in the order of the arguments.
 template <class A, class B, class C> Status three(A* pA, B* pB, C* pC, int len, void (*kernel)(A*, B*, C*, int)) {
     if (Status s = Args().ptr(pA).ptr(pB).ptr(pC).len(len)) return s;
-    NearestRounding guard;
-    kernel(pA, pB, pC, len);
+    toNearest(kernel, pA, pB, pC, len);
     return StatusOk;
 }
 template <class S, class D> Status four(const S* pSrc1, const S* pSrc2, D* pDst1, D* pDst2, int len, void (*kernel)(const S*, const S*, D*, D*, int)) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst1).ptr(pDst2).len(len)) return s;
-    NearestRounding guard;
-    kernel(pSrc1, pSrc2, pDst1, pDst2, len);
+    toNearest(kernel, pSrc1, pSrc2, pDst1, pDst2, len);
     return StatusOk;
 }
 
@@ -45,14 +42,12 @@ double factorOf(int scaleFactor) { return powerOfTwo<double>(-std::clamp(scaleFa
 
 template <class S, class D> Status scaled(const S* pSrc, D* pDst, int len, int scaleFactor, void (*kernel)(const S*, D*, int, double)) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    kernel(pSrc, pDst, len, factorOf(scaleFactor));
+    toNearest(kernel, pSrc, pDst, len, factorOf(scaleFactor));
     return StatusOk;
 }
 template <class A, class B, class C> Status scaledThree(A* pA, B* pB, C* pC, int len, int scaleFactor, void (*kernel)(A*, B*, C*, int, double)) {
     if (Status s = Args().ptr(pA).ptr(pB).ptr(pC).len(len)) return s;
-    NearestRounding guard;
-    kernel(pA, pB, pC, len, factorOf(scaleFactor));
+    toNearest(kernel, pA, pB, pC, len, factorOf(scaleFactor));
     return StatusOk;
 }
 

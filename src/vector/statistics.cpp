@@ -81,16 +81,14 @@ constexpr auto element = [](long double x) { return x; };
 // The accurate sum over `divisor`, rounded once.
 Status accurate(const float* pSrc, int len, float* pSum, int divisor) {
     if (Status s = Args().ptr(pSrc).ptr(pSum).len(len)) return s;
-    NearestExtended guard;
-    *pSum = float(extendedSum<8, 1>(pSrc, len, element) / divisor);
+    *pSum = inExtended([](const float* p, int n, int by) { return float(extendedSum<8, 1>(p, n, element) / by); }, pSrc, len, divisor);
     return StatusOk;
 }
 Status accurate(const Complex32f* pSrc, int len, Complex32f* pSum, int divisor) {
     if (Status s = Args().ptr(pSrc).ptr(pSum).len(len)) return s;
-    NearestExtended guard;
-    const float* p = &pSrc->re;
-    const long double re = extendedSum<8, 2>(p, len, element), im = extendedSum<8, 2>(p + 1, len, element);
-    *pSum = {float(re / divisor), float(im / divisor)};
+    const auto part = [](const float* p, int n, int by) { return float(extendedSum<8, 2>(p, n, element) / by); };
+    const float re = inExtended(part, &pSrc->re, len, divisor);
+    *pSum = {re, inExtended(part, &pSrc->im, len, divisor)};
     return StatusOk;
 }
 
@@ -140,22 +138,28 @@ Args deviationArgs(const void* pSrc, const void* pStdDev, int len) { return Args
 // products fit 64 bits; taking r^2 / len in whole units from the bracket leaves D = len * b - w with w < len, exact in extended precision where it is small.
 template <class D> Status deviation16s(const int16_t* pSrc, int len, D* pStdDev, int scaleFactor) {
     if (Status st = deviationArgs(pSrc, pStdDev, len)) return st;
-    NearestExtended guard;
     const int64_t s = statistics->sum16s(pSrc, len), q = statistics->squares16s.one(pSrc, len);
     const int64_t m = s / len, r = s % len;
     const int64_t b = q - m * s - r * m - r * r / len, w = r * r % len;
-    const long double difference = (long double)b * len - w;
-    const long double v = std::ldexp(std::sqrt(difference / ((long double)len * (len - 1))), -std::clamp(scaleFactor, -2000, 2000));
-    constexpr D hi = std::numeric_limits<D>::max();
-    *pStdDev = v > hi ? hi : D(std::llrint(v));
+    *pStdDev = inExtended(
+        [](int64_t bracket, int64_t rest, int n, int scale) {
+            const long double difference = (long double)bracket * n - rest;
+            const long double v = std::ldexp(std::sqrt(difference / ((long double)n * (n - 1))), -std::clamp(scale, -2000, 2000));
+            constexpr D hi = std::numeric_limits<D>::max();
+            return v > hi ? hi : D(std::llrint(v));
+        },
+        b, w, len, scaleFactor);
     return StatusOk;
 }
 
 Status deviationAccurate(const float* pSrc, int len, float* pStdDev) {
     if (Status st = deviationArgs(pSrc, pStdDev, len)) return st;
-    NearestExtended guard;
-    const long double s = extendedSum<4, 1>(pSrc, len, element), q = extendedSum<4, 1>(pSrc, len, [](long double x) { return x * x; });
-    *pStdDev = float(deviation<long double>(s, q, len));
+    *pStdDev = inExtended(
+        [](const float* p, int n) {
+            const long double s = extendedSum<4, 1>(p, n, element), q = extendedSum<4, 1>(p, n, [](long double x) { return x * x; });
+            return float(deviation<long double>(s, q, n));
+        },
+        pSrc, len);
     return StatusOk;
 }
 Status deviationFast(const float* pSrc, int len, float* pStdDev) {
@@ -205,17 +209,20 @@ template <class N, class T> void norm64(const T* pSrc1, const T* pSrc2, int len,
         *pNorm = 0;
         return;
     }
-    NearestExtended guard;
-    long double extended = 0;
-    for (ptrdiff_t n = 0; n < len; ++n) {
-        long double square = 0;
-        for (ptrdiff_t i = kParts * n; i < kParts * (n + 1); ++i) {
-            const long double part = b ? (long double)a[i] - b[i] : (long double)a[i];
-            square += part * part;
-        }
-        extended = N::add(extended, square);
-    }
-    *pNorm = double(N::finish(extended));
+    *pNorm = inExtended(
+        [](const double* x, const double* y, int count) {
+            long double extended = 0;
+            for (ptrdiff_t n = 0; n < count; ++n) {
+                long double square = 0;
+                for (ptrdiff_t i = kParts * n; i < kParts * (n + 1); ++i) {
+                    const long double part = y ? (long double)x[i] - y[i] : (long double)x[i];
+                    square += part * part;
+                }
+                extended = N::add(extended, square);
+            }
+            return double(N::finish(extended));
+        },
+        a, b, len);
 }
 template <class N, class T> Status norm(const T* pSrc, int len, double* pNorm, const Measure<T, double>& kernel) {
     if (Status s = Args().ptr(pSrc).ptr(pNorm).len(len)) return s;
@@ -265,9 +272,7 @@ template <class T> long double lnOfProduct(const T* p, int n) {
 
 // A logarithm costs as much as a hundred products: one is taken for each block. Where it is too small to bear the product's error, the logarithms of
 // the elements are taken one by one, as they are where one of them decides the status.
-template <class T, class D> Status sumLn(const T* pSrc, int len, D* pSum, const OneExtreme<T>& smallest, const D& infinity, const D& nan) {
-    if (Status s = Args().ptr(pSrc).ptr(pSum).len(len)) return s;
-    NearestExtended guard;
+template <class T, class D> Status sumOfLn(const T* pSrc, int len, D* pSum, const OneExtreme<T>& smallest, const D& infinity, const D& nan) {
     constexpr int kBlock = 512;
     long double sum = 0;
     for (ptrdiff_t i = 0; i < len; i += kBlock) {
@@ -292,6 +297,11 @@ template <class T, class D> Status sumLn(const T* pSrc, int len, D* pSum, const 
     }
     *pSum = D(sum);
     return StatusOk;
+}
+template <class T, class D> Status sumLn(const T* pSrc, int len, D* pSum, const OneExtreme<T>& smallest, const D& infinity, const D& nan) {
+    if (Status s = Args().ptr(pSrc).ptr(pSum).len(len)) return s;
+    return inExtended([](auto* src, int n, auto* result, auto*... constants) { return sumOfLn(src, n, result, *constants...); }, pSrc, len, pSum, &smallest,
+                      &infinity, &nan);
 }
 
 }   // namespace

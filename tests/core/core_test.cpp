@@ -42,6 +42,14 @@ TEST(Malloc, EveryTypeAlignedAndWhole) {
     tevsFree(nullptr);
 }
 
+#ifdef __i386__
+TEST(Malloc, MoreThanThereAreAddresses) {
+    EXPECT_EQ(tevsMalloc_64fc(INT_MAX), nullptr);   // 2^35 - 16 bytes, 2^32 - 16 of them in a word
+    EXPECT_EQ(tevsMalloc_32fc(1 << 29), nullptr);
+    EXPECT_EQ(tevsMalloc_32f((1 << 30) - 1), nullptr);   // and the room for the alignment
+}
+#endif
+
 TEST(GetLibVersion, OneConstantRecord) {
     const LibraryVersion* v = tevsGetLibVersion();
     EXPECT_EQ(v, tevsGetLibVersion());

@@ -25,12 +25,12 @@ int machineLevel() {
     return has({"avx512f", "avx512bw", "avx512dq", "avx512vl"}) ? 3 : 2;
 }
 
-// One digit from the base level on caps the level; anything else has no effect.
+// One digit caps the level, though not below the base; anything else has no effect.
 int cappedLevel() {
     const char* setting = getenv("TEVS_LEVEL");
     const std::string cap = setting ? setting : "";
-    if (cap.size() != 1 || cap[0] < '0' + kBaseLevel || cap[0] > '9') return machineLevel();
-    return std::min(machineLevel(), cap[0] - '0');
+    if (cap.size() != 1 || cap[0] < '0' || cap[0] > '9') return machineLevel();
+    return std::max(kBaseLevel, std::min(machineLevel(), cap[0] - '0'));
 }
 
 TEST(Dispatch, EveryFamilyAtItsHighestAllowedLevel) {

@@ -708,6 +708,59 @@ TEST(Division, FloatConstantsAndComplex) {
     dividesComplex(tevsDiv_64fc, tevsDiv_64fc_I, tevsDivC_64fc, tevsDivC_64fc_I, 0x1p-50);
 }
 
+// Every part of a size of its own: the formula's quotient where exponents have no bounds, whatever the neighbours are. Its terms bound the error.
+template <class C> void dividesAnySize(Status (*f)(const C*, const C*, C*, int), int exponents, long double bound) {
+    using T = decltype(C::re);
+    const auto part = [=] {
+        const uint64_t r = generator()();
+        return r % 8 == 0 ? T(0) : std::ldexp(T(1) + std::abs(randomValue<T>()), int((r >> 8) % (2 * uint64_t(exponents))) - exponents);
+    };
+    for (int round = 0; round < 4000; ++round) {
+        const int len = round % 7 + 1;
+        std::vector<C> x(static_cast<size_t>(len)), y = x, got = x;
+        for (C& z : x) z = {part(), part()};
+        for (C& z : y) z = {part(), -part()};
+        bool zero = false;
+        const Status status = f(y.data(), x.data(), got.data(), len);
+        for (size_t i = 0; i < x.size(); ++i) {
+            C alone;
+            const bool none = y[i].re == 0 && y[i].im == 0;
+            zero |= none;
+            ASSERT_EQ(f(&y[i], &x[i], &alone, 1), none ? WarnDivByZero : StatusOk);
+            ASSERT_TRUE(same(std::vector<C>{alone}, std::vector<C>{got[i]}));
+            if (none) continue;
+            const long double a = x[i].re, b = x[i].im, c = y[i].re, d = y[i].im, m = c * c + d * d;
+            const auto near = [&](long double p, long double q, T part) {
+                const long double want = (p + q) / m, off = bound * (std::abs(p) + std::abs(q)) / m + std::numeric_limits<T>::denorm_min();
+                ASSERT_TRUE(std::abs(want) > std::numeric_limits<T>::max() ? std::isinf(part) : std::abs(part - want) <= off)
+                    << "(" << x[i].re << ", " << x[i].im << ") / (" << y[i].re << ", " << y[i].im << "): want " << want << ", got " << part;
+            };
+            near(a * c, b * d, got[i].re);
+            near(b * c, -(a * d), got[i].im);
+        }
+        ASSERT_EQ(status, zero ? WarnDivByZero : StatusOk);
+    }
+}
+
+TEST(Division, ComplexPartsOfAnySize) {
+    dividesAnySize(tevsDiv_32fc, 126, 0x1p-22L);
+    dividesAnySize(tevsDiv_64fc, 1022, 0x1p-50L);
+}
+
+// What pads a short vector meets no zero that is not there.
+TEST(Division, ImaginaryDivisorsAreNoZeros) {
+    for (int len = 1; len < 9; ++len) {
+        const std::vector<Complex16s> y16(static_cast<size_t>(len), {0, 5});
+        std::vector<Complex16s> x16(y16.size(), {20, 10});
+        EXPECT_EQ(tevsDiv_16sc_ISfs(y16.data(), x16.data(), len, 0), StatusOk) << len;
+        EXPECT_TRUE(same(std::vector<Complex16s>(y16.size(), {2, -4}), x16));
+        const std::vector<Complex32f> y32(y16.size(), {0, 5});
+        std::vector<Complex32f> x32(y16.size(), {20, 10});
+        EXPECT_EQ(tevsDiv_32fc_I(y32.data(), x32.data(), len), StatusOk) << len;
+        EXPECT_TRUE(same(std::vector<Complex32f>(y16.size(), {2, -4}), x32));
+    }
+}
+
 // ---- what is said about single cases ---------------------------------------------------------------------------------------------------------------
 
 TEST(Arithmetic, TellingCases) {

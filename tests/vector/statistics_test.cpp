@@ -447,6 +447,22 @@ TEST(Statistics, SumsOfLogarithms) {
     }
 }
 
+// A magnitude has no sign, not even of 0.
+template <class T> void normOfNegativeZeros(Status (*norm)(const T*, int, T*), Status (*difference)(const T*, const T*, int, T*)) {
+    const std::vector<T> zeros(70, T(0)), negative(70, -T(0));
+    for (int len = 1; len <= 70; ++len) {
+        T got = 1;
+        EXPECT_EQ(norm(negative.data(), len, &got), StatusOk);
+        EXPECT_TRUE(got == 0 && !std::signbit(got)) << len;
+        EXPECT_EQ(difference(negative.data(), zeros.data(), len, &got), StatusOk);
+        EXPECT_TRUE(got == 0 && !std::signbit(got)) << len;
+    }
+}
+TEST(Statistics, NormsOfZerosArePositive) {
+    normOfNegativeZeros(tevsNorm_Inf_32f, tevsNormDiff_Inf_32f);
+    normOfNegativeZeros(tevsNorm_Inf_64f, tevsNormDiff_Inf_64f);
+}
+
 // ---- frame -------------------------------------------------------------------------------------------------------------------------------------
 
 TEST(Statistics, ResultsIgnoreAndKeepTheCallersRounding) {

@@ -38,13 +38,14 @@ int supportedLevel() {
 #endif
 }
 
-// TEVS_LEVEL=n in the environment keeps the library to level n, for results that are the same on every machine.
+// TEVS_LEVEL=n in the environment keeps the library to level n, or to the base where that is higher, for results that are the same on every machine. What is
+// not one digit has no effect.
 int chosenLevel() {
     const int supported = supportedLevel();
     const char* cap = secure_getenv("TEVS_LEVEL");
-    if (!cap || cap[0] < '0' + kBaseLevel || cap[0] > '9' || cap[1] != '\0') return supported;
+    if (!cap || cap[0] < '0' || cap[0] > '9' || cap[1] != '\0') return supported;
     const int wanted = cap[0] - '0';
-    return wanted < supported ? wanted : supported;
+    return wanted < kBaseLevel ? kBaseLevel : wanted < supported ? wanted : supported;
 }
 
 template <class Table> const Table* pick(int level, int top, const Table* const (&tables)[kHighestLevel + 1]) { return tables[level < top ? level : top]; }

@@ -117,6 +117,18 @@ template <int N, int Least, class Count, class D, class F, class... S> TEVS_INLI
     }
 }
 
+// Two lanes that belong together, as one element: the parts of a complex number.
+template <class T> struct Pair { T re, im; };
+
+// map() for an f in which the lanes of a pair meet. N, Least and n count lanes and f sees pointers to lanes, but all goes by
+// whole pairs: what pads a short vector is its first pair, and f meets no pair that is not an element.
+template <int N, int Least, class T, class F, class... S> TEVS_INLINE void mapPairs(ptrdiff_t n, T* d, F f, const S*... s) {
+    map<N / 2, Least / 2>(
+        n / 2,
+        reinterpret_cast<Pair<T>*>(d), [&f](auto w, auto... p) __attribute__((always_inline)) { return f(Lanes<2 * w.n>{}, reinterpret_cast<const S*>(p)...); },
+        reinterpret_cast<const Pair<S>*>(s)...);
+}
+
 // map() for an f of a hundred instructions: two copies of it instead of two for every width. What is left after whole steps goes through a padded copy.
 template <int N, class D, class F, class... S> TEVS_INLINE void mapLong(int n, D d, F f, S... s) {
     int i = 0;

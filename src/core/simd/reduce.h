@@ -68,11 +68,11 @@ template <class S> struct Difference {
     }
 };
 
-// |x|
+// |x|, also of -0
 template <class S> struct Absolute {
     S a;
     friend TEVS_INLINE Absolute operator+(Absolute s, ptrdiff_t i) { return {s.a + i}; }
-    TEVS_INLINE auto first() const { return a.first() < 0 ? -a.first() : a.first(); }
+    TEVS_INLINE auto first() const { return a.first() <= 0 ? 0 - a.first() : a.first(); }
     template <int N> TEVS_INLINE auto load() const { return abs(a.template load<N>()); }
     template <int N> TEVS_INLINE auto held(int n) const {
         return madeOf([](auto x) { return Absolute<decltype(x)>{x}; }, a.template held<N>(n));

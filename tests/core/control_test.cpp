@@ -1,0 +1,181 @@
+// Control words: what the guards hold in, what a team takes over from its caller. And the rest of the parallel frame: shares, statuses, forks.
+#include "core/parallel.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <set>
+#include <thread>
+#include <vector>
+
+#include "core/rounding.h"
+#include "tevs.h"
+
+namespace tevs {
+namespace {
+
+constexpr uint32_t kFlush = _MM_FLUSH_ZERO_ON | _MM_DENORMALS_ZERO_ON;
+
+// Both control words in the given rounding mode, the extended unit with the precision of a float, until the end of the scope.
+class Changed {
+public:
+    explicit Changed(uint32_t rc, uint32_t more = 0) : sse_(_mm_getcsr()) {
+        asm volatile("fnstcw %0" : "=m"(x87_));
+        const auto low = uint16_t((x87_ & 0xf0ff) | rc << 10);
+        asm volatile("fldcw %0" : : "m"(low));
+        _mm_setcsr((sse_ & ~uint32_t{_MM_ROUND_MASK}) | rc << 13 | more);
+    }
+    ~Changed() {
+        asm volatile("fldcw %0" : : "m"(x87_));
+        _mm_setcsr(sse_);
+    }
+
+private:
+    uint32_t sse_;
+    uint16_t x87_;
+};
+
+// All that is computed with is in registers here, where only the pins keep it in its place.
+float third(float x, float y) {
+    return toNearest([](float a, float b) { return a / b; }, x, y);
+}
+float single(int64_t x) {
+    return toNearest([](int64_t a) { return toFloat<float>(a); }, x);
+}
+long double squares(int x, long double y) {
+    return inExtended([](int a, long double b) { return (long double)a * a + b / a; }, x, y);
+}
+
+TEST(Guards, HoldArithmeticOnRegisters) {
+    const float quotient = third(-1, 3);
+    const long double sum = squares(0x7fffffff, 1);
+    const float big = single(0x7fffff7fffffffff);
+    for (uint32_t rc : {0u, 1u, 2u, 3u}) {
+        const Changed words(rc);
+        const uint32_t word = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
+        const float q = third(-1, 3), b = single(0x7fffff7fffffffff);
+        const long double s = squares(0x7fffffff, 1);
+        const uint32_t left = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
+        const Changed normal(0);
+        EXPECT_EQ(q, quotient) << rc;
+        EXPECT_EQ(s, sum) << rc;
+        EXPECT_EQ(b, big) << rc;
+        EXPECT_EQ(left, word);
+    }
+}
+
+// Subnormal numbers count or do not as the caller says, in every mode; only in the conversion to the nearest integer does changing the mode make them count.
+TEST(Guards, LeaveTheFlushBits) {
+    const float tiny = 0x1p-149f, one = 1;
+    for (uint32_t rc : {0u, 1u, 2u, 3u}) {
+        float product = 5, quotient = 5;
+        int32_t whole = 5, cut = 5;
+        {
+            const Changed words(rc, kFlush);
+            tevsMulC_32f(&tiny, 1, &product, 1);
+            tevsDiv_32f(&one, &tiny, &quotient, 1);
+            tevsConvert_32f32s_Sfs(&tiny, &whole, 1, RoundNearest, -160);
+            tevsConvert_32f32s_Sfs(&tiny, &cut, 1, RoundTowardZero, -160);
+        }
+        EXPECT_EQ(product, 0) << rc;
+        EXPECT_EQ(quotient, 0) << rc;
+        EXPECT_EQ(whole, rc == 0 ? 0 : 2048) << rc;
+        EXPECT_EQ(cut, 0) << rc;
+    }
+}
+
+TEST(Team, ComputesUnderTheCallersControlWord) {
+    for (uint32_t more : {kFlush, 0u}) {   // the second time the threads are there already
+        const uint32_t before = _mm_getcsr();
+        _mm_setcsr(before | more);
+        const uint32_t word = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
+        std::atomic<int> other = 0, members = 0;
+        parallelUnits(4, 4, [&](int, int) {
+            other += (_mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK}) != word;
+            ++members;
+            return StatusOk;
+        });
+        _mm_setcsr(before);
+        EXPECT_EQ(other, 0);
+        EXPECT_EQ(members, 4);
+    }
+}
+
+TEST(Team, SharesEachUnitOutOnce) {
+    for (int threads : {0, 1, 3, 4})
+        for (int count : {1, 2, 3, 4, 5, 11}) {
+            std::vector<std::atomic<int>> units(static_cast<size_t>(count)), ranges(static_cast<size_t>(count));
+            EXPECT_EQ(parallelUnits(count, threads,
+                                    [&](int u, int thread) {
+                                        ++units[size_t(u)];
+                                        return thread < std::max(threads, 1) ? StatusOk : StatusBadArg;
+                                    }),
+                      StatusOk);
+            parallelRanges(count, threads, [&](int first, int n) {
+                for (int i = first; i < first + n; ++i) ++ranges[size_t(i)];
+            });
+            for (int i = 0; i < count; ++i) EXPECT_EQ(units[size_t(i)] + 10 * ranges[size_t(i)], 11) << i << " of " << count << " on " << threads;
+        }
+}
+
+TEST(Team, AnyFailureWins) {
+    for (int threads : {1, 2, 4})
+        for (int bad = 0; bad < 9; ++bad)
+            for (int worse : {bad, (bad + 4) % 9, (bad + 5) % 9}) {
+                const auto status = [=](int u, int) { return u == worse ? StatusNoMemory : u == bad ? StatusBadArg : StatusOk; };
+                EXPECT_EQ(parallelUnits(9, threads, status), StatusNoMemory) << bad << " and " << worse << " on " << threads;
+            }
+}
+
+TEST(Team, IsNoLargerThanItsAreas) {
+    const int before = tevGetNumThreads();
+    std::atomic<bool> done = false;
+    std::thread other([&] {
+        while (!done) tevSetNumThreads(tevGetNumThreads() ^ 1000);
+    });
+    std::set<int> sizes;
+    for (int i = 0; i < 2000000; ++i) sizes.insert(teamSize(8));
+    done = true;
+    other.join();
+    for (int size : sizes) EXPECT_TRUE(size >= 1 && size <= 8) << size;
+    tevSetNumThreads(-1);
+    EXPECT_EQ(threadsAtBuild(), 1);
+    tevSetNumThreads(5);
+    EXPECT_EQ(threadsAtBuild(), 5);
+    EXPECT_EQ(teamSize(3), 3);
+    EXPECT_EQ(teamSize(0), 1);
+    tevSetNumThreads(before);
+}
+
+// The runtime's threads stay behind in the parent.
+TEST(Team, IsNotWaitedForAfterAFork) {
+    const std::vector<double> taps(20, 0.05), src(20000, 1);
+    const auto filtered = [&] {
+        std::vector<double> dst(src.size()), past(taps.size());
+        FIRState_64f* state;
+        EXPECT_EQ(tevsFIRInitAlloc_64f(&state, taps.data(), int(taps.size()), nullptr), StatusOk);
+        EXPECT_EQ(tevsFIR_64f(src.data(), dst.data(), int(src.size()), state), StatusOk);
+        tevsFIRFree_64f(state);
+        return dst;
+    };
+    const int before = tevGetNumThreads();
+    tevSetNumThreads(2);
+    const auto want = filtered();
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(30);
+        bool right = filtered() == want;
+        std::thread([&] { right &= filtered() == want; }).join();   // a thread of the child's own may have a team
+        _exit(right ? 0 : 1);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(filtered(), want);
+    tevSetNumThreads(before);
+}
+
+}   // namespace
+}   // namespace tevs
