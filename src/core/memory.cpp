@@ -12,12 +12,12 @@ namespace {
 constexpr size_t kAlign = 32;
 constexpr size_t kRoom = kAlign - 1 + sizeof(void*);
 
-template <class T> T* allocateElements(int len) { return len < 1 ? nullptr : static_cast<T*>(allocate(size_t(len) * sizeof(T))); }
+template <class T> T* allocateElements(int len) { return len < 1 ? nullptr : allocate<T>(uint64_t(len)); }
 
 }   // namespace
 
-void* allocate(size_t bytes) {
-    void* block = malloc(bytes + kRoom + 1);
+void* allocate(uint64_t bytes) {
+    void* block = bytes < SIZE_MAX - kRoom ? malloc(size_t(bytes) + kRoom + 1) : nullptr;
     if (!block) return nullptr;
     const auto p = reinterpret_cast<void*>((reinterpret_cast<uintptr_t>(block) + kRoom) & ~uintptr_t{kAlign - 1});
     memcpy(static_cast<char*>(p) - sizeof block, &block, sizeof block);

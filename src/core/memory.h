@@ -8,8 +8,9 @@
 
 namespace tevs {
 
-// bytes of memory at a multiple of 32, or null; release() takes it back, and null too.
-void* allocate(size_t bytes);
+// bytes of memory at a multiple of 32, or null, as where an address cannot count them; release() takes it back, and null too.
+void* allocate(uint64_t bytes);
+template <class T> T* allocate(uint64_t n) { return n <= SIZE_MAX / sizeof(T) ? static_cast<T*>(allocate(n * sizeof(T))) : nullptr; }
 void release(void* p);
 
 struct Release {

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "filter/fir_samples.h"
+#include "vector/samples.h"
 
 namespace tevs {
 

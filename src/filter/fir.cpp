@@ -110,19 +110,22 @@ public:
 
     // A record in a block of the library's own, with what overlap-save needs where there are taps enough.
     static Status build(FirState** ppState, const Tap* pTaps, int tapsLen, const Sample* pDlyLine, int tapsFactor) {
-        const int threads = threadsAtBuild();
-        const uint64_t bytes = layOut(nullptr, tapsLen, threads);
-        auto* const state = static_cast<FirState*>(bytes <= SIZE_MAX / 2 ? allocate(size_t(bytes)) : nullptr);
+        const int threads = threadsAtBuild(), order = !kIntegerTaps && tapsLen >= kFewestTransformed<Stored> ? fftOrder(tapsLen) : 0;
+        if (order > kMaxOrder) return StatusFftOrder;
+        auto* const state = static_cast<FirState*>(allocate(layOut(nullptr, tapsLen, threads)));
         if (!state) return StatusNoMemory;
         layOut(state, tapsLen, threads);
         state->allocated = 1;
         Fir f(state);
-        Status s = f.prepareOverlapSave(threads);
-        if (s == StatusOk) s = f.setTaps(pTaps, tapsFactor);
-        if (s != StatusOk) {
-            f.free();
-            return s;
-        }
+        if constexpr (!kIntegerTaps)
+            if (order > 0) {
+                state->overlapSave = OverlapSave<Stored>::create(tapsLen, order, threads);
+                if (!state->overlapSave) {
+                    f.free();
+                    return StatusNoMemory;
+                }
+            }
+        f.setTaps(pTaps, tapsFactor);
         f.setPast(pDlyLine);
         *ppState = state;
         return StatusOk;
@@ -134,16 +137,13 @@ public:
         release(s_);
     }
 
-    // On failure the taps are as they were.
-    Status setTaps(const Tap* pTaps, int tapsFactor) {
+    void setTaps(const Tap* pTaps, int tapsFactor) {
         if constexpr (kIntegerTaps) {
             setShortTaps(pTaps, tapsFactor);
         } else {
-            if (auto* const o = overlapSave())
-                if (Status s = o->setTaps(pTaps)) return s;
+            if (auto* const o = overlapSave()) o->setTaps(pTaps);
             std::reverse_copy(pTaps, pTaps + tapsLen(), taps());
         }
-        return StatusOk;
     }
     void getTaps(Tap* pTaps) const {
         if constexpr (kIntegerTaps) {
@@ -165,12 +165,11 @@ public:
     }
     void getPast(Sample* pDlyLine) const { tevs::getPast(past(), pDlyLine, tapsLen()); }
 
-    Status block(const Sample* pSrc, Sample* pDst, int numIters, int scaleFactor) {
+    void block(const Sample* pSrc, Sample* pDst, int numIters, int scaleFactor) {
         const int team = numIters > Kind::kParallelAbove ? teamSize(s_->threads) : 1;
         if constexpr (!kIntegerTaps)
             if (numIters > kLongestDirect && s_->overlapSave) return byTransforms(pSrc, pDst, numIters, team, scaleFactor);
         direct(pSrc, pDst, numIters, team, scaleFactor);
-        return StatusOk;
     }
 
     // The newest sample is added by itself: a vector load that takes in what was stored a moment ago waits for the store.
@@ -199,16 +198,6 @@ public:
 private:
     static int kernelTapsLen(int tapsLen) { return kPaired ? tapsLen + (tapsLen & 1) : tapsLen; }
     static uint64_t tapRoom(int tapsLen) { return uint64_t(kPaired ? int64_t{tapsLen} + (tapsLen & 1) : int64_t{tapsLen}); }
-    Status prepareOverlapSave(int threads) {
-        if constexpr (!kIntegerTaps)
-            if (tapsLen() >= kFewestTransformed<Stored>) {
-                OverlapSave<Stored>* o;
-                if (Status s = OverlapSave<Stored>::create(&o, tapsLen(), fftOrder(tapsLen()), threads)) return s;
-                s_->overlapSave = o;
-            }
-        return StatusOk;
-    }
-
     const auto& kernel() const { return kernelOf<Stored>(s_->kernels); }
     int tapsLen() const { return s_->tapsLen; }
     int kernelTapsLen() const { return kernelTapsLen(tapsLen()); }
@@ -336,7 +325,7 @@ private:
     bool directInShares(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
         const int t = tapsLen(), share = numIters / team;
         const size_t each = size_t(t) + kPart;
-        const Scratch memory(each <= SIZE_MAX / 2 / sizeof(Stored) / size_t(team) ? allocate(size_t(team) * each * sizeof(Stored)) : nullptr);
+        const Scratch memory(allocate<Stored>(uint64_t(team) * each));
         auto* const stages = static_cast<Stored*>(memory.get());
         if (!stages) return false;
         for (int u = 0; u < team; ++u) pastAt(past(), t, pSrc, ptrdiff_t{u} * share, stages + size_t(u) * each);
@@ -350,14 +339,13 @@ private:
         return true;
     }
 
-    Status byTransforms(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
+    void byTransforms(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
         pastAt(past(), tapsLen(), pSrc, numIters, stage());   // before any output is written
         const auto load = [=](Stored* to, ptrdiff_t n, int m) { toStored(pSrc + n, to, m); };
         const auto store = [=](const Stored* y, ptrdiff_t n, int m) { fromStored(y, pDst + n, m, scaleFactor); };
-        const Status s = overlapSave()->run(past() + 1, numIters, team, load, store);
+        overlapSave()->run(past() + 1, numIters, team, load, store);
         memcpy(delay(), stage(), size_t(tapsLen()) * sizeof(Stored));
         s_->dlyIndex = 0;
-        return s;
     }
 
     FirState* const s_;
@@ -387,6 +375,7 @@ Status init(State** ppState, const typename Kind::Tap* pTaps, int tapsLen, const
 template <class Kind, class State>
 Status initAlloc(State** ppState, const typename Kind::Tap* pTaps, int tapsLen, const typename Kind::Sample* pDlyLine, int tapsFactor = 0) {
     if (Status s = Args().ptr(ppState).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength)) return s;
+    NearestRounding guard;
     FirState* state;
     if (Status s = Fir<Kind>::build(&state, pTaps, tapsLen, pDlyLine, tapsFactor)) return s;
     *ppState = static_cast<State*>(state);
@@ -402,7 +391,9 @@ template <class Kind> Status free(FirState* s) {
 template <class Kind> Status setTaps(const typename Kind::Tap* pTaps, FirState* s, int tapsFactor = 0) {
     if (Status status = Args().ptr(pTaps).ptr(s).record(s, Kind::kId, Kind::kMultirateId)) return status;
     if (s->id == Kind::kMultirateId) return multirateSetTaps<Kind>(pTaps, tapsFactor, s);
-    return Fir<Kind>(s).setTaps(pTaps, tapsFactor);
+    NearestRounding guard;
+    Fir<Kind>(s).setTaps(pTaps, tapsFactor);
+    return StatusOk;
 }
 
 template <class Kind> Status getTaps(const FirState* s, typename Kind::Tap* pTaps) {
@@ -430,7 +421,8 @@ template <class Kind> Status filter(const typename Kind::Sample* pSrc, typename 
     if (Status status = Args().ptr(pSrc).ptr(pDst).ptr(s).len(numIters).record(s, Kind::kId, Kind::kMultirateId)) return status;
     NearestRounding guard;
     if (s->id == Kind::kMultirateId) return multirateBlock<Kind>(pSrc, pDst, numIters, s, scaleFactor);
-    return Fir<Kind>(s).block(pSrc, pDst, numIters, scaleFactor);
+    Fir<Kind>(s).block(pSrc, pDst, numIters, scaleFactor);
+    return StatusOk;
 }
 
 template <class Kind> Status filterOne(typename Kind::Sample src, typename Kind::Sample* pDst, FirState* s, int scaleFactor = 0) {

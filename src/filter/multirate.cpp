@@ -476,7 +476,7 @@ template <class Kind> struct Rated {
     static void inParallel(const RateState* s, const Sample* src, Sample* dst, int numIters, int threads, int scale) {
         const Extent e(s->tapsLen, s->rates.up, s->rates.down);
         const uint64_t bytes = (e.areaBytes() + 63) & ~uint64_t{63};
-        const Scratch areas{bytes * uint64_t(threads) <= SIZE_MAX / 2 ? allocate(size_t(bytes) * size_t(threads)) : nullptr};
+        const Scratch areas{allocate(bytes * uint64_t(threads))};
         if (!areas) return range(s, own(s), past(s), src, dst, numIters, scale);
         parallelRanges(numIters, threads, [&](int first, int count) {
             void* const block = static_cast<unsigned char*>(areas.get()) + bytes * uint64_t(omp_get_thread_num());
@@ -497,7 +497,7 @@ template <class Kind> struct Rated {
         Scratch copy;
         if (src == dst && parallel) {
             // Threads in place would overwrite each other's inputs. Without memory for a copy one thread does it all.
-            copy.reset(uint64_t(inputs) <= SIZE_MAX / 2 / sizeof(Sample) ? allocate(size_t(inputs) * sizeof(Sample)) : nullptr);
+            copy.reset(allocate<Sample>(uint64_t(inputs)));
             if (copy) src = static_cast<const Sample*>(memcpy(copy.get(), src, size_t(inputs) * sizeof(Sample)));
             parallel = copy != nullptr;
         }
@@ -566,7 +566,7 @@ template <class Kind> struct Rated {
                 return single(ppState, pTaps, tapsLen, pDlyLine);
         }
         const Extent e(tapsLen, rates.up, rates.down);
-        auto* const state = static_cast<RateState*>(fits(e, tapsLen) ? allocate(size_t(layOut(nullptr, nullptr, tapsLen, e))) : nullptr);
+        auto* const state = static_cast<RateState*>(fits(e, tapsLen) ? allocate(layOut(nullptr, nullptr, tapsLen, e)) : nullptr);
         if (!state) return StatusNoMemory;
         build(state, e, pTaps, tapsLen, tapsFactor, rates, pDlyLine);
         state->allocated = 1;
@@ -591,7 +591,7 @@ public:
         const int len = pastLen(tapsLen, rates.up);
         const uint64_t values = uint64_t(tapsLen) + uint64_t(len) + kBlock;
         Value near[kNear];
-        const Scratch memory{values > kNear && values <= SIZE_MAX / 2 / sizeof(Value) ? allocate(size_t(values) * sizeof(Value)) : nullptr};
+        const Scratch memory{values > kNear ? allocate<Value>(values) : nullptr};
         if (values > kNear && !memory) return StatusNoMemory;
         Value* const taps = memory ? static_cast<Value*>(memory.get()) : near;
         const Stateless f{rates, taps, taps + tapsLen, pDlyLine, tapsLen, len};

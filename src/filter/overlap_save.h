@@ -13,73 +13,46 @@
 
 #include "core/memory.h"
 #include "core/parallel.h"
-#include "tevs/arithmetic.h"
-#include "tevs/fft.h"
+#include "transform/float_fft.h"
 
 namespace tevs {
 
-template <class SpecT, auto Build, auto Free, auto BufSize, auto Forward, auto Multiply, auto Inverse> struct TransformBy {
-    using Spec = SpecT;
-    static constexpr auto build = Build;
-    static constexpr auto free = Free;
-    static constexpr auto bufSize = BufSize;
-    static constexpr auto forward = Forward;
-    static constexpr auto multiply = Multiply;
-    static constexpr auto inverse = Inverse;
-};
-template <class T> struct Transform;
-template <>
-struct Transform<float> : TransformBy<FFTSpec_R_32f, tevsFFTInitAlloc_R_32f, tevsFFTFree_R_32f, tevsFFTGetBufSize_R_32f, tevsFFTFwd_RToPerm_32f_I,
-                                      tevsMulPerm_32f_I, tevsFFTInv_PermToR_32f_I> {};
-template <>
-struct Transform<Complex32f> : TransformBy<FFTSpec_C_32fc, tevsFFTInitAlloc_C_32fc, tevsFFTFree_C_32fc, tevsFFTGetBufSize_C_32fc, tevsFFTFwd_CToC_32fc_I,
-                                           tevsMul_32fc_I, tevsFFTInv_CToC_32fc_I> {};
-template <>
-struct Transform<double> : TransformBy<FFTSpec_R_64f, tevsFFTInitAlloc_R_64f, tevsFFTFree_R_64f, tevsFFTGetBufSize_R_64f, tevsFFTFwd_RToPerm_64f_I,
-                                       tevsMulPerm_64f_I, tevsFFTInv_PermToR_64f_I> {};
-template <>
-struct Transform<Complex64f> : TransformBy<FFTSpec_C_64fc, tevsFFTInitAlloc_C_64fc, tevsFFTFree_C_64fc, tevsFFTGetBufSize_C_64fc, tevsFFTFwd_CToC_64fc_I,
-                                           tevsMul_64fc_I, tevsFFTInv_CToC_64fc_I> {};
-
 template <class T> class OverlapSave {
-    using Transform = tevs::Transform<T>;
-
 public:
-    // Blocks of 2^order points, more than tapsLen, and a work area for each of `threads` threads. Taps come with setTaps().
-    static Status create(OverlapSave** to, int tapsLen, int order, int threads) {
-        typename Transform::Spec* fft;
-        int scratch = 0;
-        if (Status s = Transform::build(&fft, order, ScaleInvByN, HintNone)) return s;
-        Transform::bufSize(fft, &scratch);
-        const uint64_t fftLen = uint64_t{1} << order, areaBytes = whole(Area(nullptr, fftLen, tapsLen - 1, scratch).bytes);
-        const uint64_t bytes = whole(sizeof(OverlapSave)) + whole(fftLen * sizeof(T)) + uint64_t(threads) * areaBytes;
-        auto* const block = static_cast<unsigned char*>(bytes <= SIZE_MAX / 2 ? allocate(size_t(bytes)) : nullptr);
-        if (!block) {
-            Transform::free(fft);
-            return StatusNoMemory;
-        }
-        *to = new (block) OverlapSave(fft, scratch, tapsLen - 1, int(fftLen), reinterpret_cast<T*>(block + whole(sizeof(OverlapSave))), areaBytes);
-        return StatusOk;
+    // Blocks of 2^order points, more than tapsLen, and a work area for each of `threads` threads, or null where there is no memory. Taps come with setTaps().
+    static OverlapSave* create(int tapsLen, int order, int threads) {
+        const auto layOut = [=](void* block) {
+            Carve c(block);
+            auto* const o = c.take<OverlapSave>(1);
+            auto* const spectrum = c.take<T>(uint64_t{1} << order);
+            auto* const fft = c.take<unsigned char>(FloatFft<T>::bytes(order));
+            if (o) new (o) OverlapSave{.spectrum_ = spectrum, .fft_ = FloatFft<T>::build(fft, order, ScaleInvByN), .kept_ = tapsLen - 1, .fftLen_ = 1 << order};
+            return c.size();
+        };
+        auto* const o = static_cast<OverlapSave*>(allocate(layOut(nullptr)));
+        if (!o) return nullptr;
+        layOut(o);
+        o->areaBytes_ = (Area(nullptr, *o).bytes + 63) & ~uint64_t{63};   // cache lines
+        o->areas_ = allocate<unsigned char>(uint64_t(threads) * o->areaBytes_);
+        if (o->areas_) return o;
+        destroy(o);
+        return nullptr;
     }
     static void destroy(OverlapSave* o) {
-        if (!o) return;
-        Transform::free(o->fft_);
+        if (o) release(o->areas_);
         release(o);
     }
 
-    Status setTaps(const T* pTaps) {
+    void setTaps(const T* pTaps) {
         const Area a = area(0);
-        const int tapsLen = kept_ + 1;
-        memcpy(a.x, pTaps, size_t(tapsLen) * sizeof(T));
-        memset(a.x + tapsLen, 0, size_t(fftLen_ - tapsLen) * sizeof(T));
-        if (Status s = Transform::forward(a.x, fft_, a.scratch)) return s;
-        memcpy(spectrum_, a.x, size_t(fftLen_) * sizeof(T));
-        return StatusOk;
+        memcpy(a.x, pTaps, size_t(kept_ + 1) * sizeof(T));
+        memset(a.x + kept_ + 1, 0, size_t(fftLen_ - kept_ - 1) * sizeof(T));
+        fft_->forward(a.x, spectrum_, a.work);
     }
 
     // `count` outputs. load(to, n, m) brings the samples x[n] .. x[n+m-1] of the signal, store(y, n, m) takes the outputs of as many; before x[0] stand the tapsLen - 1
     // samples of `past`. A run of blocks goes to each of `team` threads, and every sample is loaded before the output in its place is stored.
-    template <class Load, class Store> Status run(const T* past, int count, int team, Load load, Store store) const {
+    template <class Load, class Store> void run(const T* past, int count, int team, Load load, Store store) const {
         const int step = fftLen_ - kept_, blocks = (count - 1) / step + 1, shares = std::min(team, blocks);
         const auto first = [=](int share) { return int(int64_t{share} * blocks / shares); };
         memcpy(area(0).past, past, size_t(kept_) * sizeof(T));
@@ -93,49 +66,39 @@ public:
                 load(a.x + kept_, at, fresh);
                 memcpy(a.past, a.x + fresh, size_t(kept_) * sizeof(T));
                 memset(a.x + kept_ + fresh, 0, size_t(fftLen_ - kept_ - fresh) * sizeof(T));
-                if (Status s = convolve(a)) return s;
+                fft_->forward(a.x, a.x, a.work);
+                fft_->multiply(spectrum_, a.x);
+                fft_->inverse(a.x, a.x, a.work);
                 store(a.x + kept_, at, fresh);
             }
             return StatusOk;
         };
-        return shares == 1 ? share(0, 0) : parallelUnits(shares, shares, share);
+        if (shares > 1)
+            parallelUnits(shares, shares, share);
+        else
+            share(0, 0);
     }
 
-private:
     // Where one thread works: a block, the samples before the next one, and the transform's scratch.
     struct Area {
-        Area(void* block, uint64_t fftLen, int kept, int scratchBytes) {
+        Area(void* block, const OverlapSave& o) {
             Carve c(block);
-            x = c.take<T>(fftLen);
-            scratch = c.take<uint8_t>(uint64_t(scratchBytes));
-            past = c.take<T>(uint64_t(kept));
+            x = c.take<T>(uint64_t(o.fftLen_));
+            past = c.take<T>(uint64_t(o.kept_));
+            work = c.take<uint8_t>(o.fft_->workBytes());
             bytes = c.size();
         }
         T *x, *past;
-        uint8_t* scratch;
+        uint8_t* work;
         uint64_t bytes;
     };
-    static uint64_t whole(uint64_t bytes) { return (bytes + 63) & ~uint64_t{63}; }   // cache lines
+    Area area(int thread) const { return {areas_ + areaBytes_ * uint64_t(thread), *this}; }
 
-    OverlapSave(typename Transform::Spec* fft, int scratchBytes, int kept, int fftLen, T* spectrum, uint64_t areaBytes)
-        : fft_(fft), spectrum_(spectrum), areaBytes_(areaBytes), scratchBytes_(scratchBytes), kept_(kept), fftLen_(fftLen) {}
-
-    Area area(int thread) const {
-        auto* const areas = reinterpret_cast<unsigned char*>(spectrum_) + whole(uint64_t(fftLen_) * sizeof(T));
-        return {areas + areaBytes_ * uint64_t(thread), uint64_t(fftLen_), kept_, scratchBytes_};
-    }
-
-    Status convolve(const Area& a) const {
-        Status s = Transform::forward(a.x, fft_, a.scratch);
-        if (s == StatusOk) s = Transform::multiply(spectrum_, a.x, fftLen_);
-        if (s == StatusOk) s = Transform::inverse(a.x, fft_, a.scratch);
-        return s;
-    }
-
-    typename Transform::Spec* fft_;
     T* spectrum_;   // of the taps, zeros behind them
-    uint64_t areaBytes_;
-    int scratchBytes_, kept_, fftLen_;
+    FloatFft<T>* fft_;
+    int kept_, fftLen_;
+    unsigned char* areas_ = nullptr;
+    uint64_t areaBytes_ = 0;
 };
 
 }   // namespace tevs

@@ -4,7 +4,6 @@
 #include "filter/fir.table.h"
 #include "filter/multirate.table.h"
 #include "transform/fft.table.h"
-#include "transform/fft_integer.table.h"
 #include "vector/arithmetic.table.h"
 #include "vector/conversion.table.h"
 #include "vector/dotprod.table.h"
@@ -27,6 +26,5 @@
     X(ElementaryKernels, elementary) \
     X(FftKernels<float>, fft32)      \
     X(FftKernels<double>, fft64)     \
-    X(IntegerFftKernels, integerFft) \
     X(FirKernels, fir)               \
     X(MultirateKernels, multirate)

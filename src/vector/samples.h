@@ -1,4 +1,4 @@
-// Samples on their way into the type that a record keeps, and results on their way out.
+// Samples on their way from the type that a caller gives into the one that is kept or computed with, and results on their way out.
 #pragma once
 
 #include <emmintrin.h>
@@ -11,15 +11,17 @@
 
 namespace tevs {
 
-// n parts, exactly.
+// n parts, exactly; integers of 32 bits to single precision to nearest.
 inline void widenParts(const int16_t* src, float* dst, int n) { conversion->float16s.plain(src, dst, n); }
 inline void widenParts(const int16_t* src, double* dst, int n) { conversion->double16s.plain(src, dst, n); }
+inline void widenParts(const int32_t* src, float* dst, int n) { conversion->float32s.plain(src, dst, n); }
 inline void widenParts(const int32_t* src, double* dst, int n) { conversion->double32s.plain(src, dst, n); }
 inline void widenParts(const float* src, double* dst, int n) { conversion->widen32f64f(src, dst, n); }
 
 // n parts times 2^-scaleFactor, to nearest, saturated; floats have no scale.
 inline void narrowParts(const double* src, float* dst, int n, int) { conversion->narrow64f32f(src, dst, n); }
 inline void narrowParts(const float* src, int16_t* dst, int n, int scaleFactor) { tevsConvert_32f16s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
+inline void narrowParts(const float* src, int32_t* dst, int n, int scaleFactor) { tevsConvert_32f32s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
 inline void narrowParts(const double* src, int32_t* dst, int n, int scaleFactor) { tevsConvert_64f32s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
 inline void narrowParts(const double* src, int16_t* dst, int n, int scaleFactor) {
     constexpr int kBlock = 512;
