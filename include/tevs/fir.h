@@ -10,7 +10,8 @@ TEVS_BEGIN
  *     y[t] = sum over k = 0 .. tapsLen-1 of  h[k] * x[t-k]
  *
  * A record holds the taps h and the delay line, the last tapsLen inputs, and filters a stream in blocks of any length, or sample by sample; the two
- * may be mixed. Wherever a stream is cut into blocks, direct filtering gives the same results to the bit.
+ * may be mixed. Wherever a stream is cut into blocks, direct filtering gives the same results to the bit. A record is used where it was built: it must not be
+ * copied or moved.
  *
  *                   taps               samples             sums in           by FFT from   threads above
  *     _32f          single             single              single            64 taps       160000 samples
@@ -38,14 +39,17 @@ TEVS_BEGIN
  *                 Where a record is built or set, NULL stands for silence.
  * pSrc, pDst      numIters >= 1 samples each; equal pointers filter in place, other overlaps do not work
  *
- * GetStateSize    The bytes of a record in the caller's memory, at any address; depends on the thread count (tevcore.h) at the time of the call, which
+ * GetStateSize    The bytes of a record in the caller's memory, at any address: most of them for the samples that a block in place or of another type goes
+ *                 through, so 16784 for _32f with 8 taps and one thread. The size depends on the thread count (tevcore.h) at the time of the call, which
  *                 Init need not find again. Returns StatusOk, StatusNullPtr (pSize), StatusFilterLength (tapsLen < 1, or so large that the size is beyond
  *                 INT_MAX).
  * Init            Builds a record in pBuffer and stores its address. Such a record filters directly at every length.
- *                 Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength.
+ *                 Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength (as GetStateSize for one thread).
  * InitAlloc       The same in memory of its own. With as many taps as the table says, blocks of 512 samples and more are filtered by FFT.
- *                 Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength (tapsLen < 1), StatusNoMemory.
- * Free            Gives back what InitAlloc took; a record in the caller's memory is left as it is.
+ *                 Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength (tapsLen < 1), StatusFftOrder (from 2^29 taps on, where there would be an
+ *                 FFT), StatusNoMemory.
+ * Free            Gives back what InitAlloc took, and clears the record's identifier before. A record in the caller's memory is left as it is and may still be used,
+ *                 unlike a transform's, which FFTFree makes invalid.
  *                 Returns StatusOk, StatusNullPtr, StatusContextMismatch (not a record of this type).
  * SetTaps         Other taps, as many as before; the delay line stays. GetTaps reads them back: of 16-bit taps the 16 bits, or, as single precision, what they stand
  *                 for.
@@ -60,8 +64,12 @@ TEVS_BEGIN
  *                 threads_omp_of_n_tev said when the record was built; the results are the same for any number.
  * Method          Direct: each output summed in one order whatever the other arguments. FFT: overlap-save with transforms
  *                 of four times the largest power of two not above tapsLen (Oppenheim and Schafer, Discrete-Time Signal Processing, ch. 8); the error is
- *                 then relative to the largest output of a block. Results in floating point may differ in rounding between SIMD levels, and between
- *                 blocks and single samples.
+ *                 then relative to the largest output of a transform's block, and an infinity or NaN among its inputs reaches all of its outputs, earlier ones too.
+ *                 Results in floating point may differ in rounding between SIMD levels, between blocks and single samples, and between blocks filtered by FFT
+ *                 and directly. A record from Init, or blocks of less than 512 samples, are filtered directly whatever the taps.
+ * Memory          Of these calls only InitAlloc returns StatusNoMemory. A record from InitAlloc owns what its blocks are transformed in. A block that threads share
+ *                 in place, or with samples of another type than the sums, is filtered directly by way of memory taken for the call; without any, one thread
+ *                 filters it.
  */
 typedef struct FIRState_32f FIRState_32f;
 typedef struct FIRState_32fc FIRState_32fc;
@@ -294,7 +302,8 @@ Status tevsFIROne64fc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState64fc_16
  *                  every call leaves it ready for the next.
  * pDlyLineIndex    0 .. tapsLen-1; any other value is taken modulo tapsLen
  *
- * Sums are formed in double precision and rounded once; 32-bit taps are brought into 16 bits as for records, in every call.
+ * Sums are formed in double precision and rounded once; 32-bit taps are brought into 16 bits as for records, in every call. Wherever a stream is cut into blocks the
+ * results are the same to the bit; single samples, from FIROne, may differ from them in the rounding of the sum.
  * _16s: pTapsQ15 stand for taps * 2^-15; sums are formed in 32 bits, and wrap; they are stored times 2^-(scaleFactor + 15), to nearest, ties to even, saturated.
  *
  * Equal pSrc and pDst filter in place; taps, delay line and samples lie apart.
@@ -414,10 +423,11 @@ Status tevsFIROne_Direct_16s_ISfs(int16_t* pSrcDst, const int16_t* pTapsQ15, int
  *                 StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusFilterLength (beyond INT_MAX bytes).
  * Init            Builds a record in pBuffer. Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength (tapsLen < 1), StatusRateFactor
  *                 (a factor < 1), StatusRatePhase (a phase out of range), StatusFilterLength (a size beyond INT_MAX bytes).
- * InitAlloc       The same in memory of its own. Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength, StatusRateFactor, StatusRatePhase,
- *                 StatusNoMemory.
+ * InitAlloc       The same in memory of its own. Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength (tapsLen < 1), StatusRateFactor,
+ *                 StatusRatePhase, StatusNoMemory (for a size beyond INT_MAX bytes too).
  *
- * Threads         Blocks of more iterations than the samples stated above are shared out over a team in the same way; the results are the same to the bit.
+ * Threads         Blocks of more iterations than the samples stated above are shared out over a team in the same way; the results are the same to the bit. The
+ *                 team works in memory that is taken for the call; without any, one thread filters the block.
  * Method          Each phase of h as a filter of its own at the lower rate (Crochiere and Rabiner, Multirate Digital Signal Processing, ch. 3); of the results only
  *                 those that are kept are computed. Products in the precision of the taps, 16-bit taps exactly; each output is summed from its oldest input
  *                 to its newest, whatever the other arguments, so wherever a stream is cut the results are the same to the bit.

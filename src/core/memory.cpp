@@ -12,7 +12,7 @@ namespace {
 constexpr size_t kAlign = 32;
 constexpr size_t kRoom = kAlign - 1 + sizeof(void*);
 
-template <class T> T* allocateElements(int len) { return len < 1 ? nullptr : static_cast<T*>(allocate(uint64_t(len) * sizeof(T))); }
+template <class T> T* allocateElements(int len) { return len < 1 ? nullptr : allocate<T>(uint64_t(len)); }
 
 }   // namespace
 

@@ -10,6 +10,7 @@ namespace tevs {
 
 // bytes of memory at a multiple of 32, or null, as for more than there are addresses; release() takes it back, and null too.
 void* allocate(uint64_t bytes);
+template <class T> T* allocate(uint64_t n) { return n <= SIZE_MAX / sizeof(T) ? static_cast<T*>(allocate(n * sizeof(T))) : nullptr; }
 void release(void* p);
 
 struct Release {

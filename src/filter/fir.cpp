@@ -10,12 +10,11 @@
 #include "core/memory.h"
 #include "core/parallel.h"
 #include "core/rounding.h"
+#include "filter/delay_line.h"
 #include "filter/fir.table.h"
-#include "filter/fir_samples.h"
 #include "filter/fir_taps.h"
 #include "filter/multirate.h"
-#include "tevs/arithmetic.h"
-#include "tevs/fft.h"
+#include "filter/overlap_save.h"
 
 namespace tevs {
 namespace {
@@ -26,7 +25,7 @@ constexpr int kLongestDirect = 511;   // samples of a block that is filtered dir
 
 // ---- what the engine asks of a type that taps and past are kept in ----------------------------------------------------------------------
 
-template <class Stored> auto& kernelOf() {
+template <class Stored> auto& kernelOf(const FirKernels* fir) {
     if constexpr (std::is_same_v<Stored, float>) return fir->real32f;
     if constexpr (std::is_same_v<Stored, Complex32f>) return fir->complex32f;
     if constexpr (std::is_same_v<Stored, double>) return fir->real64f;
@@ -35,30 +34,8 @@ template <class Stored> auto& kernelOf() {
     if constexpr (std::is_same_v<Stored, Complex16s>) return fir->complex16s;
 }
 
-// The transform of overlap-save, and the number of taps from which on InitAlloc prepares it.
-template <int Fewest, class SpecT, auto Build, auto Free, auto BufSize, auto Forward, auto Multiply, auto Inverse> struct TransformBy {
-    static constexpr int kFewestTaps = Fewest;
-    using Spec = SpecT;
-    static constexpr auto build = Build;
-    static constexpr auto free = Free;
-    static constexpr auto bufSize = BufSize;
-    static constexpr auto forward = Forward;
-    static constexpr auto multiply = Multiply;
-    static constexpr auto inverse = Inverse;
-};
-template <class Stored> struct Transform { static constexpr int kFewestTaps = INT_MAX; };
-template <>
-struct Transform<float> : TransformBy<64, FFTSpec_R_32f, tevsFFTInitAlloc_R_32f, tevsFFTFree_R_32f, tevsFFTGetBufSize_R_32f, tevsFFTFwd_RToPerm_32f_I,
-                                      tevsMulPerm_32f_I, tevsFFTInv_PermToR_32f_I> {};
-template <>
-struct Transform<Complex32f> : TransformBy<16, FFTSpec_C_32fc, tevsFFTInitAlloc_C_32fc, tevsFFTFree_C_32fc, tevsFFTGetBufSize_C_32fc, tevsFFTFwd_CToC_32fc_I,
-                                           tevsMul_32fc_I, tevsFFTInv_CToC_32fc_I> {};
-template <>
-struct Transform<double> : TransformBy<32, FFTSpec_R_64f, tevsFFTInitAlloc_R_64f, tevsFFTFree_R_64f, tevsFFTGetBufSize_R_64f, tevsFFTFwd_RToPerm_64f_I,
-                                       tevsMulPerm_64f_I, tevsFFTInv_PermToR_64f_I> {};
-template <>
-struct Transform<Complex64f> : TransformBy<16, FFTSpec_C_64fc, tevsFFTInitAlloc_C_64fc, tevsFFTFree_C_64fc, tevsFFTGetBufSize_C_64fc, tevsFFTFwd_CToC_64fc_I,
-                                           tevsMul_64fc_I, tevsFFTInv_CToC_64fc_I> {};
+// The number of taps from which on InitAlloc prepares overlap-save.
+template <class Stored> constexpr int kFewestTransformed = kComplex<Stored> ? 16 : sizeof(Stored) == 4 ? 64 : 32;
 
 // Order of the transform: of four times the largest power of two not above tapsLen.
 int fftOrder(int tapsLen) {
@@ -89,11 +66,11 @@ template <class Kind> class Fir {
     using Tap = typename Kind::Tap;
     using Stored = typename Kind::Stored;
     using Sample = typename Kind::Sample;
-    using Transform = tevs::Transform<Stored>;
     using KernelTap = std::conditional_t<std::is_same_v<Stored, Complex16s>, TapMatrix, Stored>;
+    static constexpr bool kIntegerTaps = Kind::kIntegerTaps;            // kept in 16 bits
     static constexpr bool kStraight = std::is_same_v<Stored, Sample>;   // samples are filtered where they lie
     static constexpr bool kPaired = std::is_same_v<Stored, int16_t>;    // the kernel takes an even number of taps: a 0 comes first
-    static constexpr int kDigits = Kind::kIntegerTaps ? 2 : 1;
+    static constexpr int kDigits = kIntegerTaps ? 2 : 1;
     static constexpr int kPart = std::min(kStage, 16320 / int(sizeof(Stored)));   // what is copied stays in the first cache
 
 public:
@@ -109,7 +86,7 @@ public:
     static bool fits(int tapsLen, int threads) { return tapsLen >= 1 && stateBytes(tapsLen, threads) <= INT_MAX; }
 
     // The part of a record that both lifecycles have. Over no block it only adds up.
-    static uint64_t layOut(void* block, int tapsLen) {
+    static uint64_t layOut(void* block, int tapsLen, int threads) {
         Carve c(block);
         auto* const s = c.take<FirState>(1);
         auto* const taps = c.take<KernelTap>(kDigits * tapRoom(tapsLen));
@@ -119,86 +96,57 @@ public:
             *s = {.id = Kind::kId,
                   .tapsLen = tapsLen,
                   .dlyIndex = 0,
-                  .fftLen = -1,
-                  .threads = std::max(threads_omp_of_n_tev, 1),
+                  .threads = threads,
                   .allocated = 0,
-                  .exponent = 0,
                   .digits = 1,
-                  .workBytes = 0,
+                  .exponent = 0,
+                  .kernels = fir,
                   .reversed = taps,
                   .delay = delay,
                   .stage = stage,
-                  .spectrum = nullptr,
-                  .fft = nullptr,
-                  .work = nullptr};
+                  .overlapSave = nullptr};
         return c.size();
     }
 
     // A record in a block of the library's own, with what overlap-save needs where there are taps enough.
     static Status build(FirState** ppState, const Tap* pTaps, int tapsLen, const Sample* pDlyLine, int tapsFactor) {
-        void* fft = nullptr;
-        int scratchBytes = 0, order = 0;
-        if constexpr (kHasTransform)
-            if (tapsLen >= Transform::kFewestTaps) {
-                typename Transform::Spec* spec;
-                order = fftOrder(tapsLen);
-                if (Status s = Transform::build(&spec, order, ScaleInvByN, HintNone)) return s;
-                Transform::bufSize(spec, &scratchBytes);
-                fft = spec;
-            }
-        const auto whole = [](uint64_t bytes) { return (bytes + 63) & ~uint64_t{63}; };
-        const uint64_t fftLen = fft ? uint64_t{1} << order : 0, spectrumBytes = whole(fftLen * sizeof(Stored));
-        const uint64_t areaBytes = whole(spectrumBytes + uint64_t(scratchBytes)), stateBytes = whole(layOut(nullptr, tapsLen));
-        const uint64_t bytes = stateBytes + spectrumBytes + uint64_t(std::max(threads_omp_of_n_tev, 1)) * areaBytes;
-        auto* const block = static_cast<unsigned char*>(bytes <= SIZE_MAX / 2 ? allocate(size_t(bytes)) : nullptr);
-        if (!block) {
-            freeTransform(fft);
-            return StatusNoMemory;
-        }
-        layOut(block, tapsLen);
-        auto* const state = reinterpret_cast<FirState*>(block);
+        const int threads = threadsAtBuild(), order = !kIntegerTaps && tapsLen >= kFewestTransformed<Stored> ? fftOrder(tapsLen) : 0;
+        if (order > kMaxOrder) return StatusFftOrder;
+        auto* const state = static_cast<FirState*>(allocate(layOut(nullptr, tapsLen, threads)));
+        if (!state) return StatusNoMemory;
+        layOut(state, tapsLen, threads);
         state->allocated = 1;
-        if (fft) {
-            state->fft = fft;
-            state->fftLen = int(fftLen);
-            state->spectrum = block + stateBytes;
-            state->work = block + stateBytes + spectrumBytes;
-            state->workBytes = int64_t(areaBytes);
-        }
         Fir f(state);
+        if constexpr (!kIntegerTaps)
+            if (order > 0) {
+                state->overlapSave = OverlapSave<Stored>::create(tapsLen, order, threads);
+                if (!state->overlapSave) {
+                    f.free();
+                    return StatusNoMemory;
+                }
+            }
+        f.setTaps(pTaps, tapsFactor);
         f.setPast(pDlyLine);
-        if (Status s = f.setTaps(pTaps, tapsFactor)) {
-            f.free();
-            return s;
-        }
         *ppState = state;
         return StatusOk;
     }
     void free() {
         if (!s_->allocated) return;
-        freeTransform(s_->fft);
+        if constexpr (!kIntegerTaps) OverlapSave<Stored>::destroy(overlapSave());
+        s_->id = 0;   // a record that is used once more is refused, as long as its memory is
         release(s_);
     }
 
-    // On failure the taps are as they were.
-    Status setTaps(const Tap* pTaps, int tapsFactor) {
-        if constexpr (Kind::kIntegerTaps) {
+    void setTaps(const Tap* pTaps, int tapsFactor) {
+        if constexpr (kIntegerTaps) {
             setShortTaps(pTaps, tapsFactor);
         } else {
-            if constexpr (kHasTransform)
-                if (s_->fftLen > 0) {
-                    Stored* const to = area(0);
-                    memcpy(to, pTaps, size_t(tapsLen()) * sizeof(Stored));
-                    memset(to + tapsLen(), 0, size_t(s_->fftLen - tapsLen()) * sizeof(Stored));
-                    if (Status s = Transform::forward(to, spec(), scratch(0))) return s;
-                    memcpy(s_->spectrum, to, size_t(s_->fftLen) * sizeof(Stored));
-                }
+            if (auto* const o = overlapSave()) o->setTaps(pTaps);
             std::reverse_copy(pTaps, pTaps + tapsLen(), taps());
         }
-        return StatusOk;
     }
     void getTaps(Tap* pTaps) const {
-        if constexpr (Kind::kIntegerTaps) {
+        if constexpr (kIntegerTaps) {
             const KernelTap *const lower = taps() + kernelTapsLen() - 1, *const upper = lower + tapRoom(tapsLen());
             Scalar<Tap>* to = partsOf(pTaps);
             for (int k = 0; k < tapsLen(); ++k)
@@ -213,24 +161,15 @@ public:
 
     void setPast(const Sample* pDlyLine) {
         s_->dlyIndex = 0;
-        if (pDlyLine) {
-            toStored(pDlyLine, delay(), tapsLen());
-            std::reverse(delay(), delay() + tapsLen());
-        } else {
-            memset(delay(), 0, size_t(tapsLen()) * sizeof(Stored));
-        }
+        tevs::setPast(delay(), pDlyLine, tapsLen());
     }
-    void getPast(Sample* pDlyLine) const {
-        fromStored(past(), pDlyLine, tapsLen(), 0);
-        std::reverse(pDlyLine, pDlyLine + tapsLen());
-    }
+    void getPast(Sample* pDlyLine) const { tevs::getPast(past(), pDlyLine, tapsLen()); }
 
-    Status block(const Sample* pSrc, Sample* pDst, int numIters, int scaleFactor) {
+    void block(const Sample* pSrc, Sample* pDst, int numIters, int scaleFactor) {
         const int team = numIters > Kind::kParallelAbove ? teamSize(s_->threads) : 1;
-        if constexpr (kHasTransform)
-            if (numIters > kLongestDirect && s_->fftLen > 0) return overlapSave(pSrc, pDst, numIters, team, scaleFactor);
+        if constexpr (!kIntegerTaps)
+            if (numIters > kLongestDirect && s_->overlapSave) return byTransforms(pSrc, pDst, numIters, team, scaleFactor);
         direct(pSrc, pDst, numIters, team, scaleFactor);
-        return StatusOk;
     }
 
     // The newest sample is added by itself: a vector load that takes in what was stored a moment ago waits for the store.
@@ -239,42 +178,34 @@ public:
         const int older = tapsLen() - 1;
         Circle<Stored> circle(delay(), tapsLen(), s_->dlyIndex);
         const Stored* const in = circle.push(x);
-        if constexpr (Kind::kIntegerTaps) {
+        if constexpr (kIntegerTaps) {
             int64_t total[kParts<Stored>] = {};
             const KernelTap* digit = taps() + (kernelTapsLen() - tapsLen());
             for (int d = 0; d < s_->digits; ++d, digit += tapRoom(tapsLen())) {
                 const auto add = [&total, unit = d == 0 ? 1 : 256](const auto& sum) {
                     for (int part = 0; part < kParts<Stored>; ++part) total[part] += int64_t{partsOf(&sum)[part]} * unit;
                 };
-                forEachRun(older, [&](int first, int count) { add(kernelOf<Stored>().dot(in + first, digit + first, count)); });
+                forEachRun(older, [&](int first, int count) { add(kernel().dot(in + first, digit + first, count)); });
                 add(kernelProduct(digit[older], x));
             }
             for (int part = 0; part < kParts<Stored>; ++part) partsOf(pDst)[part] = scaled<int16_t, 62>(total[part], sumScale(scaleFactor));
         } else {
-            *pDst = fromStored<Sample>(sumOf(kernelOf<Stored>().dot(in, taps(), older), productOf(taps()[older], x)), scaleFactor);
+            *pDst = fromStored<Sample>(sumOf(kernel().dot(in, taps(), older), productOf(taps()[older], x)), scaleFactor);
         }
         s_->dlyIndex = circle.index();
     }
 
 private:
-    static constexpr bool kHasTransform = Transform::kFewestTaps != INT_MAX;
-
     static int kernelTapsLen(int tapsLen) { return kPaired ? tapsLen + (tapsLen & 1) : tapsLen; }
     static uint64_t tapRoom(int tapsLen) { return uint64_t(kPaired ? int64_t{tapsLen} + (tapsLen & 1) : int64_t{tapsLen}); }
-    static void freeTransform(void* fft) {
-        if constexpr (kHasTransform)
-            if (fft) Transform::free(static_cast<typename Transform::Spec*>(fft));
-    }
-
+    const auto& kernel() const { return kernelOf<Stored>(s_->kernels); }
     int tapsLen() const { return s_->tapsLen; }
     int kernelTapsLen() const { return kernelTapsLen(tapsLen()); }
     KernelTap* taps() const { return static_cast<KernelTap*>(s_->reversed); }
     Stored* delay() const { return static_cast<Stored*>(s_->delay); }
     Stored* past() const { return delay() + s_->dlyIndex; }
     Stored* stage() const { return static_cast<Stored*>(s_->stage); }
-    Stored* area(int thread) const { return reinterpret_cast<Stored*>(s_->work + s_->workBytes * thread); }
-    uint8_t* scratch(int thread) const { return reinterpret_cast<uint8_t*>(area(thread) + s_->fftLen); }
-    auto spec() const { return static_cast<const typename Transform::Spec*>(s_->fft); }
+    auto* overlapSave() const { return static_cast<OverlapSave<Stored>*>(s_->overlapSave); }
 
     void setShortTaps(const Tap* pTaps, int tapsFactor) {
         const ShortTaps<Tap> shorten(partsOf(pTaps), int64_t{tapsLen()} * kParts<Tap>, tapsFactor);
@@ -306,22 +237,22 @@ private:
 
     // Outputs from samples in one piece: in[0] is the oldest that the first output takes. There is one more before it.
     void produce(const Stored* in, Sample* dst, int count, int scaleFactor) const {
-        if constexpr (Kind::kIntegerTaps) {
+        if constexpr (kIntegerTaps) {
             produceFromShortTaps(in, dst, count, sumScale(scaleFactor));
         } else if constexpr (kStraight) {
-            kernelOf<Stored>().block(in, taps(), tapsLen(), dst, count);
+            kernel().block(in, taps(), tapsLen(), dst, count);
         } else {
             Stored y[kChunk];
             for (; count > 0; count -= kChunk, in += kChunk, dst += kChunk) {
                 const int n = std::min(count, kChunk);
-                kernelOf<Stored>().block(in, taps(), tapsLen(), y, n);
+                kernel().block(in, taps(), tapsLen(), y, n);
                 fromStored(y, dst, n, scaleFactor);
             }
         }
     }
     void produceFromShortTaps(const Stored* in, Sample* dst, int count, int scale) const {
         constexpr int parts = kParts<Stored>;
-        const auto& kernel = kernelOf<Stored>();
+        const auto& kernel = this->kernel();
         const int all = kernelTapsLen();
         std::conditional_t<kComplex<Stored>, Complex32s, int32_t> sums[kChunk];
         int64_t totals[kChunk * parts];
@@ -337,7 +268,7 @@ private:
             for (int d = 0; d < 2; ++d)
                 forEachRun(all, [&](int first, int length) {
                     kernel.block(in + first, taps() + tapRoom(tapsLen()) * uint64_t(d) + first, length, sums, n);
-                    fir->addShifted(partsOf(sums), 8 * d, totals, n * parts);
+                    s_->kernels->addShifted(partsOf(sums), 8 * d, totals, n * parts);
                 });
             narrowParts(totals, partsOf(dst), n * parts, scale);
         }
@@ -345,9 +276,7 @@ private:
 
     // The last tapsLen samples of the past and the block become the past.
     void keep(const Sample* pSrc, int numIters) {
-        const int t = tapsLen(), n = std::min(numIters, t);
-        if (n < t) memmove(delay(), past() + n, size_t(t - n) * sizeof(Stored));
-        toStored(pSrc + (numIters - n), delay() + (t - n), n);
+        pastAt(past(), tapsLen(), pSrc, numIters, delay());
         s_->dlyIndex = 0;
     }
 
@@ -396,11 +325,10 @@ private:
     bool directInShares(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
         const int t = tapsLen(), share = numIters / team;
         const size_t each = size_t(t) + kPart;
-        const Scratch memory(share >= t && each <= SIZE_MAX / 2 / sizeof(Stored) / size_t(team) ? allocate(size_t(team) * each * sizeof(Stored)) : nullptr);
+        const Scratch memory(allocate<Stored>(uint64_t(team) * each));
         auto* const stages = static_cast<Stored*>(memory.get());
         if (!stages) return false;
-        memcpy(stages, past(), size_t(t) * sizeof(Stored));
-        for (int u = 1; u < team; ++u) toStored(pSrc + (ptrdiff_t{u} * share - t), stages + size_t(u) * each, t);
+        for (int u = 0; u < team; ++u) pastAt(past(), t, pSrc, ptrdiff_t{u} * share, stages + size_t(u) * each);
         parallelUnits(team, team, [=, this](int u, int) {
             const ptrdiff_t at = ptrdiff_t{u} * share;
             inParts(pSrc + at, pDst + at, u == team - 1 ? int(numIters - at) : share, stages + size_t(u) * each, scaleFactor);
@@ -411,53 +339,13 @@ private:
         return true;
     }
 
-    // One block of overlap-save in a thread's work area, which begins with the tapsLen - 1 samples before it: `fresh` more samples make as many outputs. The first
-    // tapsLen - 1 points of a circular convolution are wrapped round and dropped.
-    Status filterArea(int thread, Sample* dst, int fresh, int scaleFactor) const {
-        const int kept = tapsLen() - 1;
-        Stored* const x = area(thread);
-        memset(x + kept + fresh, 0, size_t(s_->fftLen - kept - fresh) * sizeof(Stored));
-        Status status = Transform::forward(x, spec(), scratch(thread));
-        if (status == StatusOk) status = Transform::multiply(static_cast<const Stored*>(s_->spectrum), x, s_->fftLen);
-        if (status == StatusOk) status = Transform::inverse(x, spec(), scratch(thread));
-        if (status == StatusOk) fromStored(x + kept, dst, fresh, scaleFactor);
-        return status;
-    }
-
-    Status overlapSave(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
-        const int kept = tapsLen() - 1, step = s_->fftLen - kept, blocks = (numIters - 1) / step + 1;
-        const auto fresh = [=](int b) { return std::min(step, numIters - b * step); };
-        if (team > 1 && blocks > 1) {
-            // In place threads would overwrite each other's past: they work from a copy.
-            const Scratch copy(pSrc == pDst ? allocate(size_t(numIters) * sizeof(Sample)) : nullptr);
-            if (copy) {
-                memcpy(copy.get(), pSrc, size_t(numIters) * sizeof(Sample));
-                pSrc = static_cast<const Sample*>(copy.get());
-            }
-            if (pSrc != pDst) {
-                const Status status = parallelUnits(blocks, team, [=, this](int b, int thread) {
-                    const ptrdiff_t at = ptrdiff_t{b} * step;
-                    // What comes before a block, if it does not reach back to inputs of this call alone, begins in the past.
-                    const int before = int(std::min<ptrdiff_t>(at, kept));
-                    memcpy(area(thread), past() + 1 + before, size_t(kept - before) * sizeof(Stored));
-                    toStored(pSrc + (at - before), area(thread) + (kept - before), before + fresh(b));
-                    return filterArea(thread, pDst + at, fresh(b), scaleFactor);
-                });
-                keep(pSrc, numIters);
-                return status;
-            }
-        }
-        // One after another: each block's last inputs are set aside before its outputs may overwrite them.
-        memcpy(stage(), past() + 1, size_t(kept) * sizeof(Stored));
-        keep(pSrc, numIters);
-        for (int b = 0; b < blocks; ++b) {
-            const ptrdiff_t at = ptrdiff_t{b} * step;
-            memcpy(area(0), stage(), size_t(kept) * sizeof(Stored));
-            toStored(pSrc + at, area(0) + kept, fresh(b));
-            memcpy(stage(), area(0) + fresh(b), size_t(kept) * sizeof(Stored));
-            if (Status status = filterArea(0, pDst + at, fresh(b), scaleFactor)) return status;
-        }
-        return StatusOk;
+    void byTransforms(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
+        pastAt(past(), tapsLen(), pSrc, numIters, stage());   // before any output is written
+        const auto load = [=](Stored* to, ptrdiff_t n, int m) { toStored(pSrc + n, to, m); };
+        const auto store = [=](const Stored* y, ptrdiff_t n, int m) { fromStored(y, pDst + n, m, scaleFactor); };
+        overlapSave()->run(past() + 1, numIters, team, load, store);
+        memcpy(delay(), stage(), size_t(tapsLen()) * sizeof(Stored));
+        s_->dlyIndex = 0;
     }
 
     FirState* const s_;
@@ -466,7 +354,7 @@ private:
 // ---- frames -----------------------------------------------------------------------------------------------------------------------------
 
 template <class Kind> Status getStateSize(int tapsLen, int* pSize) {
-    const int threads = std::max(threads_omp_of_n_tev, 1);
+    const int threads = threadsAtBuild();
     if (Status s = Args().ptr(pSize).require(Fir<Kind>::fits(tapsLen, threads), StatusFilterLength)) return s;
     *pSize = int(Fir<Kind>::stateBytes(tapsLen, threads));
     return StatusOk;
@@ -476,7 +364,7 @@ template <class Kind, class State>
 Status init(State** ppState, const typename Kind::Tap* pTaps, int tapsLen, const typename Kind::Sample* pDlyLine, uint8_t* pBuffer, int tapsFactor = 0) {
     if (Status s = Args().ptr(ppState).ptr(pTaps).ptr(pBuffer).require(Fir<Kind>::fits(tapsLen, 1), StatusFilterLength)) return s;
     auto* const state = align16<State>(pBuffer);
-    Fir<Kind>::layOut(state, tapsLen);
+    Fir<Kind>::layOut(state, tapsLen, threadsAtBuild());
     Fir<Kind> f(state);
     f.setTaps(pTaps, tapsFactor);
     f.setPast(pDlyLine);
@@ -487,6 +375,7 @@ Status init(State** ppState, const typename Kind::Tap* pTaps, int tapsLen, const
 template <class Kind, class State>
 Status initAlloc(State** ppState, const typename Kind::Tap* pTaps, int tapsLen, const typename Kind::Sample* pDlyLine, int tapsFactor = 0) {
     if (Status s = Args().ptr(ppState).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength)) return s;
+    NearestRounding guard;
     FirState* state;
     if (Status s = Fir<Kind>::build(&state, pTaps, tapsLen, pDlyLine, tapsFactor)) return s;
     *ppState = static_cast<State*>(state);
@@ -502,7 +391,9 @@ template <class Kind> Status free(FirState* s) {
 template <class Kind> Status setTaps(const typename Kind::Tap* pTaps, FirState* s, int tapsFactor = 0) {
     if (Status status = Args().ptr(pTaps).ptr(s).record(s, Kind::kId, Kind::kMultirateId)) return status;
     if (s->id == Kind::kMultirateId) return multirateSetTaps<Kind>(pTaps, tapsFactor, s);
-    return Fir<Kind>(s).setTaps(pTaps, tapsFactor);
+    NearestRounding guard;
+    Fir<Kind>(s).setTaps(pTaps, tapsFactor);
+    return StatusOk;
 }
 
 template <class Kind> Status getTaps(const FirState* s, typename Kind::Tap* pTaps) {
@@ -530,7 +421,8 @@ template <class Kind> Status filter(const typename Kind::Sample* pSrc, typename 
     if (Status status = Args().ptr(pSrc).ptr(pDst).ptr(s).len(numIters).record(s, Kind::kId, Kind::kMultirateId)) return status;
     NearestRounding guard;
     if (s->id == Kind::kMultirateId) return multirateBlock<Kind>(pSrc, pDst, numIters, s, scaleFactor);
-    return Fir<Kind>(s).block(pSrc, pDst, numIters, scaleFactor);
+    Fir<Kind>(s).block(pSrc, pDst, numIters, scaleFactor);
+    return StatusOk;
 }
 
 template <class Kind> Status filterOne(typename Kind::Sample src, typename Kind::Sample* pDst, FirState* s, int scaleFactor = 0) {

@@ -1,16 +1,16 @@
 // FIR filters without a record: taps and past come with every call.
 //
 // Blocks are cut into pieces of kOutputs outputs and kTaps taps. What a piece takes is brought into the type in which products are summed, in buffers on the
-// stack, and goes to the kernels that serve records. Single outputs, and a few, are summed where taps and past lie.
+// stack, and goes to the kernels that serve records. Single outputs, and a few where that gives the same bits, are summed where taps and past lie.
 #include <limits.h>
 
 #include <algorithm>
 
 #include "core/args.h"
 #include "core/rounding.h"
+#include "filter/delay_line.h"
 #include "filter/fir.h"
 #include "filter/fir.table.h"
-#include "filter/fir_samples.h"
 #include "filter/fir_taps.h"
 
 namespace tevs {
@@ -24,7 +24,9 @@ template <class Part> struct TapsAsTheyAre {
     int64_t exponent() const { return 0; }
 };
 
-// Sums in double precision, rounded once. Those with 16-bit taps are exact up to 2^23 taps.
+// A way says how sums are formed; of up to kExactTaps products they are exact, and so the same in any order.
+
+// Sums in double precision, rounded once.
 template <class Kind> class InDoubles {
 public:
     using Tap = typename Kind::Tap;
@@ -32,6 +34,7 @@ public:
     using Value = std::conditional_t<kComplex<Tap>, Complex64f, double>;
     using Sum = Value;
     static constexpr bool kPaired = false;
+    static constexpr int kExactTaps = Kind::kIntegerTaps ? 1 << 23 : 0;
     InDoubles(const Tap* pTaps, int tapsLen, int scaleFactor, int tapsFactor)
         : taps_(partsOf(pTaps), int64_t{tapsLen} * kParts<Tap>, tapsFactor),
           scaleFactor_(int(std::clamp<int64_t>(scaleFactor - taps_.exponent(), INT_MIN, INT_MAX))) {}
@@ -61,6 +64,7 @@ public:
     using Value = int16_t;
     using Sum = uint32_t;
     static constexpr bool kPaired = true;
+    static constexpr int kExactTaps = INT_MAX;
     Q15(const int16_t*, int, int scaleFactor, int) : scaleFactor_(std::clamp(scaleFactor, -100, 100) + 15) {}
     static bool accepts(int index, int tapsLen) { return index >= 0 && index < tapsLen; }
     static const auto& kernel() { return fir->real16s; }
@@ -83,7 +87,7 @@ public:
         : way_(pTaps, tapsLen, scaleFactor, tapsFactor), pTaps_(pTaps), tapsLen_(tapsLen), circle_(pDlyLine, tapsLen, index) {}
 
     int block(const Sample* pSrc, Sample* pDst, int numIters) {
-        if (numIters < kFewest) {
+        if (numIters < kFewest && tapsLen_ <= Way::kExactTaps) {
             for (int n = 0; n < numIters; ++n) one(pSrc[n], pDst + n);
             return circle_.index();
         }

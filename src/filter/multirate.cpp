@@ -18,8 +18,8 @@
 #include "core/parallel.h"
 #include "core/rounding.h"
 #include "core/scale.h"
+#include "filter/delay_line.h"
 #include "filter/fir.table.h"
-#include "filter/fir_samples.h"
 #include "filter/fir_taps.h"
 #include "filter/multirate.table.h"
 
@@ -48,6 +48,7 @@ RateKind kindOf(int tapsLen, int up, int down) {
 
 // A record. Its period is the least multiple of the pattern of inputs and outputs that the kernels can work on.
 struct RateState : FirState {
+    const MultirateKernels* rateKernels;   // of the level that the record was built for
     Rates rates;
     int32_t kind;
     int32_t dlyLen;      // samples of the delay line at the interface
@@ -82,18 +83,18 @@ template <class T, class S> struct Area {
 };
 
 // The kernel that takes samples of one type apart into streams of another.
-inline auto splitOf(const float*, float*) { return multirate->split_32f; }
-inline auto splitOf(const Complex32f*, float*) { return multirate->split_32fc; }
-inline auto splitOf(const int16_t*, float*) { return multirate->split16s_32f; }
-inline auto splitOf(const Complex16s*, float*) { return multirate->split16sc_32fc; }
-inline auto splitOf(const double*, double*) { return multirate->split_64f; }
-inline auto splitOf(const Complex64f*, double*) { return multirate->split_64fc; }
-inline auto splitOf(const float*, double*) { return multirate->split32f_64f; }
-inline auto splitOf(const Complex32f*, double*) { return multirate->split32fc_64fc; }
-inline auto splitOf(const int32_t*, double*) { return multirate->split32s_64f; }
-inline auto splitOf(const Complex32s*, double*) { return multirate->split32sc_64fc; }
-inline auto splitOf(const int16_t*, double*) { return multirate->split16s_64f; }
-inline auto splitOf(const Complex16s*, double*) { return multirate->split16sc_64fc; }
+inline auto splitOf(const MultirateKernels* k, const float*, float*) { return k->split_32f; }
+inline auto splitOf(const MultirateKernels* k, const Complex32f*, float*) { return k->split_32fc; }
+inline auto splitOf(const MultirateKernels* k, const int16_t*, float*) { return k->split16s_32f; }
+inline auto splitOf(const MultirateKernels* k, const Complex16s*, float*) { return k->split16sc_32fc; }
+inline auto splitOf(const MultirateKernels* k, const double*, double*) { return k->split_64f; }
+inline auto splitOf(const MultirateKernels* k, const Complex64f*, double*) { return k->split_64fc; }
+inline auto splitOf(const MultirateKernels* k, const float*, double*) { return k->split32f_64f; }
+inline auto splitOf(const MultirateKernels* k, const Complex32f*, double*) { return k->split32fc_64fc; }
+inline auto splitOf(const MultirateKernels* k, const int32_t*, double*) { return k->split32s_64f; }
+inline auto splitOf(const MultirateKernels* k, const Complex32s*, double*) { return k->split32sc_64fc; }
+inline auto splitOf(const MultirateKernels* k, const int16_t*, double*) { return k->split16s_64f; }
+inline auto splitOf(const MultirateKernels* k, const Complex16s*, double*) { return k->split16sc_64fc; }
 
 // A type pair, and how it is computed. Sums of 16-bit taps times 16-bit samples are exact in double precision.
 template <class Kind> struct Rated {
@@ -179,7 +180,7 @@ template <class Kind> struct Rated {
             new (s) RateState{};
             s->id = Kind::kMultirateId;
             s->tapsLen = tapsLen;
-            s->fftLen = -1;
+            s->rateKernels = multirate;
             s->delay = delay;
             s->dlyLen = int(e.past);
             s->before = int(e.before);
@@ -377,39 +378,29 @@ template <class Kind> struct Rated {
     // ---- delay line ------------------------------------------------------------------------------------------------------------------------
 
     static Sample* past(const RateState* s) { return static_cast<Sample*>(s->delay); }
-    static int64_t pastCount(const RateState* s) { return int64_t{s->before} * s->ins; }
+    static int pastCount(const RateState* s) { return s->before * s->ins; }
 
     static void setPast(const Sample* pDlyLine, RateState* s) {
-        Sample* const newest = past(s) + pastCount(s);
-        memset(past(s), 0, size_t(pastCount(s)) * sizeof(Sample));
-        if (pDlyLine) std::reverse_copy(pDlyLine, pDlyLine + s->dlyLen, newest - s->dlyLen);
+        const int older = pastCount(s) - s->dlyLen;
+        memset(past(s), 0, size_t(older) * sizeof(Sample));
+        tevs::setPast(past(s) + older, pDlyLine, s->dlyLen);
     }
-    static void getPast(const RateState* s, Sample* pDlyLine) {
-        const Sample* const newest = past(s) + pastCount(s);
-        std::reverse_copy(newest - s->dlyLen, newest, pDlyLine);
-    }
-
-    // The inputs before input `at` of a block, into `to`.
-    static void pastAt(const RateState* s, const Sample* src, int64_t at, Sample* to) {
-        const int64_t count = pastCount(s), old = std::max<int64_t>(count - at, 0);
-        memmove(to, past(s) + (count - old), size_t(old) * sizeof(Sample));
-        memcpy(to + old, src + (at - (count - old)), size_t(count - old) * sizeof(Sample));
-    }
+    static void getPast(const RateState* s, Sample* pDlyLine) { tevs::getPast(past(s) + (pastCount(s) - s->dlyLen), pDlyLine, s->dlyLen); }
 
     // ---- filtering -------------------------------------------------------------------------------------------------------------------------
 
-    static auto filter() {
+    static auto filter(const MultirateKernels* k) {
         if constexpr (std::is_same_v<Part, float>)
-            return kPer == 1 ? multirate->real32f : multirate->complex32f;
+            return kPer == 1 ? k->real32f : k->complex32f;
         else
-            return kPer == 1 ? multirate->real64f : multirate->complex64f;
+            return kPer == 1 ? k->real64f : k->complex64f;
     }
 
-    static auto filterRuns() {
+    static auto filterRuns(const MultirateKernels* k) {
         if constexpr (std::is_same_v<Part, float>)
-            return kPer == 1 ? multirate->runs32f : multirate->runs32fc;
+            return kPer == 1 ? k->runs32f : k->runs32fc;
         else
-            return kPer == 1 ? multirate->runs64f : multirate->runs64fc;
+            return kPer == 1 ? k->runs64f : k->runs64fc;
     }
 
     // From the inputs src, behind the past, the outputs of n <= kFew whole periods, by runs.
@@ -420,12 +411,12 @@ template <class Kind> struct Rated {
                                        .inputs = ptrdiff_t{s->ins} * kPer,
                                        .outputs = ptrdiff_t{s->outs} * kPer};
         Part* const line = area.line + pastCount(s) * kPer;
-        toParts(past, area.line, int(pastCount(s)));
+        toParts(past, area.line, pastCount(s));
         toParts(src, line, n * s->ins);
         if constexpr (kDirect) {
-            filterRuns()(&runs, line, partsOf(dst), n);
+            filterRuns(s->rateKernels)(&runs, line, partsOf(dst), n);
         } else {
-            filterRuns()(&runs, line, area.outputs, n);
+            filterRuns(s->rateKernels)(&runs, line, area.outputs, n);
             narrowParts(area.outputs, partsOf(dst), n * s->outs * kPer, scale);
         }
     }
@@ -439,16 +430,17 @@ template <class Kind> struct Rated {
     // From the inputs src, behind the past, as many iterations as the caller counts.
     static void range(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int64_t iterations, int scale) {
         int64_t inputs = iterations * s->rates.down, outputs = iterations * s->rates.up;
-        if (s->runCount > 0 && outputs <= int64_t{kFew} * s->outs && filterRuns()) return few(s, area, past, src, dst, int(outputs / s->outs), scale);
+        if (s->runCount > 0 && outputs <= int64_t{kFew} * s->outs && filterRuns(s->rateKernels))
+            return few(s, area, past, src, dst, int(outputs / s->outs), scale);
         const Phases<Part> phases = {.groups = s->groups,
                                      .count = s->groupCount,
                                      .taps = static_cast<const Part*>(s->groupTaps),
                                      .place = s->place + s->dlyLen,
                                      .period = ptrdiff_t{s->outs} * kPer};
         const int64_t unit = int64_t{s->outs} * kPeriodsAtOnce;
-        const auto split = splitOf(src, area.streams);
-        const auto filter = Rated::filter();
-        split(past, int(pastCount(s)), &s->streams, area.streams);
+        const auto split = splitOf(s->rateKernels, src, area.streams);
+        const auto filter = Rated::filter(s->rateKernels);
+        split(past, pastCount(s), &s->streams, area.streams);
         for (;;) {
             const int in = int(std::min<int64_t>(inputs, int64_t{s->atOnce} * s->ins)), out = int(std::min<int64_t>(outputs, int64_t{s->atOnce} * s->outs));
             split(src, in, &s->streams, area.streams + s->before * kPer);
@@ -484,14 +476,14 @@ template <class Kind> struct Rated {
     static void inParallel(const RateState* s, const Sample* src, Sample* dst, int numIters, int threads, int scale) {
         const Extent e(s->tapsLen, s->rates.up, s->rates.down);
         const uint64_t bytes = (e.areaBytes() + 63) & ~uint64_t{63};
-        const Scratch areas{bytes * uint64_t(threads) <= SIZE_MAX / 2 ? allocate(size_t(bytes) * size_t(threads)) : nullptr};
+        const Scratch areas{allocate(bytes * uint64_t(threads))};
         if (!areas) return range(s, own(s), past(s), src, dst, numIters, scale);
         parallelRanges(numIters, threads, [&](int first, int count) {
             void* const block = static_cast<unsigned char*>(areas.get()) + bytes * uint64_t(omp_get_thread_num());
             memset(block, 0, size_t(bytes));
             const auto area = areaIn(e, block);
             const int64_t at = int64_t{first} * s->rates.down;
-            pastAt(s, src, at, area.past);
+            pastAt(past(s), pastCount(s), src, ptrdiff_t(at), area.past);
             range(s, area, area.past, src + at, dst + int64_t{first} * s->rates.up, count, scale);
         });
     }
@@ -505,7 +497,7 @@ template <class Kind> struct Rated {
         Scratch copy;
         if (src == dst && parallel) {
             // Threads in place would overwrite each other's inputs. Without memory for a copy one thread does it all.
-            copy.reset(uint64_t(inputs) <= SIZE_MAX / 2 / sizeof(Sample) ? allocate(size_t(inputs) * sizeof(Sample)) : nullptr);
+            copy.reset(allocate<Sample>(uint64_t(inputs)));
             if (copy) src = static_cast<const Sample*>(memcpy(copy.get(), src, size_t(inputs) * sizeof(Sample)));
             parallel = copy != nullptr;
         }
@@ -515,7 +507,7 @@ template <class Kind> struct Rated {
             memmove(const_cast<Sample*>(src), dst, size_t(inputs) * sizeof(Sample));
         }
         auto* const next = static_cast<Sample*>(s->next);
-        pastAt(s, src, inputs, next);   // the past after this block, before any output is written
+        pastAt(past(s), pastCount(s), src, ptrdiff_t(inputs), next);   // the past after this block, before any output is written
         if (parallel)
             inParallel(s, src, dst, numIters, threads, scale);
         else
@@ -530,7 +522,7 @@ template <class Kind> struct Rated {
         layOut(s, s, tapsLen, e);
         s->rates = rates;
         s->kind = kindOf(tapsLen, rates.up, rates.down);
-        s->threads = std::max(threads_omp_of_n_tev, 1);
+        s->threads = threadsAtBuild();
         buildGroups(s);
         buildRuns(s);
         buildPlaces(s);
@@ -552,7 +544,7 @@ template <class Kind> struct Rated {
                        Single single) {
         if (Status s = rates.check(Args().ptr(ppState).ptr(pTaps).ptr(pBuffer).require(tapsLen >= 1, StatusFilterLength))) return s;
         if (rates.single()) {
-            if constexpr (std::is_integral_v<Scalar<Tap>>)
+            if constexpr (Kind::kTapsFactor)
                 return single(ppState, pTaps, tapsLen, tapsFactor, pDlyLine, pBuffer);
             else
                 return single(ppState, pTaps, tapsLen, pDlyLine, pBuffer);
@@ -568,13 +560,13 @@ template <class Kind> struct Rated {
     static Status initAlloc(State** ppState, const Tap* pTaps, int tapsLen, int tapsFactor, const Rates& rates, const Sample* pDlyLine, Single single) {
         if (Status s = rates.check(Args().ptr(ppState).ptr(pTaps).require(tapsLen >= 1, StatusFilterLength))) return s;
         if (rates.single()) {
-            if constexpr (std::is_integral_v<Scalar<Tap>>)
+            if constexpr (Kind::kTapsFactor)
                 return single(ppState, pTaps, tapsLen, tapsFactor, pDlyLine);
             else
                 return single(ppState, pTaps, tapsLen, pDlyLine);
         }
         const Extent e(tapsLen, rates.up, rates.down);
-        auto* const state = static_cast<RateState*>(fits(e, tapsLen) ? allocate(size_t(layOut(nullptr, nullptr, tapsLen, e))) : nullptr);
+        auto* const state = static_cast<RateState*>(fits(e, tapsLen) ? allocate(layOut(nullptr, nullptr, tapsLen, e)) : nullptr);
         if (!state) return StatusNoMemory;
         build(state, e, pTaps, tapsLen, tapsFactor, rates, pDlyLine);
         state->allocated = 1;
@@ -599,7 +591,7 @@ public:
         const int len = pastLen(tapsLen, rates.up);
         const uint64_t values = uint64_t(tapsLen) + uint64_t(len) + kBlock;
         Value near[kNear];
-        const Scratch memory{values > kNear && values <= SIZE_MAX / 2 / sizeof(Value) ? allocate(size_t(values) * sizeof(Value)) : nullptr};
+        const Scratch memory{values > kNear ? allocate<Value>(values) : nullptr};
         if (values > kNear && !memory) return StatusNoMemory;
         Value* const taps = memory ? static_cast<Value*>(memory.get()) : near;
         const Stateless f{rates, taps, taps + tapsLen, pDlyLine, tapsLen, len};

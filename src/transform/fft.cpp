@@ -1,5 +1,5 @@
 // FFT records and the transforms that use them: lifecycle and tables, complex and real transforms.
-#include "transform/fft.h"
+#include "transform/float_fft.h"
 
 #include <string.h>
 
@@ -12,7 +12,7 @@
 #include "core/args.h"
 #include "core/memory.h"
 #include "core/rounding.h"
-#include "tevs/fft.h"
+#include "core/work.h"
 #include "transform/fft.plan.h"
 #include "transform/roots.h"
 
@@ -21,9 +21,9 @@ namespace {
 
 template <class T> constexpr int kMostInRegisters = sizeof(T) == 4 ? 2 << 7 : 2 << 6;   // scalars of the longest transform that is one kernel in registers
 
-template <class T> const FftKernels<T>& kernels();
-template <> const FftKernels<float>& kernels() { return *fft32; }
-template <> const FftKernels<double>& kernels() { return *fft64; }
+template <class T> const FftKernels<T>* chosenKernels();
+template <> const FftKernels<float>* chosenKernels() { return fft32; }
+template <> const FftKernels<double>* chosenKernels() { return fft64; }
 
 // ---- sizes --------------------------------------------------------------------------------------------------------------------------
 
@@ -33,7 +33,7 @@ constexpr uint64_t permutationBytes(int order) { return roundUp16(((uint64_t{1} 
 
 constexpr int kLastListedOrder = 21;
 template <class T> constexpr int splitOrder(int order) {
-    constexpr int kSingle[] = {4, 4, 4, 5, 6, 6}, kDouble[] = {4, 4, 4, 4, 5, 6, 7, 8};
+    constexpr int kSingle[] = {4, 4, 4, 5, 6, 6}, kDouble[] = {3, 4, 4, 4, 5, 6, 7, 8};
     if (order > kLastListedOrder) return 8;
     return (sizeof(T) == 4 ? kSingle : kDouble)[order - kFirstLargeOrder<T>];
 }
@@ -54,7 +54,7 @@ template <class T> constexpr uint64_t scratchBytes(int order) {
     return std::max(scratchBytes<T>(order - splitOrder<T>(order)), kValue << blockOrder<T>(order));
 }
 
-template <class T> constexpr FftSizes sizesOf(bool real, int order) {
+template <class T> constexpr SpecSizes sizesOf(bool real, int order) {
     const uint64_t record = sizeof(T) == 4 ? 96 : real || order <= 3 ? 100 : 112;
     if (order <= 3) return {record, 0, 0};
     const uint64_t init = roundUp16(((uint64_t{1} << order) / 4 + 1) * sizeof(T)) + kAlignmentRoom;
@@ -65,8 +65,6 @@ template <class T> constexpr FftSizes sizesOf(bool real, int order) {
 }
 static_assert(sizesOf<float>(false, 16).spec == 622720 && sizesOf<float>(true, 4).spec == 160 && sizesOf<float>(false, 20).work == 131088);
 static_assert(sizesOf<double>(false, 20).spec == 17957008 && sizesOf<double>(true, 4).spec == 228 && sizesOf<double>(true, 20).spec == 17432708);
-
-template <class Spec> constexpr FftSizes sizesFor(int order) { return sizesOf<typename Spec::Real>(Spec::kReal, order); }
 
 // ---- tables -------------------------------------------------------------------------------------------------------------------------
 
@@ -139,121 +137,91 @@ template <class T> void writeRecombination(T* at, int order, int lanes) {
     for (uint64_t k = 1; k <= uint64_t{1} << (order - 1); k += uint64_t(block)) w.putBlock(k, 1, uint64_t{2} << order);
 }
 
-// ---- lifecycle ----------------------------------------------------------------------------------------------------------------------
+// A record's tables, from their place on. Over no block it only adds up.
+template <class T> uint64_t layOut(FftTables<T>& t, bool real, int lanes, void* block) {
+    Carve c(block);
+    T *passes = nullptr, *outer = nullptr, *recombination = nullptr;
+    if (t.order >= kFirstLargeOrder<T>) {
+        const int p = outerOrder<T>(t.order), q = innerOrder<T>(t.order);
+        const auto columns = uint64_t(tileColumns<T>(p));
+        passes = c.take<T>((uint64_t{2} << p) + (uint64_t{2} << q));
+        outer = c.take<T>((2 * columns << p) + (uint64_t{2} << t.order) / columns);
+        if (block) writeLargeFactors(passes, outer, t.order, lanes);
+    } else if (t.order >= 4) {
+        passes = c.take<T>(uint64_t{2} << t.order);
+        if (block) writeStockhamFactors(passes, t.order, lanes);
+    }
+    if (real && t.order >= 3) {
+        recombination = c.take<T>(uint64_t{1} << t.order);
+        if (block) writeRecombination(recombination, t.order, lanes);
+    }
+    t.passes = passes;
+    t.outer = outer;
+    t.recombination = recombination;
+    return c.size();
+}
 
+// Tables start on a cache line, where that is more than three of them: the reported sizes have the room that the permutation table would take.
+constexpr uint64_t lineRoom(int order) { return order >= 6 ? 48 : 0; }
 template <class T> T* atCacheLine(T* p) { return reinterpret_cast<T*>((reinterpret_cast<uintptr_t>(p) + 63) & ~uintptr_t{63}); }
 
-// Builds the record and its tables at a 16-byte boundary of a block of the reported size.
-template <class Spec> Spec* build(void* block, int order, int flag, int hint, bool owned) {
-    using T = typename Spec::Real;
-    auto* const spec = static_cast<Spec*>(block);
-    memset(block, 0, sizeof *spec);
-    spec->id = Spec::kId;
-    spec->order = order;
+int complexOrder(bool real, int order) { return real ? std::max(order - 1, 0) : order; }
+
+}   // namespace
+
+template <class T> SpecSizes fftSizes(bool real, int order) { return sizesOf<T>(real, order); }
+
+template <class T> uint64_t fftBytes(bool real, int order) {
+    FftTables<T> t{};
+    t.order = complexOrder(real, order);
+    return roundUp16(sizeof(FftSpec<T>)) + lineRoom(t.order) + layOut<T>(t, real, chosenKernels<T>()->lanes, nullptr);
+}
+
+template <class T> void buildFft(FftSpec<T>* spec, bool real, int order, int flag) {
     const int64_t n = int64_t{1} << order;
     const T factor = flag == ScaleBySqrtN ? T(1.0 / std::sqrt(double(n))) : T(1) / T(n);
+    const uint64_t work = sizesOf<T>(real, order).work;
+    *spec = {};
+    spec->order = order;
+    spec->workBytes = work ? int(work - kAlignmentRoom) : 0;
     spec->forwardScale = flag == ScaleFwdByN || flag == ScaleBySqrtN ? factor : T(1);
     spec->inverseScale = flag == ScaleInvByN || flag == ScaleBySqrtN ? factor : T(1);
-    spec->hint = hint;
-    const uint64_t work = sizesFor<Spec>(order).work;
-    spec->workBytes = work ? int(work - kAlignmentRoom) : 0;
-    spec->owned = owned;
-
+    spec->kernels = chosenKernels<T>();
     FftTables<T>& t = spec->tables;
-    const int lanes = kernels<T>().lanes;
-    t.order = Spec::kReal ? std::max(order - 1, 0) : order;
+    const int lanes = spec->kernels->lanes;
+    t.order = complexOrder(real, order);
+    t.room = t.order >= kFirstLargeOrder<T> ? int(tileRoom<T>(t.order)) : 0;
     spec->stored = t.order > 3 && !fusedLanes<T>(t.order, lanes);
-    // Tables start on a cache line: the reported sizes have the room that the permutation table would take.
-    T* at = align16<T>(spec + 1);
-    if (t.order >= 6) at = atCacheLine(at);
-    if (t.order >= kFirstLargeOrder<T>) {
-        T* const outer = at + (uint64_t{4} << innerOrder<T>(t.order));
-        writeLargeFactors(at, outer, t.order, lanes);
-        t.passes = at;
-        t.outer = outer;
-        const auto columns = uint64_t(tileColumns<T>(outerOrder<T>(t.order)));
-        at = outer + (2 * columns << outerOrder<T>(t.order)) + (uint64_t{2} << t.order) / columns;
-    } else if (t.order >= 4) {
-        writeStockhamFactors(at, t.order, lanes);
-        t.passes = at;
-        at += uint64_t{2} << t.order;
-    }
-    if (Spec::kReal && t.order >= 3) {
-        writeRecombination(at, t.order, lanes);
-        t.recombination = at;
-    }
-    return spec;
+    T* const at = align16<T>(spec + 1);
+    layOut(t, real, lanes, lineRoom(t.order) ? atCacheLine(at) : at);
 }
 
-template <class Spec> Status getSize(int order, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
-    if (Status s = Args().require(goodOrder(order), StatusFftOrder).ptr(pSpecSize).ptr(pSpecBufferSize).ptr(pBufferSize)) return s;
-    sizesFor<Spec>(order).report(pSpecSize, pSpecBufferSize, pBufferSize);
-    return StatusOk;
-}
-
-template <class Spec> Status init(Spec** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit) {
-    const bool legal = goodOrder(order) && sizesFor<Spec>(order).fitInt();
-    if (Status s = Args().ptr(ppSpec).require(legal, StatusFftOrder).ptr(pMemSpec)) return s;
-    void* const block = align16(pMemSpec);
-    if (Status s = Args().require(goodFlag(flag), StatusFftFlag).require(order <= 3 || pMemInit, StatusNullPtr)) {
-        memset(block, 0, sizeof(Spec));   // whoever uses the block all the same finds no identifier in it
-        return s;
-    }
-    NearestRounding guard;
-    *ppSpec = build<Spec>(block, order, flag, hint, false);
-    return StatusOk;
-}
-
-template <class Spec> Status initAlloc(Spec** ppSpec, int order, int flag, int hint) {
-    if (Status s = Args().ptr(ppSpec).require(goodOrder(order), StatusFftOrder).require(goodFlag(flag), StatusFftFlag)) return s;
-    const FftSizes sizes = sizesFor<Spec>(order);
-    void* const block = sizes.fitInt() ? allocate(size_t(sizes.spec)) : nullptr;
-    if (!block) return StatusNoMemory;
-    NearestRounding guard;
-    *ppSpec = build<Spec>(block, order, flag, hint, true);
-    return StatusOk;
-}
-
-template <class Spec> Status release(Spec* pSpec) {
-    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId)) return s;
-    pSpec->id = 0;
-    if (pSpec->owned) tevs::release(pSpec);
-    return StatusOk;
-}
-
-template <class Spec> Status getBufSize(const Spec* pSpec, int* pSize) {
-    if (Status s = Args().ptr(pSpec).ptr(pSize).record(pSpec, Spec::kId)) return s;
-    *pSize = pSpec->workBytes < 1 ? 0 : clampToInt(uint64_t(pSpec->workBytes) + kAlignmentRoom);
-    return StatusOk;
-}
+namespace {
 
 // ---- transforms ---------------------------------------------------------------------------------------------------------------------
 
-// Calls run(work) with a work area of the library's own.
-template <class T, class Run> [[gnu::noinline]] Status withOwnWork(uint64_t bytes, const Run& run) {
-    const Scratch own(allocate(size_t(bytes)));
-    if (!own) return StatusNoMemory;
-    run(static_cast<T*>(own.get()));
+// Where a long transform is faster with more than the caller brings, or the caller brings nothing. Beside its data, a block of its own is little; refused one, it
+// runs in what there is.
+template <class T, class Run> [[gnu::noinline]] Status withBestWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Run& run) {
+    const FftTables<T>& t = spec.tables;
+    const Status status = withOwnWork(bestWorkBytes(spec), [&](uint8_t* own) { run(t, reinterpret_cast<T*>(own)); });
+    if (status == StatusOk || !pBuffer) return status;
+    FftTables<T> narrow = t;
+    narrow.room = spec.workBytes;
+    run(narrow, reinterpret_cast<T*>(workIn(pBuffer)));
     return StatusOk;
 }
-// With the work area of one call: the caller's, from its first 16-byte boundary on, or one of its own. The transforms that are one kernel in
-// registers need none: at their length the call itself is what costs.
-template <class T, class Run> [[gnu::always_inline]] inline Status withWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Run& run) {
-    const int order = spec.tables.order;
-    // The tiles of the largest orders take more than what is reported; beside their data, a block of their own is nothing.
-    const uint64_t tiles = order >= kFirstLargeOrder<T> ? uint64_t(tileRoom<T>(order)) : 0;
+// Calls run(tables, work) with the work area of one call.
+template <class T, class Run> [[gnu::always_inline]] inline Status withFftWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Run& run) {
     NearestRounding guard;
-    if (!pBuffer || tiles > uint64_t(spec.workBytes)) return withOwnWork<T>(std::max(uint64_t(spec.workBytes), tiles), run);
-    // Blocks off the heap begin at a multiple of 16: there the room left for alignment reaches the next of 32, and no vector crosses a cache line. Half of them
-    // crossing took 30 to 70 % longer.
-    const bool spare = reinterpret_cast<uintptr_t>(pBuffer) % 32 == 16;
-    run(reinterpret_cast<T*>(static_cast<uint8_t*>(align16(pBuffer)) + (spare ? 16 : 0)));
+    if (!pBuffer || spec.tables.room > spec.workBytes) return withBestWork(spec, pBuffer, run);
+    run(spec.tables, reinterpret_cast<T*>(workIn(pBuffer)));
     return StatusOk;
 }
 
 template <Way way, class T> T scaleOf(const FftSpec<T>& spec) { return way == Way::Forward ? spec.forwardScale : spec.inverseScale; }
-template <Way way, template <class> class Place, class T> FftTransform<T, Place>* kernelOf(const FftTables<T>& t) {
-    const FftKernels<T>& all = kernels<T>();
+template <Way way, template <class> class Place, class T> FftTransform<T, Place>* kernelOf(const FftSpec<T>& spec) {
+    const FftKernels<T>& all = *spec.kernels;
     const auto& places = [&]() -> const auto& {
         if constexpr (std::is_same_v<Place<T>, Pairs<T>>)
             return all.pairs;
@@ -261,7 +229,7 @@ template <Way way, template <class> class Place, class T> FftTransform<T, Place>
             return all.parts;
     }
     ();
-    return (way == Way::Forward ? places.forward : places.inverse)[t.order];
+    return (way == Way::Forward ? places.forward : places.inverse)[spec.tables.order];
 }
 
 // The sweeps of a large transform write the destination before they have read the whole source: they work in place where the two share an array.
@@ -284,36 +252,28 @@ template <class T> Parts<const T> gathered(Parts<const T> src, Parts<T> dst, int
 }
 
 template <Way way, template <class> class Place, class T>
-[[gnu::always_inline]] inline Status complexTransform(Place<const T> src, Place<T> dst, const FftSpec<T>* pSpec, uint8_t* pBuffer) {
-    const FftTables<T>& t = pSpec->tables;
-    FftTransform<T, Place>* const kernel = kernelOf<way, Place>(t);
-    const T scale = scaleOf<way>(*pSpec);
-    if (pSpec->stored)
-        return withWork(*pSpec, pBuffer,
-                        [=, &t](T* work) { kernel(t, t.order < kFirstLargeOrder<T> ? src : gathered(src, dst, int64_t{1} << t.order), dst, work, scale); });
+[[gnu::always_inline]] inline Status complexTransform(Place<const T> src, Place<T> dst, const FftSpec<T>& spec, uint8_t* pBuffer) {
+    FftTransform<T, Place>* const kernel = kernelOf<way, Place>(spec);
+    const T scale = scaleOf<way>(spec);
+    if (spec.stored)
+        return withFftWork(spec, pBuffer, [=](const FftTables<T>& t, T* work) {
+            kernel(t, t.order < kFirstLargeOrder<T> ? src : gathered(src, dst, int64_t{1} << t.order), dst, work, scale);
+        });
     NearestRounding guard;
-    kernel(t, src, dst, nullptr, scale);
+    kernel(spec.tables, src, dst, nullptr, scale);
     return StatusOk;
 }
 
 template <Way way, class Spec, class C> Status transform(const C* pSrc, C* pDst, const Spec* pSpec, uint8_t* pBuffer) {
     if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
     using T = typename Spec::Real;
-    return complexTransform<way>(Pairs<const T>{&pSrc->re}, Pairs<T>{&pDst->re}, pSpec, pBuffer);
+    return complexTransform<way>(Pairs<const T>{&pSrc->re}, Pairs<T>{&pDst->re}, *pSpec, pBuffer);
 }
 
 template <Way way, class Spec, class T> Status transform(const T* pSrcRe, const T* pSrcIm, T* pDstRe, T* pDstIm, const Spec* pSpec, uint8_t* pBuffer) {
     if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrcRe).ptr(pSrcIm).ptr(pDstRe).ptr(pDstIm)) return s;
-    return complexTransform<way>(Parts<const T>{pSrcRe, pSrcIm}, Parts<T>{pDstRe, pDstIm}, pSpec, pBuffer);
+    return complexTransform<way>(Parts<const T>{pSrcRe, pSrcIm}, Parts<T>{pDstRe, pDstIm}, *pSpec, pBuffer);
 }
-
-// Where a packed spectrum of N = 2^order reals keeps its values: X[k] for 0 < k < N/2 at 2k + shift and the next, and the two real ones.
-struct Packing {
-    int shift;
-    bool ccs;
-    int last(int n) const { return ccs ? n : shift ? n - 1 : 1; }
-};
-constexpr Packing kPerm{0, false}, kPack{-1, false}, kCcs{0, true};
 
 // Transforms of 1 to 8 reals, times scale, at once: at these lengths the call itself is what costs. x holds the samples, X the spectrum in Perm order.
 template <class T> constexpr T kSqrtHalf = T(0.70710678118654752440);
@@ -394,118 +354,152 @@ template <class Run> [[gnu::always_inline]] inline Status shortTransform(int n, 
 }
 
 // The spectrum of the pairs' transform in z, to its packing. z may be pDst where the packing leaves the values between the ends in place.
-template <class T> void pack(const FftTables<T>& t, const T* z, T* pDst, int n, Packing to) {
+template <class T> void pack(const FftKernels<T>& kernels, const FftTables<T>& t, const T* z, T* pDst, Packing to) {
+    const int n = 2 << t.order;
     T first, last;
-    kernels<T>().spectrumOfReal(t, z, pDst + to.shift, &first, &last);
+    kernels.spectrumOfReal(t, z, pDst + firstPair(to, n) - 2, &first, &last);
     pDst[0] = first;
-    pDst[to.last(n)] = last;
-    if (to.ccs) pDst[1] = pDst[n + 1] = 0;
+    pDst[secondReal(to, n)] = last;
+    if (to == Packing::Ccs) pDst[1] = pDst[n + 1] = 0;
 }
 
-template <class Spec, class T = typename Spec::Real> Status realForward(const T* pSrc, T* pDst, const Spec* pSpec, uint8_t* pBuffer, Packing to) {
-    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
-    const int n = 1 << pSpec->order;
-    const FftTables<T>& t = pSpec->tables;
-    const T scale = T(0.5) * pSpec->forwardScale;   // the recombination takes half the transform
-    const auto kernel = kernelOf<Way::Forward, Pairs>(t);
-    const Pairs<const T> src{pSrc};
-    if (pSpec->order <= 3) {
-        const T f = pSpec->forwardScale;
-        return shortTransform(n, [=](auto length) {
+template <class T> [[gnu::always_inline]] inline Status realForward(const T* pSrc, T* pDst, const FftSpec<T>& spec, uint8_t* pBuffer, Packing to) {
+    if (spec.order <= 3) {
+        const T f = spec.forwardScale;
+        return shortTransform(1 << spec.order, [=](auto length) {
             constexpr int N = length;
             T X[N];
             shortForward<N>(pSrc, X);
 #pragma GCC unroll 8
-            for (int i = 2; i < N; ++i) pDst[i + to.shift] = X[i] * f;
-            if constexpr (N > 1) pDst[to.last(N)] = X[1] * f;
-            if (to.ccs) pDst[1] = 0;
-            if (to.ccs && N > 1) pDst[N + 1] = 0;
+            for (int i = 2; i < N; ++i) pDst[i + firstPair(to, N) - 2] = X[i] * f;
+            if constexpr (N > 1) pDst[secondReal(to, N)] = X[1] * f;
+            if (to == Packing::Ccs) pDst[1] = 0;
+            if (to == Packing::Ccs && N > 1) pDst[N + 1] = 0;
             pDst[0] = X[0] * f;
         });
     }
-    if (!pSpec->stored) {
+    const FftKernels<T>& kernels = *spec.kernels;
+    const T scale = T(0.5) * spec.forwardScale;   // the recombination takes half the transform
+    const auto kernel = kernelOf<Way::Forward, Pairs>(spec);
+    const Pairs<const T> src{pSrc};
+    if (!spec.stored) {
         NearestRounding guard;
         T z[kMostInRegisters<T>];
-        kernel(t, src, {z}, nullptr, scale);
-        pack(t, z, pDst, n, to);
+        kernel(spec.tables, src, {z}, nullptr, scale);
+        pack(kernels, spec.tables, z, pDst, to);
         return StatusOk;
     }
-    return withWork(*pSpec, pBuffer, [=, &t](T* work) {
+    return withFftWork(spec, pBuffer, [=, &kernels](const FftTables<T>& t, T* work) {
         if (t.order < kFirstLargeOrder<T>) {
             kernel(t, src, {work}, pDst, scale);
-            pack(t, work, pDst, n, to);
+            pack(kernels, t, work, pDst, to);
             return;
         }
         kernel(t, src, {pDst}, work, scale);
-        pack(t, pDst, pDst, n, to.shift ? kPerm : to);
-        if (!to.shift) return;
+        pack(kernels, t, pDst, pDst, to == Packing::Pack ? Packing::Perm : to);
+        if (to != Packing::Pack) return;
+        const int n = 2 << t.order;
         const T last = pDst[1];
         memmove(pDst + 1, pDst + 2, size_t(n - 2) * sizeof(T));
         pDst[n - 1] = last;
     });
 }
 
-template <class Spec, class T = typename Spec::Real> Status realInverse(const T* pSrc, T* pDst, const Spec* pSpec, uint8_t* pBuffer, Packing from) {
-    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
-    const int n = 1 << pSpec->order;
-    const FftTables<T>& t = pSpec->tables;
-    const T scale = pSpec->inverseScale;
-    const auto kernel = kernelOf<Way::Inverse, Pairs>(t);
-    const auto pairsOfSpectrum = kernels<T>().pairsOfSpectrum;
-    if (pSpec->order <= 3)
-        return shortTransform(n, [=](auto length) {
+template <class T> [[gnu::always_inline]] inline Status realInverse(const T* pSrc, T* pDst, const FftSpec<T>& spec, uint8_t* pBuffer, Packing from) {
+    const T scale = spec.inverseScale;
+    if (spec.order <= 3)
+        return shortTransform(1 << spec.order, [=](auto length) {
             constexpr int N = length;
             T X[N], x[N];
             X[0] = pSrc[0];
-            if constexpr (N > 1) X[1] = pSrc[from.last(N)];
+            if constexpr (N > 1) X[1] = pSrc[secondReal(from, N)];
 #pragma GCC unroll 8
-            for (int i = 2; i < N; ++i) X[i] = pSrc[i + from.shift];
+            for (int i = 2; i < N; ++i) X[i] = pSrc[i + firstPair(from, N) - 2];
             shortInverse<N>(X, x);
 #pragma GCC unroll 8
             for (int i = 0; i < N; ++i) pDst[i] = x[i] * scale;
         });
-    const T first = pSrc[0], last = pSrc[from.last(n)];
-    if (!pSpec->stored) {
+    const auto kernel = kernelOf<Way::Inverse, Pairs>(spec);
+    const auto pairsOfSpectrum = spec.kernels->pairsOfSpectrum;
+    const int n = 2 << spec.tables.order;
+    const T first = pSrc[0], last = pSrc[secondReal(from, n)];
+    const T* const bins = pSrc + firstPair(from, n) - 2;
+    if (!spec.stored) {
         NearestRounding guard;
         T z[kMostInRegisters<T>];
-        pairsOfSpectrum(t, pSrc + from.shift, first, last, z);
-        kernel(t, {z}, {pDst}, nullptr, scale);
+        pairsOfSpectrum(spec.tables, bins, first, last, z);
+        kernel(spec.tables, {z}, {pDst}, nullptr, scale);
         return StatusOk;
     }
-    return withWork(*pSpec, pBuffer, [=, &t](T* work) {
+    return withFftWork(spec, pBuffer, [=](const FftTables<T>& t, T* work) {
         if (t.order < kFirstLargeOrder<T>) {
-            pairsOfSpectrum(t, pSrc + from.shift, first, last, work);
+            pairsOfSpectrum(t, bins, first, last, work);
             kernel(t, {work}, {pDst}, work, scale);
             return;
         }
-        if (from.shift) memmove(pDst + 2, pSrc + 1, size_t(n - 2) * sizeof(T));
-        pairsOfSpectrum(t, from.shift ? pDst : pSrc, first, last, pDst);
+        const bool shifted = from == Packing::Pack;
+        if (shifted) memmove(pDst + 2, pSrc + 1, size_t(n - 2) * sizeof(T));
+        pairsOfSpectrum(t, shifted ? pDst : pSrc, first, last, pDst);
         kernel(t, {pDst}, {pDst}, work, scale);
     });
 }
 
+template <class Spec, class T = typename Spec::Real> Status forward(const T* pSrc, T* pDst, const Spec* pSpec, uint8_t* pBuffer, Packing to) {
+    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
+    return realForward<T>(pSrc, pDst, *pSpec, pBuffer, to);
+}
+template <class Spec, class T = typename Spec::Real> Status inverse(const T* pSrc, T* pDst, const Spec* pSpec, uint8_t* pBuffer, Packing from) {
+    if (Status s = Args().ptr(pSpec).record(pSpec, Spec::kId).ptr(pSrc).ptr(pDst)) return s;
+    return realInverse<T>(pSrc, pDst, *pSpec, pBuffer, from);
+}
+
 }   // namespace
+
+// With a work area there is nothing to fail.
+template <Way way, class T> void transformBy(const FftSpec<T>& spec, Pairs<const T> src, Pairs<T> dst, uint8_t* work) {
+    complexTransform<way>(src, dst, spec, work);
+}
+template <Way way, class T> void transformBy(const FftSpec<T>& spec, Parts<const T> src, Parts<T> dst, uint8_t* work) {
+    complexTransform<way>(src, dst, spec, work);
+}
+template <class T> void forwardBy(const FftSpec<T>& spec, const T* src, T* dst, Packing to, uint8_t* work) { realForward(src, dst, spec, work, to); }
+template <class T> void inverseBy(const FftSpec<T>& spec, const T* src, T* dst, Packing from, uint8_t* work) { realInverse(src, dst, spec, work, from); }
+
+#define TEVS_FLOAT_FFT(T)                                                                           \
+    template SpecSizes fftSizes<T>(bool real, int order);                                           \
+    template uint64_t fftBytes<T>(bool real, int order);                                            \
+    template void buildFft(FftSpec<T>* spec, bool real, int order, int flag);                       \
+    template void transformBy<Way::Forward>(const FftSpec<T>&, Pairs<const T>, Pairs<T>, uint8_t*); \
+    template void transformBy<Way::Inverse>(const FftSpec<T>&, Pairs<const T>, Pairs<T>, uint8_t*); \
+    template void transformBy<Way::Forward>(const FftSpec<T>&, Parts<const T>, Parts<T>, uint8_t*); \
+    template void transformBy<Way::Inverse>(const FftSpec<T>&, Parts<const T>, Parts<T>, uint8_t*); \
+    template void forwardBy(const FftSpec<T>&, const T*, T*, Packing, uint8_t*);                    \
+    template void inverseBy(const FftSpec<T>&, const T*, T*, Packing, uint8_t*);
+TEVS_FLOAT_FFT(float)
+TEVS_FLOAT_FFT(double)
+#undef TEVS_FLOAT_FFT
+
 }   // namespace tevs
 
 using namespace tevs;
 
-Status tevsFFTGetSize_C_32fc(int order, int, int, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
-    return getSize<FFTSpec_C_32fc>(order, pSpecSize, pSpecBufferSize, pBufferSize);
+Status tevsFFTGetSize_C_32fc(int order, int, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
+    return getSize<FFTSpec_C_32fc>(order, hint, pSpecSize, pSpecBufferSize, pBufferSize);
 }
-Status tevsFFTGetSize_C_32f(int order, int, int, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
-    return getSize<FFTSpec_C_32f>(order, pSpecSize, pSpecBufferSize, pBufferSize);
+Status tevsFFTGetSize_C_32f(int order, int, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
+    return getSize<FFTSpec_C_32f>(order, hint, pSpecSize, pSpecBufferSize, pBufferSize);
 }
-Status tevsFFTGetSize_R_32f(int order, int, int, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
-    return getSize<FFTSpec_R_32f>(order, pSpecSize, pSpecBufferSize, pBufferSize);
+Status tevsFFTGetSize_R_32f(int order, int, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
+    return getSize<FFTSpec_R_32f>(order, hint, pSpecSize, pSpecBufferSize, pBufferSize);
 }
-Status tevsFFTGetSize_C_64fc(int order, int, int, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
-    return getSize<FFTSpec_C_64fc>(order, pSpecSize, pSpecBufferSize, pBufferSize);
+Status tevsFFTGetSize_C_64fc(int order, int, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
+    return getSize<FFTSpec_C_64fc>(order, hint, pSpecSize, pSpecBufferSize, pBufferSize);
 }
-Status tevsFFTGetSize_C_64f(int order, int, int, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
-    return getSize<FFTSpec_C_64f>(order, pSpecSize, pSpecBufferSize, pBufferSize);
+Status tevsFFTGetSize_C_64f(int order, int, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
+    return getSize<FFTSpec_C_64f>(order, hint, pSpecSize, pSpecBufferSize, pBufferSize);
 }
-Status tevsFFTGetSize_R_64f(int order, int, int, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
-    return getSize<FFTSpec_R_64f>(order, pSpecSize, pSpecBufferSize, pBufferSize);
+Status tevsFFTGetSize_R_64f(int order, int, int hint, int* pSpecSize, int* pSpecBufferSize, int* pBufferSize) {
+    return getSize<FFTSpec_R_64f>(order, hint, pSpecSize, pSpecBufferSize, pBufferSize);
 }
 Status tevsFFTInit_C_32fc(FFTSpec_C_32fc** ppSpec, int order, int flag, int hint, uint8_t* pMemSpec, uint8_t* pMemInit) {
     return init(ppSpec, order, flag, hint, pMemSpec, pMemInit);
@@ -531,12 +525,12 @@ Status tevsFFTInitAlloc_R_32f(FFTSpec_R_32f** ppSpec, int order, int flag, int h
 Status tevsFFTInitAlloc_C_64fc(FFTSpec_C_64fc** ppSpec, int order, int flag, int hint) { return initAlloc(ppSpec, order, flag, hint); }
 Status tevsFFTInitAlloc_C_64f(FFTSpec_C_64f** ppSpec, int order, int flag, int hint) { return initAlloc(ppSpec, order, flag, hint); }
 Status tevsFFTInitAlloc_R_64f(FFTSpec_R_64f** ppSpec, int order, int flag, int hint) { return initAlloc(ppSpec, order, flag, hint); }
-Status tevsFFTFree_C_32fc(FFTSpec_C_32fc* pSpec) { return release(pSpec); }
-Status tevsFFTFree_C_32f(FFTSpec_C_32f* pSpec) { return release(pSpec); }
-Status tevsFFTFree_R_32f(FFTSpec_R_32f* pSpec) { return release(pSpec); }
-Status tevsFFTFree_C_64fc(FFTSpec_C_64fc* pSpec) { return release(pSpec); }
-Status tevsFFTFree_C_64f(FFTSpec_C_64f* pSpec) { return release(pSpec); }
-Status tevsFFTFree_R_64f(FFTSpec_R_64f* pSpec) { return release(pSpec); }
+Status tevsFFTFree_C_32fc(FFTSpec_C_32fc* pSpec) { return freeSpec(pSpec); }
+Status tevsFFTFree_C_32f(FFTSpec_C_32f* pSpec) { return freeSpec(pSpec); }
+Status tevsFFTFree_R_32f(FFTSpec_R_32f* pSpec) { return freeSpec(pSpec); }
+Status tevsFFTFree_C_64fc(FFTSpec_C_64fc* pSpec) { return freeSpec(pSpec); }
+Status tevsFFTFree_C_64f(FFTSpec_C_64f* pSpec) { return freeSpec(pSpec); }
+Status tevsFFTFree_R_64f(FFTSpec_R_64f* pSpec) { return freeSpec(pSpec); }
 Status tevsFFTGetBufSize_C_32fc(const FFTSpec_C_32fc* pSpec, int* pSize) { return getBufSize(pSpec, pSize); }
 Status tevsFFTGetBufSize_C_32f(const FFTSpec_C_32f* pSpec, int* pSize) { return getBufSize(pSpec, pSize); }
 Status tevsFFTGetBufSize_R_32f(const FFTSpec_R_32f* pSpec, int* pSize) { return getBufSize(pSpec, pSize); }
@@ -594,50 +588,70 @@ Status tevsFFTInv_CToC_64f_I(double* pSrcDstRe, double* pSrcDstIm, const FFTSpec
 }
 
 Status tevsFFTFwd_RToCCS_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
-    return realForward(pSrc, pDst, pSpec, pBuffer, kCcs);
+    return forward(pSrc, pDst, pSpec, pBuffer, Packing::Ccs);
 }
-Status tevsFFTFwd_RToCCS_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realForward(pSrcDst, pSrcDst, pSpec, pBuffer, kCcs); }
+Status tevsFFTFwd_RToCCS_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return forward(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Ccs); }
 Status tevsFFTFwd_RToPack_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
-    return realForward(pSrc, pDst, pSpec, pBuffer, kPack);
+    return forward(pSrc, pDst, pSpec, pBuffer, Packing::Pack);
 }
-Status tevsFFTFwd_RToPack_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realForward(pSrcDst, pSrcDst, pSpec, pBuffer, kPack); }
+Status tevsFFTFwd_RToPack_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return forward(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Pack);
+}
 Status tevsFFTFwd_RToPerm_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
-    return realForward(pSrc, pDst, pSpec, pBuffer, kPerm);
+    return forward(pSrc, pDst, pSpec, pBuffer, Packing::Perm);
 }
-Status tevsFFTFwd_RToPerm_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realForward(pSrcDst, pSrcDst, pSpec, pBuffer, kPerm); }
+Status tevsFFTFwd_RToPerm_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return forward(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Perm);
+}
 Status tevsFFTInv_CCSToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
-    return realInverse(pSrc, pDst, pSpec, pBuffer, kCcs);
+    return inverse(pSrc, pDst, pSpec, pBuffer, Packing::Ccs);
 }
-Status tevsFFTInv_CCSToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realInverse(pSrcDst, pSrcDst, pSpec, pBuffer, kCcs); }
+Status tevsFFTInv_CCSToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return inverse(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Ccs); }
 Status tevsFFTInv_PackToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
-    return realInverse(pSrc, pDst, pSpec, pBuffer, kPack);
+    return inverse(pSrc, pDst, pSpec, pBuffer, Packing::Pack);
 }
-Status tevsFFTInv_PackToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realInverse(pSrcDst, pSrcDst, pSpec, pBuffer, kPack); }
+Status tevsFFTInv_PackToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return inverse(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Pack);
+}
 Status tevsFFTInv_PermToR_32f(const float* pSrc, float* pDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
-    return realInverse(pSrc, pDst, pSpec, pBuffer, kPerm);
+    return inverse(pSrc, pDst, pSpec, pBuffer, Packing::Perm);
 }
-Status tevsFFTInv_PermToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) { return realInverse(pSrcDst, pSrcDst, pSpec, pBuffer, kPerm); }
+Status tevsFFTInv_PermToR_32f_I(float* pSrcDst, const FFTSpec_R_32f* pSpec, uint8_t* pBuffer) {
+    return inverse(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Perm);
+}
 Status tevsFFTFwd_RToCCS_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
-    return realForward(pSrc, pDst, pSpec, pBuffer, kCcs);
+    return forward(pSrc, pDst, pSpec, pBuffer, Packing::Ccs);
 }
-Status tevsFFTFwd_RToCCS_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) { return realForward(pSrcDst, pSrcDst, pSpec, pBuffer, kCcs); }
+Status tevsFFTFwd_RToCCS_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
+    return forward(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Ccs);
+}
 Status tevsFFTFwd_RToPack_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
-    return realForward(pSrc, pDst, pSpec, pBuffer, kPack);
+    return forward(pSrc, pDst, pSpec, pBuffer, Packing::Pack);
 }
-Status tevsFFTFwd_RToPack_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) { return realForward(pSrcDst, pSrcDst, pSpec, pBuffer, kPack); }
+Status tevsFFTFwd_RToPack_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
+    return forward(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Pack);
+}
 Status tevsFFTFwd_RToPerm_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
-    return realForward(pSrc, pDst, pSpec, pBuffer, kPerm);
+    return forward(pSrc, pDst, pSpec, pBuffer, Packing::Perm);
 }
-Status tevsFFTFwd_RToPerm_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) { return realForward(pSrcDst, pSrcDst, pSpec, pBuffer, kPerm); }
+Status tevsFFTFwd_RToPerm_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
+    return forward(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Perm);
+}
 Status tevsFFTInv_CCSToR_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
-    return realInverse(pSrc, pDst, pSpec, pBuffer, kCcs);
+    return inverse(pSrc, pDst, pSpec, pBuffer, Packing::Ccs);
 }
-Status tevsFFTInv_CCSToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) { return realInverse(pSrcDst, pSrcDst, pSpec, pBuffer, kCcs); }
+Status tevsFFTInv_CCSToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
+    return inverse(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Ccs);
+}
 Status tevsFFTInv_PackToR_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
-    return realInverse(pSrc, pDst, pSpec, pBuffer, kPack);
+    return inverse(pSrc, pDst, pSpec, pBuffer, Packing::Pack);
 }
-Status tevsFFTInv_PackToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) { return realInverse(pSrcDst, pSrcDst, pSpec, pBuffer, kPack); }
+Status tevsFFTInv_PackToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
+    return inverse(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Pack);
+}
 Status tevsFFTInv_PermToR_64f(const double* pSrc, double* pDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
-    return realInverse(pSrc, pDst, pSpec, pBuffer, kPerm);
+    return inverse(pSrc, pDst, pSpec, pBuffer, Packing::Perm);
 }
-Status tevsFFTInv_PermToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) { return realInverse(pSrcDst, pSrcDst, pSpec, pBuffer, kPerm); }
+Status tevsFFTInv_PermToR_64f_I(double* pSrcDst, const FFTSpec_R_64f* pSpec, uint8_t* pBuffer) {
+    return inverse(pSrcDst, pSrcDst, pSpec, pBuffer, Packing::Perm);
+}

@@ -3,6 +3,7 @@
 
 #include "transform/complex.kern.h"
 #include "transform/fft.table.h"
+#include "transform/integer.kern.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
@@ -305,7 +306,7 @@ template <bool Inverse, class T, template <class> class Place> void large(const 
     const int p = outerOrder<T>(t.order), q = innerOrder<T>(t.order), P = 1 << p, Q = 1 << q;
     const auto outer = kSweeps<T, Place>.of[p - kFirstColumnOrder<T>].outer[Inverse];
     const auto inner = kSweeps<T, Place>.of[q - kFirstColumnOrder<T>].inner[Inverse][scale != 1];
-    const int outerTiles = tilesAtOnce<T>(t.order, p), innerTiles = tilesAtOnce<T>(t.order, q);
+    const int outerTiles = tilesAtOnce<T>(t.room, p), innerTiles = tilesAtOnce<T>(t.room, q);
     const bool inPlace = start(src) == start(dst);
     for (int c = 0; c < Q; c += outerTiles * tileColumns<T>(p)) outer(t, src, dst, c, outerTiles, work);
     if (inPlace)
@@ -495,13 +496,64 @@ template <class T> void pairsOfSpectrum(const FftTables<T>& t, const T* bins, T 
     z[1] = first - last;
 }
 
+// ---- short transforms of integers -----------------------------------------------------------------------------------------------------
+
+// Without an array: the compiler would copy its elements through memory, and wait for their halves.
+template <class T, template <class> class Place> void two(const FftTables<T>&, Place<const T> src, Place<T> dst, T*, T scale) {
+    const auto a = read<1>(src, 0), b = read<1>(src, 1), sum = times(a + b, scale), difference = times(a - b, scale);
+    write(dst, 0, sum);
+    write(dst, 1, difference);
+}
+
+// Radix 2 by 2 within one vector, lanes in natural order: u = x0 + x2, x1 + x3, x0 - x2, x1 - x3.
+template <bool Inverse, class T, template <class> class Place> void four(const FftTables<T>&, Place<const T> src, Place<T> dst, T*, T scale) {
+    using V = Vec<T, 4>;
+    constexpr auto lows = [](int i) { return i & 1; };
+    constexpr auto highs = [](int i) { return i | 2; };
+    constexpr auto evens = [](int i) { return 2 * (i & 1); };
+    constexpr auto odds = [](int i) { return i & 1 ? 7 : 1; };   // u3 takes a factor -i: (re, im) becomes (im, -re)
+    const V sign = {1, 1, -1, -1}, signOfIm = {1, -1, -1, 1};
+    const auto half = [=](V x) { return shuffle<lows>(x, x) + sign * shuffle<highs>(x, x); };
+    const auto x = read<4>(src, 0);
+    const V re = half(reordered(Inverse ? x.im : x.re)), im = half(reordered(Inverse ? x.re : x.im));
+    const Cx<V> y = {shuffle<evens>(re, re) + sign * shuffle<odds>(re, im), shuffle<evens>(im, im) + signOfIm * shuffle<odds>(im, re)};
+    const auto z = times(Cx<V>{reordered(y.re), reordered(y.im)}, scale);
+    write(dst, 0, Inverse ? swapped(z) : z);
+}
+
+// Always scaled: a scale of 1 is the exception.
+template <int K, int R, bool Inverse, class T, template <class> class Place>
+void scaledOrder(const FftTables<T>& t, Place<const T> src, Place<T> dst, T*, T scale) {
+    fused<K, R, Inverse, true>(src, dst, t.passes, scale);
+}
+template <class T, template <class> class Place, bool Inverse, int Order> constexpr FftTransform<T, Place>* shortTransform() {
+    constexpr int lanes = Order > 3 ? fusedLanes<T>(Order, kBlock<T>) : 0;
+    if constexpr (Order > 3 && lanes > 0)
+        return scaledOrder<lanes, (1 << Order) / lanes, Inverse, T, Place>;
+    else if constexpr (Order == 0 || Order > 3)
+        return nullptr;
+    else if constexpr (Order == 1)
+        return two<T, Place>;
+    else if constexpr (Order == 2 && kBlock<T> >= 4)
+        return four<Inverse, T, Place>;
+    else
+        return transformOf<T, Place, Inverse, Order>();
+}
+template <class T, template <class> class Place, int... Order>
+constexpr typename FftKernels<T>::template IntegerDirections<Place> shortTransforms(Lane<Order...>) {
+    return {{shortTransform<T, Place, false, Order>()...}, {shortTransform<T, Place, true, Order>()...}};
+}
+
 template <class T> constexpr FftKernels<T> kernels() {
+    constexpr Iota<FftKernels<T>::kIntegerOrders> kShortOrders;
     return {
         .lanes = kBlock<T>,
         .pairs = directions<T, Pairs>(),
         .parts = directions<T, Parts>(),
         .spectrumOfReal = spectrumOfReal<T>,
         .pairsOfSpectrum = pairsOfSpectrum<T>,
+        .integerPairs = shortTransforms<T, IntegerPairs>(kShortOrders),
+        .integerParts = shortTransforms<T, IntegerParts>(kShortOrders),
     };
 }
 

@@ -81,9 +81,9 @@ template <class T> constexpr int64_t tileRoom(int order) {
 }
 constexpr int kMostTiles = 8;
 // The tiles that a sweep fills at once; one more is free.
-template <class T> constexpr int tilesAtOnce(int order, int rows) {
+template <class T> constexpr int tilesAtOnce(int64_t room, int rows) {
     int tiles = 1;
-    while (tiles < kMostTiles && (2 * tiles + 1) * tileBytes<T>(rows) <= tileRoom<T>(order)) tiles *= 2;
+    while (tiles < kMostTiles && (2 * tiles + 1) * tileBytes<T>(rows) <= room) tiles *= 2;
     return tiles;
 }
 

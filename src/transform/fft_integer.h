@@ -12,7 +12,7 @@ struct IntegerFftSpec {
     uint32_t id;
     int32_t order;
     int32_t workBytes;   // scratch of one call: the converted samples, and the float transform's own; 0 for none
-    int32_t owned;       // 1 where InitAlloc made the block
+    bool owned;          // where InitAlloc made the block
 };
 static_assert(sizeof(IntegerFftSpec) == 16);
 
@@ -20,8 +20,43 @@ static_assert(sizeof(IntegerFftSpec) == 16);
 // have sizes of their own, which leave no room for a float record at order 0, where there is nothing to transform.
 template <uint32_t Id, class InnerSpec, bool IsShort = false> struct IntegerFftKind : IntegerFftSpec {
     using Inner = InnerSpec;
+    using Real = typename Inner::Real;
     static constexpr uint32_t kId = Id;
     static constexpr bool kShort = IsShort;
+    static constexpr Status kBadLength = StatusFftOrder;
+    static constexpr bool goodLength(int order) { return Inner::goodLength(order); }
+    static constexpr bool needsInit(int order) { return kShort ? order > 0 : Inner::needsInit(order); }
+
+    // What N samples or their spectrum take in floating point.
+    static constexpr uint64_t areaBytes(int order) { return sizeof(Real) * ((Inner::kReal ? 1 : 2) * (uint64_t{1} << order) + (Inner::kReal ? 2 : 0)); }
+    static SpecSizes sizes(int order, int hint) {
+        if (kShort && order == 0) return {68, 0, 0};
+        if (kShort && order <= 3 && hint != HintAccurate) return shortSizes(order);
+        const SpecSizes inner = Inner::sizes(order, HintNone);
+        const auto more = [](uint64_t bytes) { return kShort || bytes ? bytes + 16 : 0; };
+        return {inner.spec + (kShort ? 80 : 48), more(inner.init), more(inner.work) + areaBytes(order)};
+    }
+    static void build(IntegerFftKind* spec, int order, int flag, int hint) {
+        const uint64_t work = sizes(order, hint).work;
+        spec->order = order;
+        // Where the float transform needs no work area, the size that 32-bit kinds report has no room to align in.
+        spec->workBytes = int(work - (work > areaBytes(order) ? kAlignmentRoom : 0));
+        if (work) buildFft<Real>(spec->inner(), Inner::kReal, order, flag);
+        spec->id = Id;
+    }
+    FftSpec<Real>* inner() { return reinterpret_cast<FftSpec<Real>*>(this + 1); }
+    const FftSpec<Real>& inner() const { return *reinterpret_cast<const FftSpec<Real>*>(this + 1); }
+
+private:
+    // The sizes of 16-bit records of orders 1 to 3 are those of tables for 16-bit arithmetic. Single precision is exact for sums of 16-bit samples and needs no tables
+    // there, so the float record takes their place.
+    static constexpr SpecSizes shortSizes(int order) {
+        constexpr uint64_t kHead = 80, kPermutation = 16;
+        const uint64_t n = uint64_t{1} << order;
+        const uint64_t factors = Inner::kReal ? roundUp16(4 * n) + roundUp16(8 * n) : roundUp16(8 * n);
+        const uint64_t work = Inner::kParts ? 12 * n : areaBytes(order);
+        return {kHead + kPermutation + factors, roundUp16(n / 2 + 2) + kAlignmentRoom, work + kAlignmentRoom};
+    }
 };
 
 }   // namespace tevs

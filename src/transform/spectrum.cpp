@@ -3,6 +3,7 @@
 #include "core/rounding.h"
 #include "core/scale.h"
 #include "tevs/fft.h"
+#include "transform/packing.h"
 #include "vector/arithmetic.table.h"
 #include "vector/movement.h"
 #include "vector/movement.table.h"
@@ -10,24 +11,13 @@
 namespace tevs {
 namespace {
 
-enum class Packing { Pack, Perm, Ccs };
-
-// The complex pairs of len packed reals, where they begin, and where the second real value stands; an odd length has none.
-struct Layout {
-    Layout(Packing packing, int len) : pairs((len - 1) / 2), second(0), firstPair(packing == Packing::Ccs ? 2 : 1) {
-        if (len % 2) return;
-        second = packing == Packing::Ccs ? len : packing == Packing::Perm ? 1 : len - 1;
-        if (packing == Packing::Perm) firstPair = 2;
-    }
-    int pairs, second, firstPair;
-};
-
 // The pairs by kernel, what stands alone by times. Either source may be pDst.
 template <class T, class Times, class Kernel, class... Scale>
-void multiply(const T* pSrc1, const T* pSrc2, T* pDst, const Layout& at, Times times, Kernel* kernel, Scale... scaleFactor) {
-    const T first = times(pSrc1[0], pSrc2[0]), second = times(pSrc1[at.second], pSrc2[at.second]);
-    if (at.pairs > 0) kernel(pSrc1 + at.firstPair, pSrc2 + at.firstPair, pDst + at.firstPair, 2 * ptrdiff_t{at.pairs}, scaleFactor...);
-    pDst[at.second] = second;
+void multiply(const T* pSrc1, const T* pSrc2, T* pDst, int len, Packing packing, Times times, Kernel* kernel, Scale... scaleFactor) {
+    const int pairs = (len - 1) / 2, from = firstPair(packing, len), at = len % 2 ? 0 : secondReal(packing, len);
+    const T first = times(pSrc1[0], pSrc2[0]), second = times(pSrc1[at], pSrc2[at]);
+    if (pairs > 0) kernel(pSrc1 + from, pSrc2 + from, pDst + from, 2 * ptrdiff_t{pairs}, scaleFactor...);
+    pDst[at] = second;
     pDst[0] = first;
 }
 
@@ -35,7 +25,7 @@ template <class T> Status product(const T* pSrc1, const T* pSrc2, T* pDst, int l
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
     NearestRounding guard;
     multiply(
-        pSrc1, pSrc2, pDst, Layout(packing, len), [](T a, T b) { return a * b; }, kernel);
+        pSrc1, pSrc2, pDst, len, packing, [](T a, T b) { return a * b; }, kernel);
     return StatusOk;
 }
 
@@ -44,18 +34,18 @@ Status product(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int le
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
     if (scaleFactor > 31) return zero(pDst, len);
     const auto times = [=](int32_t a, int32_t b) { return scaled<int16_t, 30>(a * b, scaleFactor); };
-    multiply(pSrc1, pSrc2, pDst, Layout(packing, len), times, arithmetic->mul16sc, scaleFactor);
+    multiply(pSrc1, pSrc2, pDst, len, packing, times, arithmetic->mul16sc, scaleFactor);
     return StatusOk;
 }
 
 // pSrc may begin where pDst does: what stands alone is saved before the pairs move up to their places.
 template <class T, class C> Status expand(const T* pSrc, C* pDst, int len, Packing packing) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    const Layout at(packing, len);
+    const int pairs = (len - 1) / 2, at = len % 2 ? 0 : secondReal(packing, len);
     const bool ccs = packing == Packing::Ccs;
-    const C first = {pSrc[0], ccs ? pSrc[1] : T(0)}, middle = {pSrc[at.second], ccs ? pSrc[at.second + 1] : T(0)};
+    const C first = {pSrc[0], ccs ? pSrc[1] : T(0)}, middle = {pSrc[at], ccs ? pSrc[at + 1] : T(0)};
     const auto unfold = sizeof(T) == 2 ? movement->unfold16 : sizeof(T) == 4 ? movement->unfold32 : movement->unfold64;
-    if (at.pairs > 0) unfold(pSrc + at.firstPair, pDst + 1, pDst + (len - at.pairs), at.pairs);
+    if (pairs > 0) unfold(pSrc + firstPair(packing, len), pDst + 1, pDst + (len - pairs), pairs);
     if (len % 2 == 0) pDst[len / 2] = middle;
     pDst[0] = first;
     return StatusOk;

@@ -1,9 +1,13 @@
 // Every allocation inside every function that allocates is made to fail in turn: StatusNoMemory, nothing leaked, nothing stored.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <vector>
 
+#include "tevcore.h"
 #include "tevs.h"
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -16,18 +20,34 @@ namespace {
 
 bool armed = false;
 int allocationsUntilFailure = 0, live = 0;
+const uint32_t* record = nullptr;   // whose identifier is looked at before memory goes back
+uint32_t identifier = 0;
+int threadsMeanwhileAt = -1;   // the allocation in which the thread count rises, as another thread may make it
 
 #if TEVS_OWN_MALLOC
 extern "C" void* __libc_malloc(size_t);
 extern "C" void __libc_free(void*);
+
+// Blocks with a fence behind them, that a write past their end damages.
+constexpr size_t kFence = 1 << 20;
+unsigned char* fences[8];
+size_t fenceCount = 0;
+void* fenced(size_t n) {
+    auto* const p = static_cast<unsigned char*>(__libc_malloc(n + kFence));
+    fences[fenceCount++] = static_cast<unsigned char*>(std::memset(p + n, 0x5a, kFence));
+    return p;
+}
 extern "C" __attribute__((visibility("default"))) void* malloc(size_t n) {
     if (!armed) return __libc_malloc(n);
     if (allocationsUntilFailure-- == 0) return nullptr;
     ++live;
-    return __libc_malloc(n);
+    if (threadsMeanwhileAt < 0) return __libc_malloc(n);
+    if (threadsMeanwhileAt == INT_MAX - 1 - allocationsUntilFailure) tevSetNumThreads(8);
+    return fenced(n);
 }
 extern "C" __attribute__((visibility("default"))) void free(void* p) {
     if (armed && p) --live;
+    if (record) identifier = *record;
     __libc_free(p);
 }
 #endif
@@ -41,7 +61,11 @@ template <class Record, class Init, class Free> Status lifecycle(Init init, Free
         EXPECT_EQ(p, mark);
         return s;
     }
-    return free(p);
+    record = reinterpret_cast<const uint32_t*>(p);
+    const Status freed = free(p);
+    record = nullptr;
+    EXPECT_TRUE(!TEVS_OWN_MALLOC || identifier == 0) << "a record that is freed keeps its identifier";
+    return freed;
 }
 
 template <class Call> void failEachAllocation(const char* name, Call call) {
@@ -138,6 +162,52 @@ TEST(NoMemory, FirRecords) {
         failEachAllocation("FIR32s_16s", [&] {
             return lifecycle<FIRState32s_16s>([&](auto p) { return tevsFIRInitAlloc32s_16s(p, wholeTaps.data(), tapsLen, 0, nullptr); }, tevsFIRFree32s_16s);
         });
+    }
+}
+
+// A record owns all that its blocks need: also of orders where a transform works best in more than the least scratch.
+template <class Sample, class State, class Init, class Block, class Free> void blocksNeedNoMemory(Init init, Block block, Free free, int tapsLen, size_t len) {
+    tevSetNumThreads(1);
+    const std::vector<Sample> taps(size_t(tapsLen), Sample{}), x(len, Sample{});
+    std::vector<Sample> y(len), inPlace = x;
+    State* state;
+    ASSERT_EQ(init(&state, taps.data(), tapsLen, nullptr), StatusOk);
+    allocationsUntilFailure = 0;
+    armed = TEVS_OWN_MALLOC;
+    EXPECT_EQ(block(x.data(), y.data(), int(len), state), StatusOk);
+    EXPECT_EQ(block(inPlace.data(), inPlace.data(), int(len), state), StatusOk);
+    armed = false;
+    EXPECT_EQ(allocationsUntilFailure, 0) << tapsLen << " taps allocate";
+    free(state);
+}
+TEST(NoMemory, FirBlocks) {
+    blocksNeedNoMemory<float, FIRState_32f>(tevsFIRInitAlloc_32f, tevsFIR_32f, tevsFIRFree_32f, 1 << 18, 600);
+    blocksNeedNoMemory<Complex32f, FIRState_32fc>(tevsFIRInitAlloc_32fc, tevsFIR_32fc, tevsFIRFree_32fc, 1 << 17, 600);
+    blocksNeedNoMemory<double, FIRState_64f>(tevsFIRInitAlloc_64f, tevsFIR_64f, tevsFIRFree_64f, 1 << 13, 600);
+    blocksNeedNoMemory<Complex64f, FIRState_64fc>(tevsFIRInitAlloc_64fc, tevsFIR_64fc, tevsFIRFree_64fc, 1 << 12, 600);
+    blocksNeedNoMemory<Complex64f, FIRState_64fc>(tevsFIRInitAlloc_64fc, tevsFIR_64fc, tevsFIRFree_64fc, 1 << 17, 600);
+}
+
+// Work areas for two threads stay two, though the count rises while the record is built.
+TEST(ThreadCount, IsReadOnceForARecord) {
+    if (!TEVS_OWN_MALLOC) GTEST_SKIP();
+    const std::vector<double> taps(64, 1), x(5000, 1);
+    std::vector<double> y(x.size());
+    for (int k = 0; k < 5; ++k) {
+        FIRState_64f* state;
+        tevSetNumThreads(2);
+        allocationsUntilFailure = INT_MAX;
+        fenceCount = 0;
+        threadsMeanwhileAt = k;
+        armed = true;
+        const Status s = tevsFIRInitAlloc_64f(&state, taps.data(), 64, nullptr);
+        armed = false;
+        threadsMeanwhileAt = -1;
+        ASSERT_EQ(s, StatusOk);
+        tevSetNumThreads(8);
+        EXPECT_EQ(tevsFIR_64f(x.data(), y.data(), 5000, state), StatusOk);
+        for (size_t n = 0; n < fenceCount; ++n) EXPECT_EQ(std::count(fences[n], fences[n] + kFence, 0x5a), ptrdiff_t{kFence}) << "block " << n;
+        tevsFIRFree_64f(state);
     }
 }
 

@@ -1,4 +1,4 @@
-// Samples on their way into the type that a record keeps, and results on their way out.
+// Samples on their way from the type that a caller gives into the one that is kept or computed with, and results on their way out.
 #pragma once
 
 #include <emmintrin.h>
@@ -11,15 +11,17 @@
 
 namespace tevs {
 
-// n parts, exactly.
+// n parts, exactly; integers of 32 bits to single precision to nearest.
 inline void widenParts(const int16_t* src, float* dst, int n) { conversion->float16s.plain(src, dst, n); }
 inline void widenParts(const int16_t* src, double* dst, int n) { conversion->double16s.plain(src, dst, n); }
+inline void widenParts(const int32_t* src, float* dst, int n) { conversion->float32s.plain(src, dst, n); }
 inline void widenParts(const int32_t* src, double* dst, int n) { conversion->double32s.plain(src, dst, n); }
 inline void widenParts(const float* src, double* dst, int n) { conversion->widen32f64f(src, dst, n); }
 
 // n parts times 2^-scaleFactor, to nearest, saturated; floats have no scale.
 inline void narrowParts(const double* src, float* dst, int n, int) { conversion->narrow64f32f(src, dst, n); }
 inline void narrowParts(const float* src, int16_t* dst, int n, int scaleFactor) { tevsConvert_32f16s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
+inline void narrowParts(const float* src, int32_t* dst, int n, int scaleFactor) { tevsConvert_32f32s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
 inline void narrowParts(const double* src, int32_t* dst, int n, int scaleFactor) { tevsConvert_64f32s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
 inline void narrowParts(const double* src, int16_t* dst, int n, int scaleFactor) {
     constexpr int kBlock = 512;
@@ -74,40 +76,5 @@ template <class D, class S> D toStored(S x) {
 template <class D, class S> D fromStored(S y, int scaleFactor) {
     return eachPart<D>(y, [=](auto part) { return narrowPart<Scalar<D>>(part, scaleFactor); });
 }
-
-// The past twice over in 2 tapsLen samples, so that it is in one piece from any index on.
-template <class T> class Circle {
-public:
-    Circle(T* line, int tapsLen, int index) : line_(line), tapsLen_(tapsLen), at_(index % tapsLen) {
-        if (at_ < 0) at_ += tapsLen;
-    }
-    const T* past() const { return line_ + at_; }   // oldest first
-    const T* push(T x) {                            // the past with x as its newest sample
-        line_[at_] = line_[at_ + tapsLen_] = x;
-        if (++at_ == tapsLen_) at_ = 0;
-        return past();
-    }
-    void push(const T* x, int n) {
-        if (n > tapsLen_) {
-            at_ = int((int64_t{at_} + (n - tapsLen_)) % tapsLen_);
-            x += n - tapsLen_;
-            n = tapsLen_;
-        }
-        while (n > 0) {
-            const int m = n < tapsLen_ - at_ ? n : tapsLen_ - at_;
-            memcpy(line_ + at_, x, size_t(m) * sizeof(T));
-            memcpy(line_ + at_ + tapsLen_, x, size_t(m) * sizeof(T));
-            at_ = at_ + m == tapsLen_ ? 0 : at_ + m;
-            x += m;
-            n -= m;
-        }
-    }
-    int index() const { return at_; }
-
-private:
-    T* const line_;
-    const int tapsLen_;
-    int at_;
-};
 
 }   // namespace tevs

@@ -1,0 +1,104 @@
+// Long signals with the same taps all along, by transforms of blocks that overlap (Oppenheim and Schafer, Discrete-Time Signal Processing, ch. 8).
+//
+// A block is what the transform takes: the tapsLen - 1 samples before, and step() = fftLen - (tapsLen - 1) more. The first tapsLen - 1 points of its circular
+// convolution with the taps are wrapped round, and dropped; the others are step() outputs.
+#pragma once
+
+#include <stddef.h>
+#include <stdint.h>
+#include <string.h>
+
+#include <algorithm>
+#include <new>
+
+#include "core/memory.h"
+#include "core/parallel.h"
+#include "transform/float_fft.h"
+
+namespace tevs {
+
+template <class T> class OverlapSave {
+public:
+    // Blocks of 2^order points, more than tapsLen, and a work area for each of `threads` threads, or null where there is no memory. Taps come with setTaps().
+    static OverlapSave* create(int tapsLen, int order, int threads) {
+        const auto layOut = [=](void* block) {
+            Carve c(block);
+            auto* const o = c.take<OverlapSave>(1);
+            auto* const spectrum = c.take<T>(uint64_t{1} << order);
+            auto* const fft = c.take<unsigned char>(FloatFft<T>::bytes(order));
+            if (o) new (o) OverlapSave{.spectrum_ = spectrum, .fft_ = FloatFft<T>::build(fft, order, ScaleInvByN), .kept_ = tapsLen - 1, .fftLen_ = 1 << order};
+            return c.size();
+        };
+        auto* const o = static_cast<OverlapSave*>(allocate(layOut(nullptr)));
+        if (!o) return nullptr;
+        layOut(o);
+        o->areaBytes_ = (Area(nullptr, *o).bytes + 63) & ~uint64_t{63};   // cache lines
+        o->areas_ = allocate<unsigned char>(uint64_t(threads) * o->areaBytes_);
+        if (o->areas_) return o;
+        destroy(o);
+        return nullptr;
+    }
+    static void destroy(OverlapSave* o) {
+        if (o) release(o->areas_);
+        release(o);
+    }
+
+    void setTaps(const T* pTaps) {
+        const Area a = area(0);
+        memcpy(a.x, pTaps, size_t(kept_ + 1) * sizeof(T));
+        memset(a.x + kept_ + 1, 0, size_t(fftLen_ - kept_ - 1) * sizeof(T));
+        fft_->forward(a.x, spectrum_, a.work);
+    }
+
+    // `count` outputs. load(to, n, m) brings the samples x[n] .. x[n+m-1] of the signal, store(y, n, m) takes the outputs of as many; before x[0] stand the tapsLen - 1
+    // samples of `past`. A run of blocks goes to each of `team` threads, and every sample is loaded before the output in its place is stored.
+    template <class Load, class Store> void run(const T* past, int count, int team, Load load, Store store) const {
+        const int step = fftLen_ - kept_, blocks = (count - 1) / step + 1, shares = std::min(team, blocks);
+        const auto first = [=](int share) { return int(int64_t{share} * blocks / shares); };
+        memcpy(area(0).past, past, size_t(kept_) * sizeof(T));
+        for (int u = 1; u < shares; ++u) load(area(u).past, ptrdiff_t{first(u)} * step - kept_, kept_);
+        const auto share = [=, this](int u, int) {
+            const Area a = area(u);
+            for (int b = first(u); b < first(u + 1); ++b) {
+                const ptrdiff_t at = ptrdiff_t{b} * step;
+                const int fresh = int(std::min<ptrdiff_t>(step, count - at));
+                memcpy(a.x, a.past, size_t(kept_) * sizeof(T));
+                load(a.x + kept_, at, fresh);
+                memcpy(a.past, a.x + fresh, size_t(kept_) * sizeof(T));
+                memset(a.x + kept_ + fresh, 0, size_t(fftLen_ - kept_ - fresh) * sizeof(T));
+                fft_->forward(a.x, a.x, a.work);
+                fft_->multiply(spectrum_, a.x);
+                fft_->inverse(a.x, a.x, a.work);
+                store(a.x + kept_, at, fresh);
+            }
+            return StatusOk;
+        };
+        if (shares > 1)
+            parallelUnits(shares, shares, share);
+        else
+            share(0, 0);
+    }
+
+    // Where one thread works: a block, the samples before the next one, and the transform's scratch.
+    struct Area {
+        Area(void* block, const OverlapSave& o) {
+            Carve c(block);
+            x = c.take<T>(uint64_t(o.fftLen_));
+            past = c.take<T>(uint64_t(o.kept_));
+            work = c.take<uint8_t>(o.fft_->workBytes());
+            bytes = c.size();
+        }
+        T *x, *past;
+        uint8_t* work;
+        uint64_t bytes;
+    };
+    Area area(int thread) const { return {areas_ + areaBytes_ * uint64_t(thread), *this}; }
+
+    T* spectrum_;   // of the taps, zeros behind them
+    FloatFft<T>* fft_;
+    int kept_, fftLen_;
+    unsigned char* areas_ = nullptr;
+    uint64_t areaBytes_ = 0;
+};
+
+}   // namespace tevs
