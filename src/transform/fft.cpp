@@ -118,16 +118,14 @@ template <class T> void writeStockhamFactors(T* at, int order, int lanes) {
     writePassFactors(w.end(), r, 1, n / radix);
 }
 
-template <class T> void writeLargeFactors(T* passes, T* outer, int order, int lanes) {
-    const int p = outerOrder<T>(order), q = innerOrder<T>(order), columns = tileColumns<T>(p);
-    writePassFactors(passes, radicesOf(p), 0, uint64_t{1} << p);
-    writePassFactors(passes + (uint64_t{2} << p), radicesOf(q), 0, uint64_t{1} << q);
-    const uint64_t n = uint64_t{1} << order, rows = uint64_t{1} << p;
+// The factors between the transforms of the columns, of length 2^p, and of the rows.
+template <class T> void writeFactorsBetween(T* outer, int p, int order, int lanes) {
+    const uint64_t n = uint64_t{1} << order, rows = uint64_t{1} << p, columns = uint64_t(tileColumns<T>(p));
     FactorWriter within(outer, lanes);
     for (uint64_t k = 0; k < rows; ++k)
-        for (uint64_t g = 0; g < uint64_t(columns); g += uint64_t(lanes)) within.putBlock(g, k, n);
+        for (uint64_t g = 0; g < columns; g += uint64_t(lanes)) within.putBlock(g, k, n);
     FactorWriter between(within.end(), 1);
-    for (uint64_t c = 0; c < uint64_t{1} << q; c += uint64_t(columns))
+    for (uint64_t c = 0; c < n / rows; c += columns)
         for (uint64_t k = 0; k < rows; ++k) between.put(c * k, n);
 }
 
@@ -137,27 +135,55 @@ template <class T> void writeRecombination(T* at, int order, int lanes) {
     for (uint64_t k = 1; k <= uint64_t{1} << (order - 1); k += uint64_t(block)) w.putBlock(k, 1, uint64_t{2} << order);
 }
 
+template <class T> bool mayLackRoom(int order) { return order >= kFirstLargeOrder<T> && scratchBytes<T>(order) < uint64_t(leastRoom<T>(order)); }
+
 // A record's tables, from their place on. Over no block it only adds up.
-template <class T> uint64_t layOut(FftTables<T>& t, bool real, int lanes, void* block) {
+template <class T> uint64_t layOut(FftTables<T>& t, int order, bool real, int lanes, void* block) {
+    t = {};
+    t.order = order;
     Carve c(block);
-    T *passes = nullptr, *outer = nullptr, *recombination = nullptr;
-    if (t.order >= kFirstLargeOrder<T>) {
-        const int p = outerOrder<T>(t.order), q = innerOrder<T>(t.order);
+    const auto factorsOfLength = [&](int p) {
+        T* const at = c.take<T>(uint64_t{2} << p);
+        if (block) writePassFactors(at, radicesOf(p), 0, uint64_t{1} << p);
+        return at;
+    };
+    const auto factorsBetween = [&](int p) {
         const auto columns = uint64_t(tileColumns<T>(p));
-        passes = c.take<T>((uint64_t{2} << p) + (uint64_t{2} << q));
-        outer = c.take<T>((2 * columns << p) + (uint64_t{2} << t.order) / columns);
-        if (block) writeLargeFactors(passes, outer, t.order, lanes);
-    } else if (t.order >= 4) {
-        passes = c.take<T>(uint64_t{2} << t.order);
-        if (block) writeStockhamFactors(passes, t.order, lanes);
+        T* const at = c.take<T>((2 * columns << p) + (uint64_t{2} << order) / columns);
+        if (block) writeFactorsBetween(at, p, order, lanes);
+        return at;
+    };
+    if (order >= kFirstLargeOrder<T>) {
+        const int p = outerOrder<T>(order);
+        t.room = int(tileRoom<T>(order));
+        t.passes = factorsOfLength(p);
+        factorsOfLength(order - p);
+        t.outer = factorsBetween(p);
+    } else if (order >= 4) {
+        T* const at = c.take<T>(uint64_t{2} << order);
+        if (block) writeStockhamFactors(at, order, lanes);
+        t.passes = at;
     }
-    if (real && t.order >= 3) {
-        recombination = c.take<T>(uint64_t{1} << t.order);
-        if (block) writeRecombination(recombination, t.order, lanes);
+    if (real && order >= 3) {
+        T* const at = c.take<T>(uint64_t{1} << order);
+        if (block) writeRecombination(at, order, lanes);
+        t.recombination = at;
     }
-    t.passes = passes;
-    t.outer = outer;
-    t.recombination = recombination;
+    if (mayLackRoom<T>(order)) {
+        const int q = rowOrder<T>(order), p = order - q;
+        FftTables<T> columns{}, rows;
+        columns.order = order;
+        columns.passes = factorsOfLength(p);
+        columns.outer = factorsBetween(p);
+        void* const rowTables = c.take<unsigned char>(layOut<T>(rows, q, false, lanes, nullptr));
+        auto* const both = c.take<FftTables<T>>(2);
+        if (block) {
+            layOut(rows, q, false, lanes, rowTables);
+            both[0] = columns;
+            both[1] = rows;
+            t.little = both;
+        }
+    }
     return c.size();
 }
 
@@ -172,9 +198,9 @@ int complexOrder(bool real, int order) { return real ? std::max(order - 1, 0) : 
 template <class T> SpecSizes fftSizes(bool real, int order) { return sizesOf<T>(real, order); }
 
 template <class T> uint64_t fftBytes(bool real, int order) {
-    FftTables<T> t{};
-    t.order = complexOrder(real, order);
-    return roundUp16(sizeof(FftSpec<T>)) + lineRoom(t.order) + layOut<T>(t, real, chosenKernels<T>()->lanes, nullptr);
+    FftTables<T> t;
+    const int inner = complexOrder(real, order);
+    return roundUp16(sizeof(FftSpec<T>)) + lineRoom(inner) + layOut<T>(t, inner, real, chosenKernels<T>()->lanes, nullptr);
 }
 
 template <class T> void buildFft(FftSpec<T>* spec, bool real, int order, int flag) {
@@ -187,13 +213,10 @@ template <class T> void buildFft(FftSpec<T>* spec, bool real, int order, int fla
     spec->forwardScale = flag == ScaleFwdByN || flag == ScaleBySqrtN ? factor : T(1);
     spec->inverseScale = flag == ScaleInvByN || flag == ScaleBySqrtN ? factor : T(1);
     spec->kernels = chosenKernels<T>();
-    FftTables<T>& t = spec->tables;
-    const int lanes = spec->kernels->lanes;
-    t.order = complexOrder(real, order);
-    t.room = t.order >= kFirstLargeOrder<T> ? int(tileRoom<T>(t.order)) : 0;
-    spec->stored = t.order > 3 && !fusedLanes<T>(t.order, lanes);
+    const int lanes = spec->kernels->lanes, inner = complexOrder(real, order);
     T* const at = align16<T>(spec + 1);
-    layOut(t, real, lanes, lineRoom(t.order) ? atCacheLine(at) : at);
+    layOut(spec->tables, inner, real, lanes, lineRoom(inner) ? atCacheLine(at) : at);
+    spec->stored = inner > 3 && !fusedLanes<T>(inner, lanes);
 }
 
 namespace {

@@ -221,7 +221,7 @@ template <class T, class Place> void storeTurned(const T* tile, Place dst, int c
 // in place, left where they are.
 template <int P, bool Inverse, class In, class Out, class T> TEVS_PASS void outerColumns(const FftTables<T>& t, In src, Out dst, int c, int tiles, T* work) {
     constexpr int K = kBlock<T>, kColumns = tileColumns<T>(P);
-    const int q = innerOrder<T>(t.order);
+    const int q = t.order - P;
     const bool inPlace = start(src) == start(dst);
     // n2 = c + l: w_N^(n2 k1) as the product of w_N^(l k1), from a table that stays in the cache, and w_N^(c k1), one number a row. A table of all N factors
     // would be a third stream as long as the data.
@@ -261,7 +261,7 @@ TEVS_PASS void innerColumns(const FftTables<T>& t, Place data, int c, int fold, 
 // sweep's matrix is then row (n2 mod P) Q/P + n2 / P, folded in the sense of Rows.
 //
 // Blocks of a patch are taken along its diagonals: rows often lie multiples of 4096 bytes apart, and a load waits for an earlier store to such a distance.
-template <class T, class Place> void turnSquare(Place a, int64_t stride, int rows) {
+template <class T, bool Swap, class Place> void turnSquare(Place a, int64_t stride, int rows) {
     constexpr int K = kBlock<T>, kPatch = 32, kBlocks = kPatch / K;   // a patch's rows lie in as many pages, which the first level of the TLB holds
     const auto exchange = [=](int i, int j) __attribute__((always_inline)) {
         Cx<Vec<T, K>> x[K], y[K];
@@ -270,9 +270,9 @@ template <class T, class Place> void turnSquare(Place a, int64_t stride, int row
         if (i != j) {
             for (int l = 0; l < K; ++l) y[l] = read<K>(a, stride * (j + l) + i);
             transpose<K>(y);
-            for (int l = 0; l < K; ++l) write(a, stride * (i + l) + j, y[l]);
+            for (int l = 0; l < K; ++l) write(a, stride * (i + l) + j, Swap ? swapped(y[l]) : y[l]);
         }
-        for (int l = 0; l < K; ++l) write(a, stride * (j + l) + i, x[l]);
+        for (int l = 0; l < K; ++l) write(a, stride * (j + l) + i, Swap ? swapped(x[l]) : x[l]);
     };
     for (int i0 = 0; i0 < rows; i0 += kPatch) {
         for (int d = 0; d < kBlocks; ++d)
@@ -302,15 +302,58 @@ template <class T, template <class> class Place, int... I> constexpr SweepsByOrd
 template <class T, template <class> class Place>
 constexpr SweepsByOrder<T, Place> kSweeps = sweepsByOrder<T, Place>(Iota<kLastColumnOrder + 1 - kFirstColumnOrder<T>>{});
 
+// Row j m + h of rows of P values goes to h P + j: along each cycle once, from its least row, by way of one row's room.
+template <class T, class Place> void dealRows(Place a, int P, int m, T* work) {
+    constexpr int K = kBlock<T>;
+    const auto from = [=](int row) { return row % P * m + row / P; };
+    const auto copy = [=](auto source, int64_t i, auto target, int64_t j) {
+        for (int c = 0; c < P; c += K) write(target, j * P + c, read<K>(source, i * P + c));
+    };
+    const Blocks<T> aside{work};
+    for (int first = 1; first < P * m - 1; ++first) {
+        int row = from(first);
+        while (row > first) row = from(row);
+        if (row < first) continue;
+        copy(a, first, aside, 0);
+        for (int next = from(row); next != first; row = next, next = from(row)) copy(a, next, a, row);
+        copy(aside, 0, a, row);
+    }
+}
+
+template <class T, template <class> class Place> FftTransform<T, Place>* forwardOf(int order);
+
+// In place, with no room for tiles of the second sweep: transforms of length P down the columns as above, then of length Q along the rows, by the routine of their
+// order, and then the whole is turned over, in squares and rows. The inverse works on exchanged parts up to there.
+template <bool Inverse, class T, template <class> class Place> void inLittleRoom(const FftTables<T>& t, Place<const T> src, Place<T> dst, T* work, T scale) {
+    const FftTables<T>&columns = t.little[0], &rows = t.little[1];
+    const int q = rows.order, p = t.order - q, P = 1 << p, Q = 1 << q;
+    if (start(src) != start(dst))
+        for (int64_t i = 0; i < int64_t{1} << t.order; i += kBlock<T>) write(dst, i, read<kBlock<T>>(src, i));
+    const auto constant = [](auto place) -> Place<const T> {
+        if constexpr (requires { place.p; })
+            return {place.p};
+        else
+            return {place.re, place.im};
+    };
+    const auto outer = kSweeps<T, Place>.of[p - kFirstColumnOrder<T>].outer[Inverse];
+    const int tiles = tilesAtOnce<T>(t.room, p);
+    for (int c = 0; c < Q; c += tiles * tileColumns<T>(p)) outer(columns, constant(dst), dst, c, tiles, work);
+    const auto row = forwardOf<T, Place>(q);
+    for (int64_t k = 0; k < P; ++k) row(rows, constant(dst + (k << q)), dst + (k << q), work, scale);
+    for (int square = 0; square < Q; square += P) turnSquare<T, Inverse>(dst + square, Q, P);
+    dealRows(dst, P, Q / P, work);
+}
+
 template <bool Inverse, class T, template <class> class Place> void large(const FftTables<T>& t, Place<const T> src, Place<T> dst, T* work, T scale) {
     const int p = outerOrder<T>(t.order), q = innerOrder<T>(t.order), P = 1 << p, Q = 1 << q;
+    if (t.room < leastRoom<T>(t.order)) return inLittleRoom<Inverse>(t, src, dst, work, scale);
     const auto outer = kSweeps<T, Place>.of[p - kFirstColumnOrder<T>].outer[Inverse];
     const auto inner = kSweeps<T, Place>.of[q - kFirstColumnOrder<T>].inner[Inverse][scale != 1];
     const int outerTiles = tilesAtOnce<T>(t.room, p), innerTiles = tilesAtOnce<T>(t.room, q);
     const bool inPlace = start(src) == start(dst);
     for (int c = 0; c < Q; c += outerTiles * tileColumns<T>(p)) outer(t, src, dst, c, outerTiles, work);
     if (inPlace)
-        for (int square = 0; square < Q; square += P) turnSquare<T>(dst + square, int64_t{1} << q, P);
+        for (int square = 0; square < Q; square += P) turnSquare<T, false>(dst + square, int64_t{1} << q, P);
     for (int c = 0; c < P; c += innerTiles * tileColumns<T>(q)) inner(t, dst, c, inPlace ? Q / P : 1, innerTiles, work, scale);
 }
 
@@ -415,6 +458,7 @@ constexpr typename FftKernels<T>::template Orders<Place> transforms(Lane<Order..
 template <class T, template <class> class Place> constexpr typename FftKernels<T>::template Directions<Place> directions() {
     return {transforms<T, Place, false>(Iota<kFirstLargeOrder<T> + 1>{}), transforms<T, Place, true>(Iota<kFirstLargeOrder<T> + 1>{})};
 }
+template <class T, template <class> class Place> FftTransform<T, Place>* forwardOf(int order) { return directions<T, Place>().forward[order]; }
 
 // ---- real transforms --------------------------------------------------------------------------------------------------------------
 

@@ -71,14 +71,18 @@ template <class T> constexpr int innerOrder(int order) { return order - outerOrd
 
 template <class T> constexpr int64_t tileBytes(int rows) { return int64_t{2} * sizeof(T) * tileColumns<T>(rows) << rows; }
 
-// Room for the tiles of a sweep. Two will do. More of them make longer runs of each row: lines that lie far apart come from memory at a quarter of the speed
-// of runs of 512 bytes. They are to stay in the second cache.
+// Room for the tiles of a sweep. Two will do, one that is filled and one that is free.
+template <class T> constexpr int64_t leastRoom(int order) { return 2 * tileBytes<T>(innerOrder<T>(order)); }
+// More of them make longer runs of each row: lines that lie far apart come from memory at a quarter of the speed of runs of 512 bytes. They are to stay in the
+// second cache.
 template <class T> constexpr int64_t tileRoom(int order) {
     constexpr int64_t kSecondCache = 640 << 10, kScratch = 128 << 10;   // kScratch: what a call for 2 MiB of data has anyway
-    const int64_t least = 2 * tileBytes<T>(innerOrder<T>(order)), data = int64_t{2} * sizeof(T) << order;
+    const int64_t least = leastRoom<T>(order), data = int64_t{2} * sizeof(T) << order;
     const int64_t most = order >= 19 ? kSecondCache : data == 2 << 20 ? kScratch : 0;
     return least < most ? most : least;
 }
+// Where a call has less than two tiles, of 128 KiB at least, the order of the rows that are transforms within that.
+template <class T> constexpr int rowOrder(int order) { return sizeof(T) == 4 && order == 25 ? 16 : order - 10; }
 constexpr int kMostTiles = 8;
 // The tiles that a sweep fills at once; one more is free.
 template <class T> constexpr int tilesAtOnce(int64_t room, int rows) {
