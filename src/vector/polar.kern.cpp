@@ -1,3 +1,4 @@
+#include "core/complex.h"
 #include "core/simd/angle.h"
 #include "core/simd/map.h"
 #include "core/simd/scale.h"
@@ -11,18 +12,10 @@ namespace {
 
 // ---- samples in, samples out ----------------------------------------------------------------------------------------------------
 
-template <class S> struct PartOf { using Type = S; };
-template <class S>
-requires requires(S z) { z.re; }
-struct PartOf<S> {
-    using Type = decltype(S::re);
-};
-template <class S> using Part = typename PartOf<S>::Type;
-
 // Elements a step, by the sources' type. Integers gain nothing from registers wider than 32 bytes.
 constexpr int kInts = kLanes<int32_t> < 8 ? kLanes<int32_t> : 8;
-template <class S, class...> constexpr int kStep = Part<S>(0.5) == 0 ? kInts : kLanes<Part<S>>;
-template <class S, class...> constexpr int kLeast = sizeof(Part<S>) == 8 ? 2 : 4;
+template <class S, class...> constexpr int kStep = Scalar<S>(0.5) == 0 ? kInts : kLanes<Scalar<S>>;
+template <class S, class...> constexpr int kLeast = sizeof(Scalar<S>) == 8 ? 2 : 4;
 
 // N samples as two vectors of parts: real and imaginary, or magnitude and phase. 16-bit samples come as 32-bit lanes.
 template <int N, class T> TEVS_INLINE Two<Vec<T, N>> parts(const T* a, const T* b) { return {load<T, N>(a), load<T, N>(b)}; }
@@ -195,14 +188,14 @@ template <class D, class Op, class... S> TEVS_INLINE void eachSquare(int len, D*
 }
 
 template <class Op, class D, class... S> struct OfParts {
-    static void run(const S*... src, D* dst, int len) {
+    static void kernel(const S*... src, D* dst, int len) {
         if constexpr (Op::kShort)
             eachSampleShort(len, dst, Op(), src...);
         else
             eachSample(len, dst, Op(), src...);
     }
 };
-template <class Op, class T, class Z, class D> constexpr FromParts<T, Z, D> kOfParts = {OfParts<Op, D, Z>::run, OfParts<Op, D, T, T>::run};
+template <class Op, class T, class Z, class D> constexpr FromParts<T, Z, D> kOfParts = {OfParts<Op, D, Z>::kernel, OfParts<Op, D, T, T>::kernel};
 
 // The squares of interleaved parts need not be taken apart before they are summed.
 TEVS_INLINE Vec<float, 4> fourPowers(const float* p) {
@@ -231,10 +224,10 @@ void power32fc(const Complex32f* src, float* dst, int len) {
 }
 
 template <class Op, class D, class... S> struct OfSquares {
-    static void run(const S*... src, D* dst, int len) { eachSquare(len, dst, Op(), src...); }
+    static void kernel(const S*... src, D* dst, int len) { eachSquare(len, dst, Op(), src...); }
 };
 template <class Op>
-constexpr FromParts<int16_t, Complex16s, float> kOfSquares = {OfSquares<Op, float, Complex16s>::run, OfSquares<Op, float, int16_t, int16_t>::run};
+constexpr FromParts<int16_t, Complex16s, float> kOfSquares = {OfSquares<Op, float, Complex16s>::kernel, OfSquares<Op, float, int16_t, int16_t>::kernel};
 
 template <class... S> struct Scaled {
     static void magnitude(const S*... src, int16_t* dst, int len, double factor) { eachSquare(len, dst, ScaledRootOfSquare{factor}, src...); }
@@ -254,7 +247,7 @@ template <class... S> struct Scaled {
 };
 
 template <class D, class... S> struct ToPolar {
-    static void run(const S*... src, D* magnitude, D* phase, int len) {
+    static void kernel(const S*... src, D* magnitude, D* phase, int len) {
         mapLong<kStep<S...>>(
             len, Both<D>{magnitude, phase},
             [](auto w, auto... s) TEVS_FLAT {
@@ -345,7 +338,7 @@ extern const PolarKernels polar = {
     .arctan64f = arctan64f,
     .magnitude32f = kOfParts<Magnitude, float, Complex32f, float>,
     .phase32f = kOfParts<Phase, float, Complex32f, float>,
-    .power32f = {power32fc, OfParts<Power, float, float, float>::run},
+    .power32f = {power32fc, OfParts<Power, float, float, float>::kernel},
     .magnitude64f = kOfParts<Magnitude, double, Complex64f, double>,
     .phase64f = kOfParts<Phase, double, Complex64f, double>,
     .power64f = kOfParts<Power, double, Complex64f, double>,
@@ -356,11 +349,11 @@ extern const PolarKernels polar = {
     .phase16s = {Scaled<Complex16s>::phase, Scaled<int16_t, int16_t>::phase},
     .phase32sc = phase32sc,
     .power16s = {Scaled<Complex16s>::power, Scaled<int16_t, int16_t>::power},
-    .toPolar32fc = ToPolar<float, Complex32f>::run,
-    .toPolar64fc = ToPolar<double, Complex64f>::run,
+    .toPolar32fc = ToPolar<float, Complex32f>::kernel,
+    .toPolar64fc = ToPolar<double, Complex64f>::kernel,
     .toPolar16sc = toPolar16sc,
-    .toPolar32f = ToPolar<float, float, float>::run,
-    .toPolar64f = ToPolar<double, double, double>::run,
+    .toPolar32f = ToPolar<float, float, float>::kernel,
+    .toPolar64f = ToPolar<double, double, double>::kernel,
     .toCart32fc = toComplex<Complex32f, float>,
     .toCart64fc = toComplex<Complex64f, double>,
     .toCart16sc = toCart16sc,

@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <set>
 #include <thread>
 #include <vector>
 
@@ -38,30 +37,33 @@ private:
 };
 
 // All that is computed with is in registers here, where only the pins keep it in its place.
-float third(float x, float y) {
+[[gnu::noinline]] float third(float x, float y) {
     return toNearest([](float a, float b) { return a / b; }, x, y);
 }
-float single(int64_t x) {
+[[gnu::noinline]] float single(int64_t x) {
     return toNearest([](int64_t a) { return toFloat<float>(a); }, x);
 }
-long double squares(int x, long double y) {
-    return inExtended([](int a, long double b) { return (long double)a * a + b / a; }, x, y);
+[[gnu::noinline]] double product(int x, double y) {
+    return inExtended([](int a, double b) { return double((long double)a * a * b); }, x, y);
 }
 
 TEST(Guards, HoldArithmeticOnRegisters) {
-    const float quotient = third(-1, 3);
-    const long double sum = squares(0x7fffffff, 1);
-    const float big = single(0x7fffff7fffffffff);
+    volatile float one = -1, three = 3;   // not known to the compiler
+    volatile double unit = -1;
+    volatile int64_t big = 0x7fffff7fffffffff;
+    volatile int root = 0x7ffffff1;
+    const float quotient = third(one, three), rounded = single(big);
+    const double square = product(root, unit);
     for (uint32_t rc : {0u, 1u, 2u, 3u}) {
         const Changed words(rc);
         const uint32_t word = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
-        const float q = third(-1, 3), b = single(0x7fffff7fffffffff);
-        const long double s = squares(0x7fffffff, 1);
+        const float q = third(one, three), r = single(big);
+        const double s = product(root, unit);
         const uint32_t left = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
         const Changed normal(0);
         EXPECT_EQ(q, quotient) << rc;
-        EXPECT_EQ(s, sum) << rc;
-        EXPECT_EQ(b, big) << rc;
+        EXPECT_EQ(r, rounded) << rc;
+        EXPECT_EQ(s, square) << rc;
         EXPECT_EQ(left, word);
     }
 }
@@ -131,15 +133,6 @@ TEST(Team, AnyFailureWins) {
 
 TEST(Team, IsNoLargerThanItsAreas) {
     const int before = tevGetNumThreads();
-    std::atomic<bool> done = false;
-    std::thread other([&] {
-        while (!done) tevSetNumThreads(tevGetNumThreads() ^ 1000);
-    });
-    std::set<int> sizes;
-    for (int i = 0; i < 2000000; ++i) sizes.insert(teamSize(8));
-    done = true;
-    other.join();
-    for (int size : sizes) EXPECT_TRUE(size >= 1 && size <= 8) << size;
     tevSetNumThreads(-1);
     EXPECT_EQ(threadsAtBuild(), 1);
     tevSetNumThreads(5);
