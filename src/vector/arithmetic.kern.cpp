@@ -8,7 +8,6 @@ namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
 constexpr int kFloats = kLanes<float>;
-template <class T> constexpr int kLeast = 16 / int(sizeof(T));
 
 // ---- integer operations, as exact results -----------------------------------------------------------------------------------------------
 

@@ -55,7 +55,7 @@ TEVS_WHOLE void exp32f64f(const float* src, double* dst, int len) {
 
 template <class T> TEVS_WHOLE Status ln(const T* src, T* dst, int len) {
     Warning<T> warning;
-    map<kLanes<T>, 16 / sizeof(T)>(
+    map<kLanes<T>, kLeast<T>>(
         len, dst, [&](auto w, auto s) { return logarithm(load<T, w.n>(s), [&] { warning.look(s, w.n, logarithmDomain); }); }, src);
     return warning.status();
 }
@@ -72,7 +72,7 @@ TEVS_WHOLE Status ln64f32f(const double* src, float* dst, int len) {
 
 template <class T> Status sqrt(const T* src, T* dst, int len) {
     Warning<T> warning;
-    map<kLanes<T>, 16 / sizeof(T)>(
+    map<kLanes<T>, kLeast<T>>(
         len, dst,
         [&](auto w, auto s) {
             const auto x = load<T, w.n>(s);
@@ -90,7 +90,7 @@ TEVS_WHOLE void cubrt32f(const float* src, float* dst, int len) {
 }
 
 template <class T> void normalize(const T* src, T* dst, int len, T sub, T by) {
-    map<kLanes<T>, 16 / sizeof(T)>(
+    map<kLanes<T>, kLeast<T>>(
         len, dst, [=](auto w, auto s) { return (load<T, w.n>(s) - splat<w.n>(sub)) * splat<w.n>(by); }, src);
 }
 
@@ -99,7 +99,7 @@ template <class T> void normalize(const T* src, T* dst, int len, T sub, T by) {
 template <class V, int... I> TEVS_INLINE V alternating(Element<V> even, Element<V> odd, Lane<I...>) { return V{(I & 1 ? odd : even)...}; }
 
 template <class T, class Z> void normalizePairs(const Z* src, Z* dst, int len, Z sub, T by) {
-    map<kLanes<T>, 16 / sizeof(T)>(
+    map<kLanes<T>, kLeast<T>>(
         ptrdiff_t{2} * len, &dst->re,
         [=](auto w, auto s) { return (load<T, w.n>(s) - alternating<Vec<T, w.n>>(sub.re, sub.im, Iota<w.n>{})) * splat<w.n>(by); }, &src->re);
 }
