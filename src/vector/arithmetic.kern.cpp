@@ -339,32 +339,8 @@ bool div64fc(const double* dividend, const double* divisor, double* dst, ptrdiff
     return zero;
 }
 
-// The lower half of a register, where a whole one would run past the destination.
-struct LowHalf {
-    Vec<uint8_t, 16> v;
-};
-TEVS_INLINE void store(void* p, LowHalf v) { _mm_storel_epi64(static_cast<__m128i*>(p), (__m128i)v.v); }
-
-// 32-bit lanes that hold values of T, as T.
-template <class T, class V> TEVS_INLINE auto narrowInts(V a, V b) {
-    if constexpr (sizeof(T) == 4)
-        return Two{a, b};
-    else if constexpr (__is_same(T, int16_t))
-        return pack16(a, b);
-    else if constexpr (__is_same(T, uint16_t))
-        return packU16(a, b);
-    else if constexpr (kCount<V> == 8)
-        return (Vec<uint8_t, 16>)blockPackUnsigned(low(pack16(a, b)), high(pack16(a, b)));
-    else
-        return LowHalf{(Vec<uint8_t, 16>)blockPackUnsigned(pack16(a, b), pack16(a, b))};
-}
-
-// q clamped to T's range, NaN to 0, to the nearest integer.
-template <class T, class V> TEVS_INLINE auto clamped(V q) {
-    constexpr double lo = LimitsOf<T>::isSigned ? -double(LimitsOf<T>::max) - 1 : 0, hi = double(LimitsOf<T>::max);
-    q = (V)((Bits<V>)q & (q == q));
-    return atMost(V{} + Element<V>(hi), atLeast(V{} + Element<V>(lo), q));
-}
+// q within T's range, NaN as 0.
+template <class T, class V> TEVS_INLINE V clampedOrZero(V q) { return clamped<T>((V)((Bits<V>)q & (q == q))); }
 
 // |x / y| 2^k to the nearest integer, where that is below 2^31: the shifted dividend fits 63 bits then.
 __attribute__((noinline)) int32_t exactQuotient(int32_t x, int32_t y, int k) {
@@ -385,7 +361,7 @@ template <class T> struct SingleQuotient {
     explicit SingleQuotient(int s) : factor(__builtin_bit_cast(float, uint32_t(127 - s) << 23)) {}
     template <class V> TEVS_INLINE V operator()(V x, V y) const {
         using F = Vec<float, kCount<V>>;
-        return nearestInt(clamped<T>(__builtin_convertvector(x, F) / __builtin_convertvector(y, F) * factor));
+        return nearestInt(clampedOrZero<T>(__builtin_convertvector(x, F) / __builtin_convertvector(y, F) * factor));
     }
 };
 template <class T> struct DoubleQuotient {
@@ -395,7 +371,7 @@ template <class T> struct DoubleQuotient {
     template <class V> TEVS_INLINE V operator()(V x, V y) const {
         const auto a = widen(x), b = widen(y);
         const auto p = a.a / b.a * factor, q = a.b / b.b * factor;
-        V r = nearestInt(Two{clamped<T>(p), clamped<T>(q)});
+        V r = nearestInt(Two{clampedOrZero<T>(p), clampedOrZero<T>(q)});
         if (sizeof(T) < 4 || shift >= 0) return r;
         const auto nearTie = [](auto v) {   // and not so large that it saturates
             using D = decltype(v);
@@ -418,7 +394,7 @@ struct ComplexQuotient {
     explicit ComplexQuotient(int s) : factor(__builtin_bit_cast(double, uint64_t(1023 - s) << 52)) {}
     template <class V> TEVS_INLINE V operator()(V x, V y) const {
         const auto a = widen(x), b = widen(y);
-        const auto part = [this](auto u, auto v) { return clamped<int16_t>(timesConjugate(u, v) / squaredMagnitude(v) * factor); };
+        const auto part = [this](auto u, auto v) { return clampedOrZero<int16_t>(timesConjugate(u, v) / squaredMagnitude(v) * factor); };
         return nearestInt(Two{part(a.a, b.a), part(a.b, b.b)});
     }
 };
@@ -434,7 +410,7 @@ template <class Q, class A, class B> TEVS_INLINE bool quotients(const A* dividen
                 zero |= any(((a | swapPairs(a)) == 0) | ((b | swapPairs(b)) == 0));
             else
                 zero |= any((a == 0) | (b == 0));
-            return narrowInts<B>(q(loadInts<int32_t, 4 * h>(x), a), q(loadInts<int32_t, 4 * h>(x + h), b));
+            return packed<B>(Some{{q(loadInts<int32_t, 4 * h>(x), a), q(loadInts<int32_t, 4 * h>(x + h), b)}});
         },
         dividend, divisor);
     return zero;
@@ -445,7 +421,7 @@ template <class Q, class T> TEVS_INLINE void quotientsC(const T* src, Constant<T
         [=](auto w, auto x) {
             constexpr int h = w.n / 2;
             const auto c = repeated<Vec<int32_t, h>>({val.even, val.odd});
-            return narrowInts<T>(q(loadInts<int32_t, 4 * h>(x), c), q(loadInts<int32_t, 4 * h>(x + h), c));
+            return packed<T>(Some{{q(loadInts<int32_t, 4 * h>(x), c), q(loadInts<int32_t, 4 * h>(x + h), c)}});
         },
         src);
 }
@@ -491,7 +467,7 @@ bool divCRev16u(const uint16_t* divisor, uint16_t dividend, uint16_t* dst, ptrdi
             const auto a = loadInts<int32_t, 4 * h>(y), b = loadInts<int32_t, 4 * h>(y + h), x = decltype(a){} + int32_t(dividend);
             zero |= any((a == 0) | (b == 0));
             const SingleQuotient<uint16_t> q(0);
-            return narrowInts<uint16_t>(q(x, a), q(x, b));
+            return packed<uint16_t>(Some{{q(x, a), q(x, b)}});
         },
         divisor);
     return zero;

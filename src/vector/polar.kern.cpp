@@ -1,7 +1,7 @@
 #include "core/complex.h"
 #include "core/simd/angle.h"
+#include "core/simd/lanes.h"
 #include "core/simd/map.h"
-#include "core/simd/scale.h"
 #include "vector/polar.table.h"
 
 // Of a function object that map() calls: left to itself the compiler calls the longer ones, with vectors in memory.
@@ -44,11 +44,8 @@ template <class V, class F> TEVS_INLINE auto widened(Two<V> z, F f) {
 template <class V> TEVS_INLINE Two<Two<V>> transposed(Two<Two<V>> v) { return {{v.a.a, v.b.a}, {v.a.b, v.b.b}}; }
 
 // v * factor, saturated to D.
-template <class D, class V> TEVS_INLINE V saturated(V v, double factor) {
-    constexpr double limit = sizeof(D) == 2 ? 0x1p15 : 0x1p31;
-    return atLeast(constant<V>(-limit), atMost(constant<V>(limit - 1), v * constant<V>(factor)));
-}
-template <class V> TEVS_INLINE auto as16(V v) { return low(pack16(v, v)); }
+template <class D, class V> TEVS_INLINE V saturated(V v, double factor) { return clamped<D>(v * constant<V>(factor)); }
+template <class V> TEVS_INLINE auto as16(V v) { return packed<int16_t>(Some<V, 1>{v}); }
 
 // ---- operations --------------------------------------------------------------------------------------------------------------------
 
