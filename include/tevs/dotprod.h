@@ -18,7 +18,7 @@ TEVS_BEGIN
  *                16 bits a factor above 31 acts as 31 and one below -15 as -15.
  *
  * Integer products and their sums are exact; a float result of integers is the exact sum, rounded once. Sums of floats are formed in double
- * precision, in an order that hangs on len and the SIMD level only, and rounded once.
+ * precision, in an order that depends on len and the SIMD level only, and rounded once.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
  */

@@ -16,7 +16,7 @@ TEVS_BEGIN
  * scaleFactor   _Sfs forms: the exact sum or mean * 2^-scaleFactor, to nearest, ties to even, saturated; any integer will do
  *
  * Sums of integers are exact before they are scaled or rounded. 64f and 64fc add in double precision. What is not exact is added in an order that
- * hangs on len and the SIMD level only, never on the address.
+ * depends on len and the SIMD level only, never on the address.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
  */
@@ -75,7 +75,7 @@ Status tevsStdDev_64f(const double* pSrc, int len, double* pStdDev);
  * scaleFactor          _Sfs forms: the norm * 2^-scaleFactor, to nearest, ties to even, saturated; any integer will do
  *
  * Sums of integers are exact, and their root is taken in double precision. Sums of floats are formed in double precision and rounded once, in an order
- * that hangs on len and the SIMD level only; what leaves the range of double precision on the way but not in the end does no harm. Norm_Inf passes over
+ * that depends on len and the SIMD level only; what leaves the range of double precision on the way but not in the end does no harm. Norm_Inf passes over
  * a NaN that is not in front.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
@@ -138,9 +138,10 @@ Status tevsCountInRange_32s(const int32_t* pSrc, int len, int* pCounts, int32_t 
  *     sum over n = 0 .. len-1 of  ln(pSrc[n])
  *
  * pSrc   len >= 1 elements
- * pSum   one value; of the first element that is zero or negative, if there is one, hangs what it is: +infinity or NaN
+ * pSum   one value. The first element that is zero or negative, of either kind of zero and -infinity too, ends the sum: it is +infinity for a zero and NaN for a
+ *        negative element, whatever stands before and behind. Without one, a NaN among the elements gives NaN, and else an infinity +infinity.
  *
- * Returns StatusOk; WarnLnZeroArg or WarnLnNegArg, by the first element that is zero or negative; or the first that applies, with nothing written:
+ * Returns StatusOk, with NaN and infinities too; WarnLnZeroArg or WarnLnNegArg, by the first element that is zero or negative; or the first that applies, with nothing written:
  * StatusNullPtr (any pointer), StatusBadSize (len < 1).
  */
 Status tevsSumLn_32f(const float* pSrc, int len, float* pSum);

@@ -15,7 +15,8 @@
  * Arguments    sources, destination, length, parameters, scaleFactor, work buffer. A constant follows the source out of place
  *              and comes first in place. Lengths count elements (a complex one is one) and are at least 1.
  * Alignment    none is asked of any pointer.
- * Overlap      a destination may equal a source. Vectors that overlap in part do not work, except in the Move functions.
+ * Overlap      a destination may equal a source whose elements are as wide: the same call in place. Nothing else that overlaps works, except in the Move
+ *              functions: not vectors that overlap in part, nor a source of wider or narrower elements at the address of the destination.
  * Results      never follow the calling thread's rounding mode, and never change it. No function prints, throws or exits.
  * Threads      the library keeps no mutable state of its own. Distinct outputs and records may be worked on by any number of threads.
  *              A filter or generator record serves one call at a time; a transform record any number, each call with its own work
