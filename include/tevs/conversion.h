@@ -10,7 +10,8 @@ TEVS_BEGIN
  *     to a wider type          pDst[n] = pSrc[n], exact
  *     32s32f, 64f32f           pDst[n] = pSrc[n] rounded to nearest, ties to even; beyond the single-precision range: infinity
  *     32s16s                   pDst[n] = pSrc[n], saturated
- *     integer to float, _Sfs   pDst[n] = float(pSrc[n]) * 2^-scaleFactor, with scaleFactor taken as -112 .. 126 at most
+ *     integer to float, _Sfs   pDst[n] = pSrc[n] * 2^-scaleFactor, with scaleFactor taken as -112 .. 126 at most; 32s32f rounds pSrc[n] to single
+ *                              precision first, and gives infinity beyond that range, which large numbers reach from a scaleFactor of -97 on down
  *     integer, _Sfs            pDst[n] = pSrc[n] * 2^-scaleFactor, to nearest, ties to even, saturated;
  *                              64s32s takes 63 for any larger scaleFactor, 32s24s 31
  *     float to integer, _Sfs   pDst[n] = pSrc[n] * 2^-scaleFactor, rounded by rndMode, saturated; NaN gives the type's minimum
@@ -22,7 +23,7 @@ TEVS_BEGIN
  * pSrc, pDst    len >= 1 elements each; types of the same width may share one vector
  * rndMode       float to integer: RoundTowardZero truncates; RoundNearest, and any other value, rounds to nearest with ties to even.
  *               16f, both ways: RoundNearest rounds so; RoundTowardZero, and any other value, truncates. The 24-bit forms round to nearest.
- * scaleFactor   any integer; products are exact, so 0 stays 0 and no factor overflows
+ * scaleFactor   any integer; the factor itself never overflows, so 0 stays 0, and is a power of two: the one rounding is that of the formula above
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
  */

@@ -138,9 +138,10 @@ Status tevsCountInRange_32s(const int32_t* pSrc, int len, int* pCounts, int32_t 
  *     sum over n = 0 .. len-1 of  ln(pSrc[n])
  *
  * pSrc   len >= 1 elements
- * pSum   one value; of the first element that is zero or negative, if there is one, hangs what it is: +infinity or NaN
+ * pSum   one value. The first element that is zero or negative, of either kind of zero and -infinity too, ends the sum: it is +infinity for a zero and NaN for a
+ *        negative element, whatever stands before and behind. Without one, a NaN among the elements gives NaN, and else an infinity +infinity.
  *
- * Returns StatusOk; WarnLnZeroArg or WarnLnNegArg, by the first element that is zero or negative; or the first that applies, with nothing written:
+ * Returns StatusOk, with NaN and infinities too; WarnLnZeroArg or WarnLnNegArg, by the first element that is zero or negative; or the first that applies, with nothing written:
  * StatusNullPtr (any pointer), StatusBadSize (len < 1).
  */
 Status tevsSumLn_32f(const float* pSrc, int len, float* pSum);

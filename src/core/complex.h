@@ -1,7 +1,9 @@
 // Complex samples as numbers, and the parts of samples that are real or complex.
+//
+// Kernels use them too, so the functions are always inlined: no copy of one, compiled at some level, is left for the linker to choose.
 #pragma once
 
-#include <type_traits>
+#include <stddef.h>
 
 #include "tevs/types.h"
 
@@ -22,24 +24,26 @@ template <class T> using Scalar = typename PartsOf<T>::Scalar;
 template <class T> constexpr int kParts = PartsOf<T>::count;
 template <class T> constexpr bool kComplex = kParts<T> == 2;
 
-template <class T> const Scalar<T>* partsOf(const T* p) { return reinterpret_cast<const Scalar<T>*>(p); }
-template <class T> Scalar<T>* partsOf(T* p) { return reinterpret_cast<Scalar<T>*>(p); }
+// A vector of n samples is one of partCount<T>(n) scalars.
+template <class T> [[gnu::always_inline]] inline const Scalar<T>* partsOf(const T* p) { return reinterpret_cast<const Scalar<T>*>(p); }
+template <class T> [[gnu::always_inline]] inline Scalar<T>* partsOf(T* p) { return reinterpret_cast<Scalar<T>*>(p); }
+template <class T> [[gnu::always_inline]] inline ptrdiff_t partCount(int n) { return ptrdiff_t{kParts<T>} * n; }
 
 // f of each part.
-template <class D, class S, class F> D eachPart(S x, F f) {
+template <class D, class S, class F> [[gnu::always_inline]] inline D eachPart(S x, F f) {
     if constexpr (kComplex<S>)
         return {f(x.re), f(x.im)};
     else
         return f(x);
 }
 
-template <class T> T sumOf(T x, T y) {
+template <class T> [[gnu::always_inline]] inline T sumOf(T x, T y) {
     if constexpr (kComplex<T>)
         return {x.re + y.re, x.im + y.im};
     else
         return x + y;
 }
-template <class T> T productOf(T x, T y) {
+template <class T> [[gnu::always_inline]] inline T productOf(T x, T y) {
     if constexpr (kComplex<T>)
         return {x.re * y.re - x.im * y.im, x.re * y.im + x.im * y.re};
     else

@@ -1,3 +1,4 @@
+#include "core/complex.h"
 #include "core/simd/lanes.h"
 #include "filter/multirate.table.h"
 
@@ -12,27 +13,6 @@ constexpr int kVectors = 3;
 #endif
 
 // ---- inputs to streams ------------------------------------------------------------------------------------------------------------------
-
-template <class S> struct PartsOf {
-    typedef S type;
-    static constexpr int n = 1;
-};
-template <> struct PartsOf<Complex16s> {
-    typedef int16_t type;
-    static constexpr int n = 2;
-};
-template <> struct PartsOf<Complex32s> {
-    typedef int32_t type;
-    static constexpr int n = 2;
-};
-template <> struct PartsOf<Complex32f> {
-    typedef float type;
-    static constexpr int n = 2;
-};
-template <> struct PartsOf<Complex64f> {
-    typedef double type;
-    static constexpr int n = 2;
-};
 
 template <class V> TEVS_INLINE Two<V> blocksOfPairs(V a, V b) {
     using D = Vec<double, int(sizeof(V) / 8)>;
@@ -50,14 +30,13 @@ template <class V> TEVS_INLINE Four<V> transposed(V a, V b, V c, V d) {
 
 // The inputs of type S, as numbers of T.
 template <class S, class T> struct Splitter {
-    using Part = typename PartsOf<S>::type;
-    static constexpr int kParts = PartsOf<S>::n, kElement = kParts * int(sizeof(T)), kRun = 16 / kElement;
+    static constexpr int kPer = kParts<S>, kRun = 16 / (kPer * int(sizeof(T)));
     using Block = Vec<T, 16 / int(sizeof(T))>;
 
     // The elements at one place and the ones behind it that belong to the same 16 bytes.
-    static TEVS_INLINE Block block(const S* p) { return loadLanes<T, 16, 1>(reinterpret_cast<const Part*>(p)).v[0]; }
+    static TEVS_INLINE Block block(const S* p) { return loadLanes<T, 16, 1>(partsOf(p)).v[0]; }
     static TEVS_INLINE void one(const S* p, T* to) {
-        for (int c = 0; c < kParts; ++c) to[c] = T(reinterpret_cast<const Part*>(p)[c]);
+        for (int c = 0; c < kPer; ++c) to[c] = T(partsOf(p)[c]);
     }
 
     static TEVS_INLINE void run(const S* src, int places, int n, T* to, ptrdiff_t stride) {
@@ -79,21 +58,21 @@ template <class S, class T> struct Splitter {
         } else if constexpr (kRun == 2) {
             for (; k + 2 <= n; k += 2) {
                 const auto t = blocksOfPairs(block(src + ptrdiff_t(k) * places), block(src + ptrdiff_t(k + 1) * places));
-                store(to + k * kParts, t.a);
-                store(to + stride + k * kParts, t.b);
+                store(to + k * kPer, t.a);
+                store(to + stride + k * kPer, t.b);
             }
         } else {
-            for (; k < n; ++k) store(to + k * kParts, block(src + ptrdiff_t(k) * places));
+            for (; k < n; ++k) store(to + k * kPer, block(src + ptrdiff_t(k) * places));
         }
         for (; k < n; ++k)
-            for (int e = 0; e < kRun; ++e) one(src + ptrdiff_t(k) * places + e, to + e * stride + k * kParts);
+            for (int e = 0; e < kRun; ++e) one(src + ptrdiff_t(k) * places + e, to + e * stride + k * kPer);
     }
 
     // Of periods of one and of two places. Below a run of four these are all that occur.
     static TEVS_INLINE void copy(const S* src, int n, T* to) {
         int k = 0;
-        for (; k + kRun <= n; k += kRun) store(to + k * kParts, block(src + k));
-        for (; k < n; ++k) one(src + k, to + k * kParts);
+        for (; k + kRun <= n; k += kRun) store(to + k * kPer, block(src + k));
+        for (; k < n; ++k) one(src + k, to + k * kPer);
     }
     static TEVS_INLINE void pairs(const S* src, int n, T* to, ptrdiff_t stride) {
         int k = 0;
@@ -109,7 +88,7 @@ template <class S, class T> struct Splitter {
     static void split(const S* src, int count, const Streams* streams, T* to) {
         const Streams s = *streams;
         const int n = count / s.places, rest = count % s.places;
-        const ptrdiff_t stride = s.stride * kParts;
+        const ptrdiff_t stride = s.stride * kPer;
         if (s.places == 1) return copy(src, n, to);
         const int run = s.places < kRun ? s.places : kRun;
         if (kRun == 4 && s.places == 2)
@@ -120,7 +99,7 @@ template <class S, class T> struct Splitter {
         const S* const last = src + ptrdiff_t(n) * s.places;
         for (int r = 0; r < s.runs; ++r)
             for (int e = 0; e < run; ++e)
-                if (s.starts[r] + e < rest) one(last + s.starts[r] + e, to + (ptrdiff_t(r) * run + e) * stride + ptrdiff_t(n) * kParts);
+                if (s.starts[r] + e < rest) one(last + s.starts[r] + e, to + (ptrdiff_t(r) * run + e) * stride + ptrdiff_t(n) * kPer);
     }
 };
 

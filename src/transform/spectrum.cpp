@@ -29,12 +29,12 @@ template <class T> Status product(const T* pSrc1, const T* pSrc2, T* pDst, int l
     return StatusOk;
 }
 
-// A part of a complex product reaches 2^31: beyond a scale of 31 everything rounds to 0.
+// What stands alone is a real product, and rounds to 0 where complex ones do.
 Status product(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor, Packing packing) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    if (scaleFactor > 31) return zero(pDst, len);
+    if (scaleFactor > arithmetic->mul16sc.kLast) return zero(pDst, len);
     const auto times = [=](int32_t a, int32_t b) { return scaled<int16_t, 30>(a * b, scaleFactor); };
-    multiply(pSrc1, pSrc2, pDst, len, packing, times, arithmetic->mul16sc, scaleFactor);
+    multiply(pSrc1, pSrc2, pDst, len, packing, times, arithmetic->mul16sc.run, scaleFactor);
     return StatusOk;
 }
 

@@ -2,6 +2,7 @@
 #include "tevs/arithmetic.h"
 
 #include "core/args.h"
+#include "core/complex.h"
 #include "core/rounding.h"
 #include "core/scale.h"
 #include "vector/arithmetic.table.h"
@@ -10,49 +11,41 @@
 namespace tevs {
 namespace {
 
-// Kernels see lanes: a real vector has one for each element, a complex one two.
-template <class T>
-concept Complex = requires(T z) {
-    z.re;
-};
-template <class T> auto lanes(T* p) { return p; }
-template <Complex T> auto lanes(T* p) { return &p->re; }
-template <Complex T> auto lanes(const T* p) { return &p->re; }
-template <class T> ptrdiff_t laneCount(int len) { return Complex<T> ? 2 * ptrdiff_t{len} : len; }
-
-template <class T> Constant<T> constantOf(T val) { return {val, val}; }
-template <Complex T> auto constantOf(T val) { return Constant<decltype(val.re)>{val.re, val.im}; }
-template <class T> bool equals(T val, int n) { return val == n; }
-template <Complex T> bool equals(T val, int n) { return val.re == n && val.im == 0; }
+template <class T> Constant<Scalar<T>> constantOf(T val) {
+    if constexpr (kComplex<T>)
+        return {val.re, val.im};
+    else
+        return {val, val};
+}
+template <class T> bool equals(T val, int n) {
+    if constexpr (kComplex<T>)
+        return val.re == n && val.im == 0;
+    else
+        return val == n;
+}
 
 // ---- float operations, and those of integers that have no scale -------------------------------------------------------------------------
 
-template <class A, class B, class D, class Kernel> Status binary(const A* pSrc1, const B* pSrc2, D* pDst, int len, Kernel* kernel) {
+// Inlined where it is called: jumping here would be a tenth of the time of a short vector.
+template <class A, class B, class D, class Kernel>
+[[gnu::always_inline]] inline Status binary(const A* pSrc1, const B* pSrc2, D* pDst, int len, Kernel* kernel) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
     NearestRounding guard;
-    kernel(lanes(pSrc1), lanes(pSrc2), lanes(pDst), laneCount<D>(len));
-    return StatusOk;
-}
-
-// The first source is the subtrahend.
-template <class T, class D, class Kernel> Status difference(const T* pSrc1, const T* pSrc2, D* pDst, int len, Kernel* kernel) {
-    if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    NearestRounding guard;
-    kernel(lanes(pSrc2), lanes(pSrc1), lanes(pDst), laneCount<D>(len));
+    kernel(partsOf(pSrc1), partsOf(pSrc2), partsOf(pDst), partCount<D>(len));
     return StatusOk;
 }
 
 template <class T, class Kernel> Status constant(const T* pSrc, T val, T* pDst, int len, Kernel* kernel) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
     NearestRounding guard;
-    kernel(lanes(pSrc), constantOf(val), lanes(pDst), laneCount<T>(len));
+    kernel(partsOf(pSrc), constantOf(val), partsOf(pDst), partCount<T>(len));
     return StatusOk;
 }
 
-Status realByComplex(const float* pSrc1, const Complex32f* pSrc2, Complex32f* pDst, int len, Binary<float>* kernel) {
+[[gnu::always_inline]] inline Status realByComplex(const float* pSrc1, const Complex32f* pSrc2, Complex32f* pDst, int len, Binary<float>* kernel) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
     NearestRounding guard;
-    kernel(pSrc1, &pSrc2->re, &pDst->re, len);
+    kernel(pSrc1, partsOf(pSrc2), partsOf(pDst), len);
     return StatusOk;
 }
 
@@ -72,45 +65,36 @@ template <class T> Status absolute(const T* pSrc, T* pDst, int len, Unary<T>* ke
 
 // ---- integer operations with a scale ---------------------------------------------------------------------------------------------------------
 
-// Largest is the largest scale factor at which some exact result does not round to 0. Beyond it nothing is computed.
-
-template <int Largest, class A, class B, class D, class Kernel>
-Status binary(const A* pSrc1, const B* pSrc2, D* pDst, int len, int scaleFactor, Kernel* kernel) {
+template <class A, class B, class D, uint64_t Most, class Kernel>
+Status binary(const A* pSrc1, const B* pSrc2, D* pDst, int len, int scaleFactor, UpTo<Most, Kernel> kernel) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    if (scaleFactor > Largest) return zero(pDst, len);
-    kernel(lanes(pSrc1), lanes(pSrc2), lanes(pDst), laneCount<D>(len), scaleFactor);
+    if (scaleFactor > kernel.kLast) return zero(pDst, len);
+    kernel.run(partsOf(pSrc1), partsOf(pSrc2), partsOf(pDst), partCount<D>(len), scaleFactor);
     return StatusOk;
 }
 
-template <int Largest, class T, class Kernel> Status difference(const T* pSrc1, const T* pSrc2, T* pDst, int len, int scaleFactor, Kernel* kernel) {
-    if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    if (scaleFactor > Largest) return zero(pDst, len);
-    kernel(lanes(pSrc2), lanes(pSrc1), lanes(pDst), laneCount<T>(len), scaleFactor);
-    return StatusOk;
-}
-
-template <int Largest, class T, class Kernel> Status constant(const T* pSrc, T val, T* pDst, int len, int scaleFactor, Kernel* kernel) {
+template <class T, uint64_t Most, class Kernel> Status constant(const T* pSrc, T val, T* pDst, int len, int scaleFactor, UpTo<Most, Kernel> kernel) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    if (scaleFactor > Largest) return zero(pDst, len);
-    kernel(lanes(pSrc), constantOf(val), lanes(pDst), laneCount<T>(len), scaleFactor);
+    if (scaleFactor > kernel.kLast) return zero(pDst, len);
+    kernel.run(partsOf(pSrc), constantOf(val), partsOf(pDst), partCount<T>(len), scaleFactor);
     return StatusOk;
 }
 // A term of 0 that leaves the vector as it is; a factor of 0, or of 1 that leaves it.
-template <int Largest, class T, class Kernel> Status term(const T* pSrc, T val, T* pDst, int len, int scaleFactor, Kernel* kernel) {
+template <class T, uint64_t Most, class Kernel> Status term(const T* pSrc, T val, T* pDst, int len, int scaleFactor, UpTo<Most, Kernel> kernel) {
     if (scaleFactor == 0 && equals(val, 0)) return copy(pSrc, pDst, len);
-    return constant<Largest>(pSrc, val, pDst, len, scaleFactor, kernel);
+    return constant(pSrc, val, pDst, len, scaleFactor, kernel);
 }
-template <int Largest, class T, class Kernel> Status factor(const T* pSrc, T val, T* pDst, int len, int scaleFactor, Kernel* kernel) {
+template <class T, uint64_t Most, class Kernel> Status factor(const T* pSrc, T val, T* pDst, int len, int scaleFactor, UpTo<Most, Kernel> kernel) {
     if (equals(val, 0)) return pSrc ? zero(pDst, len) : StatusNullPtr;
     if (scaleFactor == 0 && equals(val, 1)) return copy(pSrc, pDst, len);
-    return constant<Largest>(pSrc, val, pDst, len, scaleFactor, kernel);
+    return constant(pSrc, val, pDst, len, scaleFactor, kernel);
 }
 
-template <int Largest>
-Status realByComplex(const int32_t* pSrc1, const Complex32s* pSrc2, Complex32s* pDst, int len, int scaleFactor, ScaledBinary<int32_t>* kernel) {
+template <uint64_t Most>
+Status realByComplex(const int32_t* pSrc1, const Complex32s* pSrc2, Complex32s* pDst, int len, int scaleFactor, UpTo<Most, ScaledBinary<int32_t>> kernel) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    if (scaleFactor > Largest) return zero(pDst, len);
-    kernel(pSrc1, &pSrc2->re, &pDst->re, len, scaleFactor);
+    if (scaleFactor > kernel.kLast) return zero(pDst, len);
+    kernel.run(pSrc1, partsOf(pSrc2), partsOf(pDst), len, scaleFactor);
     return StatusOk;
 }
 
@@ -122,13 +106,13 @@ Status quotientStatus(bool zeroDivisor) { return zeroDivisor ? WarnDivByZero : S
 template <class A, class B, class D, class Kernel, class... Scale>
 Status divide(const A* pSrc1, const B* pSrc2, D* pDst, int len, Kernel* kernel, Scale... scaleFactor) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    return quotientStatus(toNearest(kernel, lanes(pSrc2), lanes(pSrc1), lanes(pDst), laneCount<D>(len), scaleFactor...));
+    return quotientStatus(toNearest(kernel, partsOf(pSrc2), partsOf(pSrc1), partsOf(pDst), partCount<D>(len), scaleFactor...));
 }
 
 // Integers are divided; floats are multiplied by the reciprocal.
 template <class T, class Kernel> Status divideC(const T* pSrc, T val, T* pDst, int len, Kernel* kernel, int scaleFactor) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len).require(!equals(val, 0), StatusDivByZeroErr)) return s;
-    toNearest(kernel, lanes(pSrc), constantOf(val), lanes(pDst), laneCount<T>(len), scaleFactor);
+    toNearest(kernel, partsOf(pSrc), constantOf(val), partsOf(pDst), partCount<T>(len), scaleFactor);
     return StatusOk;
 }
 template <class T> Status divideC(const T* pSrc, T val, T* pDst, int len, WithConstant<T>* multiply) {
@@ -136,12 +120,13 @@ template <class T> Status divideC(const T* pSrc, T val, T* pDst, int len, WithCo
     toNearest([](const T* src, T v, T* dst, int count, auto* kernel) { kernel(src, constantOf(1 / v), dst, count); }, pSrc, val, pDst, len, multiply);
     return StatusOk;
 }
-template <Complex C, class T> Status divideC(const C* pSrc, C val, C* pDst, int len, WithConstant<T>* multiply) {
+template <class C, class T>
+requires kComplex<C> Status divideC(const C* pSrc, C val, C* pDst, int len, WithConstant<T>* multiply) {
     return toNearest(
         [](const C* src, C v, C* dst, int count, auto* kernel) -> Status {
             const T m = v.re * v.re + v.im * v.im;
             if (Status s = Args().ptr(src).ptr(dst).len(count).require(m > 0, StatusDivByZeroErr)) return s;
-            kernel(&src->re, {v.re / m, -v.im / m}, &dst->re, laneCount<C>(count));
+            kernel(partsOf(src), {v.re / m, -v.im / m}, partsOf(dst), partCount<C>(count));
             return StatusOk;
         },
         pSrc, val, pDst, len, multiply);
@@ -166,102 +151,98 @@ Status tevsAdd_32fc_I(const Complex32f* pSrc, Complex32f* pSrcDst, int len) { re
 Status tevsAdd_64fc(const Complex64f* pSrc1, const Complex64f* pSrc2, Complex64f* pDst, int len) { return binary(pSrc1, pSrc2, pDst, len, arithmetic->add64f); }
 Status tevsAdd_64fc_I(const Complex64f* pSrc, Complex64f* pSrcDst, int len) { return binary(pSrc, pSrcDst, pSrcDst, len, arithmetic->add64f); }
 Status tevsAdd_8u_Sfs(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int len, int scaleFactor) {
-    return binary<9>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->add8u);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled8u.add);
 }
 Status tevsAdd_8u_ISfs(const uint8_t* pSrc, uint8_t* pSrcDst, int len, int scaleFactor) {
-    return binary<9>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->add8u);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled8u.add);
 }
 Status tevsAdd_16u_Sfs(const uint16_t* pSrc1, const uint16_t* pSrc2, uint16_t* pDst, int len, int scaleFactor) {
-    return scaleFactor > 17 ? zero(pDst, len) : binary<17>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->add16u);
+    return scaleFactor > arithmetic->scaled16u.add.kLast ? zero(pDst, len) : binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled16u.add);
 }
 Status tevsAdd_16u_ISfs(const uint16_t* pSrc, uint16_t* pSrcDst, int len, int scaleFactor) {
-    return binary<17>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->add16u);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled16u.add);
 }
 Status tevsAdd_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor) {
-    return binary<16>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->add16s);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled16s.add);
 }
 Status tevsAdd_16s_ISfs(const int16_t* pSrc, int16_t* pSrcDst, int len, int scaleFactor) {
-    return binary<16>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->add16s);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled16s.add);
 }
 Status tevsAdd_32s_Sfs(const int32_t* pSrc1, const int32_t* pSrc2, int32_t* pDst, int len, int scaleFactor) {
-    return binary<32>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->add32s);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled32s.add);
 }
 Status tevsAdd_32s_ISfs(const int32_t* pSrc, int32_t* pSrcDst, int len, int scaleFactor) {
-    return binary<32>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->add32s);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled32s.add);
 }
 Status tevsAdd_16sc_Sfs(const Complex16s* pSrc1, const Complex16s* pSrc2, Complex16s* pDst, int len, int scaleFactor) {
-    return binary<16>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->add16s);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled16s.add);
 }
 Status tevsAdd_16sc_ISfs(const Complex16s* pSrc, Complex16s* pSrcDst, int len, int scaleFactor) {
-    return binary<16>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->add16s);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled16s.add);
 }
 Status tevsAdd_32sc_Sfs(const Complex32s* pSrc1, const Complex32s* pSrc2, Complex32s* pDst, int len, int scaleFactor) {
-    return binary<32>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->add32s);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled32s.add);
 }
 Status tevsAdd_32sc_ISfs(const Complex32s* pSrc, Complex32s* pSrcDst, int len, int scaleFactor) {
-    return binary<32>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->add32s);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled32s.add);
 }
-Status tevsAdd_16s(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len) { return binary<16>(pSrc1, pSrc2, pDst, len, 0, arithmetic->add16s); }
-Status tevsAdd_16s_I(const int16_t* pSrc, int16_t* pSrcDst, int len) { return binary<16>(pSrc, pSrcDst, pSrcDst, len, 0, arithmetic->add16s); }
-Status tevsAdd_16u(const uint16_t* pSrc1, const uint16_t* pSrc2, uint16_t* pDst, int len) { return binary<17>(pSrc1, pSrc2, pDst, len, 0, arithmetic->add16u); }
+Status tevsAdd_16s(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len) { return binary(pSrc1, pSrc2, pDst, len, 0, arithmetic->scaled16s.add); }
+Status tevsAdd_16s_I(const int16_t* pSrc, int16_t* pSrcDst, int len) { return binary(pSrc, pSrcDst, pSrcDst, len, 0, arithmetic->scaled16s.add); }
+Status tevsAdd_16u(const uint16_t* pSrc1, const uint16_t* pSrc2, uint16_t* pDst, int len) {
+    return binary(pSrc1, pSrc2, pDst, len, 0, arithmetic->scaled16u.add);
+}
 Status tevsAdd_32u(const uint32_t* pSrc1, const uint32_t* pSrc2, uint32_t* pDst, int len) { return binary(pSrc1, pSrc2, pDst, len, arithmetic->add32u); }
 Status tevsAdd_8u16u(const uint8_t* pSrc1, const uint8_t* pSrc2, uint16_t* pDst, int len) { return binary(pSrc1, pSrc2, pDst, len, arithmetic->add8u16u); }
 Status tevsAdd_16s32f(const int16_t* pSrc1, const int16_t* pSrc2, float* pDst, int len) { return binary(pSrc1, pSrc2, pDst, len, arithmetic->add16s32f); }
 Status tevsAdd_16s32s_I(const int16_t* pSrc, int32_t* pSrcDst, int len) { return binary(pSrc, pSrcDst, pSrcDst, len, arithmetic->add16s32s); }
 
-Status tevsSub_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len) { return difference(pSrc1, pSrc2, pDst, len, arithmetic->sub32f); }
-Status tevsSub_32f_I(const float* pSrc, float* pSrcDst, int len) { return difference(pSrc, pSrcDst, pSrcDst, len, arithmetic->sub32f); }
-Status tevsSub_64f(const double* pSrc1, const double* pSrc2, double* pDst, int len) { return difference(pSrc1, pSrc2, pDst, len, arithmetic->sub64f); }
-Status tevsSub_64f_I(const double* pSrc, double* pSrcDst, int len) { return difference(pSrc, pSrcDst, pSrcDst, len, arithmetic->sub64f); }
-Status tevsSub_32fc(const Complex32f* pSrc1, const Complex32f* pSrc2, Complex32f* pDst, int len) {
-    return difference(pSrc1, pSrc2, pDst, len, arithmetic->sub32f);
-}
-Status tevsSub_32fc_I(const Complex32f* pSrc, Complex32f* pSrcDst, int len) { return difference(pSrc, pSrcDst, pSrcDst, len, arithmetic->sub32f); }
-Status tevsSub_64fc(const Complex64f* pSrc1, const Complex64f* pSrc2, Complex64f* pDst, int len) {
-    return difference(pSrc1, pSrc2, pDst, len, arithmetic->sub64f);
-}
-Status tevsSub_64fc_I(const Complex64f* pSrc, Complex64f* pSrcDst, int len) { return difference(pSrc, pSrcDst, pSrcDst, len, arithmetic->sub64f); }
+Status tevsSub_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len) { return binary(pSrc2, pSrc1, pDst, len, arithmetic->sub32f); }
+Status tevsSub_32f_I(const float* pSrc, float* pSrcDst, int len) { return binary(pSrcDst, pSrc, pSrcDst, len, arithmetic->sub32f); }
+Status tevsSub_64f(const double* pSrc1, const double* pSrc2, double* pDst, int len) { return binary(pSrc2, pSrc1, pDst, len, arithmetic->sub64f); }
+Status tevsSub_64f_I(const double* pSrc, double* pSrcDst, int len) { return binary(pSrcDst, pSrc, pSrcDst, len, arithmetic->sub64f); }
+Status tevsSub_32fc(const Complex32f* pSrc1, const Complex32f* pSrc2, Complex32f* pDst, int len) { return binary(pSrc2, pSrc1, pDst, len, arithmetic->sub32f); }
+Status tevsSub_32fc_I(const Complex32f* pSrc, Complex32f* pSrcDst, int len) { return binary(pSrcDst, pSrc, pSrcDst, len, arithmetic->sub32f); }
+Status tevsSub_64fc(const Complex64f* pSrc1, const Complex64f* pSrc2, Complex64f* pDst, int len) { return binary(pSrc2, pSrc1, pDst, len, arithmetic->sub64f); }
+Status tevsSub_64fc_I(const Complex64f* pSrc, Complex64f* pSrcDst, int len) { return binary(pSrcDst, pSrc, pSrcDst, len, arithmetic->sub64f); }
 Status tevsSub_8u_Sfs(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int len, int scaleFactor) {
-    return difference<8>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->sub8u);
+    return binary(pSrc2, pSrc1, pDst, len, scaleFactor, arithmetic->scaled8u.sub);
 }
 Status tevsSub_8u_ISfs(const uint8_t* pSrc, uint8_t* pSrcDst, int len, int scaleFactor) {
-    return difference<8>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->sub8u);
+    return binary(pSrcDst, pSrc, pSrcDst, len, scaleFactor, arithmetic->scaled8u.sub);
 }
 Status tevsSub_16u_Sfs(const uint16_t* pSrc1, const uint16_t* pSrc2, uint16_t* pDst, int len, int scaleFactor) {
-    return difference<16>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->sub16u);
+    return binary(pSrc2, pSrc1, pDst, len, scaleFactor, arithmetic->scaled16u.sub);
 }
 Status tevsSub_16u_ISfs(const uint16_t* pSrc, uint16_t* pSrcDst, int len, int scaleFactor) {
-    return difference<16>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->sub16u);
+    return binary(pSrcDst, pSrc, pSrcDst, len, scaleFactor, arithmetic->scaled16u.sub);
 }
 Status tevsSub_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor) {
-    return difference<16>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->sub16s);
+    return binary(pSrc2, pSrc1, pDst, len, scaleFactor, arithmetic->scaled16s.sub);
 }
 Status tevsSub_16s_ISfs(const int16_t* pSrc, int16_t* pSrcDst, int len, int scaleFactor) {
-    return difference<16>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->sub16s);
+    return binary(pSrcDst, pSrc, pSrcDst, len, scaleFactor, arithmetic->scaled16s.sub);
 }
 Status tevsSub_32s_Sfs(const int32_t* pSrc1, const int32_t* pSrc2, int32_t* pDst, int len, int scaleFactor) {
-    return difference<32>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->sub32s);
+    return binary(pSrc2, pSrc1, pDst, len, scaleFactor, arithmetic->scaled32s.sub);
 }
 Status tevsSub_32s_ISfs(const int32_t* pSrc, int32_t* pSrcDst, int len, int scaleFactor) {
-    return difference<32>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->sub32s);
+    return binary(pSrcDst, pSrc, pSrcDst, len, scaleFactor, arithmetic->scaled32s.sub);
 }
 Status tevsSub_16sc_Sfs(const Complex16s* pSrc1, const Complex16s* pSrc2, Complex16s* pDst, int len, int scaleFactor) {
-    return difference<16>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->sub16s);
+    return binary(pSrc2, pSrc1, pDst, len, scaleFactor, arithmetic->scaled16s.sub);
 }
 Status tevsSub_16sc_ISfs(const Complex16s* pSrc, Complex16s* pSrcDst, int len, int scaleFactor) {
-    return difference<16>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->sub16s);
+    return binary(pSrcDst, pSrc, pSrcDst, len, scaleFactor, arithmetic->scaled16s.sub);
 }
 Status tevsSub_32sc_Sfs(const Complex32s* pSrc1, const Complex32s* pSrc2, Complex32s* pDst, int len, int scaleFactor) {
-    return difference<32>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->sub32s);
+    return binary(pSrc2, pSrc1, pDst, len, scaleFactor, arithmetic->scaled32s.sub);
 }
 Status tevsSub_32sc_ISfs(const Complex32s* pSrc, Complex32s* pSrcDst, int len, int scaleFactor) {
-    return difference<32>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->sub32s);
+    return binary(pSrcDst, pSrc, pSrcDst, len, scaleFactor, arithmetic->scaled32s.sub);
 }
-Status tevsSub_16s(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len) {
-    return difference<16>(pSrc1, pSrc2, pDst, len, 0, arithmetic->sub16s);
-}
-Status tevsSub_16s_I(const int16_t* pSrc, int16_t* pSrcDst, int len) { return difference<16>(pSrc, pSrcDst, pSrcDst, len, 0, arithmetic->sub16s); }
-Status tevsSub_16s32f(const int16_t* pSrc1, const int16_t* pSrc2, float* pDst, int len) { return difference(pSrc1, pSrc2, pDst, len, arithmetic->sub16s32f); }
+Status tevsSub_16s(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len) { return binary(pSrc2, pSrc1, pDst, len, 0, arithmetic->scaled16s.sub); }
+Status tevsSub_16s_I(const int16_t* pSrc, int16_t* pSrcDst, int len) { return binary(pSrcDst, pSrc, pSrcDst, len, 0, arithmetic->scaled16s.sub); }
+Status tevsSub_16s32f(const int16_t* pSrc1, const int16_t* pSrc2, float* pDst, int len) { return binary(pSrc2, pSrc1, pDst, len, arithmetic->sub16s32f); }
 
 Status tevsMul_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len) { return binary(pSrc1, pSrc2, pDst, len, arithmetic->mul32f); }
 Status tevsMul_32f_I(const float* pSrc, float* pSrcDst, int len) { return binary(pSrc, pSrcDst, pSrcDst, len, arithmetic->mul32f); }
@@ -276,62 +257,62 @@ Status tevsMul_64fc(const Complex64f* pSrc1, const Complex64f* pSrc2, Complex64f
 }
 Status tevsMul_64fc_I(const Complex64f* pSrc, Complex64f* pSrcDst, int len) { return binary(pSrc, pSrcDst, pSrcDst, len, arithmetic->mul64fc); }
 Status tevsMul_8u_Sfs(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int len, int scaleFactor) {
-    return binary<16>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul8u);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled8u.mul);
 }
 Status tevsMul_8u_ISfs(const uint8_t* pSrc, uint8_t* pSrcDst, int len, int scaleFactor) {
-    return binary<16>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul8u);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled8u.mul);
 }
 Status tevsMul_16u_Sfs(const uint16_t* pSrc1, const uint16_t* pSrc2, uint16_t* pDst, int len, int scaleFactor) {
-    return binary<32>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul16u);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled16u.mul);
 }
 Status tevsMul_16u_ISfs(const uint16_t* pSrc, uint16_t* pSrcDst, int len, int scaleFactor) {
-    return binary<32>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul16u);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled16u.mul);
 }
 Status tevsMul_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor) {
-    return binary<30>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul16s);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled16s.mul);
 }
 Status tevsMul_16s_ISfs(const int16_t* pSrc, int16_t* pSrcDst, int len, int scaleFactor) {
-    return binary<30>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul16s);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled16s.mul);
 }
 Status tevsMul_32s_Sfs(const int32_t* pSrc1, const int32_t* pSrc2, int32_t* pDst, int len, int scaleFactor) {
-    return binary<62>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul32s);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled32s.mul);
 }
 Status tevsMul_32s_ISfs(const int32_t* pSrc, int32_t* pSrcDst, int len, int scaleFactor) {
-    return binary<62>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul32s);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled32s.mul);
 }
 Status tevsMul_16sc_Sfs(const Complex16s* pSrc1, const Complex16s* pSrc2, Complex16s* pDst, int len, int scaleFactor) {
-    return binary<31>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul16sc);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul16sc);
 }
 Status tevsMul_16sc_ISfs(const Complex16s* pSrc, Complex16s* pSrcDst, int len, int scaleFactor) {
-    return binary<31>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul16sc);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul16sc);
 }
 Status tevsMul_32sc_Sfs(const Complex32s* pSrc1, const Complex32s* pSrc2, Complex32s* pDst, int len, int scaleFactor) {
-    return binary<63>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul32sc);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul32sc);
 }
 Status tevsMul_32sc_ISfs(const Complex32s* pSrc, Complex32s* pSrcDst, int len, int scaleFactor) {
-    return binary<63>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul32sc);
+    return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul32sc);
 }
 Status tevsMul_32f32fc(const float* pSrc1, const Complex32f* pSrc2, Complex32f* pDst, int len) {
     return realByComplex(pSrc1, pSrc2, pDst, len, arithmetic->mul32f32fc);
 }
 Status tevsMul_32f32fc_I(const float* pSrc, Complex32f* pSrcDst, int len) { return realByComplex(pSrc, pSrcDst, pSrcDst, len, arithmetic->mul32f32fc); }
 Status tevsMul_16u16s_Sfs(const uint16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len, int scaleFactor) {
-    return binary<31>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul16u16s);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul16u16s);
 }
 Status tevsMul_16s32s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int32_t* pDst, int len, int scaleFactor) {
-    return binary<30>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul16s32s);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul16s32s);
 }
 Status tevsMul_32s32sc_Sfs(const int32_t* pSrc1, const Complex32s* pSrc2, Complex32s* pDst, int len, int scaleFactor) {
-    return realByComplex<62>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul32s32sc);
+    return realByComplex(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul32s32sc);
 }
 Status tevsMul_32s32sc_ISfs(const int32_t* pSrc, Complex32s* pSrcDst, int len, int scaleFactor) {
-    return realByComplex<62>(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul32s32sc);
+    return realByComplex(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->mul32s32sc);
 }
 Status tevsMul_Low_32s_Sfs(const int32_t* pSrc1, const int32_t* pSrc2, int32_t* pDst, int len, int scaleFactor) {
-    return binary<62>(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->mul32s);
+    return binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled32s.mul);
 }
-Status tevsMul_16s(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len) { return binary<30>(pSrc1, pSrc2, pDst, len, 0, arithmetic->mul16s); }
-Status tevsMul_16s_I(const int16_t* pSrc, int16_t* pSrcDst, int len) { return binary<30>(pSrc, pSrcDst, pSrcDst, len, 0, arithmetic->mul16s); }
+Status tevsMul_16s(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int len) { return binary(pSrc1, pSrc2, pDst, len, 0, arithmetic->scaled16s.mul); }
+Status tevsMul_16s_I(const int16_t* pSrc, int16_t* pSrcDst, int len) { return binary(pSrc, pSrcDst, pSrcDst, len, 0, arithmetic->scaled16s.mul); }
 Status tevsMul_8u16u(const uint8_t* pSrc1, const uint8_t* pSrc2, uint16_t* pDst, int len) { return binary(pSrc1, pSrc2, pDst, len, arithmetic->mul8u16u); }
 Status tevsMul_16s32f(const int16_t* pSrc1, const int16_t* pSrc2, float* pDst, int len) { return binary(pSrc1, pSrc2, pDst, len, arithmetic->mul16s32f); }
 
@@ -397,42 +378,42 @@ Status tevsAddC_32fc_I(Complex32f val, Complex32f* pSrcDst, int len) { return co
 Status tevsAddC_64fc(const Complex64f* pSrc, Complex64f val, Complex64f* pDst, int len) { return constant(pSrc, val, pDst, len, arithmetic->addC64f); }
 Status tevsAddC_64fc_I(Complex64f val, Complex64f* pSrcDst, int len) { return constant(pSrcDst, val, pSrcDst, len, arithmetic->addC64f); }
 Status tevsAddC_8u_Sfs(const uint8_t* pSrc, uint8_t val, uint8_t* pDst, int len, int scaleFactor) {
-    return term<9>(pSrc, val, pDst, len, scaleFactor, arithmetic->addC8u);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled8u.addC);
 }
 Status tevsAddC_8u_ISfs(uint8_t val, uint8_t* pSrcDst, int len, int scaleFactor) {
-    return term<9>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->addC8u);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled8u.addC);
 }
 Status tevsAddC_16u_Sfs(const uint16_t* pSrc, uint16_t val, uint16_t* pDst, int len, int scaleFactor) {
-    return term<17>(pSrc, val, pDst, len, scaleFactor, arithmetic->addC16u);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16u.addC);
 }
 Status tevsAddC_16u_ISfs(uint16_t val, uint16_t* pSrcDst, int len, int scaleFactor) {
-    return term<17>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->addC16u);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16u.addC);
 }
 Status tevsAddC_16s_Sfs(const int16_t* pSrc, int16_t val, int16_t* pDst, int len, int scaleFactor) {
-    return term<16>(pSrc, val, pDst, len, scaleFactor, arithmetic->addC16s);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16s.addC);
 }
 Status tevsAddC_16s_ISfs(int16_t val, int16_t* pSrcDst, int len, int scaleFactor) {
-    return term<16>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->addC16s);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16s.addC);
 }
 Status tevsAddC_32s_Sfs(const int32_t* pSrc, int32_t val, int32_t* pDst, int len, int scaleFactor) {
-    return term<32>(pSrc, val, pDst, len, scaleFactor, arithmetic->addC32s);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled32s.addC);
 }
 Status tevsAddC_32s_ISfs(int32_t val, int32_t* pSrcDst, int len, int scaleFactor) {
-    return term<32>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->addC32s);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled32s.addC);
 }
 Status tevsAddC_16sc_Sfs(const Complex16s* pSrc, Complex16s val, Complex16s* pDst, int len, int scaleFactor) {
-    return term<16>(pSrc, val, pDst, len, scaleFactor, arithmetic->addC16s);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16s.addC);
 }
 Status tevsAddC_16sc_ISfs(Complex16s val, Complex16s* pSrcDst, int len, int scaleFactor) {
-    return term<16>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->addC16s);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16s.addC);
 }
 Status tevsAddC_32sc_Sfs(const Complex32s* pSrc, Complex32s val, Complex32s* pDst, int len, int scaleFactor) {
-    return term<32>(pSrc, val, pDst, len, scaleFactor, arithmetic->addC32s);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled32s.addC);
 }
 Status tevsAddC_32sc_ISfs(Complex32s val, Complex32s* pSrcDst, int len, int scaleFactor) {
-    return term<32>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->addC32s);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled32s.addC);
 }
-Status tevsAddC_16s_I(int16_t val, int16_t* pSrcDst, int len) { return term<16>(pSrcDst, val, pSrcDst, len, 0, arithmetic->addC16s); }
+Status tevsAddC_16s_I(int16_t val, int16_t* pSrcDst, int len) { return term(pSrcDst, val, pSrcDst, len, 0, arithmetic->scaled16s.addC); }
 
 Status tevsSubC_32f(const float* pSrc, float val, float* pDst, int len) { return constant(pSrc, val, pDst, len, arithmetic->subC32f); }
 Status tevsSubC_32f_I(float val, float* pSrcDst, int len) { return constant(pSrcDst, val, pSrcDst, len, arithmetic->subC32f); }
@@ -443,42 +424,42 @@ Status tevsSubC_32fc_I(Complex32f val, Complex32f* pSrcDst, int len) { return co
 Status tevsSubC_64fc(const Complex64f* pSrc, Complex64f val, Complex64f* pDst, int len) { return constant(pSrc, val, pDst, len, arithmetic->subC64f); }
 Status tevsSubC_64fc_I(Complex64f val, Complex64f* pSrcDst, int len) { return constant(pSrcDst, val, pSrcDst, len, arithmetic->subC64f); }
 Status tevsSubC_8u_Sfs(const uint8_t* pSrc, uint8_t val, uint8_t* pDst, int len, int scaleFactor) {
-    return term<8>(pSrc, val, pDst, len, scaleFactor, arithmetic->subC8u);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled8u.subC);
 }
 Status tevsSubC_8u_ISfs(uint8_t val, uint8_t* pSrcDst, int len, int scaleFactor) {
-    return term<8>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subC8u);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled8u.subC);
 }
 Status tevsSubC_16u_Sfs(const uint16_t* pSrc, uint16_t val, uint16_t* pDst, int len, int scaleFactor) {
-    return term<16>(pSrc, val, pDst, len, scaleFactor, arithmetic->subC16u);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16u.subC);
 }
 Status tevsSubC_16u_ISfs(uint16_t val, uint16_t* pSrcDst, int len, int scaleFactor) {
-    return term<16>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subC16u);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16u.subC);
 }
 Status tevsSubC_16s_Sfs(const int16_t* pSrc, int16_t val, int16_t* pDst, int len, int scaleFactor) {
-    return term<16>(pSrc, val, pDst, len, scaleFactor, arithmetic->subC16s);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16s.subC);
 }
 Status tevsSubC_16s_ISfs(int16_t val, int16_t* pSrcDst, int len, int scaleFactor) {
-    return term<16>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subC16s);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16s.subC);
 }
 Status tevsSubC_32s_Sfs(const int32_t* pSrc, int32_t val, int32_t* pDst, int len, int scaleFactor) {
-    return term<32>(pSrc, val, pDst, len, scaleFactor, arithmetic->subC32s);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled32s.subC);
 }
 Status tevsSubC_32s_ISfs(int32_t val, int32_t* pSrcDst, int len, int scaleFactor) {
-    return term<32>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subC32s);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled32s.subC);
 }
 Status tevsSubC_16sc_Sfs(const Complex16s* pSrc, Complex16s val, Complex16s* pDst, int len, int scaleFactor) {
-    return term<16>(pSrc, val, pDst, len, scaleFactor, arithmetic->subC16s);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16s.subC);
 }
 Status tevsSubC_16sc_ISfs(Complex16s val, Complex16s* pSrcDst, int len, int scaleFactor) {
-    return term<16>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subC16s);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16s.subC);
 }
 Status tevsSubC_32sc_Sfs(const Complex32s* pSrc, Complex32s val, Complex32s* pDst, int len, int scaleFactor) {
-    return term<32>(pSrc, val, pDst, len, scaleFactor, arithmetic->subC32s);
+    return term(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled32s.subC);
 }
 Status tevsSubC_32sc_ISfs(Complex32s val, Complex32s* pSrcDst, int len, int scaleFactor) {
-    return term<32>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subC32s);
+    return term(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled32s.subC);
 }
-Status tevsSubC_16s_I(int16_t val, int16_t* pSrcDst, int len) { return term<16>(pSrcDst, val, pSrcDst, len, 0, arithmetic->subC16s); }
+Status tevsSubC_16s_I(int16_t val, int16_t* pSrcDst, int len) { return term(pSrcDst, val, pSrcDst, len, 0, arithmetic->scaled16s.subC); }
 
 Status tevsSubCRev_32f(const float* pSrc, float val, float* pDst, int len) { return constant(pSrc, val, pDst, len, arithmetic->subCRev32f); }
 Status tevsSubCRev_32f_I(float val, float* pSrcDst, int len) { return constant(pSrcDst, val, pSrcDst, len, arithmetic->subCRev32f); }
@@ -489,40 +470,40 @@ Status tevsSubCRev_32fc_I(Complex32f val, Complex32f* pSrcDst, int len) { return
 Status tevsSubCRev_64fc(const Complex64f* pSrc, Complex64f val, Complex64f* pDst, int len) { return constant(pSrc, val, pDst, len, arithmetic->subCRev64f); }
 Status tevsSubCRev_64fc_I(Complex64f val, Complex64f* pSrcDst, int len) { return constant(pSrcDst, val, pSrcDst, len, arithmetic->subCRev64f); }
 Status tevsSubCRev_8u_Sfs(const uint8_t* pSrc, uint8_t val, uint8_t* pDst, int len, int scaleFactor) {
-    return constant<8>(pSrc, val, pDst, len, scaleFactor, arithmetic->subCRev8u);
+    return constant(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled8u.subCRev);
 }
 Status tevsSubCRev_8u_ISfs(uint8_t val, uint8_t* pSrcDst, int len, int scaleFactor) {
-    return constant<8>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subCRev8u);
+    return constant(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled8u.subCRev);
 }
 Status tevsSubCRev_16u_Sfs(const uint16_t* pSrc, uint16_t val, uint16_t* pDst, int len, int scaleFactor) {
-    return constant<16>(pSrc, val, pDst, len, scaleFactor, arithmetic->subCRev16u);
+    return constant(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16u.subCRev);
 }
 Status tevsSubCRev_16u_ISfs(uint16_t val, uint16_t* pSrcDst, int len, int scaleFactor) {
-    return constant<16>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subCRev16u);
+    return constant(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16u.subCRev);
 }
 Status tevsSubCRev_16s_Sfs(const int16_t* pSrc, int16_t val, int16_t* pDst, int len, int scaleFactor) {
-    return constant<16>(pSrc, val, pDst, len, scaleFactor, arithmetic->subCRev16s);
+    return constant(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16s.subCRev);
 }
 Status tevsSubCRev_16s_ISfs(int16_t val, int16_t* pSrcDst, int len, int scaleFactor) {
-    return constant<16>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subCRev16s);
+    return constant(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16s.subCRev);
 }
 Status tevsSubCRev_32s_Sfs(const int32_t* pSrc, int32_t val, int32_t* pDst, int len, int scaleFactor) {
-    return constant<32>(pSrc, val, pDst, len, scaleFactor, arithmetic->subCRev32s);
+    return constant(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled32s.subCRev);
 }
 Status tevsSubCRev_32s_ISfs(int32_t val, int32_t* pSrcDst, int len, int scaleFactor) {
-    return constant<32>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subCRev32s);
+    return constant(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled32s.subCRev);
 }
 Status tevsSubCRev_16sc_Sfs(const Complex16s* pSrc, Complex16s val, Complex16s* pDst, int len, int scaleFactor) {
-    return constant<16>(pSrc, val, pDst, len, scaleFactor, arithmetic->subCRev16s);
+    return constant(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16s.subCRev);
 }
 Status tevsSubCRev_16sc_ISfs(Complex16s val, Complex16s* pSrcDst, int len, int scaleFactor) {
-    return constant<16>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subCRev16s);
+    return constant(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16s.subCRev);
 }
 Status tevsSubCRev_32sc_Sfs(const Complex32s* pSrc, Complex32s val, Complex32s* pDst, int len, int scaleFactor) {
-    return constant<32>(pSrc, val, pDst, len, scaleFactor, arithmetic->subCRev32s);
+    return constant(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled32s.subCRev);
 }
 Status tevsSubCRev_32sc_ISfs(Complex32s val, Complex32s* pSrcDst, int len, int scaleFactor) {
-    return constant<32>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->subCRev32s);
+    return constant(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled32s.subCRev);
 }
 
 Status tevsMulC_32f(const float* pSrc, float val, float* pDst, int len) { return constant(pSrc, val, pDst, len, arithmetic->mulC32f); }
@@ -534,43 +515,43 @@ Status tevsMulC_32fc_I(Complex32f val, Complex32f* pSrcDst, int len) { return co
 Status tevsMulC_64fc(const Complex64f* pSrc, Complex64f val, Complex64f* pDst, int len) { return constant(pSrc, val, pDst, len, arithmetic->mulC64fc); }
 Status tevsMulC_64fc_I(Complex64f val, Complex64f* pSrcDst, int len) { return constant(pSrcDst, val, pSrcDst, len, arithmetic->mulC64fc); }
 Status tevsMulC_8u_Sfs(const uint8_t* pSrc, uint8_t val, uint8_t* pDst, int len, int scaleFactor) {
-    return factor<16>(pSrc, val, pDst, len, scaleFactor, arithmetic->mulC8u);
+    return factor(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled8u.mulC);
 }
 Status tevsMulC_8u_ISfs(uint8_t val, uint8_t* pSrcDst, int len, int scaleFactor) {
-    return factor<16>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->mulC8u);
+    return factor(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled8u.mulC);
 }
 Status tevsMulC_16u_Sfs(const uint16_t* pSrc, uint16_t val, uint16_t* pDst, int len, int scaleFactor) {
-    return factor<32>(pSrc, val, pDst, len, scaleFactor, arithmetic->mulC16u);
+    return factor(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16u.mulC);
 }
 Status tevsMulC_16u_ISfs(uint16_t val, uint16_t* pSrcDst, int len, int scaleFactor) {
-    return factor<32>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->mulC16u);
+    return factor(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16u.mulC);
 }
 Status tevsMulC_16s_Sfs(const int16_t* pSrc, int16_t val, int16_t* pDst, int len, int scaleFactor) {
-    return factor<30>(pSrc, val, pDst, len, scaleFactor, arithmetic->mulC16s);
+    return factor(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled16s.mulC);
 }
 Status tevsMulC_16s_ISfs(int16_t val, int16_t* pSrcDst, int len, int scaleFactor) {
-    return factor<30>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->mulC16s);
+    return factor(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled16s.mulC);
 }
 Status tevsMulC_32s_Sfs(const int32_t* pSrc, int32_t val, int32_t* pDst, int len, int scaleFactor) {
-    return factor<62>(pSrc, val, pDst, len, scaleFactor, arithmetic->mulC32s);
+    return factor(pSrc, val, pDst, len, scaleFactor, arithmetic->scaled32s.mulC);
 }
 Status tevsMulC_32s_ISfs(int32_t val, int32_t* pSrcDst, int len, int scaleFactor) {
-    return factor<62>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->mulC32s);
+    return factor(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->scaled32s.mulC);
 }
 Status tevsMulC_16sc_Sfs(const Complex16s* pSrc, Complex16s val, Complex16s* pDst, int len, int scaleFactor) {
-    return factor<31>(pSrc, val, pDst, len, scaleFactor, arithmetic->mulC16sc);
+    return factor(pSrc, val, pDst, len, scaleFactor, arithmetic->mulC16sc);
 }
 Status tevsMulC_16sc_ISfs(Complex16s val, Complex16s* pSrcDst, int len, int scaleFactor) {
-    return factor<31>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->mulC16sc);
+    return factor(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->mulC16sc);
 }
 Status tevsMulC_32sc_Sfs(const Complex32s* pSrc, Complex32s val, Complex32s* pDst, int len, int scaleFactor) {
-    return factor<63>(pSrc, val, pDst, len, scaleFactor, arithmetic->mulC32sc);
+    return factor(pSrc, val, pDst, len, scaleFactor, arithmetic->mulC32sc);
 }
 Status tevsMulC_32sc_ISfs(Complex32s val, Complex32s* pSrcDst, int len, int scaleFactor) {
-    return factor<63>(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->mulC32sc);
+    return factor(pSrcDst, val, pSrcDst, len, scaleFactor, arithmetic->mulC32sc);
 }
 Status tevsMulC_32f16s_Sfs(const float* pSrc, float val, int16_t* pDst, int len, int scaleFactor) { return factorTo16s(pSrc, val, pDst, len, scaleFactor); }
-Status tevsMulC_16s_I(int16_t val, int16_t* pSrcDst, int len) { return factor<30>(pSrcDst, val, pSrcDst, len, 0, arithmetic->mulC16s); }
+Status tevsMulC_16s_I(int16_t val, int16_t* pSrcDst, int len) { return factor(pSrcDst, val, pSrcDst, len, 0, arithmetic->scaled16s.mulC); }
 Status tevsMulC_Low_32f16s(const float* pSrc, float val, int16_t* pDst, int len) { return factorTo16s(pSrc, val, pDst, len, 0); }
 
 Status tevsDivC_32f(const float* pSrc, float val, float* pDst, int len) { return divideC(pSrc, val, pDst, len, arithmetic->mulC32f); }
@@ -627,13 +608,13 @@ Status tevsAddProduct_64fc(const Complex64f* pSrc1, const Complex64f* pSrc2, Com
     return binary(pSrc1, pSrc2, pSrcDst, len, arithmetic->addProduct64fc);
 }
 Status tevsAddProduct_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pSrcDst, int len, int scaleFactor) {
-    return binary<31>(pSrc1, pSrc2, pSrcDst, len, scaleFactor, arithmetic->addProduct16s);
+    return binary(pSrc1, pSrc2, pSrcDst, len, scaleFactor, arithmetic->addProduct16s);
 }
 Status tevsAddProduct_32s_Sfs(const int32_t* pSrc1, const int32_t* pSrc2, int32_t* pSrcDst, int len, int scaleFactor) {
-    return binary<63>(pSrc1, pSrc2, pSrcDst, len, scaleFactor, arithmetic->addProduct32s);
+    return binary(pSrc1, pSrc2, pSrcDst, len, scaleFactor, arithmetic->addProduct32s);
 }
 Status tevsAddProduct_16s32s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int32_t* pSrcDst, int len, int scaleFactor) {
-    return binary<32>(pSrc1, pSrc2, pSrcDst, len, scaleFactor, arithmetic->addProduct16s32s);
+    return binary(pSrc1, pSrc2, pSrcDst, len, scaleFactor, arithmetic->addProduct16s32s);
 }
 
 Status tevsAddProductC_32f(const float* pSrc, float val, float* pSrcDst, int len) { return constant(pSrc, val, pSrcDst, len, arithmetic->addProductC32f); }

@@ -8,7 +8,6 @@ namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
 constexpr int kFloats = kLanes<float>;
-template <class T> constexpr int kLeast = 16 / int(sizeof(T));
 
 // ---- integer operations, as exact results -----------------------------------------------------------------------------------------------
 
@@ -385,32 +384,8 @@ bool div64fc(const double* dividend, const double* divisor, double* dst, ptrdiff
     return zero;
 }
 
-// The lower half of a register, where a whole one would run past the destination.
-struct LowHalf {
-    Vec<uint8_t, 16> v;
-};
-TEVS_INLINE void store(void* p, LowHalf v) { _mm_storel_epi64(static_cast<__m128i*>(p), (__m128i)v.v); }
-
-// 32-bit lanes that hold values of T, as T.
-template <class T, class V> TEVS_INLINE auto narrowInts(V a, V b) {
-    if constexpr (sizeof(T) == 4)
-        return Two{a, b};
-    else if constexpr (__is_same(T, int16_t))
-        return pack16(a, b);
-    else if constexpr (__is_same(T, uint16_t))
-        return packU16(a, b);
-    else if constexpr (kCount<V> == 8)
-        return (Vec<uint8_t, 16>)blockPackUnsigned(low(pack16(a, b)), high(pack16(a, b)));
-    else
-        return LowHalf{(Vec<uint8_t, 16>)blockPackUnsigned(pack16(a, b), pack16(a, b))};
-}
-
-// q clamped to T's range, NaN to 0, to the nearest integer.
-template <class T, class V> TEVS_INLINE auto clamped(V q) {
-    constexpr double lo = LimitsOf<T>::isSigned ? -double(LimitsOf<T>::max) - 1 : 0, hi = double(LimitsOf<T>::max);
-    q = (V)((Bits<V>)q & (q == q));
-    return atMost(V{} + Element<V>(hi), atLeast(V{} + Element<V>(lo), q));
-}
+// q within T's range, NaN as 0.
+template <class T, class V> TEVS_INLINE V clampedOrZero(V q) { return clamped<T>((V)((Bits<V>)q & (q == q))); }
 
 // |x / y| 2^k to the nearest integer, where that is below 2^31: the shifted dividend fits 63 bits then.
 __attribute__((noinline)) int32_t exactQuotient(int32_t x, int32_t y, int k) {
@@ -431,7 +406,7 @@ template <class T> struct SingleQuotient {
     explicit SingleQuotient(int s) : factor(__builtin_bit_cast(float, uint32_t(127 - s) << 23)) {}
     template <class V> TEVS_INLINE V operator()(V x, V y) const {
         using F = Vec<float, kCount<V>>;
-        return nearestInt(clamped<T>(__builtin_convertvector(x, F) / __builtin_convertvector(y, F) * factor));
+        return nearestInt(clampedOrZero<T>(__builtin_convertvector(x, F) / __builtin_convertvector(y, F) * factor));
     }
 };
 template <class T> struct DoubleQuotient {
@@ -441,7 +416,7 @@ template <class T> struct DoubleQuotient {
     template <class V> TEVS_INLINE V operator()(V x, V y) const {
         const auto a = widen(x), b = widen(y);
         const auto p = a.a / b.a * factor, q = a.b / b.b * factor;
-        V r = nearestInt(Two{clamped<T>(p), clamped<T>(q)});
+        V r = nearestInt(Two{clampedOrZero<T>(p), clampedOrZero<T>(q)});
         if (sizeof(T) < 4 || shift >= 0) return r;
         const auto nearTie = [](auto v) {   // and not so large that it saturates
             using D = decltype(v);
@@ -464,7 +439,7 @@ struct ComplexQuotient {
     explicit ComplexQuotient(int s) : factor(__builtin_bit_cast(double, uint64_t(1023 - s) << 52)) {}
     template <class V> TEVS_INLINE V operator()(V x, V y) const {
         const auto a = widen(x), b = widen(y);
-        const auto part = [this](auto u, auto v) { return clamped<int16_t>(timesConjugate(u, v) / squaredMagnitude(v) * factor); };
+        const auto part = [this](auto u, auto v) { return clampedOrZero<int16_t>(timesConjugate(u, v) / squaredMagnitude(v) * factor); };
         return nearestInt(Two{part(a.a, b.a), part(a.b, b.b)});
     }
 };
@@ -480,7 +455,7 @@ template <class Q, class A, class B> TEVS_INLINE bool quotients(const A* dividen
             zero |= any(((a | swapPairs(a)) == 0) | ((b | swapPairs(b)) == 0));
         else
             zero |= any((a == 0) | (b == 0));
-        return narrowInts<B>(q(loadInts<int32_t, 4 * h>(x), a), q(loadInts<int32_t, 4 * h>(x + h), b));
+        return packed<B>(Some{{q(loadInts<int32_t, 4 * h>(x), a), q(loadInts<int32_t, 4 * h>(x + h), b)}});
     };
     mapFor<Q, 2 * kFloats, 8>(n, dst, step, dividend, divisor);
     return zero;
@@ -491,7 +466,7 @@ template <class Q, class T> TEVS_INLINE void quotientsC(const T* src, Constant<T
         [=](auto w, auto x) {
             constexpr int h = w.n / 2;
             const auto c = repeated<Vec<int32_t, h>>({val.even, val.odd});
-            return narrowInts<T>(q(loadInts<int32_t, 4 * h>(x), c), q(loadInts<int32_t, 4 * h>(x + h), c));
+            return packed<T>(Some{{q(loadInts<int32_t, 4 * h>(x), c), q(loadInts<int32_t, 4 * h>(x + h), c)}});
         },
         src);
 }
@@ -537,7 +512,7 @@ bool divCRev16u(const uint16_t* divisor, uint16_t dividend, uint16_t* dst, ptrdi
             const auto a = loadInts<int32_t, 4 * h>(y), b = loadInts<int32_t, 4 * h>(y + h), x = decltype(a){} + int32_t(dividend);
             zero |= any((a == 0) | (b == 0));
             const SingleQuotient<uint16_t> q(0);
-            return narrowInts<uint16_t>(q(x, a), q(x, b));
+            return packed<uint16_t>(Some{{q(x, a), q(x, b)}});
         },
         divisor);
     return zero;
@@ -568,47 +543,34 @@ using ReversedOf = decltype(reversed);
 using ProductOf = decltype(product);
 using ComplexProductOf = decltype(complexProduct);
 
+template <class T>
+constexpr ScaledKernels<T> kScaled = {
+    .add = {scaledBinary<T, T, SumOf>},
+    .sub = {scaledBinary<T, T, DifferenceOf>},
+    .mul = {scaledBinary<T, T, ProductOf>},
+    .addC = {scaledWithConstant<T, SumOf>},
+    .subC = {scaledWithConstant<T, DifferenceOf>},
+    .subCRev = {scaledWithConstant<T, ReversedOf>},
+    .mulC = {scaledWithConstant<T, ProductOf>},
+};
+
 }   // namespace
 
 extern const ArithmeticKernels arithmetic = {
-    .add8u = scaledBinary<uint8_t, uint8_t, SumOf>,
-    .sub8u = scaledBinary<uint8_t, uint8_t, DifferenceOf>,
-    .mul8u = scaledBinary<uint8_t, uint8_t, ProductOf>,
-    .add16u = scaledBinary<uint16_t, uint16_t, SumOf>,
-    .sub16u = scaledBinary<uint16_t, uint16_t, DifferenceOf>,
-    .mul16u = scaledBinary<uint16_t, uint16_t, ProductOf>,
-    .add16s = scaledBinary<int16_t, int16_t, SumOf>,
-    .sub16s = scaledBinary<int16_t, int16_t, DifferenceOf>,
-    .mul16s = scaledBinary<int16_t, int16_t, ProductOf>,
-    .mul16sc = scaledBinary<int16_t, int16_t, ComplexProductOf>,
-    .addProduct16s = addProduct16s,
-    .add32s = scaledBinary<int32_t, int32_t, SumOf>,
-    .sub32s = scaledBinary<int32_t, int32_t, DifferenceOf>,
-    .mul32s = scaledBinary<int32_t, int32_t, ProductOf>,
-    .mul32sc = scaledBinary<int32_t, int32_t, ComplexProductOf>,
-    .mul32s32sc = mul32s32sc,
-    .addProduct32s = addProduct32s,
-    .mul16u16s = scaledBinary<uint16_t, int16_t, ProductOf>,
-    .mul16s32s = mul16s32s,
-    .addProduct16s32s = addProduct16s32s,
-    .addC8u = scaledWithConstant<uint8_t, SumOf>,
-    .subC8u = scaledWithConstant<uint8_t, DifferenceOf>,
-    .subCRev8u = scaledWithConstant<uint8_t, ReversedOf>,
-    .mulC8u = scaledWithConstant<uint8_t, ProductOf>,
-    .addC16u = scaledWithConstant<uint16_t, SumOf>,
-    .subC16u = scaledWithConstant<uint16_t, DifferenceOf>,
-    .subCRev16u = scaledWithConstant<uint16_t, ReversedOf>,
-    .mulC16u = scaledWithConstant<uint16_t, ProductOf>,
-    .addC16s = scaledWithConstant<int16_t, SumOf>,
-    .subC16s = scaledWithConstant<int16_t, DifferenceOf>,
-    .subCRev16s = scaledWithConstant<int16_t, ReversedOf>,
-    .mulC16s = scaledWithConstant<int16_t, ProductOf>,
-    .mulC16sc = scaledWithConstant<int16_t, ComplexProductOf>,
-    .addC32s = scaledWithConstant<int32_t, SumOf>,
-    .subC32s = scaledWithConstant<int32_t, DifferenceOf>,
-    .subCRev32s = scaledWithConstant<int32_t, ReversedOf>,
-    .mulC32s = scaledWithConstant<int32_t, ProductOf>,
-    .mulC32sc = scaledWithConstant<int32_t, ComplexProductOf>,
+    .scaled8u = kScaled<uint8_t>,
+    .scaled16u = kScaled<uint16_t>,
+    .scaled16s = kScaled<int16_t>,
+    .scaled32s = kScaled<int32_t>,
+    .mul16sc = {scaledBinary<int16_t, int16_t, ComplexProductOf>},
+    .mul32sc = {scaledBinary<int32_t, int32_t, ComplexProductOf>},
+    .mulC16sc = {scaledWithConstant<int16_t, ComplexProductOf>},
+    .mulC32sc = {scaledWithConstant<int32_t, ComplexProductOf>},
+    .mul32s32sc = {mul32s32sc},
+    .mul16u16s = {scaledBinary<uint16_t, int16_t, ProductOf>},
+    .mul16s32s = {mul16s32s},
+    .addProduct16s = {addProduct16s},
+    .addProduct32s = {addProduct32s},
+    .addProduct16s32s = {addProduct16s32s},
     .add32u = add32u,
     .add8u16u = wide8u<decltype(plus)>,
     .mul8u16u = wide8u<decltype(times)>,

@@ -3,6 +3,8 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include <limits>
+
 #include "core/simd/dispatch.h"
 
 namespace tevs {
@@ -20,18 +22,48 @@ template <class T> using ScaledWithConstant = void(const T* src, Constant<T> c, 
 template <class A, class B = A> using Division = bool(const A* dividend, const B* divisor, B* dst, ptrdiff_t n);
 template <class A, class B = A> using ScaledDivision = bool(const A* dividend, const B* divisor, B* dst, ptrdiff_t n, int scaleFactor);
 
-struct ArithmeticKernels {
-    ScaledBinary<uint8_t>*add8u, *sub8u, *mul8u;
-    ScaledBinary<uint16_t>*add16u, *sub16u, *mul16u;
-    ScaledBinary<int16_t>*add16s, *sub16s, *mul16s, *mul16sc, *addProduct16s;
-    ScaledBinary<int32_t>*add32s, *sub32s, *mul32s, *mul32sc, *mul32s32sc, *addProduct32s;   // mul32s32sc counts complex elements
-    ScaledBinary<uint16_t, int16_t>* mul16u16s;
-    ScaledBinary<int16_t, int16_t, int32_t>*mul16s32s, *addProduct16s32s;
+// The largest magnitude of an operation's exact results.
+template <class T> constexpr uint64_t kMost = std::numeric_limits<T>::is_signed ? uint64_t{1} << std::numeric_limits<T>::digits : std::numeric_limits<T>::max();
+template <class T> constexpr uint64_t kMostSum = 2 * kMost<T>;
+template <class T> constexpr uint64_t kMostDifference = std::numeric_limits<T>::max() + (std::numeric_limits<T>::is_signed ? kMost<T> : 0);
+template <class A, class B = A> constexpr uint64_t kMostProduct = kMost<A>* kMost<B>;
+template <class T> constexpr uint64_t kMostComplexProduct = 2 * kMostProduct<T>;
+template <class A, class D> constexpr uint64_t kMostAddProduct = kMostProduct<A> + kMost<D>;
 
-    ScaledWithConstant<uint8_t>*addC8u, *subC8u, *subCRev8u, *mulC8u;
-    ScaledWithConstant<uint16_t>*addC16u, *subC16u, *subCRev16u, *mulC16u;
-    ScaledWithConstant<int16_t>*addC16s, *subC16s, *subCRev16s, *mulC16s, *mulC16sc;
-    ScaledWithConstant<int32_t>*addC32s, *subC32s, *subCRev32s, *mulC32s, *mulC32sc;
+// A kernel with a scale factor, whose results are Most at most in magnitude. kLast is the largest scale factor at which not all of them round to 0: half of
+// 2^kLast is less than Most, and half of 2^(kLast + 1) is not, where a tie goes to 0.
+template <uint64_t Most, class Kernel> struct UpTo {
+    Kernel* run;
+    static constexpr int kLast = 64 - __builtin_clzll(Most - 1);
+};
+static_assert(UpTo<kMostSum<uint8_t>, void>::kLast == 9 && UpTo<kMostSum<int16_t>, void>::kLast == 16 && UpTo<kMostDifference<uint8_t>, void>::kLast == 8);
+static_assert(UpTo<kMostProduct<int32_t>, void>::kLast == 62 && UpTo<kMostComplexProduct<int32_t>, void>::kLast == 63);
+
+// Of one type. A complex vector is added to and subtracted from as the vector of its parts.
+template <class T> struct ScaledKernels {
+    UpTo<kMostSum<T>, ScaledBinary<T>> add;
+    UpTo<kMostDifference<T>, ScaledBinary<T>> sub;
+    UpTo<kMostProduct<T>, ScaledBinary<T>> mul;
+    UpTo<kMostSum<T>, ScaledWithConstant<T>> addC;
+    UpTo<kMostDifference<T>, ScaledWithConstant<T>> subC, subCRev;
+    UpTo<kMostProduct<T>, ScaledWithConstant<T>> mulC;
+};
+
+struct ArithmeticKernels {
+    ScaledKernels<uint8_t> scaled8u;
+    ScaledKernels<uint16_t> scaled16u;
+    ScaledKernels<int16_t> scaled16s;
+    ScaledKernels<int32_t> scaled32s;
+    UpTo<kMostComplexProduct<int16_t>, ScaledBinary<int16_t>> mul16sc;
+    UpTo<kMostComplexProduct<int32_t>, ScaledBinary<int32_t>> mul32sc;
+    UpTo<kMostComplexProduct<int16_t>, ScaledWithConstant<int16_t>> mulC16sc;
+    UpTo<kMostComplexProduct<int32_t>, ScaledWithConstant<int32_t>> mulC32sc;
+    UpTo<kMostProduct<int32_t>, ScaledBinary<int32_t>> mul32s32sc;   // counts complex elements
+    UpTo<kMostProduct<uint16_t, int16_t>, ScaledBinary<uint16_t, int16_t>> mul16u16s;
+    UpTo<kMostProduct<int16_t>, ScaledBinary<int16_t, int16_t, int32_t>> mul16s32s;
+    UpTo<kMostAddProduct<int16_t, int16_t>, ScaledBinary<int16_t>> addProduct16s;
+    UpTo<kMostAddProduct<int32_t, int32_t>, ScaledBinary<int32_t>> addProduct32s;
+    UpTo<kMostAddProduct<int16_t, int32_t>, ScaledBinary<int16_t, int16_t, int32_t>> addProduct16s32s;
 
     Binary<uint32_t>* add32u;
     Binary<uint8_t, uint8_t, uint16_t>*add8u16u, *mul8u16u;

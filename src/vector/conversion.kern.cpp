@@ -15,7 +15,7 @@ template <class V> TEVS_INLINE void put(UInt24* d, const Some<V, 4>& s) { store(
 // loop; four would store no faster than one. A packed source is loaded in pairs, a packed destination made of four.
 template <class T, class S, class D> constexpr int kPerStep = sizeof(D) == 3 ? 4 : sizeof(S) == 3 ? 2 : sizeof(D) < sizeof(T) ? int(sizeof(T) / sizeof(D)) : 1;
 
-template <class T, int Unrolled = 1, class S, class D, class F> TEVS_INLINE void run(const S* src, D* dst, int len, F finish) {
+template <class T, int Unrolled = 1, class S, class D, class F> TEVS_INLINE void convert(const S* src, D* dst, int len, F finish) {
     constexpr int least = 16 * kPerStep<T, S, D> / int(sizeof(T)),
                   full = kPerStep<T, S, D> == 1 ? 2 * kRegisterBytes / int(sizeof(T)) : Unrolled * least * kRegisterBytes / 16;
     map<full, least>(
@@ -30,40 +30,32 @@ template <class T, int Unrolled = 1, class S, class D, class F> TEVS_INLINE void
 // ---- to wider or floating types: the load does it --------------------------------------------------------------------------------------
 
 template <class T, class S, class D> void loaded(const S* src, D* dst, int len) {
-    run<T>(src, dst, len, [](const auto& s) { return s; });
+    convert<T>(src, dst, len, [](const auto& s) { return s; });
 }
 template <class S, class D> void loadedTimes(const S* src, D* dst, int len, float factor) {
-    run<D>(src, dst, len, [=](const auto& s) { return each(s, [=](auto v) { return v * D(factor); }); });
+    convert<D>(src, dst, len, [=](const auto& s) { return each(s, [=](auto v) { return v * D(factor); }); });
 }
 template <class S, class D> constexpr Scalable<S, D> floating = {loaded<D, S, D>, loadedTimes<S, D>};
 
 // Where a step of one register takes two cycles, the loop counts: two make it faster by an eighth.
 void narrow64f32f(const double* src, float* dst, int len) {
-    run<double, 2>(src, dst, len, [](const auto& s) { return eachPair(s, [](auto a, auto b) { return narrow(Two{a, b}); }); });
+    convert<double, 2>(src, dst, len, [](const auto& s) { return eachPair(s, [](auto a, auto b) { return narrow(Two{a, b}); }); });
 }
 
 // ---- integers to narrower integers -------------------------------------------------------------------------------------------------------
 
-// 64-bit lanes in 32 bits, saturated, in order: what fits has nothing but copies of its own sign above it.
-template <class V> TEVS_INLINE auto pack32(V a, V b) {
-    using Ints = Vec<int32_t, 2 * kCount<V>>;
-    const auto packed = [](Ints low, Ints high) { return high == low >> 31 ? low : high >> 31 ^ 0x7fffffff; };
-#if TEVS_LEVEL >= 2
-    if constexpr (sizeof(V) == 32) {
-        // Each 128-bit half is shuffled by itself; the permutation puts the quarters in order.
-        const Ints r = packed((Ints)_mm256_shuffle_ps((__m256)a, (__m256)b, 0x88), (Ints)_mm256_shuffle_ps((__m256)a, (__m256)b, 0xdd));
-        return (Ints)_mm256_permute4x64_epi64((__m256i)r, 0xd8);
-    }
-#endif
-    if constexpr (sizeof(V) == 16) return packed((Ints)_mm_shuffle_ps((__m128)a, (__m128)b, 0x88), (Ints)_mm_shuffle_ps((__m128)a, (__m128)b, 0xdd));
-}
-
 // To the range of D; to its width too where that is a register's.
 template <class D, class V, int K> TEVS_INLINE auto saturated(const Some<V, K>& s) {
-    if constexpr (__is_same(D, int16_t)) return eachPair(s, [](V a, V b) { return pack16(a, b); });
-    if constexpr (__is_same(D, int32_t)) return eachPair(s, [](V a, V b) { return pack32(a, b); });
-    if constexpr (__is_same(D, Int24)) return each(s, [](V v) { return maximum(minimum(v, V{} + 0x7fffff), V{} - 0x800000); });
-    if constexpr (__is_same(D, UInt24)) return each(s, [](V v) { return minimum(v, V{} + 0xffffffu); });
+    if constexpr (sizeof(D) != 3)
+        return packed<D>(s);
+    else
+        return each(s, [](V v) {
+            const V most = minimum(v, same<V>(LimitsOf<D>::max));
+            if constexpr (Limits<V>::isSigned)
+                return maximum(most, same<V>(LimitsOf<D>::min));
+            else
+                return most;
+        });
 }
 
 // The lanes of S; 64 bits count as unsigned, for want of instructions.
@@ -72,14 +64,14 @@ template <> struct LaneOf<int64_t> { using type = uint64_t; };
 template <class S> using LaneType = typename LaneOf<S>::type;
 
 template <class S, class D> void narrowed(const S* src, D* dst, int len) {
-    run<LaneType<S>>(src, dst, len, [](const auto& s) { return saturated<D>(s); });
+    convert<LaneType<S>>(src, dst, len, [](const auto& s) { return saturated<D>(s); });
 }
 template <class S, class D> void narrowedRight(const S* src, D* dst, int len, int shift) {
-    run<LaneType<S>>(src, dst, len, [=](const auto& s) { return saturated<D>(each(s, [=](auto v) { return roundRight(v, shift); })); });
+    convert<LaneType<S>>(src, dst, len, [=](const auto& s) { return saturated<D>(each(s, [=](auto v) { return roundRight(v, shift); })); });
 }
 // Saturated first: what leaves the range before the shift would leave it after.
 template <class S, class D> void narrowedLeft(const S* src, D* dst, int len, int shift) {
-    run<LaneType<S>>(src, dst, len, [=](const auto& s) {
+    convert<LaneType<S>>(src, dst, len, [=](const auto& s) {
         const auto r = each(saturated<D>(s), [=](auto v) { return shiftLeftSat(v, shift); });
         if constexpr (sizeof(D) == 3)
             return saturated<D>(r);
@@ -98,14 +90,6 @@ template <class Mode, class V> TEVS_INLINE auto toInt(V v) {
         return nearestInt(v);
 }
 
-template <class D> constexpr float kHighest = 0;
-template <> constexpr float kHighest<int8_t> = 127;
-template <> constexpr float kHighest<uint8_t> = 255;
-template <> constexpr float kHighest<int16_t> = 32767;
-template <> constexpr float kHighest<uint16_t> = 65535;
-template <> constexpr float kHighest<Int24> = 0x7fffff;
-template <> constexpr float kHighest<UInt24> = 0xffffff;
-
 // What is below the range of 32 bits, and NaN, converts to INT32_MIN, which the packs saturate to D's minimum. What is above would too, so it is
 // cut off first; a packed format needs its lower bound as well. 2^31 - 1 is no float: there INT32_MIN turns over where the source is above.
 template <class D, class Mode, class V, int K> TEVS_INLINE auto rounded(const Some<V, K>& s) {
@@ -114,22 +98,18 @@ template <class D, class Mode, class V, int K> TEVS_INLINE auto rounded(const So
     } else if constexpr (__is_same(D, int32_t)) {
         return each(s, [](V v) { return toInt<Mode>(v) ^ (v >= 0x1p31f); });
     } else if constexpr (sizeof(D) == 3) {
-        return each(s,
-                    [](V v) { return toInt<Mode>(atLeast(atMost(V{} + kHighest<D>, v), V{} + (kSigned24<D> ? -0x1p23f : 0.0f))); });   // of a NaN, the second
+        return each(
+            s, [](V v) { return toInt<Mode>(atLeast(atMost(V{} + float(LimitsOf<D>::max), v), V{} + float(LimitsOf<D>::min))); });   // of a NaN, the second
     } else {
-        const auto ints = each(s, [](V v) { return toInt<Mode>(atMost(V{} + kHighest<D>, v)); });
-        if constexpr (__is_same(D, int8_t)) return pack8(ints);
-        if constexpr (__is_same(D, uint8_t)) return packU8(ints);
-        if constexpr (__is_same(D, int16_t)) return eachPair(ints, [](auto a, auto b) { return pack16(a, b); });
-        if constexpr (__is_same(D, uint16_t)) return eachPair(ints, [](auto a, auto b) { return packU16(a, b); });
+        return packed<D>(each(s, [](V v) { return toInt<Mode>(atMost(V{} + float(LimitsOf<D>::max), v)); }));
     }
 }
 
 template <class Mode, class T, class S, class D> void integers(const S* src, D* dst, int len) {
-    run<T>(src, dst, len, [](const auto& s) { return rounded<D, Mode>(s); });
+    convert<T>(src, dst, len, [](const auto& s) { return rounded<D, Mode>(s); });
 }
 template <class Mode, class T, class S, class D> void integersTimes(const S* src, D* dst, int len, T factor) {
-    run<T>(src, dst, len, [=](const auto& s) { return rounded<D, Mode>(each(s, [=](auto v) { return v * factor; })); });
+    convert<T>(src, dst, len, [=](const auto& s) { return rounded<D, Mode>(each(s, [=](auto v) { return v * factor; })); });
 }
 template <class Mode, class T, class S, class D> constexpr Scalable<S, D, T> rounding = {integers<Mode, T, S, D>, integersTimes<Mode, T, S, D>};
 template <class T, class S, class D> constexpr Rounded<S, D, T> roundings = {rounding<Nearest, T, S, D>, rounding<Truncated, T, S, D>};
@@ -137,7 +117,7 @@ template <class T, class S, class D> constexpr Rounded<S, D, T> roundings = {rou
 // ---- to half precision -----------------------------------------------------------------------------------------------------------------------
 
 template <class Mode, class S> void halves(const S* src, Half* dst, int len) {
-    run<float>(src, dst, len, [](const auto& s) { return eachPair(s, [](auto a, auto b) { return toHalf<Mode>(a, b); }); });
+    convert<float>(src, dst, len, [](const auto& s) { return eachPair(s, [](auto a, auto b) { return toHalf<Mode>(a, b); }); });
 }
 
 // ---- channels ----------------------------------------------------------------------------------------------------------------------------------

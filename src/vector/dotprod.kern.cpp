@@ -50,24 +50,19 @@ struct ComplexProducts : Additive {
     }
 };
 
-TEVS_INLINE const float* parts(const Complex32f* p) { return reinterpret_cast<const float*>(p); }
-TEVS_INLINE const double* parts(const Complex64f* p) { return reinterpret_cast<const double*>(p); }
-TEVS_INLINE const int16_t* parts(const Complex16s* p) { return reinterpret_cast<const int16_t*>(p); }
-TEVS_INLINE const int32_t* parts(const Complex32s* p) { return reinterpret_cast<const int32_t*>(p); }
-
-double real32f(const float* a, const float* b, int n) { return reduce<kDoubles, 2, kTurns / 2>(n, Products{}, Widened<float>{a}, Widened<float>{b}); }
+double real32f(const float* a, const float* b, int n) { return reduce<kDoubles, 2, kTurns / 2>(n, Products{}, WideElements<float>{a}, WideElements<float>{b}); }
 Complex64f mixed32f(const float* a, const Complex32f* b, int n) {
-    return reduce<kDoubles, 2, kTurns / 2>(2 * ptrdiff_t{n}, MixedProducts{}, Doubled<float, double>{a}, Widened<float>{parts(b)});
+    return reduce<kDoubles, 2, kTurns / 2>(partCount<Complex32f>(n), MixedProducts{}, Doubled<float, double>{a}, WideElements<float>{partsOf(b)});
 }
 Complex64f complex32f(const Complex32f* a, const Complex32f* b, int n) {
-    return reduce<kDoubles, 2, kTurns / 2>(2 * ptrdiff_t{n}, ComplexProducts{}, Widened<float>{parts(a)}, Widened<float>{parts(b)});
+    return reduce<kDoubles, 2, kTurns / 2>(partCount<Complex32f>(n), ComplexProducts{}, WideElements<float>{partsOf(a)}, WideElements<float>{partsOf(b)});
 }
 double real64f(const double* a, const double* b, int n) { return reduce<kDoubles, 2, kTurns>(n, Products{}, Elements<double>{a}, Elements<double>{b}); }
 Complex64f mixed64f(const double* a, const Complex64f* b, int n) {
-    return reduce<kDoubles, 2, kTurns>(2 * ptrdiff_t{n}, MixedProducts{}, Doubled<double>{a}, Elements<double>{parts(b)});
+    return reduce<kDoubles, 2, kTurns>(partCount<Complex64f>(n), MixedProducts{}, Doubled<double>{a}, Elements<double>{partsOf(b)});
 }
 Complex64f complex64f(const Complex64f* a, const Complex64f* b, int n) {
-    return reduce<kDoubles, 2, kTurns / 2>(2 * ptrdiff_t{n}, ComplexProducts{}, Elements<double>{parts(a)}, Elements<double>{parts(b)});
+    return reduce<kDoubles, 2, kTurns / 2>(partCount<Complex64f>(n), ComplexProducts{}, Elements<double>{partsOf(a)}, Elements<double>{partsOf(b)});
 }
 
 // ---- 16 bits ------------------------------------------------------------------------------------------------------------------------------
@@ -75,38 +70,34 @@ Complex64f complex64f(const Complex64f* a, const Complex64f* b, int n) {
 template <class V> using Pairs = Vec<int32_t, kCount<V> / 2>;
 
 // Products of the lanes two by two, as terms of an exact sum. They lie in -2^31 + 2^16 .. 2^31, of which multiplyPairs gives 2^31 as -2^31: right in the lower 32
-// bits. One less fits them all, and its upper half is within 2^16 of the term; with kBlock / 2 terms that is as good as the floor.
-template <class V> TEVS_INLINE Exact<Pairs<V>> exactPairs(V a, V b) {
+// bits. One less fits them all, and its upper half is within 2^16 of the term; with kExactBlock / 2 terms that is as good as the floor.
+template <class V> TEVS_INLINE ExactSum<Pairs<V>> exactPairs(V a, V b) {
     const auto t = multiplyPairs(a, b);
     return {(Unsigned32<V>)t, (Pairs<V>)((Unsigned32<V>)t - 1) >> 16};
 }
 
 struct Products16 : Additive {
-    template <class V, class> TEVS_INLINE Exact<Pairs<V>> start() const { return Exact<Pairs<V>>{}; }
-    template <class V> TEVS_INLINE Exact<Pairs<V>> step(Exact<Pairs<V>> s, V a, V b) const { return s + exactPairs(a, b); }
-    template <class V> TEVS_INLINE int64_t finish(Exact<V> s) const { return s.sum(); }
+    template <class V, class> TEVS_INLINE ExactSum<Pairs<V>> start() const { return ExactSum<Pairs<V>>{}; }
+    template <class V> TEVS_INLINE ExactSum<Pairs<V>> step(ExactSum<Pairs<V>> s, V a, V b) const { return s + exactPairs(a, b); }
+    template <class V> TEVS_INLINE int64_t finish(ExactSum<V> s) const { return s.sum(); }
 };
-int64_t real16s(const int16_t* a, const int16_t* b, int n) {
-    int64_t sum = 0;
-    inBlocks(n, [&](ptrdiff_t i, ptrdiff_t m) { sum += reduce<kShorts, 8, 2>(m, Products16{}, Elements<int16_t>{a + i}, Elements<int16_t>{b + i}); });
-    return sum;
-}
+int64_t real16s(const int16_t* a, const int16_t* b, int n) { return reduceBlocks<kShorts, 8, 2>(n, Products16{}, Elements<int16_t>{a}, Elements<int16_t>{b}); }
 
-template <class V> struct Exact2 {
-    Exact<V> re, im;
-    friend TEVS_INLINE Exact2 operator+(Exact2 x, Exact2 y) { return {x.re + y.re, x.im + y.im}; }
+template <class V> struct ExactSums2 {
+    ExactSum<V> re, im;
+    friend TEVS_INLINE ExactSums2 operator+(ExactSums2 x, ExactSums2 y) { return {x.re + y.re, x.im + y.im}; }
 };
 struct MixedProducts16 : Additive {
-    template <class V, class> TEVS_INLINE Exact2<Pairs<V>> start() const { return Exact2<Pairs<V>>{}; }
-    template <class V> TEVS_INLINE Exact2<Pairs<V>> step(Exact2<Pairs<V>> s, V a, V b) const {
+    template <class V, class> TEVS_INLINE ExactSums2<Pairs<V>> start() const { return ExactSums2<Pairs<V>>{}; }
+    template <class V> TEVS_INLINE ExactSums2<Pairs<V>> step(ExactSums2<Pairs<V>> s, V a, V b) const {
         const auto re = (V)(Pairs<V>{} + 0xffff);
-        return s + Exact2<Pairs<V>>{exactPairs(a, b & re), exactPairs(a, b & ~re)};
+        return s + ExactSums2<Pairs<V>>{exactPairs(a, b & re), exactPairs(a, b & ~re)};
     }
-    template <class V> TEVS_INLINE Complex64s finish(Exact2<V> s) const { return {s.re.sum(), s.im.sum()}; }
+    template <class V> TEVS_INLINE Complex64s finish(ExactSums2<V> s) const { return {s.re.sum(), s.im.sum()}; }
 };
 // re * re - im * im as re * re + im * ~im + im: -im would not do for -32768.
 template <class V> struct ComplexExact {
-    Exact<V> re, im;
+    ExactSum<V> re, im;
     V more;
     friend TEVS_INLINE ComplexExact operator+(ComplexExact x, ComplexExact y) { return {x.re + y.re, x.im + y.im, x.more + y.more}; }
 };
@@ -118,54 +109,42 @@ struct ComplexProducts16 : Additive {
     }
     template <class V> TEVS_INLINE Complex64s finish(ComplexExact<V> s) const { return {s.re.sum() + sumOfLanes(s.more), s.im.sum()}; }
 };
-template <class Op, class A, class B> TEVS_INLINE Complex64s complexBlocks(ptrdiff_t n, A a, B b) {
-    Complex64s sum = {0, 0};
-    inBlocks(2 * n, [&](ptrdiff_t i, ptrdiff_t m) {
-        const Complex64s s = reduce<kShorts, 8, kTurns / 4>(m, Op{}, a + i, b + i);
-        sum = {sum.re + s.re, sum.im + s.im};
-    });
-    return sum;
-}
 Complex64s mixed16s(const int16_t* a, const Complex16s* b, int n) {
-    return complexBlocks<MixedProducts16>(n, Doubled<int16_t>{a}, Elements<int16_t>{parts(b)});
+    return reduceBlocks<kShorts, 8, kTurns / 4>(partCount<Complex16s>(n), MixedProducts16{}, Doubled<int16_t>{a}, Elements<int16_t>{partsOf(b)});
 }
 Complex64s complex16s(const Complex16s* a, const Complex16s* b, int n) {
-    return complexBlocks<ComplexProducts16>(n, Elements<int16_t>{parts(a)}, Elements<int16_t>{parts(b)});
+    return reduceBlocks<kShorts, 8, kTurns / 4>(partCount<Complex16s>(n), ComplexProducts16{}, Elements<int16_t>{partsOf(a)}, Elements<int16_t>{partsOf(b)});
 }
 
 // ---- 32 bits ------------------------------------------------------------------------------------------------------------------------------
 
-// Exact as above, of 64-bit products t: modulo 2^64, and floor(t / 2^48), which lies in every second 32-bit lane of t >> 16.
-template <class V> struct Exact64 {
+// As above, of 64-bit products t: modulo 2^64, and floor(t / 2^48), which lies in every second 32-bit lane of t >> 16.
+template <class V> struct ExactSum64 {
     Vec<uint64_t, kCount<V>> low;
     Unsigned32<V> high;
-    friend TEVS_INLINE Exact64 operator+(Exact64 x, Exact64 y) { return {x.low + y.low, x.high + y.high}; }
-    TEVS_INLINE Exact64 with(V t) const { return {low + (decltype(low))t, high + (Unsigned32<V>)((Vec<int32_t, 2 * kCount<V>>)t >> 16)}; }
+    friend TEVS_INLINE ExactSum64 operator+(ExactSum64 x, ExactSum64 y) { return {x.low + y.low, x.high + y.high}; }
+    TEVS_INLINE ExactSum64 with(V t) const { return {low + (decltype(low))t, high + (Unsigned32<V>)((Vec<int32_t, 2 * kCount<V>>)t >> 16)}; }
     TEVS_INLINE WideSum sum() const {
         const auto h = int32_t(foldLanes<2>(high, plus)[1]);
         const uint64_t rest = sumOfLanes(low) - (uint64_t(h) << 48);
         return {int64_t(h) + int64_t(rest >> 48), int64_t(rest & 0xffffffffffff)};
     }
 };
-TEVS_INLINE void add(WideSum& sum, WideSum s) {
-    const int64_t low = sum.low + s.low;
-    sum = {sum.high + s.high + (low >> 48), low & 0xffffffffffff};
-}
 
 template <class V> using Products32Of = Vec<int64_t, kCount<V> / 2>;
 // Every second lane from lane 1 on, where mulEven looks.
 template <class V> TEVS_INLINE V oddLanes(V v) { return (V)((Vec<uint64_t, kCount<V> / 2>)v >> 32); }
 
 struct Products32 : Additive {
-    template <class V, class> TEVS_INLINE Exact64<Products32Of<V>> start() const { return Exact64<Products32Of<V>>{}; }
-    template <class V> TEVS_INLINE auto step(Exact64<Products32Of<V>> s, V a, V b) const {
+    template <class V, class> TEVS_INLINE ExactSum64<Products32Of<V>> start() const { return ExactSum64<Products32Of<V>>{}; }
+    template <class V> TEVS_INLINE auto step(ExactSum64<Products32Of<V>> s, V a, V b) const {
         return s.with(mulEven(a, b)).with(mulEven(oddLanes(a), oddLanes(b)));
     }
-    template <class V> TEVS_INLINE WideSum finish(Exact64<V> s) const { return s.sum(); }
+    template <class V> TEVS_INLINE WideSum finish(ExactSum64<V> s) const { return s.sum(); }
 };
 // The sums of products of even lanes, of odd lanes, and of unlike parts.
 template <class V> struct Parts64 {
-    Exact64<V> even, odd;
+    ExactSum64<V> even, odd;
     friend TEVS_INLINE Parts64 operator+(Parts64 x, Parts64 y) { return {x.even + y.even, x.odd + y.odd}; }
 };
 struct MixedProducts32 : Additive {
@@ -177,7 +156,7 @@ struct MixedProducts32 : Additive {
 };
 template <class V> struct ComplexParts64 {
     Parts64<V> equal;
-    Exact64<V> unequal;
+    ExactSum64<V> unequal;
     friend TEVS_INLINE ComplexParts64 operator+(ComplexParts64 x, ComplexParts64 y) { return {x.equal + y.equal, x.unequal + y.unequal}; }
 };
 struct ComplexProducts32 : Additive {
@@ -185,34 +164,17 @@ struct ComplexProducts32 : Additive {
     template <class V> TEVS_INLINE ComplexParts64<Products32Of<V>> step(ComplexParts64<Products32Of<V>> s, V a, V b) const {
         return {MixedProducts32{}.step(s.equal, a, b), s.unequal.with(mulEven(a, oddLanes(b))).with(mulEven(oddLanes(a), b))};
     }
-    template <class V> TEVS_INLINE ComplexWideSum finish(ComplexParts64<V> s) const {
-        const WideSum re = s.equal.even.sum(), im = s.equal.odd.sum();
-        const int64_t low = re.low - im.low;
-        return {{re.high - im.high + (low >> 48), low & 0xffffffffffff}, s.unequal.sum()};
-    }
+    template <class V> TEVS_INLINE ComplexWideSum finish(ComplexParts64<V> s) const { return {s.equal.even.sum() - s.equal.odd.sum(), s.unequal.sum()}; }
 };
 
-template <class Op, class A, class B> TEVS_INLINE WideSum realWide(ptrdiff_t n, A a, B b) {
-    WideSum sum = {0, 0};
-    inBlocks(n, [&](ptrdiff_t i, ptrdiff_t m) { add(sum, reduce<kWords, 4, 2>(m, Op{}, a + i, b + i)); });
-    return sum;
-}
-template <class Op, class A, class B> TEVS_INLINE ComplexWideSum complexWide(ptrdiff_t n, A a, B b) {
-    ComplexWideSum sum = {{0, 0}, {0, 0}};
-    inBlocks(2 * n, [&](ptrdiff_t i, ptrdiff_t m) {
-        const ComplexWideSum s = reduce<kWords, 4, kTurns / 4>(m, Op{}, a + i, b + i);
-        add(sum.re, s.re);
-        add(sum.im, s.im);
-    });
-    return sum;
-}
-WideSum real32s(const int32_t* a, const int32_t* b, int n) { return realWide<Products32>(n, Elements<int32_t>{a}, Elements<int32_t>{b}); }
-WideSum real16s32s(const int16_t* a, const int32_t* b, int n) { return realWide<Products32>(n, Widened<int16_t>{a}, Elements<int32_t>{b}); }
+template <class A> TEVS_INLINE WideSum real(const int32_t* b, int n, A a) { return reduceBlocks<kWords, 4, 2>(n, Products32{}, a, Elements<int32_t>{b}); }
+WideSum real32s(const int32_t* a, const int32_t* b, int n) { return real(b, n, Elements<int32_t>{a}); }
+WideSum real16s32s(const int16_t* a, const int32_t* b, int n) { return real(b, n, WideElements<int16_t>{a}); }
 ComplexWideSum mixed32s(const int32_t* a, const Complex32s* b, int n) {
-    return complexWide<MixedProducts32>(n, Doubled<int32_t>{a}, Elements<int32_t>{parts(b)});
+    return reduceBlocks<kWords, 4, kTurns / 4>(partCount<Complex32s>(n), MixedProducts32{}, Doubled<int32_t>{a}, Elements<int32_t>{partsOf(b)});
 }
 ComplexWideSum complex32s(const Complex32s* a, const Complex32s* b, int n) {
-    return complexWide<ComplexProducts32>(n, Elements<int32_t>{parts(a)}, Elements<int32_t>{parts(b)});
+    return reduceBlocks<kWords, 4, kTurns / 4>(partCount<Complex32s>(n), ComplexProducts32{}, Elements<int32_t>{partsOf(a)}, Elements<int32_t>{partsOf(b)});
 }
 
 }   // namespace

@@ -10,6 +10,9 @@ namespace tevs {
 // high * 2^48 + low, where 0 <= low < 2^48.
 struct WideSum {
     int64_t high, low;
+    [[gnu::always_inline]] friend inline WideSum operator+(WideSum x, WideSum y) { return carried(x.high + y.high, x.low + y.low); }
+    [[gnu::always_inline]] friend inline WideSum operator-(WideSum x, WideSum y) { return carried(x.high - y.high, x.low - y.low); }
+    [[gnu::always_inline]] static inline WideSum carried(int64_t high, int64_t low) { return {high + (low >> 48), low & 0xffffffffffff}; }
 };
 struct ComplexWideSum {
     WideSum re, im;

@@ -1,8 +1,8 @@
 #include "vector/elementary.table.h"
 
 #include "core/simd/explog.h"
+#include "core/simd/lanes.h"
 #include "core/simd/map.h"
-#include "core/simd/scale.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
@@ -55,7 +55,7 @@ TEVS_WHOLE void exp32f64f(const float* src, double* dst, int len) {
 
 template <class T> TEVS_WHOLE Status ln(const T* src, T* dst, int len) {
     Warning<T> warning;
-    map<kLanes<T>, 16 / sizeof(T)>(
+    map<kLanes<T>, kLeast<T>>(
         len, dst, [&](auto w, auto s) { return logarithm(load<T, w.n>(s), [&] { warning.look(s, w.n, logarithmDomain); }); }, src);
     return warning.status();
 }
@@ -72,7 +72,7 @@ TEVS_WHOLE Status ln64f32f(const double* src, float* dst, int len) {
 
 template <class T> Status sqrt(const T* src, T* dst, int len) {
     Warning<T> warning;
-    map<kLanes<T>, 16 / sizeof(T)>(
+    map<kLanes<T>, kLeast<T>>(
         len, dst,
         [&](auto w, auto s) {
             const auto x = load<T, w.n>(s);
@@ -90,7 +90,7 @@ TEVS_WHOLE void cubrt32f(const float* src, float* dst, int len) {
 }
 
 template <class T> void normalize(const T* src, T* dst, int len, T sub, T by) {
-    map<kLanes<T>, 16 / sizeof(T)>(
+    map<kLanes<T>, kLeast<T>>(
         len, dst, [=](auto w, auto s) { return (load<T, w.n>(s) - splat<w.n>(sub)) * splat<w.n>(by); }, src);
 }
 
@@ -99,7 +99,7 @@ template <class T> void normalize(const T* src, T* dst, int len, T sub, T by) {
 template <class V, int... I> TEVS_INLINE V alternating(Element<V> even, Element<V> odd, Lane<I...>) { return V{(I & 1 ? odd : even)...}; }
 
 template <class T, class Z> void normalizePairs(const Z* src, Z* dst, int len, Z sub, T by) {
-    map<kLanes<T>, 16 / sizeof(T)>(
+    map<kLanes<T>, kLeast<T>>(
         ptrdiff_t{2} * len, &dst->re,
         [=](auto w, auto s) { return (load<T, w.n>(s) - alternating<Vec<T, w.n>>(sub.re, sub.im, Iota<w.n>{})) * splat<w.n>(by); }, &src->re);
 }
@@ -186,22 +186,6 @@ TEVS_WHOLE void sqrt64fc(const Complex64f* src, Complex64f* dst, int len) {
 
 // ---- integers, by way of floating-point lanes ------------------------------------------------------------------------------------
 
-// N lanes of memory as integers of 32 bits, and back from lanes within D's range. Vectors of less than 16 bytes are not for the compiler, which in 32-bit code
-// keeps them in the registers of the x87 unit.
-template <class S, int N> TEVS_INLINE Vec<int32_t, N> loadInts(const S* p) {
-    if constexpr (sizeof(S) * N >= 16 || N > 4)
-        return __builtin_convertvector(load<S, N>(p), Vec<int32_t, N>);
-    else if constexpr (sizeof(S) == 2) {
-        const auto v = (Vec<int16_t, 8>)_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p));
-        return (Vec<int32_t, 4>)interleaveLow(v, S(-1) < 0 ? v >> 15 : Vec<int16_t, 8>{});
-    } else {
-        int32_t word;
-        memcpy(&word, p, sizeof word);
-        const auto v = (Vec<uint8_t, 16>)_mm_cvtsi32_si128(word);
-        return (Vec<int32_t, 4>)interleaveLow((Vec<uint16_t, 8>)interleaveLow(v, Vec<uint8_t, 16>{}), Vec<uint16_t, 8>{});
-    }
-}
-
 // Lanes of R, exactly.
 template <class R, class V> TEVS_INLINE auto real(V ints) {
     if constexpr (sizeof(R) == 4)
@@ -210,47 +194,17 @@ template <class R, class V> TEVS_INLINE auto real(V ints) {
         return widen(ints);
 }
 
-template <class D> struct Range;
-template <> struct Range<uint8_t> { static constexpr double low = 0, high = 255; };
-template <> struct Range<uint16_t> { static constexpr double low = 0, high = 65535; };
-template <> struct Range<int16_t> { static constexpr double low = -32768, high = 32767; };
-template <> struct Range<int32_t> { static constexpr double low = -2147483648.0, high = 2147483647; };
-
-template <class D, class V> TEVS_INLINE V saturate(V v) { return atLeast(constant<V>(Range<D>::low), atMost(constant<V>(Range<D>::high), v)); }
-
 // Real lanes times factor as integers of D's range, rounded.
 template <class D, class R> TEVS_INLINE auto toInts(R v, double factor) {
-    return nearestInt(each(v, [=](auto x) { return saturate<D>(x * constant<decltype(x)>(factor)); }));
+    return nearestInt(each(v, [=](auto x) { return clamped<D>(x * constant<decltype(x)>(factor)); }));
 }
-template <int Bytes> struct LowPart { __m128i v; };
-template <int Bytes> TEVS_INLINE void store(void* p, LowPart<Bytes> low) {
-    if constexpr (Bytes == 8)
-        _mm_storel_epi64(static_cast<__m128i*>(p), low.v);
-    else {
-        const int32_t word = _mm_cvtsi128_si32(low.v);
-        memcpy(p, &word, sizeof word);
-    }
-}
+// Lanes within D's range, as D.
 template <class D, class V> TEVS_INLINE auto narrowTo(V ints) {
-    constexpr int n = kCount<V>;
-    if constexpr (sizeof(D) == 4 || n > 8)
-        return __builtin_convertvector(ints, Vec<D, n>);
-    else {
-        constexpr bool offset = sizeof(D) == 2 && D(-1) > 0;   // only signed numbers are packed at every level
-        if constexpr (offset) ints -= 32768;
-        Vec<int16_t, 8> words;
-        if constexpr (n == 8)
-            words = pack16(low(ints), high(ints));
-        else
-            words = pack16(ints, ints);
-        if constexpr (offset) words ^= -32768;
-        if constexpr (sizeof(D) == 1)
-            return LowPart<n>{_mm_packus_epi16((__m128i)words, (__m128i)words)};
-        else if constexpr (n == 8)
-            return (Vec<D, 8>)words;
-        else
-            return LowPart<8>{(__m128i)words};
-    }
+#if TEVS_LEVEL == 0
+    // Without what packed() does for numbers far below the range.
+    if constexpr (__is_same(D, uint16_t)) return LowBytes<8>{_mm_xor_si128(packed<int16_t>(Some<V, 1>{ints - 32768}).v, _mm_set1_epi16(-32768))};
+#endif
+    return packed<D>(Some<V, 1>{ints});
 }
 
 // Roots in R. A root that is not a tie is off the next tie by 2^-19 of itself or more where a 16-bit number's root is stored as it is or smaller,
@@ -260,7 +214,7 @@ template <class R, class S, class D> TEVS_INLINE Status sqrtIn(const S* src, D* 
     map<kFloats, 4>(
         len, dst,
         [&](auto w, auto s) {
-            auto v = loadInts<S, w.n>(s);
+            auto v = loadInts<int32_t, 4 * w.n>(s);
             const auto negative = v < 0;
             if (any(negative)) [[unlikely]]
                 warning.look(s, w.n, squareRootDomain);
@@ -300,7 +254,7 @@ template <class S, class D, class F> TEVS_INLINE void careful(const S* src, D* d
     map<kFloats, 4>(
         len, dst,
         [&](auto w, auto s) {
-            const auto y = each(f(real<double>(loadInts<S, w.n>(s)), s, w.n), [=](auto v) { return saturate<D>(v * constant<decltype(v)>(factor)); });
+            const auto y = each(f(real<double>(loadInts<int32_t, 4 * w.n>(s)), s, w.n), [=](auto v) { return clamped<D>(v * constant<decltype(v)>(factor)); });
             auto ints = nearestInt(y);
             const auto doubtful = each(y, [](auto v) {
                 using V = decltype(v);
@@ -343,7 +297,7 @@ TEVS_WHOLE Status decibel32s(const int32_t* src, int32_t* dst, int len, double f
 
 TEVS_WHOLE void normalize16s(const int16_t* src, int16_t* dst, int len, int16_t sub, double by) {
     map<kFloats, 4>(
-        len, dst, [=](auto w, auto s) { return narrowTo<int16_t>(toInts<int16_t>(real<double>(loadInts<int16_t, w.n>(s) - int32_t{sub}), by)); }, src);
+        len, dst, [=](auto w, auto s) { return narrowTo<int16_t>(toInts<int16_t>(real<double>(loadInts<int32_t, 4 * w.n>(s) - int32_t{sub}), by)); }, src);
 }
 
 // N complex numbers of 16 bits, one in each lane of 32: the real parts, the imaginary parts.

@@ -4,8 +4,6 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
-template <class T> constexpr int kLeast = 16 / int(sizeof(T));
-
 // ---- positions ------------------------------------------------------------------------------------------------------------------------
 
 template <class V> TEVS_INLINE uint32_t matches(V equal) { return byteSigns((Vec<uint8_t, int(sizeof(V))>)equal); }

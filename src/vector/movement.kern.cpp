@@ -1,3 +1,4 @@
+#include "core/complex.h"
 #include "core/simd/map.h"
 #include "vector/movement.table.h"
 
@@ -143,31 +144,30 @@ void swap24(const void* src, void* dst, ptrdiff_t n) {
 
 // ---- complex elements -------------------------------------------------------------------------------------------------------------
 
-template <class T> TEVS_INLINE const T* parts(const Pair<T>* p) { return &p->re; }
 
 template <class T> void real(const void* src, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(
-        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(parts(s)).a; }, static_cast<const Pair<T>*>(src));
+    map<kLanes<T>, kLeast<T>>(
+        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)).a; }, static_cast<const Pair<T>*>(src));
 }
 template <class T> void imag(const void* src, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(
-        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(parts(s)).b; }, static_cast<const Pair<T>*>(src));
+    map<kLanes<T>, kLeast<T>>(
+        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)).b; }, static_cast<const Pair<T>*>(src));
 }
 template <class T> void split(const void* src, void* re, void* im, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(
-        n, Both<T>{static_cast<T*>(re), static_cast<T*>(im)}, [](auto w, auto s) { return loadSplit<T, w.n>(parts(s)); }, static_cast<const Pair<T>*>(src));
+    map<kLanes<T>, kLeast<T>>(
+        n, Both<T>{static_cast<T*>(re), static_cast<T*>(im)}, [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)); }, static_cast<const Pair<T>*>(src));
 }
 template <class T> void join(const void* re, const void* im, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(
+    map<kLanes<T>, kLeast<T>>(
         n, static_cast<Pair<T>*>(dst), [](auto w, auto a, auto b) { return interleave(load<T, w.n>(a), load<T, w.n>(b)); }, static_cast<const T*>(re),
         static_cast<const T*>(im));
 }
 template <class T> void onlyReal(const void* re, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(
+    map<kLanes<T>, kLeast<T>>(
         n, static_cast<Pair<T>*>(dst), [](auto w, auto s) { return interleave(load<T, w.n>(s), Vec<T, w.n>{}); }, static_cast<const T*>(re));
 }
 template <class T> void onlyImag(const void* im, void* dst, ptrdiff_t n) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(
+    map<kLanes<T>, kLeast<T>>(
         n, static_cast<Pair<T>*>(dst), [](auto w, auto s) { return interleave(Vec<T, w.n>{}, load<T, w.n>(s)); }, static_cast<const T*>(im));
 }
 
@@ -197,7 +197,7 @@ constexpr auto conjugate32 = [](auto v) { return v ^ kSign; };
 constexpr auto conjugate64 = [](auto v) { return v ^ interleaveLow(decltype(v){}, decltype(v){} + kSign); };
 
 template <class T, class F> TEVS_INLINE void conj(const void* src, void* dst, ptrdiff_t lanes, F f) {
-    map<kLanes<T>, 16 / int(sizeof(T))>(
+    map<kLanes<T>, kLeast<T>>(
         lanes, static_cast<T*>(dst), [=](auto w, auto s) { return f(load<T, w.n>(s)); }, static_cast<const T*>(src));
 }
 void conj16(const void* src, void* dst, ptrdiff_t n) { conj<uint32_t>(src, dst, n, conjugate16); }

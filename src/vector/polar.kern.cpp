@@ -1,7 +1,7 @@
 #include "core/complex.h"
 #include "core/simd/angle.h"
+#include "core/simd/lanes.h"
 #include "core/simd/map.h"
-#include "core/simd/scale.h"
 #include "vector/polar.table.h"
 
 // Of a function object that map() calls: left to itself the compiler calls the longer ones, with vectors in memory.
@@ -15,13 +15,11 @@ namespace {
 // Elements a step, by the sources' type. Integers gain nothing from registers wider than 32 bytes.
 constexpr int kInts = kLanes<int32_t> < 8 ? kLanes<int32_t> : 8;
 template <class S, class...> constexpr int kStep = Scalar<S>(0.5) == 0 ? kInts : kLanes<Scalar<S>>;
-template <class S, class...> constexpr int kLeast = sizeof(Scalar<S>) == 8 ? 2 : 4;
+template <class S, class...> constexpr int kLeastStep = sizeof(Scalar<S>) == 8 ? 2 : 4;
 
 // N samples as two vectors of parts: real and imaginary, or magnitude and phase. 16-bit samples come as 32-bit lanes.
 template <int N, class T> TEVS_INLINE Two<Vec<T, N>> parts(const T* a, const T* b) { return {load<T, N>(a), load<T, N>(b)}; }
-template <int N> TEVS_INLINE Two<Vec<float, N>> parts(const Complex32f* z) { return loadSplit<float, N>(&z->re); }
-template <int N> TEVS_INLINE Two<Vec<double, N>> parts(const Complex64f* z) { return loadSplit<double, N>(&z->re); }
-template <int N> TEVS_INLINE Two<Vec<int32_t, N>> parts(const Complex32s* z) { return loadSplit<int32_t, N>(&z->re); }
+template <int N, class Z> TEVS_INLINE Two<Vec<Scalar<Z>, N>> parts(const Z* z) { return loadSplit<Scalar<Z>, N>(partsOf(z)); }
 template <int N> TEVS_INLINE Two<Vec<int32_t, N>> parts(const int16_t* a, const int16_t* b) { return {loadWide<N>(a), loadWide<N>(b)}; }
 template <int N> TEVS_INLINE Two<Vec<int32_t, N>> parts(const Complex16s* z) {
     const auto v = loadAs<Vec<int32_t, N>>(z);
@@ -46,11 +44,8 @@ template <class V, class F> TEVS_INLINE auto widened(Two<V> z, F f) {
 template <class V> TEVS_INLINE Two<Two<V>> transposed(Two<Two<V>> v) { return {{v.a.a, v.b.a}, {v.a.b, v.b.b}}; }
 
 // v * factor, saturated to D.
-template <class D, class V> TEVS_INLINE V saturated(V v, double factor) {
-    constexpr double limit = sizeof(D) == 2 ? 0x1p15 : 0x1p31;
-    return atLeast(constant<V>(-limit), atMost(constant<V>(limit - 1), v * constant<V>(factor)));
-}
-template <class V> TEVS_INLINE auto as16(V v) { return low(pack16(v, v)); }
+template <class D, class V> TEVS_INLINE V saturated(V v, double factor) { return clamped<D>(v * constant<V>(factor)); }
+template <class V> TEVS_INLINE auto as16(V v) { return packed<int16_t>(Some<V, 1>{v}); }
 
 // ---- operations --------------------------------------------------------------------------------------------------------------------
 
@@ -179,7 +174,7 @@ template <class D, class Op, class... S> TEVS_INLINE void eachSample(int len, D*
         len, dst, [=](auto w, auto... s) TEVS_FLAT { return op(parts<w.n>(s...)); }, src...);
 }
 template <class D, class Op, class... S> TEVS_INLINE void eachSampleShort(int len, D* dst, Op op, const S*... src) {
-    map<kStep<S...>, kLeast<S...>>(
+    map<kStep<S...>, kLeastStep<S...>>(
         len, dst, [=](auto w, auto... s) TEVS_FLAT { return op(parts<w.n>(s...)); }, src...);
 }
 template <class D, class Op, class... S> TEVS_INLINE void eachSquare(int len, D* dst, Op op, const S*... src) {

@@ -4,31 +4,24 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
-template <class T> constexpr int kLeast = 16 / int(sizeof(T));
 constexpr int kDoubles = kLanes<double>;
-
-// A complex vector of n elements is one of 2n parts.
-TEVS_INLINE const int16_t* parts(const Complex16s* p) { return reinterpret_cast<const int16_t*>(p); }
-TEVS_INLINE const float* parts(const Complex32f* p) { return reinterpret_cast<const float*>(p); }
-TEVS_INLINE const double* parts(const Complex64f* p) { return reinterpret_cast<const double*>(p); }
-template <class T> TEVS_INLINE const T* parts(const T* p) { return p; }
 
 // ---- sums -----------------------------------------------------------------------------------------------------------------------------
 
-struct Sum : Additive {
+struct PlainSum : Additive {
     template <class V> TEVS_INLINE V start() const { return V{}; }
     template <class V> TEVS_INLINE V step(V s, V x) const { return s + x; }
     template <class V> TEVS_INLINE auto finish(V s) const { return sumOfLanes(s); }
 };
 // The sums of even and of odd lanes.
-struct PartSums : Sum {
+struct PartSums : PlainSum {
     template <class V> TEVS_INLINE auto finish(V s) const { return foldLanes<2>(s, plus); }
 };
 
-template <class T> T sum(const T* src, int n) { return reduce<kLanes<T>, kLeast<T>, kTurns>(n, Sum{}, Elements<T>{src}); }
+template <class T> T sum(const T* src, int n) { return reduce<kLanes<T>, kLeast<T>, kTurns>(n, PlainSum{}, Elements<T>{src}); }
 template <class C> C sumOfParts(const C* src, int n) {
-    using T = decltype(C::re);
-    const auto s = reduce<kLanes<T>, kLeast<T>, kTurns>(2 * ptrdiff_t{n}, PartSums{}, Elements<T>{parts(src)});
+    using T = Scalar<C>;
+    const auto s = reduce<kLanes<T>, kLeast<T>, kTurns>(partCount<C>(n), PartSums{}, Elements<T>{partsOf(src)});
     return {s[0], s[1]};
 }
 
@@ -36,45 +29,31 @@ template <class C> C sumOfParts(const C* src, int n) {
 template <class V> using Pairs = Vec<int32_t, kCount<V> / 2>;
 template <class V> TEVS_INLINE V ones() { return V{} + 1; }
 
-struct Sum16 : Sum {
+struct Sum16 : Additive {
     template <class V> TEVS_INLINE Pairs<V> start() const { return Pairs<V>{}; }
     template <class V> TEVS_INLINE Pairs<V> step(Pairs<V> s, V x) const { return s + multiplyPairs(x, ones<V>()); }
+    template <class V> TEVS_INLINE int64_t finish(V s) const { return sumOfLanes(s); }
 };
-int64_t sum16s(const int16_t* src, int n) {
-    int64_t sum = 0;
-    inBlocks(n, [&](ptrdiff_t i, ptrdiff_t m) { sum += reduce<kLanes<int16_t>, 8, 4>(m, Sum16{}, Elements<int16_t>{src + i}); });
-    return sum;
-}
-
 struct PartSums16 : Additive {
     template <class V> TEVS_INLINE Two<Pairs<V>> start() const { return Two<Pairs<V>>{}; }
     template <class V> TEVS_INLINE auto step(Two<Pairs<V>> s, V x) const {
         const auto even = (V)(Pairs<V>{} + 0x00000001), odd = (V)(Pairs<V>{} + 0x00010000);
         return s + Two<Pairs<V>>{multiplyPairs(x, even), multiplyPairs(x, odd)};
     }
-    template <class V> TEVS_INLINE Complex32s finish(Two<V> s) const { return {sumOfLanes(s.a), sumOfLanes(s.b)}; }
+    template <class V> TEVS_INLINE Complex64s finish(Two<V> s) const { return {sumOfLanes(s.a), sumOfLanes(s.b)}; }
 };
-Complex64s sum16sc(const Complex16s* src, int n) {
-    Complex64s sum = {0, 0};
-    inBlocks(2 * ptrdiff_t{n}, [&](ptrdiff_t i, ptrdiff_t m) {
-        const Complex32s s = reduce<kLanes<int16_t>, 8, 4>(m, PartSums16{}, Elements<int16_t>{parts(src) + i});
-        sum = {sum.re + s.re, sum.im + s.im};
-    });
-    return sum;
-}
-
 struct Sum32 : Additive {
-    template <class V> TEVS_INLINE Exact<V> start() const { return Exact<V>{}; }
-    template <class V> TEVS_INLINE Exact<V> step(Exact<V> s, V x) const { return s + Exact<V>{(Unsigned32<V>)x, x >> 16}; }
-    template <class V> TEVS_INLINE int64_t finish(Exact<V> s) const { return s.sum(); }
+    template <class V> TEVS_INLINE ExactSum<V> start() const { return ExactSum<V>{}; }
+    template <class V> TEVS_INLINE ExactSum<V> step(ExactSum<V> s, V x) const { return s + ExactSum<V>{(Unsigned32<V>)x, x >> 16}; }
+    template <class V> TEVS_INLINE int64_t finish(ExactSum<V> s) const { return s.sum(); }
 };
-int64_t sum32s(const int32_t* src, int n) {
-    int64_t sum = 0;
-    inBlocks(n, [&](ptrdiff_t i, ptrdiff_t m) { sum += reduce<kLanes<int32_t>, 4, kTurns / 2>(m, Sum32{}, Elements<int32_t>{src + i}); });
-    return sum;
+int64_t sum16s(const int16_t* src, int n) { return reduceBlocks<kLanes<int16_t>, 8, 4>(n, Sum16{}, Elements<int16_t>{src}); }
+Complex64s sum16sc(const Complex16s* src, int n) {
+    return reduceBlocks<kLanes<int16_t>, 8, 4>(partCount<Complex16s>(n), PartSums16{}, Elements<int16_t>{partsOf(src)});
 }
+int64_t sum32s(const int32_t* src, int n) { return reduceBlocks<kLanes<int32_t>, 4, kTurns / 2>(n, Sum32{}, Elements<int32_t>{src}); }
 
-struct SquareSum : Sum {
+struct SquareSum : PlainSum {
     template <class V> TEVS_INLINE V step(V s, V x) const { return fma(x, x, s); }
 };
 float singleSquares32f(const float* src, int n) { return reduce<kLanes<float>, 4, kTurns>(n, SquareSum{}, Elements<float>{src}); }
@@ -105,9 +84,10 @@ struct Distance16 {
 };
 
 // Per pair of elements at most 2^16 without a difference, and 2 * 65535 with one: a block's sum fits 32 bits without a sign.
-struct AbsSum16 : Sum {
+struct AbsSum16 : Additive {
     template <class V> TEVS_INLINE Unsigned32<V> start() const { return Unsigned32<V>{}; }
     template <class V> TEVS_INLINE Unsigned32<V> step(Unsigned32<V> s, V x) const { return s + (Unsigned32<V>)multiplyPairs(x, x >> 15 | ones<V>()); }
+    template <class V> TEVS_INLINE int64_t finish(V s) const { return sumOfLanes(s); }
 };
 struct DistanceSum16 : AbsSum16 {
     template <class V> TEVS_INLINE Unsigned32<V> step(Unsigned32<V> s, V d) const { return s + (((Unsigned32<V>)d & 0xffff) + ((Unsigned32<V>)d >> 16)); }
@@ -115,17 +95,17 @@ struct DistanceSum16 : AbsSum16 {
 
 // Two squares reach 2^31 and are taken without a sign.
 struct SquareSum16 : Additive {
-    template <class V> TEVS_INLINE Exact<Pairs<V>> start() const { return Exact<Pairs<V>>{}; }
-    template <class V> TEVS_INLINE Exact<Pairs<V>> step(Exact<Pairs<V>> s, V x) const {
+    template <class V> TEVS_INLINE ExactSum<Pairs<V>> start() const { return ExactSum<Pairs<V>>{}; }
+    template <class V> TEVS_INLINE ExactSum<Pairs<V>> step(ExactSum<Pairs<V>> s, V x) const {
         const auto t = multiplyPairs(x, x);
-        return s + Exact<Pairs<V>>{(Unsigned32<V>)t, (Pairs<V>)((Unsigned32<V>)t >> 16)};
+        return s + ExactSum<Pairs<V>>{(Unsigned32<V>)t, (Pairs<V>)((Unsigned32<V>)t >> 16)};
     }
-    template <class V> TEVS_INLINE int64_t finish(Exact<V> s) const { return s.sum(); }
+    template <class V> TEVS_INLINE int64_t finish(ExactSum<V> s) const { return s.sum(); }
 };
 // d^2 = 4 floor(d / 2) ceil(d / 2) + (d mod 2). The halves are at most 32767 and 32768; with the second one negated, both are 16-bit numbers, and so
 // are their products' pairs 32-bit ones. Odd elements are counted in 16 bits, even and odd lanes apart.
 template <class V> struct Halves {
-    Exact<V> products;
+    ExactSum<V> products;
     Unsigned32<V> odd;
     friend TEVS_INLINE Halves operator+(Halves x, Halves y) { return {x.products + y.products, x.odd + y.odd}; }
 };
@@ -143,17 +123,10 @@ struct DistanceSquareSum16 : Additive {
     }
 };
 
-// The sum of op over blocks; a block's sum of 32 bits is one without a sign.
-template <class Op, int U, class S> TEVS_INLINE int64_t measureBlocks(ptrdiff_t n, S s) {
-    int64_t sum = 0;
-    inBlocks(n, [&](ptrdiff_t i, ptrdiff_t m) {
-        const auto part = reduce<kLanes<int16_t>, 8, U>(m, Op{}, s + i);
-        sum += sizeof part == 4 ? int64_t{uint32_t(part)} : int64_t{part};
-    });
-    return sum;
+template <class Op> int64_t measure16(const int16_t* src, int n) { return reduceBlocks<kLanes<int16_t>, 8, 4>(n, Op{}, Elements<int16_t>{src}); }
+template <class Op> int64_t measureDistance16(const int16_t* a, const int16_t* b, int n) {
+    return reduceBlocks<kLanes<int16_t>, 8, 2>(n, Op{}, Distance16{{a}, {b}});
 }
-template <class Op> int64_t measure16(const int16_t* src, int n) { return measureBlocks<Op, 4>(n, Elements<int16_t>{src}); }
-template <class Op> int64_t measureDistance16(const int16_t* a, const int16_t* b, int n) { return measureBlocks<Op, 2>(n, Distance16{{a}, {b}}); }
 
 int32_t largest16s(const int16_t* src, int n) {
     const auto r = Running<int16_t, Less, Greater>{{src[0], src[0]}}.over<8>(n, Elements<int16_t>{src});
@@ -164,9 +137,9 @@ int32_t largestDistance16(const int16_t* a, const int16_t* b, int n) { return Ru
 // ---- norms of floats ----------------------------------------------------------------------------------------------------------------------
 
 // re^2 + im^2 of complex elements, whose parts are those of a.
-template <class S> struct SquaredMagnitude {
+template <class S> struct SquaredMagnitudes {
     S a;
-    friend TEVS_INLINE SquaredMagnitude operator+(SquaredMagnitude s, ptrdiff_t i) { return {s.a + 2 * i}; }
+    friend TEVS_INLINE SquaredMagnitudes operator+(SquaredMagnitudes s, ptrdiff_t i) { return {s.a + 2 * i}; }
     TEVS_INLINE auto first() const { return a.first() * a.first() + (a + 1).first() * (a + 1).first(); }
     template <int N> TEVS_INLINE auto load() const {
         const auto x = a.template load<N>(), y = (a + N).template load<N>();
@@ -174,14 +147,14 @@ template <class S> struct SquaredMagnitude {
         return fma(re, re, im * im);
     }
     template <int N> TEVS_INLINE auto held(int n) const {
-        return madeOf([](auto x) { return SquaredMagnitude<decltype(x)>{x}; }, a.template held<2 * N>(2 * n));
+        return madeOf([](auto x) { return SquaredMagnitudes<decltype(x)>{x}; }, a.template held<2 * N>(2 * n));
     }
 };
 
-struct AbsSum : Sum {
+struct AbsSum : PlainSum {
     template <class V> TEVS_INLINE V step(V s, V x) const { return s + abs(x); }
 };
-struct RootSum : Sum {
+struct RootSum : PlainSum {
     template <class V> TEVS_INLINE V step(V s, V x) const { return s + squareRoot(x); }
 };
 
@@ -189,11 +162,11 @@ template <class Op, class S> TEVS_INLINE double inDouble(ptrdiff_t n, S s) { ret
 
 // The measures: of the source of a vector's parts, of n elements.
 template <class T> struct Precise { using Source = Elements<T>; };
-template <> struct Precise<float> { using Source = Widened<float>; };
+template <> struct Precise<float> { using Source = WideElements<float>; };
 
 struct Largest {
     template <class T> using Source = Elements<T>;
-    template <class S> TEVS_INLINE static auto of(ptrdiff_t n, S s) { return largestOf(n, Absolute<S>{s}); }
+    template <class S> TEVS_INLINE static auto of(ptrdiff_t n, S s) { return largestOf(n, Magnitudes<S>{s}); }
     template <class S> TEVS_INLINE static auto largestOf(ptrdiff_t n, S s) {
         using T = decltype(s.first());
         return Running<T, Greater>{{s.first()}}.template over<kLeast<T>>(n, s).best[0];
@@ -201,7 +174,7 @@ struct Largest {
 };
 struct LargestComplex {
     template <class T> using Source = typename Precise<T>::Source;
-    template <class S> TEVS_INLINE static double of(ptrdiff_t n, S s) { return Largest::largestOf(n, SquaredMagnitude<S>{s}); }
+    template <class S> TEVS_INLINE static double of(ptrdiff_t n, S s) { return Largest::largestOf(n, SquaredMagnitudes<S>{s}); }
 };
 struct SumAbs {
     template <class T> using Source = typename Precise<T>::Source;
@@ -209,7 +182,7 @@ struct SumAbs {
 };
 struct SumAbsComplex {
     template <class T> using Source = typename Precise<T>::Source;
-    template <class S> TEVS_INLINE static double of(ptrdiff_t n, S s) { return inDouble<RootSum>(n, SquaredMagnitude<S>{s}); }
+    template <class S> TEVS_INLINE static double of(ptrdiff_t n, S s) { return inDouble<RootSum>(n, SquaredMagnitudes<S>{s}); }
 };
 struct Squares {
     template <class T> using Source = typename Precise<T>::Source;
@@ -220,15 +193,9 @@ struct SquaresComplex {
     template <class S> TEVS_INLINE static double of(ptrdiff_t n, S s) { return Squares::of(2 * n, s); }
 };
 
-template <class T> struct PartType { using type = T; };
-template <> struct PartType<Complex32f> { using type = float; };
-template <> struct PartType<Complex64f> { using type = double; };
-
-template <class M, class T, class R, class S = typename M::template Source<typename PartType<T>::type>> R one(const T* src, int n) {
-    return M::of(n, S{parts(src)});
-}
-template <class M, class T, class R, class S = typename M::template Source<typename PartType<T>::type>> R difference(const T* a, const T* b, int n) {
-    return M::of(n, Difference<S>{{parts(a)}, {parts(b)}});
+template <class M, class T, class R, class S = typename M::template Source<Scalar<T>>> R one(const T* src, int n) { return M::of(n, S{partsOf(src)}); }
+template <class M, class T, class R, class S = typename M::template Source<Scalar<T>>> R difference(const T* a, const T* b, int n) {
+    return M::of(n, Differences<S>{{partsOf(a)}, {partsOf(b)}});
 }
 template <class M, class T, class R = double> constexpr Measure<T, R> kMeasure = {one<M, T, R>, difference<M, T, R>};
 
@@ -246,7 +213,7 @@ struct Between {
     template <int N> TEVS_INLINE auto held(int n) const { return heldCopy<N>(*this, n); }
 };
 int countInRange(const int32_t* src, int n, int32_t lower, int32_t upper) {
-    return -reduce<kLanes<int32_t>, 4, kTurns / 2>(n, Sum{}, Between{src, lower, upper});
+    return -reduce<kLanes<int32_t>, 4, kTurns / 2>(n, PlainSum{}, Between{src, lower, upper});
 }
 
 }   // namespace

@@ -3,10 +3,14 @@
 
 #include <array>
 #include <cstring>
+#include <memory>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "support/data.h"
+#include "support/exact.h"
 #include "support/guarded.h"
 
 namespace test {
@@ -17,8 +21,18 @@ template <class R> auto partsOf(const R& r) {
     else
         return std::array{(long double)r.re, (long double)r.im};
 }
+template <class R> auto partOf(const R& r) {
+    if constexpr (std::is_arithmetic_v<R>)
+        return r;
+    else
+        return r.re;
+}
+template <class R> using Part = decltype(partOf(R{}));
+template <class R> constexpr size_t kParts = sizeof(R) / sizeof(Part<R>);
 
-// What a result has to be, and how far off it may be. NaN stands for NaN.
+// ---- what a result has to be --------------------------------------------------------------------------------------------------------------------
+
+// And how far off it may be. NaN stands for NaN.
 struct Want {
     std::vector<long double> parts;
     long double tolerance = 0;
@@ -26,6 +40,25 @@ struct Want {
 template <class R> Want exactly(const R& r) {
     const auto parts = partsOf(r);
     return {{parts.begin(), parts.end()}};
+}
+// Off by `error`, and then rounded to R.
+template <class R> Want rounded(std::vector<long double> parts, long double error) {
+    long double most = 0;
+    for (long double p : parts) most = std::max(most, std::abs(p));
+    return {std::move(parts), error + (std::is_integral_v<Part<R>> ? 0.5L : most * (std::numeric_limits<Part<R>>::epsilon() / 2))};
+}
+
+// The exact sum of each part, converted to R's or scaled and saturated.
+using ExactSums = std::vector<ExactSum>;
+template <class R> Want converted(const ExactSums& sums) {
+    Want w;
+    for (const ExactSum& s : sums) w.parts.push_back(Part<R>(s.value()));
+    return w;
+}
+template <class R> Want scaled(const ExactSums& sums, int scale) {
+    Want w;
+    for (const ExactSum& s : sums) w.parts.push_back(s.scaled<Part<R>>(scale));
+    return w;
 }
 
 template <class R>::testing::AssertionResult fits(const Want& want, const R& got) {
@@ -39,6 +72,8 @@ template <class R>::testing::AssertionResult fits(const Want& want, const R& got
     return ::testing::AssertionSuccess();
 }
 
+// ---- the sweep --------------------------------------------------------------------------------------------------------------------------------
+
 constexpr int kLong = 2 * 65536 + 37;   // past two blocks of exact sums
 
 inline std::vector<int> lengthsFrom(int least) {
@@ -49,21 +84,36 @@ inline std::vector<int> lengthsFrom(int least) {
 // For what does not depend on the length: a scale factor's effect, once it has been swept at some.
 inline std::vector<int> lengthsAt(int scaleFactor) { return scaleFactor == 0 || scaleFactor == 5 ? lengthsFrom(1) : std::vector<int>{1, 2, 7, 61, 1003}; }
 
-// call(a, b, len, result) reduces vectors that make() has made, oracle(a, b) says what comes out. The result depends on the elements alone: it is the same to the
-// bit wherever they lie.
-template <class A, class B, class R, class Call, class Oracle, class MakeA = std::vector<A> (*)(size_t), class MakeB = std::vector<B> (*)(size_t)>
-void sweepReduction(Call call, Oracle oracle, MakeA makeA = randomVector<A>, MakeB makeB = randomVector<B>, const std::vector<int>& lengths = lengthsFrom(1)) {
+// The vectors that a sweep takes.
+template <class T> using Make = std::vector<T> (*)(size_t);
+template <class A, class B = A> struct Vectors {
+    std::vector<int> lengths = lengthsFrom(1);
+    Make<A> a = randomVector<A>;
+    Make<B> b = randomVector<B>;
+};
+template <class T> std::vector<T> lowest(size_t n) {
+    T x{};
+    std::vector<Part<T>> parts(kParts<T>, std::numeric_limits<Part<T>>::min());
+    std::memcpy(&x, parts.data(), sizeof x);
+    return std::vector<T>(n, x);
+}
+
+// call(sources..., len, result) reduces vectors of the lengths to what oracle(vectors...) says. The result depends on the elements alone: it is the same to the bit
+// wherever they lie.
+template <class R, class Call, class Oracle, class... S> void sweepReduction(const std::vector<int>& lengths, Call call, Oracle oracle, Make<S>... make) {
     for (const int len : lengths) {
-        const std::vector<A> a = makeA(size_t(len));
-        const std::vector<B> b = makeB(size_t(len));
-        const Want want = oracle(a, b);
+        const std::tuple<std::vector<S>...> vectors{make(size_t(len))...};
+        const Want want = std::apply(oracle, vectors);
         std::vector<R> first;
         for (int offset = len == kLong ? 3 : 0; offset < 5; ++offset) {
-            const int at = offset < 4 ? offset : 0;
-            const Guarded<A> srcA(a, Place{at * int(sizeof(A)), offset < 4});
-            const Guarded<B> srcB(b, Place{(3 - at) * int(sizeof(B)), offset < 3});
+            int at = offset < 4 ? offset : 0;
+            const auto place = [&](auto& v) {   // each source farther from its place than the one before
+                using T = typename std::decay_t<decltype(v)>::value_type;
+                return std::make_unique<Guarded<T>>(v, Place{at++ % 4 * int(sizeof(T)), offset < 4});
+            };
+            const auto sources = std::apply([&](auto&... v) { return std::tuple{place(v)...}; }, vectors);
             Guarded<R> result(1);
-            ASSERT_EQ(call(srcA.data(), srcB.data(), len, result.data()), StatusOk);
+            ASSERT_EQ(std::apply([&](auto&... s) { return call(std::as_const(*s).data()..., len, result.data()); }, sources), StatusOk);
             ASSERT_TRUE(fits(want, result.values()[0])) << "length " << len;
             ASSERT_TRUE(result.intact());
             if (first.empty()) first = result.values();
@@ -71,10 +121,18 @@ void sweepReduction(Call call, Oracle oracle, MakeA makeA = randomVector<A>, Mak
         }
     }
 }
-template <class T, class R, class Call, class Oracle, class Make = std::vector<T> (*)(size_t)>
-void sweepReduction1(Call call, Oracle oracle, Make make = randomVector<T>, const std::vector<int>& lengths = lengthsFrom(1)) {
-    sweepReduction<T, char, R>([=](const T* p, const char*, int len, R* r) { return call(p, len, r); },
-                               [=](const std::vector<T>& v, const std::vector<char>&) { return oracle(v); }, make, randomVector<char>, lengths);
+
+// The same of a function with more arguments behind the result, by its prototype: of one vector, and of two.
+template <class T, class R, class... More, class Oracle>
+void reduces(Status (*f)(const T*, int, R*, More...), Oracle oracle, const std::type_identity_t<Vectors<T>>& with = {}, std::type_identity_t<More>... more) {
+    sweepReduction<R>(
+        with.lengths, [=](const T* v, int len, R* r) { return f(v, len, r, more...); }, oracle, with.a);
+}
+template <class A, class B, class R, class... More, class Oracle>
+void reduces(Status (*f)(const A*, const B*, int, R*, More...), Oracle oracle, const std::type_identity_t<Vectors<A, B>>& with = {},
+             std::type_identity_t<More>... more) {
+    sweepReduction<R>(
+        with.lengths, [=](const A* a, const B* b, int len, R* r) { return f(a, b, len, r, more...); }, oracle, with.a, with.b);
 }
 
 }   // namespace test

@@ -105,14 +105,14 @@ template <class T> void checkMagnitudes(Status (*max)(const T*, int, T*), Status
     const auto saturated = [](int64_t m) { return T(std::min<int64_t>(m, std::numeric_limits<T>::max())); };
     for (bool largest : {true, false})
         for (auto make : {randomVector<T>, +[](size_t n) { return std::vector<T>(n, std::numeric_limits<T>::min()); }})
-            sweepReduction1<T, T>(
+            reduces(
                 largest ? max : min,
                 [=](const std::vector<T>& v) {
                     int64_t m = std::abs(int64_t{v[0]});
                     for (T x : v) m = largest ? std::max(m, std::abs(int64_t{x})) : std::min(m, std::abs(int64_t{x}));
                     return exactly(saturated(m));
                 },
-                make);
+                {lengthsFrom(1), make});
 }
 
 TEST(Extremes, MagnitudesSaturate) {

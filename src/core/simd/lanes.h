@@ -60,7 +60,7 @@ template <class S, class T> TEVS_INLINE __m128i widenLow(__m128i v) {
 #if TEVS_LEVEL >= 1
         return isSigned ? _mm_cvtepi8_epi32(v) : _mm_cvtepu8_epi32(v);
 #else
-        return widenLow<int16_t, int32_t>(widenLow<S, int16_t>(v));
+        return isSigned ? widenLow<int16_t, T>(widenLow<S, int16_t>(v)) : widenLow<uint16_t, T>(widenLow<S, int16_t>(v));
 #endif
     }
 }
@@ -69,6 +69,8 @@ template <class S, class T> TEVS_INLINE __m128i widenLow(__m128i v) {
 template <class T, int B, class S> TEVS_INLINE Register<T, B> loadInts(const S* p) {
     if constexpr (sizeof(S) == sizeof(T)) {
         return loadAs<Register<T, B>>(p);
+    } else if constexpr (B == 64) {
+        return __builtin_convertvector((load<S, B / int(sizeof(T))>(p)), Register<T, B>);
     } else {
         const __m128i v = loadLow<B / int(sizeof(T)) * int(sizeof(S))>(p);
         if constexpr (B == 16) return (Register<T, B>)widenLow<S, T>(v);
@@ -81,25 +83,32 @@ template <class T, int B, class S> TEVS_INLINE Register<T, B> loadInts(const S* 
     }
 }
 
+template <> struct LimitsOf<Int24> {
+    static constexpr bool isSigned = true;
+    static constexpr int32_t max = 0x7fffff, min = -0x800000;
+};
+template <> struct LimitsOf<UInt24> {
+    static constexpr bool isSigned = false;
+    static constexpr int32_t max = 0xffffff, min = 0;
+};
+
 // Four packed integers at byte `from` (0 or 4) of each 128-bit half of v, as 32 bits.
-template <class S> constexpr bool kSigned24 = false;
-template <> constexpr bool kSigned24<Int24> = true;
 #if TEVS_LEVEL >= 1
 // Byte I of a lane order in which each integer lies in the upper three bytes of its lane (signed: a shift brings the sign), or in the lower three.
 template <class S, int... I> TEVS_INLINE auto order24(int from, Lane<I...>) {
-    constexpr int blank = kSigned24<S> ? 0 : 3;
-    return Vec<int8_t, 16>{int8_t(I % 4 == blank ? -128 : from + I / 4 * 3 + I % 4 - kSigned24<S>)...};
+    constexpr int blank = LimitsOf<S>::isSigned ? 0 : 3;
+    return Vec<int8_t, 16>{int8_t(I % 4 == blank ? -128 : from + I / 4 * 3 + I % 4 - LimitsOf<S>::isSigned)...};
 }
 template <class S> TEVS_INLINE Vec<int32_t, 4> unpack24(__m128i v, int from) {
     const auto r = (Vec<int32_t, 4>)_mm_shuffle_epi8(v, (__m128i)order24<S>(from, Iota<16>{}));
-    return kSigned24<S> ? r >> 8 : r;
+    return LimitsOf<S>::isSigned ? r >> 8 : r;
 }
 #else
 template <class S> TEVS_INLINE Vec<int32_t, 4> unpack24(__m128i v, int from) {
     if (from == 4) v = _mm_srli_si128(v, 4);
     const auto pairs = (Vec<uint64_t, 2>)_mm_unpacklo_epi64(v, _mm_srli_si128(v, 6));   // 48 bits of two integers in each
     const auto r = (pairs << 8 & 0xffffff00u) | (pairs << 16 & 0xffffff0000000000u);
-    return kSigned24<S> ? (Vec<int32_t, 4>)r >> 8 : (Vec<int32_t, 4>)((Vec<uint32_t, 4>)r >> 8);
+    return LimitsOf<S>::isSigned ? (Vec<int32_t, 4>)r >> 8 : (Vec<int32_t, 4>)((Vec<uint32_t, 4>)r >> 8);
 }
 #endif
 
@@ -114,7 +123,7 @@ template <int B, int K, class S> TEVS_INLINE Some<Register<int32_t, B>, K> load2
             const __m256i v = _mm256_inserti128_si256(_mm256_castsi128_si256(loadLow<16>(p + 24 * k)), loadLow<16>(p + 24 * k + 8), 1);
             const auto order = join(order24<S>(0, Iota<16>{}), order24<S>(4, Iota<16>{}));
             const auto lanes = (Vec<int32_t, 8>)_mm256_shuffle_epi8(v, (__m256i)order);
-            r.v[k] = kSigned24<S> ? lanes >> 8 : lanes;
+            r.v[k] = LimitsOf<S>::isSigned ? lanes >> 8 : lanes;
         }
 #endif
         if constexpr (B == 16) r.v[k] = k < K - 1 ? unpack24<S>(loadLow<16>(p + 12 * k), 0) : unpack24<S>(loadLow<16>(p + 12 * K - 16), 4);
@@ -219,7 +228,7 @@ template <class T, int B, int K, class S> TEVS_INLINE Some<Register<T, B>, K> lo
     }
 }
 
-// ---- 32-bit lanes as narrower integers, saturated, in order ---------------------------------------------------------------------------------
+// ---- lanes as narrower integers, saturated, in order ------------------------------------------------------------------------------------------
 
 TEVS_INLINE Vec<uint16_t, 8> packU16(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
 #if TEVS_LEVEL >= 1
@@ -229,27 +238,97 @@ TEVS_INLINE Vec<uint16_t, 8> packU16(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
     return (Vec<uint16_t, 8>)pack16(low(a), low(b)) ^ 0x8000;
 #endif
 }
-TEVS_INLINE Vec<int8_t, 16> pack8(const Some<Vec<int32_t, 4>, 4>& s) {
-    return (Vec<int8_t, 16>)_mm_packs_epi16((__m128i)pack16(s.v[0], s.v[1]), (__m128i)pack16(s.v[2], s.v[3]));
-}
-TEVS_INLINE Vec<uint8_t, 16> packU8(const Some<Vec<int32_t, 4>, 4>& s) {
-    return (Vec<uint8_t, 16>)_mm_packus_epi16((__m128i)pack16(s.v[0], s.v[1]), (__m128i)pack16(s.v[2], s.v[3]));
-}
 #if TEVS_LEVEL >= 2
 TEVS_INLINE Vec<uint16_t, 16> packU16(Vec<int32_t, 8> a, Vec<int32_t, 8> b) {
     return (Vec<uint16_t, 16>)_mm256_permute4x64_epi64(_mm256_packus_epi32((__m256i)a, (__m256i)b), 0xd8);
 }
-// Packed twice within each 128-bit half, the quarters of four lanes stand as 0 2 4 6 1 3 5 7.
-TEVS_INLINE __m256i quartersInOrder(__m256i v) { return _mm256_permutevar8x32_epi32(v, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)); }
-TEVS_INLINE Vec<int8_t, 32> pack8(const Some<Vec<int32_t, 8>, 4>& s) {
-    const __m256i a = _mm256_packs_epi32((__m256i)s.v[0], (__m256i)s.v[1]), b = _mm256_packs_epi32((__m256i)s.v[2], (__m256i)s.v[3]);
-    return (Vec<int8_t, 32>)quartersInOrder(_mm256_packs_epi16(a, b));
-}
-TEVS_INLINE Vec<uint8_t, 32> packU8(const Some<Vec<int32_t, 8>, 4>& s) {
-    const __m256i a = _mm256_packs_epi32((__m256i)s.v[0], (__m256i)s.v[1]), b = _mm256_packs_epi32((__m256i)s.v[2], (__m256i)s.v[3]);
-    return (Vec<uint8_t, 32>)quartersInOrder(_mm256_packus_epi16(a, b));
-}
 #endif
+// To 16 bits, and from 16 to 8.
+template <class D, class V> TEVS_INLINE auto packShorts(V a, V b) {
+    if constexpr (LimitsOf<D>::isSigned)
+        return pack16(a, b);
+    else
+        return packU16(a, b);
+}
+template <class D> TEVS_INLINE Vec<D, 16> packBytes(Vec<int16_t, 8> a, Vec<int16_t, 8> b) {
+    return (Vec<D, 16>)(LimitsOf<D>::isSigned ? _mm_packs_epi16((__m128i)a, (__m128i)b) : _mm_packus_epi16((__m128i)a, (__m128i)b));
+}
+
+// 64-bit lanes: what fits has nothing but copies of its own sign above it.
+template <class V> TEVS_INLINE auto pack32(V a, V b) {
+    using Ints = Vec<int32_t, 2 * kCount<V>>;
+    const auto packed = [](Ints low, Ints high) { return high == low >> 31 ? low : high >> 31 ^ 0x7fffffff; };
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32) {
+        // Each 128-bit half is shuffled by itself; the permutation puts the quarters in order.
+        const Ints r = packed((Ints)_mm256_shuffle_ps((__m256)a, (__m256)b, 0x88), (Ints)_mm256_shuffle_ps((__m256)a, (__m256)b, 0xdd));
+        return (Ints)_mm256_permute4x64_epi64((__m256i)r, 0xd8);
+    }
+#endif
+    if constexpr (sizeof(V) == 16) return packed((Ints)_mm_shuffle_ps((__m128)a, (__m128)b, 0x88), (Ints)_mm_shuffle_ps((__m128)a, (__m128)b, 0xdd));
+}
+
+// The low bytes of a register, of results that do not fill one.
+template <int Bytes> struct LowBytes { __m128i v; };
+template <int Bytes> TEVS_INLINE void store(void* p, LowBytes<Bytes> low) {
+    if constexpr (Bytes == 8) {
+        _mm_storel_epi64(static_cast<__m128i*>(p), low.v);
+    } else {
+        const int32_t word = _mm_cvtsi128_si32(low.v);
+        memcpy(p, &word, sizeof word);
+    }
+}
+
+// K registers of 32-bit lanes as D, an integer of up to 32 bits; or of 64-bit lanes as 32 bits.
+template <class D, class V, int K> TEVS_INLINE auto packed(const Some<V, K>& s) {
+    if constexpr (sizeof(D) == sizeof(Element<V>)) {
+        return s;
+    } else if constexpr (sizeof(Element<V>) == 8) {
+        return eachPair(s, [](V a, V b) { return pack32(a, b); });
+    } else if constexpr (sizeof(V) == 64) {
+        static_assert(K == 1);
+#if TEVS_LEVEL >= 3
+        constexpr bool isSigned = LimitsOf<D>::isSigned;
+        const __m512i v = isSigned ? (__m512i)s.v[0] : _mm512_maskz_max_epi32(0xffff, (__m512i)s.v[0], __m512i{});
+        if constexpr (sizeof(D) == 2)
+            return (Vec<D, 16>)(isSigned ? _mm512_maskz_cvtsepi32_epi16(0xffff, v) : _mm512_maskz_cvtusepi32_epi16(0xffff, v));
+        else
+            return (Vec<D, 16>)(isSigned ? _mm512_maskz_cvtsepi32_epi8(0xffff, v) : _mm512_maskz_cvtusepi32_epi8(0xffff, v));
+#endif
+    } else if constexpr (sizeof(V) == 32 && K == 1) {
+        return packed<D>(Some<Vec<int32_t, 4>, 2>{low(s.v[0]), high(s.v[0])});
+    } else if constexpr (sizeof(D) == 2 && K == 1) {
+        return LowBytes<8>{(__m128i)packShorts<D>(s.v[0], s.v[0])};
+    } else if constexpr (sizeof(D) == 2) {
+        return eachPair(s, [](V a, V b) { return packShorts<D>(a, b); });
+    } else if constexpr (K == 1) {
+        const auto words = pack16(s.v[0], s.v[0]);
+        return LowBytes<4>{(__m128i)packBytes<D>(words, words)};
+    } else if constexpr (K == 2) {
+        const auto words = pack16(s.v[0], s.v[1]);
+        if constexpr (sizeof(V) == 32)
+            return packBytes<D>(low(words), high(words));
+        else
+            return LowBytes<8>{(__m128i)packBytes<D>(words, words)};
+    } else {
+        static_assert(K == 4);
+#if TEVS_LEVEL >= 2
+        if constexpr (sizeof(V) == 32) {
+            // Packed twice within each 128-bit half, the quarters of four lanes stand as 0 2 4 6 1 3 5 7.
+            const __m256i a = (__m256i)blockPack(s.v[0], s.v[1]), b = (__m256i)blockPack(s.v[2], s.v[3]);
+            return (Vec<D, 32>)_mm256_permutevar8x32_epi32(LimitsOf<D>::isSigned ? _mm256_packs_epi16(a, b) : _mm256_packus_epi16(a, b),
+                                                           _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7));
+        }
+#endif
+        if constexpr (sizeof(V) == 16) return packBytes<D>(pack16(s.v[0], s.v[1]), pack16(s.v[2], s.v[3]));
+    }
+}
+
+// v within D's range; NaN stays.
+template <class D, class V> TEVS_INLINE V clamped(V v) {
+    constexpr Element<V> lo = LimitsOf<D>::min, hi = LimitsOf<D>::max;
+    return atLeast(V{} + lo, atMost(V{} + hi, v));
+}
 
 // The lower three bytes of each lane, close together: each register's part is turned to where it belongs in the three that are stored.
 template <class V> TEVS_INLINE Some<V, 3> pack24(const Some<V, 4>& s) {

@@ -1,6 +1,7 @@
 // The driver of reductions: vectors of elements to one result.
 #pragma once
 
+#include "core/complex.h"
 #include "core/simd/map.h"
 #include "core/simd/real.h"
 
@@ -49,33 +50,33 @@ template <class T> struct Elements {
 };
 
 // The elements in a type of twice the width.
-template <class T> struct Widened {
+template <class T> struct WideElements {
     const T* p;
-    friend TEVS_INLINE Widened operator+(Widened s, ptrdiff_t i) { return {s.p + i}; }
+    friend TEVS_INLINE WideElements operator+(WideElements s, ptrdiff_t i) { return {s.p + i}; }
     TEVS_INLINE auto first() const { return double(*p); }
     template <int N> TEVS_INLINE auto load() const { return loadWide<N>(p); }
     template <int N> TEVS_INLINE auto held(int n) const { return heldCopy<N>(*this, n); }
 };
 
 // a[n] - b[n]
-template <class S> struct Difference {
+template <class S> struct Differences {
     S a, b;
-    friend TEVS_INLINE Difference operator+(Difference s, ptrdiff_t i) { return {s.a + i, s.b + i}; }
+    friend TEVS_INLINE Differences operator+(Differences s, ptrdiff_t i) { return {s.a + i, s.b + i}; }
     TEVS_INLINE auto first() const { return a.first() - b.first(); }
     template <int N> TEVS_INLINE auto load() const { return a.template load<N>() - b.template load<N>(); }
     template <int N> TEVS_INLINE auto held(int n) const {
-        return madeOf([](auto x, auto y) { return Difference<decltype(x)>{x, y}; }, a.template held<N>(n), b.template held<N>(n));
+        return madeOf([](auto x, auto y) { return Differences<decltype(x)>{x, y}; }, a.template held<N>(n), b.template held<N>(n));
     }
 };
 
 // |x|, also of -0
-template <class S> struct Absolute {
+template <class S> struct Magnitudes {
     S a;
-    friend TEVS_INLINE Absolute operator+(Absolute s, ptrdiff_t i) { return {s.a + i}; }
+    friend TEVS_INLINE Magnitudes operator+(Magnitudes s, ptrdiff_t i) { return {s.a + i}; }
     TEVS_INLINE auto first() const { return a.first() <= 0 ? 0 - a.first() : a.first(); }
     template <int N> TEVS_INLINE auto load() const { return abs(a.template load<N>()); }
     template <int N> TEVS_INLINE auto held(int n) const {
-        return madeOf([](auto x) { return Absolute<decltype(x)>{x}; }, a.template held<N>(n));
+        return madeOf([](auto x) { return Magnitudes<decltype(x)>{x}; }, a.template held<N>(n));
     }
 };
 
@@ -196,23 +197,25 @@ struct Additive {
 
 template <class V> TEVS_INLINE Two<V> operator+(Two<V> x, Two<V> y) { return {x.a + y.a, x.b + y.b}; }
 
-// Exact sums in lanes of half the width that they need, over blocks of at most kBlock elements: a term t adds t modulo 2^32 to `low` and floor(t / 2^16) to
-// `high`. The sum less 2^16 * high is then at least 0 and below kBlock * 2^16 = 2^32, so `low` has all of it.
-constexpr int kBlock = 1 << 16;
+// Exact sums in lanes of half the width that they need, over blocks of at most kExactBlock elements: a term t adds t modulo 2^32 to `low` and floor(t / 2^16) to
+// `high`. The sum less 2^16 * high is then at least 0 and below kExactBlock * 2^16 = 2^32, so `low` has all of it.
+constexpr int kExactBlock = 1 << 16;
 template <class V> using Unsigned32 = Vec<uint32_t, int(sizeof(V) / 4)>;
-template <class V> struct Exact {
+template <class V> struct ExactSum {
     Unsigned32<V> low;
     V high;
-    friend TEVS_INLINE Exact operator+(Exact x, Exact y) { return {x.low + y.low, x.high + y.high}; }
+    friend TEVS_INLINE ExactSum operator+(ExactSum x, ExactSum y) { return {x.low + y.low, x.high + y.high}; }
     TEVS_INLINE int64_t sum() const {
         const uint32_t h = uint32_t(sumOfLanes(high));
         return int64_t{int32_t(h)} * 65536 + (sumOfLanes(low) - (h << 16));
     }
 };
 
-// part(first, count) for blocks of at most kBlock of n elements.
-template <class F> TEVS_INLINE void inBlocks(ptrdiff_t n, F part) {
-    for (ptrdiff_t i = 0; i < n; i += kBlock) part(i, n - i < kBlock ? n - i : kBlock);
+// reduce() over blocks of at most kExactBlock elements, and the sum of their results.
+template <int N, int Least, int U, class Op, class... S> TEVS_INLINE auto reduceBlocks(ptrdiff_t n, Op op, S... s) {
+    decltype(reduce<N, Least, U>(n, op, s...)) sum{};
+    for (ptrdiff_t i = 0; i < n; i += kExactBlock) sum = sumOf(sum, reduce<N, Least, U>(n - i < kExactBlock ? n - i : kExactBlock, op, (s + i)...));
+    return sum;
 }
 
 // How many states take turns where each is one register.

@@ -83,7 +83,7 @@ TEVS_EACH_WIDTH(blockPackUnsigned, int32_t, packus_epi32)
 template <class T> struct LimitsOf {
     static constexpr bool isSigned = T(-1) < T(0);
     static constexpr int width = 8 * int(sizeof(T)) - isSigned;   // of the magnitude
-    static constexpr T max = T(~uint64_t{0} >> (64 - width));
+    static constexpr T max = T(~uint64_t{0} >> (64 - width)), min = isSigned ? -max - 1 : 0;
 };
 template <class V> using Limits = LimitsOf<Element<V>>;
 

@@ -30,6 +30,8 @@ template <class T, int N> using Vec = typename VecOf<T, N>::type;
 
 // Lanes of T in one register of the level.
 template <class T> constexpr int kLanes = kRegisterBytes / int(sizeof(T));
+// And in 16 bytes, the narrowest vector that kernels step down to.
+template <class T> constexpr int kLeast = 16 / int(sizeof(T));
 
 template <class V> constexpr int kCount = int(sizeof(V) / sizeof(V{}[0]));
 
