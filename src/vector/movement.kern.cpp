@@ -144,7 +144,6 @@ void swap24(const void* src, void* dst, ptrdiff_t n) {
 
 // ---- complex elements -------------------------------------------------------------------------------------------------------------
 
-
 template <class T> void real(const void* src, void* dst, ptrdiff_t n) {
     map<kLanes<T>, kLeast<T>>(
         n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)).a; }, static_cast<const Pair<T>*>(src));
