@@ -41,15 +41,6 @@ template <class T> std::vector<T> samples(size_t n, Data data) {
     }
 }
 
-// A NaN is a NaN: which of two operands' signs and payloads a result keeps is not laid down.
-template <class T> void canonical(T& x) {
-    if constexpr (std::is_floating_point_v<T>) {
-        if (std::isnan(x)) x = std::numeric_limits<T>::quiet_NaN();
-    } else if constexpr (std::is_class_v<T>) {
-        canonical(x.re), canonical(x.im);
-    }
-}
-
 struct Argument {   // by value; wide enough for any
     alignas(16) unsigned char bytes[16];
     template <class T> void set(const T& x) { std::memcpy(bytes, &x, sizeof x); }
@@ -102,7 +93,7 @@ template <class P> Parameter describe() {
         p.record = true;
     } else if constexpr (!requires { sizeof(T); }) {
         p.record = true;
-    } else if constexpr (std::is_arithmetic_v<T> || requires(T z) { z.im; }) {
+    } else if constexpr (std::is_arithmetic_v<T> || Complex<T>) {
         p.stride = sizeof(T);
         p.fill = [](void* to, size_t n, Data data) { std::memcpy(to, samples<T>(n, data).data(), n * sizeof(T)); };
         p.settle = [](void* v, size_t n) {
@@ -114,7 +105,7 @@ template <class P> Parameter describe() {
             }
         };
         p.constant = [](Argument& a, int whole) {
-            if constexpr (requires(T z) { z.im; }) {
+            if constexpr (Complex<T>) {
                 using R = decltype(T::re);
                 a.set(T{R(whole - 0.1), R(-3.1)});
             } else {
