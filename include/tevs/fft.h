@@ -8,7 +8,7 @@ TEVS_BEGIN
 /* ---- FFT records ------------------------------------------------------------------------------------------------------------
  *
  * A record fixes the length N = 2^order of a transform, its normalisation and its tables. It is built once and then only read: any number of
- * threads may use one record at once, each with its own work buffer.
+ * threads may use one record at once, each with its own work buffer. It holds addresses of its own: do not copy or move one, with its block or without.
  *
  *     FFTSpec_C_32fc    complex, single precision, interleaved
  *     FFTSpec_C_32f     complex, single precision, real and imaginary parts in two arrays
@@ -17,18 +17,19 @@ TEVS_BEGIN
  *
  * order           0 .. 30
  * flag            ScaleFwdByN or ScaleInvByN: that direction's result times 1/N; ScaleBySqrtN: both directions' times 1/sqrt(N); NoScale
- * hint            any value; kept, and without effect on these kinds
+ * hint            any value, without effect on these kinds
  *
  * GetSize         The bytes that a record needs with its tables, that Init needs while it builds them, and that one transform call needs as
  *                 work buffer, at any address. Sizes beyond INT_MAX (order 28 and above, in double precision 27) are reported as INT_MAX. Looks at order only.
  *                 Returns StatusOk, StatusFftOrder (order), StatusNullPtr (any output), in this order.
  * Init            Builds a record in pMemSpec and stores its address. pMemInit is free again on return; orders 0 to 3 need none.
  *                 Returns StatusOk, StatusNullPtr (ppSpec), StatusFftOrder (order, or one whose size is beyond INT_MAX), StatusNullPtr (pMemSpec),
- *                 StatusFftFlag (flag), StatusNullPtr (pMemInit), in this order. *ppSpec is stored on success alone; the last two
- *                 failures leave a cleared block in which no function finds a record.
+ *                 StatusFftFlag (flag), StatusNullPtr (pMemInit), in this order. *ppSpec is stored on success alone. The last two
+ *                 failures do write: they clear the head of the block, so that no function finds a record in it.
  * InitAlloc       The same in memory of its own. Returns StatusOk, StatusNullPtr (ppSpec), StatusFftOrder, StatusFftFlag, StatusNoMemory.
- * Free            Ends a record; its memory goes back if InitAlloc took it, and stays the caller's if not. Later use of an Init record's memory
- *                 answers StatusContextMismatch. Returns StatusOk, StatusNullPtr, StatusContextMismatch (not a record of this kind).
+ * Free            Ends a record. One of InitAlloc's gives its memory back: later use is an error that nothing detects for certain. One of Init's stays in the
+ *                 caller's memory, which needs no Free before it is used otherwise; every later call answers StatusContextMismatch.
+ *                 Returns StatusOk, StatusNullPtr, StatusContextMismatch (not a record of this kind).
  * GetBufSize      The bytes of one call's work buffer, 0 where none is needed. Returns StatusOk, StatusNullPtr (either pointer),
  *                 StatusContextMismatch.
  */
@@ -79,14 +80,15 @@ Status tevsFFTGetBufSize_R_64f(const FFTSpec_R_64f* pSpec, int* pSize);
  *
  * pSrc, pDst            N values each in natural order; equal pointers transform in place
  * pSrcRe, pSrcIm, ...   N real and N imaginary parts; any array of the source may be any of the destination
- * pBuffer               at least GetBufSize bytes, at any address, contents of no matter; or NULL, and the call takes and returns memory of its own.
- *                       Orders from 19 on, and 14 in double precision, take a block beside it, small against their data.
+ * pBuffer               at least GetBufSize bytes, at any address, contents of no matter: the call cannot fail for memory then; or NULL, and the call takes
+ *                       and returns memory of its own where GetBufSize is not 0. Orders from 19 on (real ones from 20 on) are faster with more
+ *                       than GetBufSize, 640 KiB to 2 MiB, and take that for the call where they get it. Without it results may round otherwise.
  *
  * The relative error in the Euclidean norm is about 0.6 * sqrt(order) * 2^-24, in double precision 2^-53; docs/accuracy.md has the figures. Results are the same to the bit for
  * any alignment, in place or not; they may differ in rounding between SIMD levels (see TEVS_LEVEL in the README).
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSpec), StatusContextMismatch (pSpec is no record of this kind),
- * StatusNullPtr (data), StatusNoMemory.
+ * StatusNullPtr (data), StatusNoMemory (pBuffer NULL).
  *
  * Stockham autosort passes of radix 8 and 4 (C. Van Loan, Computational Frameworks for the Fast Fourier Transform, SIAM 1992); from order 16 on, in double
  * precision 14, in two sweeps over memory (D. H. Bailey, FFTs in External or Hierarchical Memory, J. Supercomputing 4, 1990).

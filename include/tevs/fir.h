@@ -303,7 +303,8 @@ Status tevsFIROne64fc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState64fc_16
  * pDlyLineIndex    0 .. tapsLen-1; any other value is taken modulo tapsLen
  *
  * Sums are formed in double precision and rounded once; 32-bit taps are brought into 16 bits as for records, in every call. Wherever a stream is cut into blocks the
- * results are the same to the bit; single samples, from FIROne, may differ from them in the rounding of the sum.
+ * results are the same to the bit. Single samples, from FIROne, may differ from them in the rounding of the sum, and are quicker in double precision than blocks of
+ * one to three, which are summed in the order of long ones.
  * _16s: pTapsQ15 stand for taps * 2^-15; sums are formed in 32 bits, and wrap; they are stored times 2^-(scaleFactor + 15), to nearest, ties to even, saturated.
  *
  * Equal pSrc and pDst filter in place; taps, delay line and samples lie apart.

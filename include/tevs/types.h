@@ -22,7 +22,7 @@
  * Results      never follow the calling thread's rounding mode or precision control (MXCSR, x87), and never change them. Its flush bits (FTZ, DAZ) count as it
  *              has set them, but for tevsConvert from floating point to the nearest integer, which in a mode other than to nearest reads subnormal
  *              numbers as they are. No function prints, throws or exits.
- * Threads      distinct outputs and records may be worked on by any number of threads. A filter or generator record serves one call at a time; a transform
+ * Threads      distinct outputs and records may be worked on by any number of threads. A filter record serves one call at a time; a transform
  *              record any number, each call with its own work buffer. Calls that are long enough may share their work out (tevcore.h), with
  *              the caller's control word and so the same results.
  *              The library keeps no mutable state of its own, but for which threads have had a team when the process forks.

@@ -71,8 +71,9 @@ int reducePhase(double phase, double* r) {
     const auto word = [&](int i) { return uint32_t((uint64_t{limb(i)} << 32 | limb(i - 1)) << up >> 32); };
     const uint64_t head = uint64_t{word(top)} << 32 | word(top - 1), tail = uint64_t{word(top - 2)} << 32 | word(top - 3);
     const double unit = std::bit_cast<double>(uint64_t(1023 + 32 * (top + 1) - up - 190 - 53) << 52);
-    const double high = double(head >> 11) * unit;
-    const double low = double((head & 0x7ff) << 53 | tail >> 11) * 0x1p-64 * unit;
+    // Both are made of 53 bits, which the conversion takes over as they are in any mode.
+    const double high = double(int64_t(head >> 11)) * unit;
+    const double low = double(int64_t((head & 0x7ff) << 42 | tail >> 22)) * 0x1p-53 * unit;
 
     // Times pi / 2, in two parts (Dekker).
     constexpr double kHalfPi = 0x1.921fb54442d18p+0, kHalfPiLow = 0x1.1a62633145c07p-54;

@@ -88,7 +88,7 @@ public:
     // The part of a record that both lifecycles have. Over no block it only adds up.
     static uint64_t layOut(void* block, int tapsLen, int threads) {
         Carve c(block);
-        auto* const s = c.take<FirState>(1);
+        auto* const s = reinterpret_cast<FirState*>(c.take<unsigned char>(kFirStateBytes));
         auto* const taps = c.take<KernelTap>(kDigits * tapRoom(tapsLen));
         auto* const delay = c.take<Stored>(3 * uint64_t(tapsLen) + 4);
         auto* const stage = c.take<Stored>(uint64_t(tapsLen) + kStage);

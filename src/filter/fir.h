@@ -28,7 +28,9 @@ struct FirState {
     void* stage;                 // kStage samples and the past before them, for blocks in place or in another type
     void* overlapSave;           // null for direct filtering at every length
 };
-static_assert(sizeof(FirState) <= 112);   // with what 16-byte alignment costs, the 128 bytes of the reported size
+// What it takes: in blocks of InitAlloc's, at multiples of 32, its arrays begin at one too. With what 16-byte alignment costs, within 128 bytes of the reported size.
+constexpr int kFirStateBytes = 96;
+static_assert(sizeof(FirState) <= kFirStateBytes);
 
 // A pair's record. Taps and delay line are kept, and sums formed, in Stored. "FI01" and so on is the identifier of a record for one rate, the second next one that
 // of a record for several. A block of more than Above samples is shared out over threads.

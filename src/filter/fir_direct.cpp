@@ -1,8 +1,10 @@
 // FIR filters without a record: taps and past come with every call.
 //
 // Blocks are cut into pieces of kOutputs outputs and kTaps taps. What a piece takes is brought into the type in which products are summed, in buffers on the
-// stack, and goes to the kernels that serve records. Single outputs, and a few where that gives the same bits, are summed where taps and past lie.
+// stack, and goes to the kernels that serve records. Single outputs, and blocks of a few, are summed where taps and past lie.
 #include <limits.h>
+#include <math.h>
+#include <string.h>
 
 #include <algorithm>
 
@@ -87,8 +89,9 @@ public:
         : way_(pTaps, tapsLen, scaleFactor, tapsFactor), pTaps_(pTaps), tapsLen_(tapsLen), circle_(pDlyLine, tapsLen, index) {}
 
     int block(const Sample* pSrc, Sample* pDst, int numIters) {
-        if (numIters < kFewest && tapsLen_ <= Way::kExactTaps) {
-            for (int n = 0; n < numIters; ++n) one(pSrc[n], pDst + n);
+        // Sums that are not rounded have to be those of the kernel, which forms two in little more time than one.
+        if (numIters < (std::is_same_v<Sample, Sum> ? 2 : kFewest)) {
+            for (int n = 0; n < numIters; ++n) pDst[n] = ofShortBlock(circle_.push(pSrc[n]) + tapsLen_ - 1);
             return circle_.index();
         }
         Sum sums[kOutputs];
@@ -101,18 +104,74 @@ public:
         return circle_.index();
     }
     int one(Sample src, Sample* pDst) {
-        const Sample* const newest = circle_.push(src) + tapsLen_ - 1;
-        Sum sums[4] = {};
-        const auto product = [&](int k) { return productOf(toStored<Sum>(way_.tap(pTaps_[k])), toStored<Sum>(newest[-k])); };
-        int k = 0;
-        for (; k + 4 <= tapsLen_; k += 4)
-            for (int l = 0; l < 4; ++l) sums[l] = sumOf(sums[l], product(k + l));
-        for (; k < tapsLen_; ++k) sums[0] = sumOf(sums[0], product(k));
-        *pDst = way_.out(sumOf(sumOf(sums[0], sums[1]), sumOf(sums[2], sums[3])));
+        *pDst = way_.out(inFours(circle_.push(src) + tapsLen_ - 1));
         return circle_.index();
     }
 
 private:
+    // The output at the newest sample, whichever order is quickest to sum in.
+    Sum inFours(const Sample* newest) const {
+        return inFours(newest, [](int, Sum, Sum) {});
+    }
+    template <class Also> Sum inFours(const Sample* newest, Also also) const {
+        Sum sums[4] = {};
+        const auto add = [&](int k, int l) {
+            const Sum h = toStored<Sum>(way_.tap(pTaps_[k])), x = toStored<Sum>(newest[-k]);
+            sums[l] = sumOf(sums[l], productOf(h, x));
+            also(l, h, x);
+        };
+        int k = 0;
+        for (; k + 4 <= tapsLen_; k += 4)
+            for (int l = 0; l < 4; ++l) add(k + l, l);
+        for (; k < tapsLen_; ++k) add(k, 0);
+        return sumOf(sumOf(sums[0], sums[1]), sumOf(sums[2], sums[3]));
+    }
+
+    // The bits that the output has in a long block.
+    Sample ofShortBlock(const Sample* newest) const {
+        if constexpr (Way::kExactTaps < INT_MAX)
+            if (tapsLen_ > Way::kExactTaps) return rounded(newest);
+        return way_.out(inFours(newest));
+    }
+    // Sums of n products in any two orders lie within 2 n 2^-53 of the products' magnitudes from each other (Higham, Accuracy and Stability of Numerical Algorithms,
+    // ch. 4), complex ones within twice that. Where as much to either side rounds to the same sample, the order is of no account; where not, and where sums are
+    // not rounded at all, it is that of the kernel.
+    Sample rounded(const Sample* newest) const {
+        if constexpr (!std::is_same_v<Sample, Sum>) {
+            double sizes[4] = {};
+            const Sum sum = inFours(newest, [&](int l, Sum h, Sum x) { sizes[l] += sizeOf(h) * sizeOf(x); });
+            const double margin = ((sizes[0] + sizes[1]) + (sizes[2] + sizes[3])) * (4.0 * tapsLen_ + 16) * 0x1p-53;
+            const auto beside = [&](double by) { return way_.out(eachPart<Sum>(sum, [=](double part) { return part + by; })); };
+            const Sample below = beside(-margin), above = beside(margin);
+            if (memcmp(&below, &above, sizeof below) == 0) return below;
+        }
+        return way_.out(inOrder(newest));
+    }
+    static double sizeOf(Sum x) {
+        if constexpr (kComplex<Sum>)
+            return fabs(x.re) + fabs(x.im);
+        else
+            return fabs(double(x));
+    }
+    // As sumPieces, of an output whose sample has been pushed.
+    Sum inOrder(const Sample* newest) const {
+        Value in[kTaps], taps[kTaps];
+        Sum sum = {}, more;
+        for (int k = 0, count; k < tapsLen_; k += count) {
+            count = std::min(kTaps, tapsLen_ - k);
+            const Sample* from = newest + 1 - k - count;
+            for (int j = 0; j < count; ++j) taps[count - 1 - j] = way_.tap(pTaps_[k + j]);
+            if constexpr (std::is_same_v<Sample, Value>) {
+                way_.kernel().block(from, taps, count, reinterpret_cast<KernelSum*>(&more), 1);
+            } else {
+                toStored(from, in, count);
+                way_.kernel().block(in, taps, count, reinterpret_cast<KernelSum*>(&more), 1);
+            }
+            sum = k == 0 ? more : sumOf(sum, more);
+        }
+        return sum;
+    }
+
     // n <= kOutputs outputs.
     void sumPieces(const Sample* pSrc, int n, Sum* sums) const {
         Value in[kOutputs + kTaps], taps[kTaps];

@@ -21,25 +21,18 @@ template <class T> class OverlapSave {
 public:
     // Blocks of 2^order points, more than tapsLen, and a work area for each of `threads` threads, or null where there is no memory. Taps come with setTaps().
     static OverlapSave* create(int tapsLen, int order, int threads) {
-        const auto layOut = [=](void* block) {
-            Carve c(block);
-            auto* const o = c.take<OverlapSave>(1);
-            auto* const spectrum = c.take<T>(uint64_t{1} << order);
-            auto* const fft = c.take<unsigned char>(FloatFft<T>::bytes(order));
-            if (o) new (o) OverlapSave{.spectrum_ = spectrum, .fft_ = FloatFft<T>::build(fft, order, ScaleInvByN), .kept_ = tapsLen - 1, .fftLen_ = 1 << order};
-            return c.size();
-        };
-        auto* const o = static_cast<OverlapSave*>(allocate(layOut(nullptr)));
-        if (!o) return nullptr;
-        layOut(o);
-        o->areaBytes_ = (Area(nullptr, *o).bytes + 63) & ~uint64_t{63};   // cache lines
-        o->areas_ = allocate<unsigned char>(uint64_t(threads) * o->areaBytes_);
-        if (o->areas_) return o;
+        const uint64_t fftLen = uint64_t{1} << order, head = cacheLines(sizeof(OverlapSave));
+        auto* const block = allocate<unsigned char>(head + FloatFft<T>::bytes(order));
+        if (!block) return nullptr;
+        auto* const o = new (block) OverlapSave(FloatFft<T>::build(block + head, order, ScaleInvByN), tapsLen - 1, int(fftLen));
+        o->areaBytes_ = cacheLines(Area(nullptr, *o).bytes);
+        o->spectrum_ = static_cast<T*>(allocate(cacheLines(fftLen * sizeof(T)) + uint64_t(threads) * o->areaBytes_));
+        if (o->spectrum_) return o;
         destroy(o);
         return nullptr;
     }
     static void destroy(OverlapSave* o) {
-        if (o) release(o->areas_);
+        if (o) release(o->spectrum_);
         release(o);
     }
 
@@ -79,25 +72,31 @@ public:
             share(0, 0);
     }
 
+private:
+    OverlapSave(FloatFft<T>* fft, int kept, int fftLen) : fft_(fft), kept_(kept), fftLen_(fftLen) {}
+
     // Where one thread works: a block, the samples before the next one, and the transform's scratch.
     struct Area {
         Area(void* block, const OverlapSave& o) {
             Carve c(block);
             x = c.take<T>(uint64_t(o.fftLen_));
-            past = c.take<T>(uint64_t(o.kept_));
             work = c.take<uint8_t>(o.fft_->workBytes());
+            past = c.take<T>(uint64_t(o.kept_));
             bytes = c.size();
         }
         T *x, *past;
         uint8_t* work;
         uint64_t bytes;
     };
-    Area area(int thread) const { return {areas_ + areaBytes_ * uint64_t(thread), *this}; }
+    Area area(int thread) const {
+        auto* const areas = reinterpret_cast<unsigned char*>(spectrum_) + cacheLines(uint64_t(fftLen_) * sizeof(T));
+        return {areas + areaBytes_ * uint64_t(thread), *this};
+    }
+    static uint64_t cacheLines(uint64_t bytes) { return (bytes + 63) & ~uint64_t{63}; }
 
-    T* spectrum_;   // of the taps, zeros behind them
-    FloatFft<T>* fft_;
-    int kept_, fftLen_;
-    unsigned char* areas_ = nullptr;
+    FloatFft<T>* const fft_;
+    const int kept_, fftLen_;
+    T* spectrum_ = nullptr;   // of the taps, zeros behind them; then the areas
     uint64_t areaBytes_ = 0;
 };
 

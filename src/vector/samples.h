@@ -4,6 +4,8 @@
 #include <emmintrin.h>
 #include <string.h>
 
+#include <type_traits>
+
 #include "core/complex.h"
 #include "core/scale.h"
 #include "tevs/conversion.h"
@@ -23,22 +25,21 @@ inline void narrowParts(const double* src, float* dst, int n, int) { conversion-
 inline void narrowParts(const float* src, int16_t* dst, int n, int scaleFactor) { tevsConvert_32f16s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
 inline void narrowParts(const float* src, int32_t* dst, int n, int scaleFactor) { tevsConvert_32f32s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
 inline void narrowParts(const double* src, int32_t* dst, int n, int scaleFactor) { tevsConvert_64f32s_Sfs(src, dst, n, RoundNearest, scaleFactor); }
-inline void narrowParts(const double* src, int16_t* dst, int n, int scaleFactor) {
+// To 16 bits by way of 32: what saturates there saturates here all the more.
+template <class S, class Narrow> void narrowTwice(const S* src, int16_t* dst, int n, Narrow narrow) {
     constexpr int kBlock = 512;
     for (int32_t whole[kBlock]; n > 0; n -= kBlock, src += kBlock, dst += kBlock) {
         const int count = n < kBlock ? n : kBlock;
-        narrowParts(src, whole, count, scaleFactor);
+        narrow(src, whole, count);
         conversion->narrow32s16s.exact(whole, dst, count);
     }
 }
+inline void narrowParts(const double* src, int16_t* dst, int n, int scaleFactor) {
+    narrowTwice(src, dst, n, [=](auto from, auto to, int count) { narrowParts(from, to, count, scaleFactor); });
+}
 inline void narrowParts(const int32_t* src, int16_t* dst, int n, int scaleFactor) { tevsConvert_32s16s_Sfs(src, dst, n, scaleFactor); }
 inline void narrowParts(const int64_t* src, int16_t* dst, int n, int scaleFactor) {
-    constexpr int kBlock = 512;
-    for (int32_t whole[kBlock]; n > 0; n -= kBlock, src += kBlock, dst += kBlock) {
-        const int count = n < kBlock ? n : kBlock;
-        tevsConvert_64s32s_Sfs(src, whole, count, scaleFactor);
-        conversion->narrow32s16s.exact(whole, dst, count);
-    }
+    narrowTwice(src, dst, n, [=](auto from, auto to, int count) { tevsConvert_64s32s_Sfs(from, to, count, scaleFactor); });
 }
 
 // n >= 1 samples. Between equal types they are only copied.

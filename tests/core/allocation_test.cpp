@@ -3,10 +3,14 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
+#include <limits>
 #include <vector>
 
+#include "support/data.h"
 #include "tevcore.h"
 #include "tevs.h"
 
@@ -144,6 +148,43 @@ TEST(NoMemory, FftWorkBuffer) {
         tevsFFTFree_C_32fc(complex);
         tevsFFTFree_R_32f(real);
     }
+}
+
+// A call that was given its work buffer, of the size reported, cannot fail: it does what it did with memory, but for rounding.
+template <class C, class Spec, class InitAlloc, class GetBufSize, class Transform, class Free>
+void expectNoNeed(int order, InitAlloc initAlloc, GetBufSize getBufSize, std::initializer_list<Transform> directions, Free free) {
+    if (!TEVS_OWN_MALLOC) GTEST_SKIP();
+    Spec* spec;
+    int size;
+    ASSERT_EQ(initAlloc(&spec, order, ScaleBySqrtN, HintNone), StatusOk);
+    ASSERT_EQ(getBufSize(spec, &size), StatusOk);
+    std::vector<uint8_t> buffer(size_t(size) + 64, 0xa5);
+    const auto x = test::randomVector<C>(size_t{1} << order);
+    std::vector<C> want(x.size()), got(x.size());
+    for (Transform call : directions) {
+        ASSERT_EQ(call(x.data(), want.data(), spec, buffer.data()), StatusOk);
+        for (const bool inPlace : {true, false}) {
+            if (inPlace) got = x;
+            allocationsUntilFailure = 0;
+            armed = true;
+            const Status s = call(inPlace ? got.data() : x.data(), got.data(), spec, buffer.data());
+            armed = false;
+            ASSERT_EQ(s, StatusOk) << order;
+            double worst = 0;
+            for (size_t i = 0; i < x.size(); ++i) worst = std::max<double>({worst, std::abs(got[i].re - want[i].re), std::abs(got[i].im - want[i].im)});
+            EXPECT_LE(worst, 16 * std::numeric_limits<decltype(C::re)>::epsilon()) << order << (inPlace ? " in place" : "");
+            EXPECT_TRUE(std::all_of(buffer.end() - 64, buffer.end(), [](uint8_t b) { return b == 0xa5; })) << order;
+        }
+    }
+    free(spec);
+}
+TEST(NoMemory, IsNotNeededBesideAWorkBuffer) {
+    for (int order : {19, 22, 23})   // with fewer tiles, and with none
+        expectNoNeed<Complex32f, FFTSpec_C_32fc>(order, tevsFFTInitAlloc_C_32fc, tevsFFTGetBufSize_C_32fc, {tevsFFTFwd_CToC_32fc, tevsFFTInv_CToC_32fc},
+                                                 tevsFFTFree_C_32fc);
+    for (int order : {14, 20, 21})
+        expectNoNeed<Complex64f, FFTSpec_C_64fc>(order, tevsFFTInitAlloc_C_64fc, tevsFFTGetBufSize_C_64fc, {tevsFFTFwd_CToC_64fc, tevsFFTInv_CToC_64fc},
+                                                 tevsFFTFree_C_64fc);
 }
 
 TEST(NoMemory, FirRecords) {

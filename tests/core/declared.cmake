@@ -1,6 +1,7 @@
-# cmake -DCC=... -DINCLUDE=... -DHEADER=... -DNAMES=... -DSOURCE=... -P declared.cmake
+# cmake -DCC=... -DINCLUDE=... -DHEADER=... -DNAMES=... -DSOURCE=... -DFUNCTIONS=... -P declared.cmake
 #
-# Lists what a header declares, functions and variables, in NAMES, and writes a C program that takes the address of each.
+# Lists what a header declares, functions and variables, in NAMES, and writes a C program that takes the address of each. FUNCTIONS becomes the C++
+# source of test::functions().
 execute_process(COMMAND ${CC} -E -P -I${INCLUDE} -x c ${INCLUDE}/${HEADER} OUTPUT_VARIABLE text COMMAND_ERROR_IS_FATAL ANY)
 string(REPLACE ";" "\n" text "${text}")   # a semicolon would separate list elements
 
@@ -20,6 +21,19 @@ list(LENGTH functions count)
 if(count EQUAL 0)
     message(FATAL_ERROR "${HEADER} declares no function")
 endif()
+
+string(REGEX MATCHALL "tevs?[A-Za-z0-9_]+[ \n]*\\([^()]*\\)" prototypes "${text}")
+list(TRANSFORM prototypes REPLACE "[ \n]+" " ")
+list(TRANSFORM prototypes REPLACE "^([A-Za-z0-9_]+) ?(.*)$" "        function(\"\\1\", \\1, \"\\2\"),\n")
+string(JOIN "" prototypes ${prototypes})
+file(WRITE ${FUNCTIONS} "#include \"support/function.h\"
+
+const std::vector<test::Function>& test::functions() {
+    static const std::vector<Function> all = {
+${prototypes}    };
+    return all;
+}
+")
 
 set(names ${functions} ${variables})
 list(SORT names)

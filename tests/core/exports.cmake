@@ -9,9 +9,10 @@ set(tevcore_soname libtevcore.so.5)
 foreach(library tevs tevcore)
     set(names ${exports_work}/${library}.names)
     set(source ${exports_work}/${library}_links.c)
-    add_custom_command(OUTPUT ${names} ${source}
+    set(functions ${exports_work}/${library}_functions.cpp)
+    add_custom_command(OUTPUT ${names} ${source} ${functions}
                        COMMAND ${CMAKE_COMMAND} -DCC=${CMAKE_C_COMPILER} -DINCLUDE=${PROJECT_SOURCE_DIR}/include -DHEADER=${library}.h -DNAMES=${names}
-                               -DSOURCE=${source} -P ${exports_dir}/declared.cmake
+                               -DSOURCE=${source} -DFUNCTIONS=${functions} -P ${exports_dir}/declared.cmake
                        DEPENDS ${exports_dir}/declared.cmake ${public_headers} VERBATIM)
     add_executable(core_${library}_links ${source})
     target_link_libraries(core_${library}_links PRIVATE ${library})
@@ -20,6 +21,8 @@ foreach(library tevs tevcore)
     add_test(NAME core/${library}.exports COMMAND ${CMAKE_COMMAND} -DNM=${CMAKE_NM} -DREADELF=${CMAKE_READELF} -DLIBRARY=$<TARGET_FILE:${library}>
              -DSONAME=${${library}_soname} -DNAMES=${names} -P ${exports_dir}/exported.cmake)
 endforeach()
+
+target_sources(core_environment_test PRIVATE ${exports_work}/tevs_functions.cpp)
 
 file(GENERATE OUTPUT ${exports_work}/kernel_objects.txt CONTENT "$<JOIN:${TEVS_KERNEL_OBJECTS},\n>\n")
 add_test(NAME core/kernel_objects COMMAND ${CMAKE_COMMAND} -DNM=${CMAKE_NM} -DLIST=${exports_work}/kernel_objects.txt -P ${exports_dir}/kernel_objects.cmake)

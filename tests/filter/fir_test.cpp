@@ -1,7 +1,6 @@
 #include <omp.h>
 
 #include "filter/filters.h"
-#include "support/exact.h"
 
 using namespace test;
 
@@ -254,20 +253,18 @@ TEST(FirRecords, BuiltBeforeTheLevelIsChosen) {
 
 TEST(FirRecords, StateSizes) {
     struct {
-        Status (*size)(int, int*);
+        const char* pair;
         int taps, threads, bytes;
-    } rows[] = {
-        {tevsFIRGetStateSize_32f, 8, 1, 16784},
-        {tevsFIRGetStateSize_32f, 8, 2, 16800},
-        {tevsFIRGetStateSize_32f, 1, 1, 32 + 5 * 16 + 128 + 16384},
-        {tevsFIRGetStateSize_32f, 100, 4, 1216 + 2000 + 128 + 4 * (16 + 4092)},
-        {tevsFIRGetStateSize32f_16s, 8, 2, 16800},
-        {tevsFIRGetStateSize_64fc, 8, 1, 16 * 28 + 5 * 128 + 128 + 16 * 4096},
-    };
+    } rows[] = {{"_32f", 8, 1, 16784},
+                {"_32f", 8, 2, 16800},
+                {"_32f", 1, 1, 32 + 5 * 16 + 128 + 16384},
+                {"_32f", 100, 4, 1216 + 2000 + 128 + 4 * (16 + 4092)},
+                {"32f_16s", 8, 2, 16800},
+                {"_64fc", 8, 1, 16 * 28 + 5 * 128 + 128 + 16 * 4096}};
     for (auto r : rows) {
         Threads at(r.threads);
         int size = 0;
-        ASSERT_EQ(r.size(r.taps, &size), StatusOk);
+        ASSERT_EQ(pairNamed(r.pair).stateSize(r.taps, &size), StatusOk);
         EXPECT_EQ(size, r.bytes);
     }
 }
@@ -285,83 +282,53 @@ TEST(FirRecords, RunInsideACallersParallelRegion) {
     EXPECT_TRUE(same(want, got[0]) && same(want, got[1]));
 }
 
-// What 16-bit taps are kept as, and that they filter so.
+// What 16-bit taps are kept as.
+template <class T> void checkKept(const char* pair, const std::vector<T>& taps, const std::vector<T>& want) {
+    const Api& api = pairNamed(pair);
+    void* state = nullptr;
+    std::vector<T> kept(taps.size());
+    ASSERT_EQ(api.initAlloc(&state, taps.data(), int(taps.size()), Factor{0}, nullptr), StatusOk);
+    ASSERT_EQ(api.getTaps(state, kept.data()), StatusOk);
+    EXPECT_EQ(kept, want);
+    EXPECT_EQ(api.free(state), StatusOk);
+}
 TEST(FirShortTaps, Quantisation) {
-    struct {
-        std::vector<int32_t> taps, kept;
-    } integers[] = {
-        {{32766, -1, 1}, {32766, -1, 1}},
-        {{32767, -1, 3}, {16383, -1, 1}},
-        {{-32767, 5}, {-16384, 2}},
-        {{INT_MIN, INT_MAX, -1}, {-16384, 16383, -1}},
-        {{0, 0}, {0, 0}},
-    };
-    for (const auto& r : integers) {
-        FIRState32s_16s* f;
-        std::vector<int32_t> kept(r.taps.size());
-        ASSERT_EQ(tevsFIRInitAlloc32s_16s(&f, r.taps.data(), int(r.taps.size()), 0, nullptr), StatusOk);
-        ASSERT_EQ(tevsFIRGetTaps32s_16s(f, kept.data()), StatusOk);
-        EXPECT_EQ(kept, r.kept);
-        tevsFIRFree32s_16s(f);
-    }
+    const auto integers = checkKept<int32_t>;
+    integers("32s_16s", {32766, -1, 1}, {32766, -1, 1});
+    integers("32s_16s", {32767, -1, 3}, {16383, -1, 1});
+    integers("32s_16s", {-32767, 5}, {-16384, 2});
+    integers("32s_16s", {INT_MIN, INT_MAX, -1}, {-16384, 16383, -1});
+    integers("32s_16s", {0, 0}, {0, 0});
+    const auto floats = checkKept<float>;
     const float inf = INFINITY, nan = NAN, tiny = 0x1p-149f;
-    struct {
-        std::vector<float> taps, kept;
-    } floats[] = {
-        {{32767, 0.5f, 1.5f, -0.5f}, {32767, 1, 2, -1}},   // halves go away from zero
-        {{16383.5f, 0.25f, -0.25f}, {16384, 0, 0}},
-        {{32768, 1}, {32768, 2}},
-        {{1, -1, 0.25f}, {1, -1, 0.25f}},
-        {{0, 0, -0.0f}, {0, 0, 0}},
-        {{tiny, -2 * tiny}, {tiny, -2 * tiny}},
-        {{0x1p127f, 0x1.8p127f}, {0x1p127f, 0x1.8p127f}},
-        {{nan, 1, inf, -inf}, {0, 1, 32767.0f / 16384, -32767.0f / 16384}},
-        {{inf, nan}, {32767, 0}},
-    };
-    for (const auto& r : floats) {
-        FIRState32s_16s32f* f;
-        std::vector<float> kept(r.taps.size());
-        ASSERT_EQ(tevsFIRInitAlloc32s_16s32f(&f, r.taps.data(), int(r.taps.size()), nullptr), StatusOk);
-        ASSERT_EQ(tevsFIRGetTaps32s_16s32f(f, kept.data()), StatusOk);
-        EXPECT_EQ(kept, r.kept);
-        tevsFIRFree32s_16s32f(f);
-    }
+    floats("32s_16s32f", {32767, 0.5f, 1.5f, -0.5f}, {32767, 1, 2, -1});   // halves go away from zero
+    floats("32s_16s32f", {16383.5f, 0.25f, -0.25f}, {16384, 0, 0});
+    floats("32s_16s32f", {32768, 1}, {32768, 2});
+    floats("32s_16s32f", {1, -1, 0.25f}, {1, -1, 0.25f});
+    floats("32s_16s32f", {0, 0, -0.0f}, {0, 0, 0});
+    floats("32s_16s32f", {tiny, -2 * tiny}, {tiny, -2 * tiny});
+    floats("32s_16s32f", {0x1p127f, 0x1.8p127f}, {0x1p127f, 0x1.8p127f});
+    floats("32s_16s32f", {nan, 1, inf, -inf}, {0, 1, 32767.0f / 16384, -32767.0f / 16384});
+    floats("32s_16s32f", {inf, nan}, {32767, 0});
 }
 
+// Sums of the largest products, and the smallest that 32 bits do not hold, though single products and pairs of them do.
 TEST(FirShortTaps, LargestSumsAreExact) {
-    for (int taps : {2, 3, 511, 512, 2000}) {
-        const std::vector<int32_t> h(size_t(taps), -32766);
-        const std::vector<int16_t> x(size_t(taps), -32768);
-        FIRState32s_16s* f;
-        ASSERT_EQ(tevsFIRInitAlloc32s_16s(&f, h.data(), taps, 0, nullptr), StatusOk);
-        std::vector<int16_t> y(x.size());
-        ASSERT_EQ(tevsFIR32s_16s_Sfs(x.data(), y.data(), taps, f, 30), StatusOk);
-        EXPECT_EQ(y.back(), std::lround(std::ldexp(32766.0 * 32768.0 * taps, -30)));
-        int16_t one;
-        ASSERT_EQ(tevsFIROne32s_16s_Sfs(-32768, &one, f, 30), StatusOk);
-        EXPECT_EQ(one, y.back());
-        tevsFIRFree32s_16s(f);
-    }
-}
-
-// The smallest sum that 32 bits do not hold, though single products and pairs of them do.
-TEST(FirShortTaps, SumsOf31Bits) {
-    const int32_t h[] = {-32766, -32766, -4};
-    const int16_t x[] = {-32768, -32768, -32768};
-    FIRState32s_16s* f;
-    ASSERT_EQ(tevsFIRInitAlloc32s_16s(&f, h, 3, 0, x), StatusOk);
-    int16_t y[3];
-    ASSERT_EQ(tevsFIR32s_16s_Sfs(x, y, 3, f, 30), StatusOk);
-    for (int16_t v : y) EXPECT_EQ(v, 2);
-    tevsFIRFree32s_16s(f);
-    const Complex32s hc[] = {{-32766, -32766}, {-4, 0}};
-    const Complex16s xc[] = {{-32768, -32768}, {-32768, -32768}};
-    FIRState32sc_16sc* fc;
-    ASSERT_EQ(tevsFIRInitAlloc32sc_16sc(&fc, hc, 2, 0, xc), StatusOk);
-    Complex16s yc[2];
-    ASSERT_EQ(tevsFIR32sc_16sc_Sfs(xc, yc, 2, fc, 30), StatusOk);
-    for (Complex16s v : yc) EXPECT_EQ(v.im, 2);
-    tevsFIRFree32sc_16sc(fc);
+    for (const char* pair : {"32s_16s", "32sc_16sc"})
+        for (size_t taps : {2u, 3u, 511u, 512u, 2000u})
+            for (bool small : {false, true}) {
+                const Api& api = pairNamed(pair);
+                Vector h(api.tap, taps), x(api.sample, taps);
+                for (size_t i = 0; i < h.parts(); ++i) h.setPart(i, small && i > 1 ? (i < 4 ? -4.0L : 0.0L) : -32766.0L);
+                for (size_t i = 0; i < x.parts(); ++i) x.setPart(i, -32768);
+                const Taps t(api, h);
+                Vector y(api.sample, taps), one(api.sample, 1);
+                Filter f(api, t, x, true);
+                ASSERT_EQ(f.block(x, y, taps, 30), StatusOk);
+                EXPECT_TRUE(fits(api, t, x, x, y, 30));
+                ASSERT_EQ(f.one(x.at(0), one, 30), StatusOk);
+                EXPECT_TRUE(fits(api, t, x.slice(0, 1), x, one, 30));
+            }
 }
 
 // The tap exponent takes part in the scale even where the sum of both leaves 32 bits.
@@ -396,29 +363,22 @@ TEST(FirQ15, Stateless) {
     for (size_t taps : {1u, 2u, 3u, 9u, 64u, 255u, 257u, 300u}) {
         const auto h = randomVector<int16_t>(taps), x = randomVector<int16_t>(300);
         for (int scale : {INT_MIN, -40, -31, -16, -15, -14, -3, 0, 1, 5, 16, 17, 40, INT_MAX}) {
-            std::vector<int16_t> y(x.size()), both = x, one(x.size()), want(x.size());
-            std::vector<int16_t> line(2 * taps), lineInPlace(line), lineOne(line);
+            std::vector<int16_t> y(x.size()), both = x, one = x, want(x.size()), line(2 * taps), lineInPlace(line), lineOne(line);
             int index = 0, indexInPlace = 0, indexOne = 0;
             const int n = int(taps);
-            ASSERT_EQ(tevsFIR_Direct_16s_Sfs(x.data(), y.data(), 100, h.data(), n, line.data(), &index, scale), StatusOk);
-            ASSERT_EQ(tevsFIR_Direct_16s_Sfs(&x[100], &y[100], 200, h.data(), n, line.data(), &index, scale), StatusOk);
+            ASSERT_EQ(tevsFIR_Direct_16s_Sfs(x.data(), y.data(), 2, h.data(), n, line.data(), &index, scale), StatusOk);
+            ASSERT_EQ(tevsFIR_Direct_16s_Sfs(&x[2], &y[2], 298, h.data(), n, line.data(), &index, scale), StatusOk);
             ASSERT_EQ(tevsFIR_Direct_16s_ISfs(both.data(), 300, h.data(), n, lineInPlace.data(), &indexInPlace, scale), StatusOk);
             for (size_t i = 0; i < x.size(); ++i) {
-                one[i] = x[i];
                 ASSERT_EQ(i % 2 ? tevsFIROne_Direct_16s_Sfs(x[i], &one[i], h.data(), n, lineOne.data(), &indexOne, scale)
                                 : tevsFIROne_Direct_16s_ISfs(&one[i], h.data(), n, lineOne.data(), &indexOne, scale),
                           StatusOk);
-            }
-            for (size_t i = 0; i < x.size(); ++i) {
                 uint32_t sum = 0;
                 for (size_t k = 0; k <= std::min(i, taps - 1); ++k) sum += uint32_t(h[k] * x[i - k]);
-                ExactSum exact;
-                exact.add(int32_t(sum));
-                want[i] = exact.scaled<int16_t>(int(std::clamp(int64_t{scale} + 15, int64_t{-100}, int64_t{100})));
+                const Real exact = std::ldexp(Real(int32_t(sum)), -std::clamp(scale, -100, 100) - 15);
+                want[i] = int16_t(std::clamp(std::nearbyint(exact), -32768.0L, 32767.0L));
             }
-            EXPECT_TRUE(same(want, y)) << taps << " taps, scale " << scale;
-            EXPECT_TRUE(same(want, both)) << taps << " taps, scale " << scale;
-            EXPECT_TRUE(same(want, one)) << taps << " taps, scale " << scale;
+            EXPECT_TRUE(same(want, y) && same(want, both) && same(want, one)) << taps << " taps, scale " << scale;
         }
     }
 }
@@ -428,18 +388,13 @@ TEST(FirQ15, ChecksTheIndexLast) {
     int16_t y[2] = {6, 7}, line[6] = {};
     for (int at : {-1, 3, INT_MIN, INT_MAX}) {
         int index = at;
-        EXPECT_EQ(tevsFIR_Direct_16s_Sfs(x, y, 2, h, 3, line, &index, 0), StatusDelayIndex);
-        EXPECT_EQ(tevsFIR_Direct_16s_ISfs(y, 2, h, 3, line, &index, 0), StatusDelayIndex);
-        EXPECT_EQ(tevsFIROne_Direct_16s_Sfs(1, y, h, 3, line, &index, 0), StatusDelayIndex);
-        EXPECT_EQ(tevsFIROne_Direct_16s_ISfs(y, h, 3, line, &index, 0), StatusDelayIndex);
-        EXPECT_EQ(tevsFIR_Direct_16s_Sfs(x, y, 0, h, 3, line, &index, 0), StatusBadSize);
-        EXPECT_EQ(tevsFIR_Direct_16s_Sfs(x, y, 2, h, 0, line, &index, 0), StatusFilterLength);
-        EXPECT_EQ(tevsFIR_Direct_16s_Sfs(x, y, 2, h, 3, nullptr, &index, 0), StatusNullPtr);
-        EXPECT_EQ(index, at);
+        expectEach(StatusDelayIndex, {tevsFIR_Direct_16s_Sfs(x, y, 2, h, 3, line, &index, 0), tevsFIR_Direct_16s_ISfs(y, 2, h, 3, line, &index, 0),
+                                      tevsFIROne_Direct_16s_Sfs(1, y, h, 3, line, &index, 0), tevsFIROne_Direct_16s_ISfs(y, h, 3, line, &index, 0)});
+        expectEach(StatusBadSize, {tevsFIR_Direct_16s_Sfs(x, y, 0, h, 3, line, &index, 0)});
+        expectEach(StatusFilterLength, {tevsFIR_Direct_16s_Sfs(x, y, 2, h, 0, line, &index, 0)});
+        expectEach(StatusNullPtr, {tevsFIR_Direct_16s_Sfs(x, y, 2, h, 3, nullptr, &index, 0), tevsFIROne_Direct_16s_Sfs(1, y, h, 3, line, nullptr, 0)});
+        EXPECT_TRUE(index == at && y[0] == 6 && y[1] == 7);
     }
-    EXPECT_EQ(tevsFIROne_Direct_16s_Sfs(1, y, h, 3, line, nullptr, 0), StatusNullPtr);
-    EXPECT_EQ(y[0], 6);
-    EXPECT_EQ(y[1], 7);
 }
 
 }   // namespace

@@ -1,8 +1,10 @@
 // Test data: seeded, and rich in the values that trip arithmetic.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <random>
 #include <type_traits>
@@ -63,6 +65,27 @@ template <class T> std::vector<T> wildFloats(size_t n) {
                          : std::ldexp(randomValue<T>(), int((r >> 8) % (std::numeric_limits<T>::max_exponent * 2)) - std::numeric_limits<T>::max_exponent + 1);
     }
     return v;
+}
+
+// The same of complex numbers.
+template <class T>
+concept Complex = requires(T z) {
+    z.im;
+};
+template <Complex Z> std::vector<Z> wildFloats(size_t n) {
+    const auto parts = wildFloats<decltype(Z::re)>(2 * n);
+    std::vector<Z> v(n);
+    std::memcpy(v.data(), parts.data(), n * sizeof(Z));
+    return v;
+}
+
+// A NaN is a NaN: which of two operands' signs and payloads a result keeps is not laid down.
+template <class T> void canonical(T& x) {
+    if constexpr (std::is_floating_point_v<T>) {
+        if (std::isnan(x)) x = std::numeric_limits<T>::quiet_NaN();
+    } else if constexpr (Complex<T>) {
+        canonical(x.re), canonical(x.im);
+    }
 }
 
 }   // namespace test

@@ -1,11 +1,8 @@
-#include <cfenv>
 #include <climits>
 #include <cmath>
 #include <complex>
-#include <functional>
 
-#include "support/data.h"
-#include "support/guarded.h"
+#include "support/elements.h"
 
 using namespace test;
 
@@ -13,9 +10,8 @@ namespace {
 
 constexpr float kInf = INFINITY;
 
-template <class S, class D> using Function = std::function<Status(const S*, D*, int)>;
+template <class S, class D> using Function = Status (*)(const S*, D*, int);
 template <class S, class D = S> using ScaledFunction = Status (*)(const S*, D*, int, int);
-template <class T> using InPlace = std::function<Status(T*, int)>;
 
 // ---- accuracy ---------------------------------------------------------------------------------------------------------------------
 
@@ -194,84 +190,13 @@ TEST(Sqrt, ComplexBranchesAndInfinities) {
     EXPECT_TRUE(std::isnan(y[1].im));
 }
 
-// ---- placement: every element as if it were alone -----------------------------------------------------------------------------------
-
-template <class S, class D> void placed(const char* name, std::vector<S> (*data)(size_t), Function<S, D> f, InPlace<D> inPlace = {}) {
-    sweep<S>([&](int len, Place at) {
-        const std::vector<S> x = data(size_t(len));
-        std::vector<D> want(x.size());
-        Status status = StatusOk;
-        for (size_t i = 0; i < x.size(); ++i) {
-            const Status one = f(&x[i], &want[i], 1);
-            if (status == StatusOk) status = one;   // the first that offends decides
-        }
-        const Guarded<S> src(x, at);
-        Guarded<D> dst(x.size(), at);
-        ASSERT_EQ(f(src.data(), dst, len), status) << name << len;
-        ASSERT_TRUE(same(want, dst.values())) << name << len;
-        ASSERT_TRUE(dst.intact()) << name;
-        if constexpr (sizeof(S) == sizeof(D)) {
-            Guarded<D> both(x.size(), at);
-            std::memcpy(both.data(), x.data(), x.size() * sizeof(S));
-            ASSERT_EQ(inPlace ? inPlace(both, len) : f(reinterpret_cast<const S*>(both.data()), both, len), status) << name << len;
-            ASSERT_TRUE(same(want, both.values())) << name << len;
-            ASSERT_TRUE(both.intact()) << name;
-        }
-    });
-}
-// At a scale that shows all bits and at one that rounds.
-template <class S, class D> void placedScaled(const char* name, ScaledFunction<S, D> f, Status (*inPlace)(D*, int, int) = nullptr) {
-    for (int scale : {-3, 0, 2}) {
-        const auto bound = [=](D* p, int len) { return inPlace(p, len, scale); };
-        placed<S, D>(
-            name, randomVector<S>, [=](const S* s, D* d, int len) { return f(s, d, len, scale); }, inPlace ? InPlace<D>(bound) : InPlace<D>());
-    }
-}
-
-// Of both signs, and single NaN, infinities and zeros among them.
-template <class Z> std::vector<Z> wildPairs(size_t n) {
-    using T = decltype(Z{}.re);
-    const std::vector<T> v = wildFloats<T>(2 * n);
-    std::vector<Z> z(n);
-    std::memcpy(z.data(), v.data(), n * sizeof(Z));
-    return z;
-}
-
-TEST(Elementary, EveryLengthAndPlace) {
-    placed<float, float>("Exp_32f", wildFloats<float>, tevsExp_32f, tevsExp_32f_I);
-    placed<double, double>("Exp_64f", wildFloats<double>, tevsExp_64f, tevsExp_64f_I);
-    placed<float, double>("Exp_32f64f", wildFloats<float>, tevsExp_32f64f);
-    placed<float, float>("Ln_32f", wildFloats<float>, tevsLn_32f, tevsLn_32f_I);
-    placed<double, double>("Ln_64f", wildFloats<double>, tevsLn_64f, tevsLn_64f_I);
-    placed<double, float>("Ln_64f32f", wildFloats<double>, tevsLn_64f32f);
-    placed<float, float>("Sqr_32f", wildFloats<float>, tevsSqr_32f, tevsSqr_32f_I);
-    placed<double, double>("Sqr_64f", wildFloats<double>, tevsSqr_64f, tevsSqr_64f_I);
-    placed<Complex32f, Complex32f>("Sqr_32fc", wildPairs<Complex32f>, tevsSqr_32fc, tevsSqr_32fc_I);
-    placed<Complex64f, Complex64f>("Sqr_64fc", wildPairs<Complex64f>, tevsSqr_64fc, tevsSqr_64fc_I);
-    placed<float, float>("Sqrt_32f", wildFloats<float>, tevsSqrt_32f, tevsSqrt_32f_I);
-    placed<double, double>("Sqrt_64f", wildFloats<double>, tevsSqrt_64f, tevsSqrt_64f_I);
-    placed<Complex32f, Complex32f>("Sqrt_32fc", wildPairs<Complex32f>, tevsSqrt_32fc, tevsSqrt_32fc_I);
-    placed<Complex64f, Complex64f>("Sqrt_64fc", wildPairs<Complex64f>, tevsSqrt_64fc, tevsSqrt_64fc_I);
-    placed<float, float>("Cubrt_32f", wildFloats<float>, tevsCubrt_32f);
-    placedScaled("Exp_16s", tevsExp_16s_Sfs, tevsExp_16s_ISfs);
-    placedScaled("Exp_32s", tevsExp_32s_Sfs, tevsExp_32s_ISfs);
-    placedScaled("Exp_64s", tevsExp_64s_Sfs, tevsExp_64s_ISfs);
-    placedScaled("Ln_16s", tevsLn_16s_Sfs, tevsLn_16s_ISfs);
-    placedScaled("Ln_32s", tevsLn_32s_Sfs, tevsLn_32s_ISfs);
-    placedScaled("Ln_32s16s", tevsLn_32s16s_Sfs);
-    placedScaled("10Log10_32s", tevs10Log10_32s_Sfs, tevs10Log10_32s_ISfs);
-    placedScaled("Sqr_8u", tevsSqr_8u_Sfs, tevsSqr_8u_ISfs);
-    placedScaled("Sqr_16u", tevsSqr_16u_Sfs, tevsSqr_16u_ISfs);
-    placedScaled("Sqr_16s", tevsSqr_16s_Sfs, tevsSqr_16s_ISfs);
-    placedScaled("Sqr_16sc", tevsSqr_16sc_Sfs, tevsSqr_16sc_ISfs);
-    placedScaled("Sqrt_8u", tevsSqrt_8u_Sfs, tevsSqrt_8u_ISfs);
-    placedScaled("Sqrt_16u", tevsSqrt_16u_Sfs, tevsSqrt_16u_ISfs);
-    placedScaled("Sqrt_16s", tevsSqrt_16s_Sfs, tevsSqrt_16s_ISfs);
-    placedScaled("Sqrt_16sc", tevsSqrt_16sc_Sfs, tevsSqrt_16sc_ISfs);
-    placedScaled("Sqrt_64s", tevsSqrt_64s_Sfs, tevsSqrt_64s_ISfs);
-    placedScaled("Sqrt_32s16s", tevsSqrt_32s16s_Sfs);
-    placedScaled("Sqrt_64s16s", tevsSqrt_64s16s_Sfs);
-    placedScaled("Cubrt_32s16s", tevsCubrt_32s16s_Sfs);
+// The parts' expression, an operation at a time.
+TEST(Sqr, OfComplexAndDouble) {
+    const auto square = []<class Z>(Z z) { return Z{z.re * z.re - z.im * z.im, z.re * z.im + z.im * z.re}; };
+    EXPECT_TRUE(agrees<Complex32f>(tevsSqr_32fc, square, wildFloats<Complex32f>(kMany)));
+    EXPECT_TRUE(agrees<Complex64f>(tevsSqr_64fc, square, wildFloats<Complex64f>(kMany)));
+    EXPECT_TRUE(agrees<double>(
+        tevsSqr_64f, [](double x) { return x * x; }, wildFloats<double>(kMany)));
 }
 
 // ---- integer results ------------------------------------------------------------------------------------------------------------------
@@ -430,23 +355,13 @@ TEST(Sqrt, WideRootsAreExact) {
     EXPECT_TRUE(narrow[0] == 32767 && narrow[1] == 0 && narrow[2] == 32767);
 }
 
-// ---- warnings, statuses, rounding modes, normalisation -------------------------------------------------------------------------
+// ---- warnings, statuses, normalisation ------------------------------------------------------------------------------------------
 
-TEST(Ln, FirstOffenderDecides) {
-    for (int len = 1; len <= 70; ++len)
-        for (int zero = 0; zero < len; ++zero)
-            for (int negative : {0, len / 2, len - 1}) {
-                std::vector<float> f(size_t(len), 2.0f);
-                f[size_t(zero)] = -0.0f;
-                f[size_t(negative)] = -3.0f;
-                const Status want = zero < negative ? WarnLnZeroArg : WarnLnNegArg;
-                const std::vector<int32_t> s(f.begin(), f.end());
-                std::vector<int32_t> t(s.size());
-                ASSERT_EQ(tevs10Log10_32s_Sfs(s.data(), t.data(), len, 0), want) << len << " " << zero << " " << negative;
-                ASSERT_EQ(t[size_t(zero)], INT32_MIN);
-                ASSERT_EQ(t[size_t(negative)], INT32_MIN);
-                ASSERT_EQ(tevsLn_32f_I(f.data(), len), want) << len << " " << zero << " " << negative;
-            }
+TEST(Elementary, FirstOffenderDecides) {
+    const float zeroFirst[] = {5, -0.0f, 7, -3}, negativeFirst[] = {5, -3, 7, 0};
+    float f[4];
+    EXPECT_EQ(tevsLn_32f(zeroFirst, f, 4), WarnLnZeroArg);
+    EXPECT_EQ(tevsLn_32f(negativeFirst, f, 4), WarnLnNegArg);
     int16_t x[] = {5, 0, 7}, y[3];
     EXPECT_EQ(tevsLn_16s_Sfs(x, y, 3, 0), WarnLnZeroArg);
     EXPECT_TRUE(y[0] == 2 && y[1] == -32768 && y[2] == 2);
@@ -455,97 +370,57 @@ TEST(Ln, FirstOffenderDecides) {
     EXPECT_TRUE(y[0] == 0 && y[1] == 0 && y[2] == 3);
 }
 
+template <class T, class V> void normalizes(Status (*f)(const T*, T*, int, T, V), T sub, V div) {
+    const auto want = [=](T x) {
+        const V r = 1 / div;
+        if constexpr (Complex<T>)
+            return T{(x.re - sub.re) * r, (x.im - sub.im) * r};
+        else
+            return (x - sub) * r;
+    };
+    const auto x = wildFloats<T>(kMany);
+    EXPECT_TRUE(agrees<T>([=](const T* s, T* d, int len) { return f(s, d, len, sub, div); }, want, x));
+    T y{};
+    for (V bad : {V(0), -V(0), V(1e-39f), V(-1e-39f)}) {
+        EXPECT_EQ(f(x.data(), &y, 1, sub, bad), StatusDivByZeroErr);
+        EXPECT_EQ(f(x.data(), &y, 0, sub, bad), StatusBadSize);
+    }
+    EXPECT_TRUE(same<T>({T{}}, {y}));
+    EXPECT_EQ(f(x.data(), &y, 1, sub, V(0x1p-126f)), StatusOk);
+    EXPECT_EQ(f(x.data(), &y, 1, sub, V(NAN)), StatusOk);
+}
+
 TEST(Normalize, SubtractsAndMultipliesByTheReciprocal) {
-    const float f[] = {5, 10, -0.0f, 1e38f, 7};
-    float y[5];
-    ASSERT_EQ(tevsNormalize_32f(f, y, 5, 1, 2), StatusOk);
-    EXPECT_EQ(y[0], 2);
-    ASSERT_EQ(tevsNormalize_32f(f, y, 5, 0.25f, 3), StatusOk);
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(y[i], (f[i] - 0.25f) * (1 / 3.0f));
-    placed<double, double>("Normalize_64f", wildFloats<double>, [](const double* s, double* d, int len) { return tevsNormalize_64f(s, d, len, 0.1, -7); });
-    placed<float, float>("Normalize_32f", wildFloats<float>, [](const float* s, float* d, int len) { return tevsNormalize_32f(s, d, len, -0.1f, 1e-37f); });
-    placed<Complex32f, Complex32f>("Normalize_32fc", wildPairs<Complex32f>, [](const Complex32f* s, Complex32f* d, int len) {
-        return tevsNormalize_32fc(s, d, len, {1, -2}, 3);
-    });
-    placed<Complex64f, Complex64f>("Normalize_64fc", wildPairs<Complex64f>, [](const Complex64f* s, Complex64f* d, int len) {
-        return tevsNormalize_64fc(s, d, len, {1, -2}, 3);
-    });
-    const Complex32f z = {5, 5};
-    Complex32f w;
-    tevsNormalize_32fc(&z, &w, 1, {1, -2}, 2);
-    EXPECT_TRUE(w.re == 2 && w.im == 3.5f);
+    normalizes(tevsNormalize_32f, 0.25f, 3.0f);
+    normalizes(tevsNormalize_32f, -0.1f, 1e-37f);
+    normalizes(tevsNormalize_64f, 0.1, -7.0);
+    normalizes(tevsNormalize_32fc, {1, -2}, 3.0f);
+    normalizes(tevsNormalize_64fc, {1, -2}, 3.0);
+    const std::vector<int16_t> x = all<int16_t>();
+    std::vector<Complex16s> z;
+    for (const int16_t v : x) z.push_back({v, int16_t(v * 7)});
     for (int16_t div : {2, -3, 10, 32767, -32768})
-        for (int16_t sub : {0, 17, -32768}) {
+        for (int16_t sub : {0, 17, -32768})
             for (int scale : kScales) {
-                const std::vector<int16_t> x = all<int16_t>();
-                std::vector<int16_t> got(x.size());
-                ASSERT_EQ(tevsNormalize_16s_Sfs(x.data(), got.data(), int(x.size()), sub, div, scale), StatusOk);
-                for (size_t i = 0; i < x.size(); ++i)
-                    ASSERT_EQ(got[i], rounded<int16_t>((x[i] - sub) * (1.0 / div), scale)) << x[i] << " " << sub << " " << div << " " << scale;
-                const Complex16s v = {x[size_t(sub + 40000) % 65536], 12345}, vSub = {sub, -9};
-                Complex16s r;
-                ASSERT_EQ(tevsNormalize_16sc_Sfs(&v, &r, 1, vSub, div, scale), StatusOk);
-                EXPECT_EQ(r.re, rounded<int16_t>((v.re - sub) * (1.0 / div), scale));
-                EXPECT_EQ(r.im, rounded<int16_t>((v.im + 9) * (1.0 / div), scale));
+                const auto want = [=](int v, int less) { return rounded<int16_t>((v - less) * (1.0 / div), scale); };
+                ASSERT_TRUE(agrees<int16_t>([=](auto s, auto d, int len) { return tevsNormalize_16s_Sfs(s, d, len, sub, div, scale); },
+                                            [=](int16_t v) { return want(v, sub); }, x))
+                    << sub << " " << div << " " << scale;
+                ASSERT_TRUE(agrees<Complex16s>(
+                    [=](auto s, auto d, int len) {
+                        return tevsNormalize_16sc_Sfs(s, d, len, {sub, -9}, div, scale);
+                    },
+                    [=](Complex16s v) {
+                        return Complex16s{want(v.re, sub), want(v.im, -9)};
+                    },
+                    std::vector<Complex16s>(z.begin() + 30000, z.begin() + 30777)))
+                    << sub << " " << div << " " << scale;
             }
-        }
-}
-
-TEST(Elementary, IgnoresAndKeepsTheCallersRounding) {
-    const std::vector<float> f = randomVector<float>(19);
-    const std::vector<int64_t> wide = {7, 30, -2, 40, INT64_MAX, 43};
-    const std::vector<int32_t> s = {7, 30, 21, 40, INT32_MAX, 11};
-    const auto run = [&] {
-        std::vector<float> y(19);
-        std::vector<int64_t> e(6), r(6);
-        std::vector<int32_t> l(6);
-        tevsExp_32f(f.data(), y.data(), 19);
-        tevsExp_64s_Sfs(wide.data(), e.data(), 6, -3);
-        tevsSqrt_64s_Sfs(wide.data(), r.data(), 6, -20);
-        tevsLn_32s_Sfs(s.data(), l.data(), 6, -25);
-        return std::tuple(y, e, r, l);
-    };
-    const auto want = run();
-    for (int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
-        std::fesetround(mode);
-        const auto got = run();
-        const int after = std::fegetround();
-        std::fesetround(FE_TONEAREST);
-        EXPECT_EQ(after, mode);
-        EXPECT_TRUE(got == want) << mode;
-    }
-}
-
-TEST(Elementary, RejectsBadArguments) {
-    const std::vector<double> src(8);
-    Guarded<double> dst(8);
-    const auto check = [&](auto* f, auto* s, auto* d, auto... rest) {
-        EXPECT_EQ(f(decltype(s)(nullptr), d, 0, rest...), StatusNullPtr);
-        EXPECT_EQ(f(s, decltype(d)(nullptr), 0, rest...), StatusNullPtr);
-        for (int len : {0, -1, INT_MIN}) EXPECT_EQ(f(s, d, len, rest...), StatusBadSize);
-    };
-    const void* p = src.data();
-    void* q = dst.data();
-    check(tevsExp_32f, (const float*)p, (float*)q);
-    check(tevsLn_64f32f, (const double*)p, (float*)q);
-    check(tevsExp_16s_Sfs, (const int16_t*)p, (int16_t*)q, 0);
-    check(tevsExp_16s_Sfs, (const int16_t*)p, (int16_t*)q, 100);
-    check(tevsLn_32s16s_Sfs, (const int32_t*)p, (int16_t*)q, 0);
-    check(tevsSqr_8u_Sfs, (const uint8_t*)p, (uint8_t*)q, 0);
-    check(tevsSqrt_64s_Sfs, (const int64_t*)p, (int64_t*)q, 0);
-    check(tevsNormalize_32f, (const float*)p, (float*)q, 0.0f, 0.0f);
-    check(tevsNormalize_16s_Sfs, (const int16_t*)p, (int16_t*)q, int16_t(0), int16_t(0), 0);
-    for (float div : {0.0f, -0.0f, 1e-39f, -1e-39f}) {
-        EXPECT_EQ(tevsNormalize_32f((const float*)p, (float*)q, 4, 0, div), StatusDivByZeroErr);
-        EXPECT_EQ(tevsNormalize_32fc((const Complex32f*)p, (Complex32f*)q, 2, {0, 0}, div), StatusDivByZeroErr);
-        EXPECT_EQ(tevsNormalize_64f(src.data(), dst, 4, 0, div), StatusDivByZeroErr);
-    }
-    EXPECT_EQ(tevsNormalize_16s_Sfs((const int16_t*)p, (int16_t*)q, 4, 0, 0, 3), StatusDivByZeroErr);
-    EXPECT_EQ(tevsNormalize_16sc_Sfs((const Complex16s*)p, (Complex16s*)q, 4, {0, 0}, 0, 3), StatusDivByZeroErr);
-    EXPECT_TRUE(dst.untouched());
-    float y, x = 5;
-    EXPECT_EQ(tevsNormalize_32f(&x, &y, 1, 0, 0x1p-126f), StatusOk);
-    EXPECT_EQ(tevsNormalize_32f(&x, &y, 1, 0, NAN), StatusOk);
+    int16_t y = 5;
+    Complex16s w = {5, 5};
+    EXPECT_EQ(tevsNormalize_16s_Sfs(x.data(), &y, 1, 0, 0, 3), StatusDivByZeroErr);
+    EXPECT_EQ(tevsNormalize_16sc_Sfs(z.data(), &w, 1, {0, 0}, 0, 3), StatusDivByZeroErr);
+    EXPECT_TRUE(y == 5 && w.re == 5);
 }
 
 }   // namespace
