@@ -14,6 +14,11 @@ constexpr int kVectors = 3;
 
 // ---- inputs to streams ------------------------------------------------------------------------------------------------------------------
 
+template <class V> TEVS_INLINE Two<V> blocksOfPairs(V a, V b) {
+    using D = Vec<double, int(sizeof(V) / 8)>;
+    return {(V)blockLow((D)a, (D)b), (V)blockHigh((D)a, (D)b)};
+}
+
 // The inputs of type S, as numbers of T.
 template <class S, class T> struct Splitter {
     static constexpr int kPer = kParts<S>, kRun = 16 / (kPer * int(sizeof(T)));
