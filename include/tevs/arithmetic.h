@@ -14,7 +14,7 @@ TEVS_BEGIN
  *
  *     complex       (a + ib) (c + id) = (ac - bd) + i (ad + bc)
  *
- * pSrc1, pSrc2, pSrc, pDst, pSrcDst    len >= 1 elements each; the destination may equal any source whose elements are as wide
+ * pSrc1, pSrc2, pSrc, pDst, pSrcDst    len >= 1 elements each; the destination may equal any source whose elements are at least as wide
  * scaleFactor                          _Sfs forms store r * 2^-scaleFactor of the exact result r, to nearest, ties to even, saturated; any integer
  *                                      will do. In AddProduct r is the whole sum.
  *
@@ -230,7 +230,7 @@ Status tevsAddProductC_32f(const float* pSrc, float val, float* pSrcDst, int len
  *
  *     complex    x / y = x conj(y) / |y|^2
  *
- * pSrc1, pSrc2, pSrc, pDst, pSrcDst    len >= 1 elements each; the destination may equal any source whose elements are as wide
+ * pSrc1, pSrc2, pSrc, pDst, pSrcDst    len >= 1 elements each; the destination may equal any source whose elements are at least as wide
  * scaleFactor                          _Sfs forms store the quotient * 2^-scaleFactor, to nearest, ties to even, saturated; any integer will do
  *
  * Integer quotients are rounded once, from the exact value. Below a scaleFactor of -32, Div_16sc_Sfs stores for each part of x conj(y) that is not 0

@@ -19,15 +19,6 @@ template <class V> TEVS_INLINE Two<V> blocksOfPairs(V a, V b) {
     return {(V)blockLow((D)a, (D)b), (V)blockHigh((D)a, (D)b)};
 }
 
-// A 4 x 4 matrix of 32-bit elements in each block of 128 bits.
-template <class V> struct Four { V v[4]; };
-template <class V> TEVS_INLINE Four<V> transposed(V a, V b, V c, V d) {
-    using I = Vec<int32_t, int(sizeof(V) / 4)>;
-    const Two<V> low = blocksOfPairs((V)blockLow((I)a, (I)b), (V)blockLow((I)c, (I)d)),
-                 high = blocksOfPairs((V)blockHigh((I)a, (I)b), (V)blockHigh((I)c, (I)d));
-    return {{low.a, low.b, high.a, high.b}};
-}
-
 // The inputs of type S, as numbers of T.
 template <class S, class T> struct Splitter {
     static constexpr int kPer = kParts<S>, kRun = 16 / (kPer * int(sizeof(T)));

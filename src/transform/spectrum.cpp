@@ -1,5 +1,6 @@
 // Arithmetic on packed spectra of real signals.
 #include "core/args.h"
+#include "core/complex.h"
 #include "core/rounding.h"
 #include "core/scale.h"
 #include "tevs/fft.h"
@@ -34,7 +35,7 @@ Status product(const int16_t* pSrc1, const int16_t* pSrc2, int16_t* pDst, int le
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
     if (scaleFactor > arithmetic->mul16sc.kLast) return zero(pDst, len);
     const auto times = [=](int32_t a, int32_t b) { return scaled<int16_t, 30>(a * b, scaleFactor); };
-    multiply(pSrc1, pSrc2, pDst, len, packing, times, arithmetic->mul16sc.run, scaleFactor);
+    multiply(pSrc1, pSrc2, pDst, len, packing, times, arithmetic->mul16sc.kernel, scaleFactor);
     return StatusOk;
 }
 
@@ -51,9 +52,7 @@ template <class T, class C> Status expand(const T* pSrc, C* pDst, int len, Packi
     return StatusOk;
 }
 // In place, a whole spectrum's memory begins with the packed one.
-template <class C> Status expand(C* pSrcDst, int len, Packing packing) {
-    return expand(reinterpret_cast<const decltype(C::re)*>(pSrcDst), pSrcDst, len, packing);
-}
+template <class C> Status expand(C* pSrcDst, int len, Packing packing) { return expand(partsOf(static_cast<const C*>(pSrcDst)), pSrcDst, len, packing); }
 
 }   // namespace
 }   // namespace tevs

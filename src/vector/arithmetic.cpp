@@ -66,35 +66,35 @@ template <class T> Status absolute(const T* pSrc, T* pDst, int len, Unary<T>* ke
 // ---- integer operations with a scale ---------------------------------------------------------------------------------------------------------
 
 template <class A, class B, class D, uint64_t Most, class Kernel>
-Status binary(const A* pSrc1, const B* pSrc2, D* pDst, int len, int scaleFactor, UpTo<Most, Kernel> kernel) {
+Status binary(const A* pSrc1, const B* pSrc2, D* pDst, int len, int scaleFactor, UpTo<Most, Kernel> op) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    if (scaleFactor > kernel.kLast) return zero(pDst, len);
-    kernel.run(partsOf(pSrc1), partsOf(pSrc2), partsOf(pDst), partCount<D>(len), scaleFactor);
+    if (scaleFactor > op.kLast) return zero(pDst, len);
+    op.kernel(partsOf(pSrc1), partsOf(pSrc2), partsOf(pDst), partCount<D>(len), scaleFactor);
     return StatusOk;
 }
 
-template <class T, uint64_t Most, class Kernel> Status constant(const T* pSrc, T val, T* pDst, int len, int scaleFactor, UpTo<Most, Kernel> kernel) {
+template <class T, uint64_t Most, class Kernel> Status constant(const T* pSrc, T val, T* pDst, int len, int scaleFactor, UpTo<Most, Kernel> op) {
     if (Status s = Args().ptr(pSrc).ptr(pDst).len(len)) return s;
-    if (scaleFactor > kernel.kLast) return zero(pDst, len);
-    kernel.run(partsOf(pSrc), constantOf(val), partsOf(pDst), partCount<T>(len), scaleFactor);
+    if (scaleFactor > op.kLast) return zero(pDst, len);
+    op.kernel(partsOf(pSrc), constantOf(val), partsOf(pDst), partCount<T>(len), scaleFactor);
     return StatusOk;
 }
 // A term of 0 that leaves the vector as it is; a factor of 0, or of 1 that leaves it.
-template <class T, uint64_t Most, class Kernel> Status term(const T* pSrc, T val, T* pDst, int len, int scaleFactor, UpTo<Most, Kernel> kernel) {
+template <class T, uint64_t Most, class Kernel> Status term(const T* pSrc, T val, T* pDst, int len, int scaleFactor, UpTo<Most, Kernel> op) {
     if (scaleFactor == 0 && equals(val, 0)) return copy(pSrc, pDst, len);
-    return constant(pSrc, val, pDst, len, scaleFactor, kernel);
+    return constant(pSrc, val, pDst, len, scaleFactor, op);
 }
-template <class T, uint64_t Most, class Kernel> Status factor(const T* pSrc, T val, T* pDst, int len, int scaleFactor, UpTo<Most, Kernel> kernel) {
+template <class T, uint64_t Most, class Kernel> Status factor(const T* pSrc, T val, T* pDst, int len, int scaleFactor, UpTo<Most, Kernel> op) {
     if (equals(val, 0)) return pSrc ? zero(pDst, len) : StatusNullPtr;
     if (scaleFactor == 0 && equals(val, 1)) return copy(pSrc, pDst, len);
-    return constant(pSrc, val, pDst, len, scaleFactor, kernel);
+    return constant(pSrc, val, pDst, len, scaleFactor, op);
 }
 
 template <uint64_t Most>
-Status realByComplex(const int32_t* pSrc1, const Complex32s* pSrc2, Complex32s* pDst, int len, int scaleFactor, UpTo<Most, ScaledBinary<int32_t>> kernel) {
+Status realByComplex(const int32_t* pSrc1, const Complex32s* pSrc2, Complex32s* pDst, int len, int scaleFactor, UpTo<Most, ScaledBinary<int32_t>> op) {
     if (Status s = Args().ptr(pSrc1).ptr(pSrc2).ptr(pDst).len(len)) return s;
-    if (scaleFactor > kernel.kLast) return zero(pDst, len);
-    kernel.run(pSrc1, partsOf(pSrc2), partsOf(pDst), len, scaleFactor);
+    if (scaleFactor > op.kLast) return zero(pDst, len);
+    op.kernel(pSrc1, partsOf(pSrc2), partsOf(pDst), len, scaleFactor);
     return StatusOk;
 }
 

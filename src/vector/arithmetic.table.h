@@ -3,8 +3,6 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#include <limits>
-
 #include "core/simd/dispatch.h"
 
 namespace tevs {
@@ -23,17 +21,17 @@ template <class A, class B = A> using Division = bool(const A* dividend, const B
 template <class A, class B = A> using ScaledDivision = bool(const A* dividend, const B* divisor, B* dst, ptrdiff_t n, int scaleFactor);
 
 // The largest magnitude of an operation's exact results.
-template <class T> constexpr uint64_t kMost = std::numeric_limits<T>::is_signed ? uint64_t{1} << std::numeric_limits<T>::digits : std::numeric_limits<T>::max();
+template <class T> constexpr uint64_t kMostDifference = ~uint64_t{0} >> (64 - 8 * sizeof(T));
+template <class T> constexpr uint64_t kMost = T(-1) < T(0) ? uint64_t{1} << (8 * sizeof(T) - 1) : kMostDifference<T>;   // of a single element
 template <class T> constexpr uint64_t kMostSum = 2 * kMost<T>;
-template <class T> constexpr uint64_t kMostDifference = std::numeric_limits<T>::max() + (std::numeric_limits<T>::is_signed ? kMost<T> : 0);
 template <class A, class B = A> constexpr uint64_t kMostProduct = kMost<A>* kMost<B>;
 template <class T> constexpr uint64_t kMostComplexProduct = 2 * kMostProduct<T>;
 template <class A, class D> constexpr uint64_t kMostAddProduct = kMostProduct<A> + kMost<D>;
 
-// A kernel with a scale factor, whose results are Most at most in magnitude. kLast is the largest scale factor at which not all of them round to 0: half of
-// 2^kLast is less than Most, and half of 2^(kLast + 1) is not, where a tie goes to 0.
+// A kernel with a scale factor s, whose exact results are Most at most in magnitude. kLast is the largest s at which not all of them round to 0: as long as
+// 2^(s-1) < Most, since the tie Most * 2^-s = 1/2 goes to 0.
 template <uint64_t Most, class Kernel> struct UpTo {
-    Kernel* run;
+    Kernel* kernel;
     static constexpr int kLast = 64 - __builtin_clzll(Most - 1);
 };
 static_assert(UpTo<kMostSum<uint8_t>, void>::kLast == 9 && UpTo<kMostSum<int16_t>, void>::kLast == 16 && UpTo<kMostDifference<uint8_t>, void>::kLast == 8);

@@ -1,3 +1,4 @@
+#include "core/complex.h"
 #include "core/simd/lanes.h"
 #include "core/simd/map.h"
 #include "vector/conversion.table.h"
@@ -122,19 +123,6 @@ template <class Mode, class S> void halves(const S* src, Half* dst, int len) {
 
 // ---- channels ----------------------------------------------------------------------------------------------------------------------------------
 
-// Four rows of four in each 128-bit half: rows become columns.
-template <class V> TEVS_INLINE Two<V> unpacked(V a, V b) {
-#if TEVS_LEVEL >= 2
-    if constexpr (sizeof(V) == 32) return {(V)_mm256_unpacklo_ps((__m256)a, (__m256)b), (V)_mm256_unpackhi_ps((__m256)a, (__m256)b)};
-#endif
-    if constexpr (sizeof(V) == 16) return interleave(a, b);
-}
-template <class V> TEVS_INLINE void transpose(V (&r)[4]) {
-    const Two<V> even = unpacked(r[0], r[2]), odd = unpacked(r[1], r[3]);
-    const Two<V> low = unpacked(even.a, odd.a), high = unpacked(even.b, odd.b);
-    r[0] = low.a, r[1] = low.b, r[2] = high.a, r[3] = high.b;
-}
-
 // W frames at a time, four channels at a time. Four that reach past the last channel go on into the next frame (or the slack), which they spoil when
 // they are stored: so the channels of W frames are stored from the last to the first, and each four from their first frame on.
 template <int W> TEVS_INLINE void interleaveSquares(const float* const* channels, int first, int nChannels, int frames, float* dst) {
@@ -143,13 +131,13 @@ template <int W> TEVS_INLINE void interleaveSquares(const float* const* channels
         for (int c = (nChannels - 1) & ~3; c >= 0; c -= 4) {
             Vec<float, W> r[4];
             for (int k = 0; k < 4; ++k) r[k] = load<float, W>(channels[c + k < nChannels ? c + k : c] + first + f);
-            transpose(r);
+            const auto t = transposed(r[0], r[1], r[2], r[3]);
             float* frame = dst + f * nChannels + c;
             for (int k = 0; k < W; ++k, frame += nChannels) {
                 if constexpr (W == 4)
-                    store(frame, r[k]);
+                    store(frame, t.v[k]);
                 else
-                    store(frame, k < 4 ? low(r[k]) : high(r[k - 4]));
+                    store(frame, k < 4 ? low(t.v[k]) : high(t.v[k - 4]));
             }
         }
     }
@@ -166,8 +154,8 @@ template <int W> TEVS_INLINE void deinterleaveSquares(const float* src, float* c
                 else
                     r[k] = join(load<float, 4>(frame), load<float, 4>(frame + 4 * nChannels));
             }
-            transpose(r);
-            for (int k = 0; k < 4 && c + k < nChannels; ++k) store(channels[c + k] + first + f, r[k]);
+            const auto t = transposed(r[0], r[1], r[2], r[3]);
+            for (int k = 0; k < 4 && c + k < nChannels; ++k) store(channels[c + k] + first + f, t.v[k]);
         }
     }
 }
@@ -192,8 +180,8 @@ void deinterleaved(const float* src, float* const* channels, int first, int nCha
     constexpr int W = kRegisterBytes / 4;
     if (nChannels == 2) {
         map<W, 4>(
-            frames, Both<float>{channels[0] + first, channels[1] + first},
-            [](auto w, auto s) { return loadSplit<float, w.n>(reinterpret_cast<const float*>(s)); }, reinterpret_cast<const Pair<float>*>(src));
+            frames, Both<float>{channels[0] + first, channels[1] + first}, [](auto w, auto s) { return loadSplit<float, w.n>(partsOf(s)); },
+            reinterpret_cast<const Pair<float>*>(src));
     } else if (frames >= W) {
         deinterleaveSquares<W>(src, channels, first, nChannels, frames);
     } else if (frames >= 4) {

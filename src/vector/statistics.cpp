@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <type_traits>
 
 #include "core/args.h"
+#include "core/complex.h"
 #include "core/rounding.h"
 #include "core/scale.h"
 #include "tevcore.h"
@@ -50,7 +50,7 @@ template <class D> auto scaledTo(int scaleFactor) {
 }
 template <class C> auto scaledPartsTo(int scaleFactor) {
     return [=](Complex64s r) {
-        const auto part = scaledTo<decltype(C::re)>(scaleFactor);
+        const auto part = scaledTo<Scalar<C>>(scaleFactor);
         return C{part(r.re), part(r.im)};
     };
 }
@@ -198,10 +198,9 @@ template <class N, class T> void norm64(const T* pSrc1, const T* pSrc2, int len,
         *pNorm = N::finish(sum);
         return;
     }
-    constexpr int kParts = std::is_same_v<T, double> ? 1 : 2;
-    const auto *a = reinterpret_cast<const double*>(pSrc1), *b = reinterpret_cast<const double*>(pSrc2);
+    const double *a = partsOf(pSrc1), *b = partsOf(pSrc2);
     bool zero = sum == 0;
-    for (ptrdiff_t i = 0; zero && i < kParts; ++i) {   // len parts at a time
+    for (ptrdiff_t i = 0; zero && i < kParts<T>; ++i) {   // len parts at a time
         const ptrdiff_t at = i * len;
         zero = (b ? statistics->largest64f.difference(a + at, b + at, len) : statistics->largest64f.one(a + at, len)) == 0;
     }
@@ -214,7 +213,7 @@ template <class N, class T> void norm64(const T* pSrc1, const T* pSrc2, int len,
             long double extended = 0;
             for (ptrdiff_t n = 0; n < count; ++n) {
                 long double square = 0;
-                for (ptrdiff_t i = kParts * n; i < kParts * (n + 1); ++i) {
+                for (ptrdiff_t i = kParts<T> * n; i < kParts<T> * (n + 1); ++i) {
                     const long double part = y ? (long double)x[i] - y[i] : (long double)x[i];
                     square += part * part;
                 }

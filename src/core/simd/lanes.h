@@ -26,6 +26,20 @@ template <class V, int K, class F> TEVS_INLINE auto eachPair(const Some<V, K>& s
     return r;
 }
 
+// In each block of 128 bits: the 32-bit lanes of a and b interleaved; and the matrix of 4 x 4 such lanes with rows and columns exchanged.
+template <class V> TEVS_INLINE Two<V> blocksInterleaved(V a, V b) {
+    using I = Vec<int32_t, int(sizeof(V) / 4)>;
+    if constexpr (sizeof(V) == 16)
+        return interleave(a, b);
+    else
+        return {(V)blockLow((I)a, (I)b), (V)blockHigh((I)a, (I)b)};
+}
+template <class V> TEVS_INLINE Some<V, 4> transposed(V a, V b, V c, V d) {
+    const Two<V> even = blocksInterleaved(a, c), odd = blocksInterleaved(b, d);
+    const Two<V> low = blocksInterleaved(even.a, odd.a), high = blocksInterleaved(even.b, odd.b);
+    return {{low.a, low.b, high.a, high.b}};
+}
+
 // ---- integers from memory -----------------------------------------------------------------------------------------------------------
 
 // Bytes bytes at p, at the low end of a register.
