@@ -376,6 +376,13 @@ template <class Run> [[gnu::always_inline]] inline Status shortTransform(int n, 
     return StatusOk;
 }
 
+// A transform of the kernels in registers, at a multiple of 32 without aligning the frame for it, which the shortest calls would pay for: loads that cross what was
+// stored a moment ago wait for it.
+template <class T> struct OnStack {
+    alignas(16) uint8_t bytes[kMostInRegisters<T> * sizeof(T) + kAlignmentRoom];
+    T* at32() { return reinterpret_cast<T*>(workIn(bytes)); }
+};
+
 // The spectrum of the pairs' transform in z, to its packing. z may be pDst where the packing leaves the values between the ends in place.
 template <class T> void pack(const FftKernels<T>& kernels, const FftTables<T>& t, const T* z, T* pDst, Packing to) {
     const int n = 2 << t.order;
@@ -407,7 +414,8 @@ template <class T> [[gnu::always_inline]] inline Status realForward(const T* pSr
     const Pairs<const T> src{pSrc};
     if (!spec.stored) {
         NearestRounding guard;
-        T z[kMostInRegisters<T>];
+        OnStack<T> area;
+        T* const z = area.at32();
         kernel(spec.tables, src, {z}, nullptr, scale);
         pack(kernels, spec.tables, z, pDst, to);
         return StatusOk;
@@ -449,7 +457,8 @@ template <class T> [[gnu::always_inline]] inline Status realInverse(const T* pSr
     const T* const bins = pSrc + firstPair(from, n) - 2;
     if (!spec.stored) {
         NearestRounding guard;
-        T z[kMostInRegisters<T>];
+        OnStack<T> area;
+        T* const z = area.at32();
         pairsOfSpectrum(spec.tables, bins, first, last, z);
         kernel(spec.tables, {z}, {pDst}, nullptr, scale);
         return StatusOk;
