@@ -9,7 +9,9 @@
 
 #include "tevs.h"
 
-#pragma GCC diagnostic ignored "-Warray-bounds"   // the compiler takes no object to be larger than half of the addresses
+// The compiler takes no object to be larger than half of the addresses.
+#pragma GCC diagnostic ignored "-Warray-bounds"
+#pragma GCC diagnostic ignored "-Wstringop-overflow"
 
 namespace {
 
