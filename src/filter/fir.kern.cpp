@@ -25,7 +25,7 @@ template <class T, int W> struct RealOutputs {
     using Sum = T;
     static constexpr int kBytes = W * int(sizeof(T)), kTaps = 1;
     using V = decltype(loadBytes<T, kBytes>(nullptr));
-    static TEVS_INLINE V tap(const T* p) { return V{} + *p; }
+    static TEVS_INLINE V tap(const T* p) { return same<V>(*p); }
     static TEVS_INLINE V samples(const T* p) { return inRegister(loadBytes<T, kBytes>(p)); }
     V sum = {};
     TEVS_INLINE void add(V tap, V x) { sum = fma(tap, x, sum); }
@@ -39,7 +39,7 @@ template <class T, class C, int W> struct ComplexOutputs {
     using Sum = C;
     static constexpr int kBytes = W * int(sizeof(C)), kTaps = 1;
     using V = decltype(loadBytes<T, kBytes>(nullptr));
-    static TEVS_INLINE Two<V> tap(const C* p) { return {V{} + p->re, V{} + p->im}; }
+    static TEVS_INLINE Two<V> tap(const C* p) { return {same<V>(p->re), same<V>(p->im)}; }
     static TEVS_INLINE V samples(const C* p) { return inRegister(loadBytes<T, kBytes>(p)); }
     V byRe = {}, byIm = {};
     TEVS_INLINE void add(const Two<V>& tap, V x) {

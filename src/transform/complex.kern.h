@@ -15,8 +15,8 @@ template <class V> TEVS_INLINE Cx<V> plusI(Cx<V> a, Cx<V> b) { return {a.re - b.
 template <class V> TEVS_INLINE Cx<V> minusI(Cx<V> a, Cx<V> b) { return {a.re + b.im, a.im - b.re}; }   // a - i b
 template <class V> TEVS_INLINE Cx<V> swapped(Cx<V> a) { return {a.im, a.re}; }
 template <class V> TEVS_INLINE Cx<V> mul(Cx<V> a, Cx<V> w) { return {fnma(a.im, w.im, a.re * w.re), fma(a.im, w.re, a.re * w.im)}; }
-template <class V> TEVS_INLINE Cx<V> times(Cx<V> a, Element<V> f) { return {a.re * (V{} + f), a.im * (V{} + f)}; }
-template <class V> TEVS_INLINE Cx<V> mul(Cx<V> a, Element<V> c, Element<V> s) { return mul(a, Cx<V>{V{} + c, V{} + s}); }
+template <class V> TEVS_INLINE Cx<V> times(Cx<V> a, Element<V> f) { return {a.re * same<V>(f), a.im * same<V>(f)}; }
+template <class V> TEVS_INLINE Cx<V> mul(Cx<V> a, Element<V> c, Element<V> s) { return mul(a, Cx<V>{same<V>(c), same<V>(s)}); }
 
 constexpr double kSqrtHalf = 0.70710678118654752440;
 constexpr double kCos16 = 0.92387953251128675613;   // of a sixteenth turn
@@ -39,7 +39,7 @@ template <class V> TEVS_INLINE void dft(Cx<V> (&x)[4]) {
 
 // Radix 2 by 4. The factor sqrt(1/2) of w_8 and w_8^3 is taken out of both and applied where their sum and difference join the rest.
 template <class V> TEVS_INLINE void dft(Cx<V> (&x)[8]) {
-    const V h = V{} + Element<V>(kSqrtHalf);
+    const V h = same<V>(Element<V>(kSqrtHalf));
     Cx<V> even[4] = {x[0] + x[4], x[1] + x[5], x[2] + x[6], x[3] + x[7]};
     const auto d0 = x[0] - x[4], d1 = x[1] - x[5], d2 = x[2] - x[6], d3 = x[3] - x[7];
     const auto p = minusI(d0, d2), q = plusI(d0, d2);
@@ -59,7 +59,7 @@ template <class V> TEVS_INLINE void dft(Cx<V> (&x)[8]) {
 
 // Radix 4 by 4.
 template <class V> TEVS_INLINE void dft(Cx<V> (&x)[16]) {
-    const V h = V{} + Element<V>(kSqrtHalf);
+    const V h = same<V>(Element<V>(kSqrtHalf));
     Cx<V> y[4][4];
     for (int b = 0; b < 4; ++b) {
         Cx<V> t[4] = {x[b], x[b + 4], x[b + 8], x[b + 12]};

@@ -11,7 +11,7 @@ namespace {
 template <class V> TEVS_INLINE auto rounded(Two<V> v) {
     constexpr bool isShort = sizeof(Element<V>) == 4;
     constexpr Element<V> most = isShort ? 32767 : 2147483647;
-    const Two<V> below{atMost(V{} + most, v.a), atMost(V{} + most, v.b)};
+    const Two<V> below{atMost(same<V>(most), v.a), atMost(same<V>(most), v.b)};
     if constexpr (isShort)
         return pack16(nearestInt(below.a), nearestInt(below.b));
     else

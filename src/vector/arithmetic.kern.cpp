@@ -104,7 +104,7 @@ template <class A, class B, class Op> void scaledBinary(const A* a, const B* b, 
     });
 }
 
-template <class V> TEVS_INLINE V repeated(Constant<Element<V>> c) { return alternate(V{} + c.even, V{} + c.odd); }
+template <class V> TEVS_INLINE V repeated(Constant<Element<V>> c) { return alternate(same<V>(c.even), same<V>(c.odd)); }
 
 template <class T, class Op> void scaledWithConstant(const T* src, Constant<T> c, T* dst, ptrdiff_t n, int scaleFactor) {
     withScale(scaleFactor, [=](auto scaling) {
@@ -251,8 +251,8 @@ void mulC32f16s(const float* src, float val, int16_t* dst, ptrdiff_t n, float f,
 
 // ---- division ----------------------------------------------------------------------------------------------------------------------------------
 
-template <class V> TEVS_INLINE V quietNaN() { return V{} + (Element<V>)__builtin_nan(""); }
-template <class V> TEVS_INLINE V infinity() { return V{} + (Element<V>)__builtin_inf(); }
+template <class V> TEVS_INLINE V quietNaN() { return same<V>((Element<V>)__builtin_nan("")); }
+template <class V> TEVS_INLINE V infinity() { return same<V>((Element<V>)__builtin_inf()); }
 
 // x / y by IEEE, but over a zero of either sign: infinity with the sign of x, or a NaN where x is 0 or NaN.
 constexpr auto quotient = [](auto x, auto y, bool& zero) {
@@ -274,7 +274,7 @@ template <class T> bool divide(const T* dividend, const T* divisor, T* dst, ptrd
 bool divCRev32f(const float* divisor, float dividend, float* dst, ptrdiff_t n) {
     bool zero = false;
     map<kFloats, 4>(
-        n, dst, [&](auto w, auto y) { return quotient(Vec<float, w.n>{} + dividend, load<float, w.n>(y), zero); }, divisor);
+        n, dst, [&](auto w, auto y) { return quotient(same<Vec<float, w.n>>(dividend), load<float, w.n>(y), zero); }, divisor);
     return zero;
 }
 

@@ -95,14 +95,15 @@ template <class Mode, class V> TEVS_INLINE auto toInt(V v) {
 // cut off first; a packed format needs its lower bound as well. 2^31 - 1 is no float: there INT32_MIN turns over where the source is above.
 template <class D, class Mode, class V, int K> TEVS_INLINE auto rounded(const Some<V, K>& s) {
     if constexpr (__is_same(D, int32_t) && sizeof(V{}[0]) == 8) {
-        return eachPair(s, [](V a, V b) { return toInt<Mode>(Two<V>{atMost(V{} + 2147483647.0, a), atMost(V{} + 2147483647.0, b)}); });
+        return eachPair(s, [](V a, V b) { return toInt<Mode>(Two<V>{atMost(same<V>(2147483647.0), a), atMost(same<V>(2147483647.0), b)}); });
     } else if constexpr (__is_same(D, int32_t)) {
         return each(s, [](V v) { return toInt<Mode>(v) ^ (v >= 0x1p31f); });
     } else if constexpr (sizeof(D) == 3) {
-        return each(
-            s, [](V v) { return toInt<Mode>(atLeast(atMost(V{} + float(LimitsOf<D>::max), v), V{} + float(LimitsOf<D>::min))); });   // of a NaN, the second
+        return each(s, [](V v) {
+            return toInt<Mode>(atLeast(atMost(same<V>(float(LimitsOf<D>::max)), v), same<V>(float(LimitsOf<D>::min))));
+        });   // of a NaN, the second
     } else {
-        return packed<D>(each(s, [](V v) { return toInt<Mode>(atMost(V{} + float(LimitsOf<D>::max), v)); }));
+        return packed<D>(each(s, [](V v) { return toInt<Mode>(atMost(same<V>(float(LimitsOf<D>::max)), v)); }));
     }
 }
 

@@ -27,7 +27,7 @@ template <class C> C sumOfParts(const C* src, int n) {
 
 // Pairs of 16-bit elements fit 32 bits, and so does the sum of a block.
 template <class V> using Pairs = Vec<int32_t, kCount<V> / 2>;
-template <class V> TEVS_INLINE V ones() { return V{} + 1; }
+template <class V> TEVS_INLINE V ones() { return same<V>(1); }
 
 struct Sum16 : Additive {
     template <class V> TEVS_INLINE Pairs<V> start() const { return Pairs<V>{}; }

@@ -153,6 +153,20 @@ TEST(Arithmetic, Constants) {
     EXPECT_EQ((std::vector<int>{a[0], a[1], b[0], b[1], c[0], c[1]}), (std::vector<int>{32767, 9997, 20000, -10003, -32768, 6}));
 }
 
+// A constant of -0 is no +0.
+TEST(Arithmetic, ConstantsKeepTheSignOfZero) {
+    for (const int len : {1, 3, 4, 8, 9, 40}) {
+        std::vector<float> x(size_t(len), -0.0f), five(size_t(len), 5.0f), sum(x), product(x), quotient(x);
+        std::vector<double> d(size_t(len), -0.0), dsum(d);
+        EXPECT_EQ(tevsAddC_32f(x.data(), -0.0f, sum.data(), len), StatusOk);
+        EXPECT_EQ(tevsAddC_64f(d.data(), -0.0, dsum.data(), len), StatusOk);
+        EXPECT_EQ(tevsMulC_32f(five.data(), -0.0f, product.data(), len), StatusOk);
+        EXPECT_EQ(tevsDivCRev_32f(five.data(), -0.0f, quotient.data(), len), StatusOk);
+        for (size_t i = 0; i < size_t(len); ++i)
+            EXPECT_TRUE(std::signbit(sum[i]) && std::signbit(dsum[i]) && std::signbit(product[i]) && std::signbit(quotient[i])) << len;
+    }
+}
+
 // All of 16-bit input space through each form of the vector rounding: in lanes of the stored width and in wider ones.
 TEST(Arithmetic, EverySixteenBitValueAtEveryScale) {
     std::vector<int16_t> all(65536);

@@ -10,6 +10,7 @@ namespace {
 // B bytes of T, and K such registers of consecutive lanes.
 template <class T, int B> using Register = Vec<T, B / int(sizeof(T))>;
 template <class V, int K> struct Some { V v[K]; };
+template <class V, int K> Some(const V (&)[K]) -> Some<V, K>;   // not every compiler finds it by itself
 
 template <class V, int K> TEVS_INLINE void store(void* p, const Some<V, K>& s) {
     for (int k = 0; k < K; ++k) store(static_cast<char*>(p) + k * int(sizeof(V)), s.v[k]);
@@ -341,7 +342,7 @@ template <class D, class V, int K> TEVS_INLINE auto packed(const Some<V, K>& s) 
 // v within D's range; NaN stays.
 template <class D, class V> TEVS_INLINE V clamped(V v) {
     constexpr Element<V> lo = LimitsOf<D>::min, hi = LimitsOf<D>::max;
-    return atLeast(V{} + lo, atMost(V{} + hi, v));
+    return atLeast(same<V>(lo), atMost(same<V>(hi), v));
 }
 
 // The lower three bytes of each lane, close together: each register's part is turned to where it belongs in the three that are stored.

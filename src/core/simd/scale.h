@@ -87,7 +87,6 @@ template <class T> struct LimitsOf {
 };
 template <class V> using Limits = LimitsOf<Element<V>>;
 
-template <class V> TEVS_INLINE V same(Element<V> x) { return V{} + x; }
 // 2^s - 1 and 2^(s-1) in every lane, 0 <= s <= 64.
 template <class V> TEVS_INLINE V ones(int s) { return same<V>(Element<V>(s >= 64 ? ~uint64_t{0} : (uint64_t{1} << s) - 1)); }
 template <class V> TEVS_INLINE V half(int s) { return same<V>(Element<V>(uint64_t{1} << (s - 1))); }

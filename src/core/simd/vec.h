@@ -61,6 +61,10 @@ template <int N, int... I> struct MakeLane : MakeLane<N - 1, N - 1, I...> {};
 template <int... I> struct MakeLane<0, I...> { using type = Lane<I...>; };
 template <int N> using Iota = typename MakeLane<N>::type;
 
+// x in every lane. Not V{} + x: that makes +0 of -0, and adds where the register could be loaded with what is repeated.
+template <class V, int... I> TEVS_INLINE V sameOf(Element<V> x, Lane<I...>) { return V{((void)I, x)...}; }
+template <class V> TEVS_INLINE V same(Element<V> x) { return sameOf<V>(x, Iota<kCount<V>>{}); }
+
 template <class V, int... I> TEVS_INLINE auto evensOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (2 * I)...); }
 template <class V, int... I> TEVS_INLINE auto oddsOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (2 * I + 1)...); }
 template <class V, int... I> TEVS_INLINE auto lowOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, I...); }
