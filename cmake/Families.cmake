@@ -8,6 +8,8 @@
 set(TEVS_KERNEL_OPTIMIZATION -O3 CACHE STRING "Optimisation of the kernel sources; the sanitizer presets take -O1, which builds in a fraction of the time")
 set(TEVS_KERNEL_FLAGS ${TEVS_KERNEL_OPTIMIZATION} -fno-tree-vectorize -fno-trapping-math)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # A loop of twenty bytes takes up to 1.8 times as long where it crosses a line of the cache.
+    list(APPEND TEVS_KERNEL_FLAGS -falign-loops=32)
     # Predictive commoning turns unrolled filter loops into spills; the copy loops of short tails are better than a call of memcpy.
     list(APPEND TEVS_KERNEL_FLAGS -fno-predictive-commoning -fno-tree-loop-distribute-patterns -Wno-psabi -Wno-maybe-uninitialized)
 endif()
