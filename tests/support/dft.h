@@ -49,4 +49,47 @@ inline Values oracle(Values x, int sign) {
     return x;
 }
 
+// ---- layouts: which part of which value an array of scalars holds where ---------------------------------------------------------------------
+
+enum Layout { Pairs, Parts, Reals, Ccs, Pack, Perm };
+
+inline size_t samples(int order) { return size_t{1} << order; }
+inline size_t scalars(Layout layout, int order) {
+    const size_t n = samples(order);
+    return layout <= Parts ? 2 * n : layout == Ccs ? (n == 1 ? 2 : n + 2) : n;
+}
+struct Where {
+    size_t k;
+    bool imaginary;
+};
+inline Where whereIs(Layout layout, size_t i, size_t n) {
+    if (layout == Parts) return {i % n, i >= n};
+    if (layout == Reals) return {i, false};
+    if (layout == Pack) return i == 0 ? Where{0, false} : Where{(i + 1) / 2, i % 2 == 0};
+    if (layout == Perm && i < 2) return {i * n / 2, false};
+    return {i / 2, i % 2 == 1};
+}
+// The ends of a real signal's spectrum are real: CCS has zeros there.
+inline bool isZero(Layout layout, Where at, size_t n) { return layout == Ccs && at.imaginary && at.k % n * 2 % n == 0; }
+
+template <class T> Values unpacked(Layout layout, const std::vector<T>& v, size_t n) {
+    Values x(n);
+    for (size_t i = 0; i < v.size(); ++i) {
+        const Where at = whereIs(layout, i, n);
+        if (!isZero(layout, at, n)) x[at.k] += at.imaginary ? Value(0, v[i]) : Value(v[i], 0);
+    }
+    if (layout >= Ccs)
+        for (size_t k = n / 2 + 1; k < n; ++k) x[k] = std::conj(x[n - k]);
+    return x;
+}
+inline std::vector<long double> packed(Layout layout, const Values& x, int order) {
+    const size_t n = samples(order);
+    std::vector<long double> v(scalars(layout, order));
+    for (size_t i = 0; i < v.size(); ++i) {
+        const Where at = whereIs(layout, i, n);
+        v[i] = isZero(layout, at, n) ? 0 : at.imaginary ? x[at.k].imag() : x[at.k].real();
+    }
+    return v;
+}
+
 }   // namespace test
