@@ -65,7 +65,7 @@ struct Where {
 inline Where whereIs(Layout layout, size_t i, size_t n) {
     if (layout == Parts) return {i % n, i >= n};
     if (layout == Reals) return {i, false};
-    if (layout == Pack) return i == 0 ? Where{0, false} : Where{(i + 1) / 2, i % 2 == 0};
+    if (layout == Pack || (layout == Perm && n % 2 == 1)) return i == 0 ? Where{0, false} : Where{(i + 1) / 2, i % 2 == 0};
     if (layout == Perm && i < 2) return {i * n / 2, false};
     return {i / 2, i % 2 == 1};
 }
