@@ -69,7 +69,7 @@ TEVS_BEGIN
  *                 and directly. A record from Init, or blocks of less than 512 samples, are filtered directly whatever the taps.
  * Memory          Of these calls only InitAlloc returns StatusNoMemory. A record from InitAlloc owns what its blocks are transformed in. A block that threads share
  *                 in place, or with samples of another type than the sums, is filtered directly by way of memory taken for the call; without any, one thread
- *                 filters it.
+ *                 filters it. The threads themselves are the OpenMP runtime's, which ends the process where it has no memory to start them with.
  */
 typedef struct FIRState_32f FIRState_32f;
 typedef struct FIRState_32fc FIRState_32fc;

@@ -18,7 +18,7 @@
  *              empty vector is the caller's to leave out.
  * Alignment    none is asked of any pointer.
  * Overlap      a destination may equal a source whose elements are at least as wide. Where it is wider than its source, and wherever vectors overlap
- *              in part, results are wrong, except in the Move functions.
+ *              in part, results are wrong, except in the Move functions and where a family says so.
  * Results      never follow the calling thread's rounding mode or precision control (MXCSR, x87), and never change them. Its flush bits (FTZ, DAZ) count as it
  *              has set them, but for tevsConvert from floating point to the nearest integer, which in a mode other than to nearest reads subnormal
  *              numbers as they are. No function prints, throws or exits.
@@ -30,7 +30,7 @@
  *              addresses of its own parts: it cannot be copied or moved. Free gives back what InitAlloc took. Of a record built by Init it takes no
  *              memory: a transform record is one no longer, a filter record remains as it was, and either's memory is the caller's to reuse.
  * Statuses     checks run in the order of the arguments unless a family says otherwise (as a rule pointers, then lengths, then the
- *              record's identifier, then parameters); the first that fails decides. An error is below 0 and leaves every destination as it was; a
+ *              record's identifier, then parameters); the first that fails decides. An error is below 0 and leaves every destination as it was (the memory for a record need not be); a
  *              warning is above 0 and has written the whole destination. So test status < 0, or warnings pass for failures.
  */
 #ifndef TEVS_TYPES_H

@@ -8,7 +8,6 @@
 #include <omp.h>
 
 #include <algorithm>
-#include <limits>
 
 #include "core/rounding.h"
 #include "tevcore.h"
@@ -21,36 +20,31 @@ namespace tevs {
 bool mayShare();
 void noteTeam();
 
-// Calls body(thread, team) in each member of a team of up to `threads`, and returns the lowest status: any error wins over success.
-template <class Body> Status inTeam(int threads, Body body) {
+// Calls body(thread, team) in each member of a team of up to `threads`. Bodies cannot fail: what they need was taken before.
+template <class Body> void inTeam(int threads, Body body) {
     if (threads <= 1) return body(0, 1);
     noteTeam();
-    int lowest = StatusOk;
     const uint32_t word = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
-#pragma omp parallel num_threads(threads) reduction(min : lowest)
+#pragma omp parallel num_threads(threads)
     {
         const ControlWordOf caller(word);
-        lowest = body(omp_get_thread_num(), omp_get_num_threads());
+        body(omp_get_thread_num(), omp_get_num_threads());
     }
-    return Status(lowest);
 }
 
-// Calls body(first, count) on disjoint ranges that cover 0 .. count-1: an equal share for each thread, the last also taking the rest.
+// Calls body(first, count, thread) on disjoint ranges that cover 0 .. count-1: an equal share for each thread, the last also taking the rest.
+// thread < threads, so a body may use work areas that were laid out for `threads` of them.
 template <class Body> void parallelRanges(int count, int threads, Body body) {
     inTeam(threads, [&](int t, int team) {
         const int share = count / team, mine = t == team - 1 ? count - t * share : share;
-        if (mine > 0) body(t * share, mine);
-        return StatusOk;
+        if (mine > 0) body(t * share, mine, t);
     });
 }
 
-// Calls body(unit, thread) for units 0 .. units-1, dealt round-robin, and returns the lowest status.
-// thread < threads, so a body may use work areas that were laid out for `threads` of them.
-template <class Body> Status parallelUnits(int units, int threads, Body body) {
-    return inTeam(threads, [&](int t, int team) {
-        Status lowest = StatusOk;
-        for (int u = t; u < units; u += team) lowest = std::min(lowest, body(u, t));
-        return lowest;
+// Calls body(unit) for units 0 .. units-1, dealt round-robin.
+template <class Body> void parallelUnits(int units, int threads, Body body) {
+    inTeam(threads, [&](int t, int team) {
+        for (int u = t; u < units; u += team) body(u);
     });
 }
 
@@ -59,6 +53,9 @@ template <class Body> Status parallelUnits(int units, int threads, Body body) {
 inline int threadsAtBuild() { return std::max(int(__atomic_load_n(&threads_omp_of_n_tev, __ATOMIC_RELAXED)), 1); }
 
 // The number of threads to ask for now, at most `areas`, the number that a record was laid out for.
-inline int teamSize(int areas) { return mayShare() ? std::clamp(threadsAtBuild(), 1, std::max(areas, 1)) : 1; }
+inline int teamSize(int areas) {
+    const int threads = std::min(threadsAtBuild(), areas);
+    return threads > 1 && mayShare() ? threads : 1;
+}
 
 }   // namespace tevs

@@ -295,11 +295,8 @@ private:
         if constexpr (kStraight)
             if (pSrc != pDst) {
                 toStored(pSrc, base + t, head);
-                const auto range = [=, this](int first, int count) { produce(pSrc + (head - t + 1) + first, pDst + head + first, count, scaleFactor); };
-                if (team > 1)
-                    parallelRanges(numIters - head, team, range);
-                else
-                    range(0, numIters - head);
+                parallelRanges(numIters - head, team,
+                               [=, this](int first, int count, int) { produce(pSrc + (head - t + 1) + first, pDst + head + first, count, scaleFactor); });
                 produce(base + 1, pDst, head, scaleFactor);
                 return keep(pSrc, numIters);
             }
@@ -329,10 +326,9 @@ private:
         auto* const stages = static_cast<Stored*>(memory.get());
         if (!stages) return false;
         for (int u = 0; u < team; ++u) pastAt(past(), t, pSrc, ptrdiff_t{u} * share, stages + size_t(u) * each);
-        parallelUnits(team, team, [=, this](int u, int) {
+        parallelUnits(team, team, [=, this](int u) {
             const ptrdiff_t at = ptrdiff_t{u} * share;
             inParts(pSrc + at, pDst + at, u == team - 1 ? int(numIters - at) : share, stages + size_t(u) * each, scaleFactor);
-            return StatusOk;
         });
         memcpy(delay(), stages + size_t(team - 1) * each, size_t(t) * sizeof(Stored));
         s_->dlyIndex = 0;

@@ -478,8 +478,8 @@ template <class Kind> struct Rated {
         const uint64_t bytes = (e.areaBytes() + 63) & ~uint64_t{63};
         const Scratch areas{allocate(bytes * uint64_t(threads))};
         if (!areas) return range(s, own(s), past(s), src, dst, numIters, scale);
-        parallelRanges(numIters, threads, [&](int first, int count) {
-            void* const block = static_cast<unsigned char*>(areas.get()) + bytes * uint64_t(omp_get_thread_num());
+        parallelRanges(numIters, threads, [&](int first, int count, int thread) {
+            void* const block = static_cast<unsigned char*>(areas.get()) + bytes * uint64_t(thread);
             memset(block, 0, size_t(bytes));
             const auto area = areaIn(e, block);
             const int64_t at = int64_t{first} * s->rates.down;

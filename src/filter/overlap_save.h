@@ -50,7 +50,7 @@ public:
         const auto first = [=](int share) { return int(int64_t{share} * blocks / shares); };
         memcpy(area(0).past, past, size_t(kept_) * sizeof(T));
         for (int u = 1; u < shares; ++u) load(area(u).past, ptrdiff_t{first(u)} * step - kept_, kept_);
-        const auto share = [=, this](int u, int) {
+        const auto share = [=, this](int u) {
             const Area a = area(u);
             for (int b = first(u); b < first(u + 1); ++b) {
                 const ptrdiff_t at = ptrdiff_t{b} * step;
@@ -64,12 +64,8 @@ public:
                 fft_->inverse(a.x, a.x, a.work);
                 store(a.x + kept_, at, fresh);
             }
-            return StatusOk;
         };
-        if (shares > 1)
-            parallelUnits(shares, shares, share);
-        else
-            share(0, 0);
+        parallelUnits(shares, shares, share);
     }
 
 private:

@@ -27,6 +27,7 @@ uint32_t tev_set_rc_ssx(uint32_t rc) {
     return before;
 }
 
-void tevSetNumThreads(int32_t n) { threads_omp_of_n_tev = n; }
+// Other threads may be reading it.
+void tevSetNumThreads(int32_t n) { __atomic_store_n(&threads_omp_of_n_tev, n, __ATOMIC_RELAXED); }
 
-int32_t tevGetNumThreads(void) { return threads_omp_of_n_tev; }
+int32_t tevGetNumThreads(void) { return __atomic_load_n(&threads_omp_of_n_tev, __ATOMIC_RELAXED); }

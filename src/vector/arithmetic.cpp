@@ -156,6 +156,7 @@ Status tevsAdd_8u_Sfs(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst,
 Status tevsAdd_8u_ISfs(const uint8_t* pSrc, uint8_t* pSrcDst, int len, int scaleFactor) {
     return binary(pSrc, pSrcDst, pSrcDst, len, scaleFactor, arithmetic->scaled8u.add);
 }
+// Alone, this one looks at its scale before its pointers.
 Status tevsAdd_16u_Sfs(const uint16_t* pSrc1, const uint16_t* pSrc2, uint16_t* pDst, int len, int scaleFactor) {
     return scaleFactor > arithmetic->scaled16u.add.kLast ? zero(pDst, len) : binary(pSrc1, pSrc2, pDst, len, scaleFactor, arithmetic->scaled16u.add);
 }

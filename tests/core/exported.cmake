@@ -7,6 +7,12 @@ if(at EQUAL -1 OR dynamic MATCHES "NEEDED[^\n]*(libstdc|libgcc_s)")
     message(SEND_ERROR "${LIBRARY} is not named ${SONAME}, or needs the C++ runtime:\n${dynamic}")
 endif()
 
+# Thread-local data that the loader does not keep in every thread is allocated by a thread's first call, and the process ends where there is no memory for it.
+execute_process(COMMAND ${NM} -D --undefined-only ${LIBRARY} OUTPUT_VARIABLE undefined COMMAND_ERROR_IS_FATAL ANY)
+if(undefined MATCHES "tls_get_addr" AND NOT undefined MATCHES "__[at]san_")
+    message(SEND_ERROR "${LIBRARY} takes memory for thread-local data")
+endif()
+
 execute_process(COMMAND ${NM} -D --defined-only ${LIBRARY} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "[0-9a-f]+ [A-Za-z] [^\n]+" lines "${output}")
 list(FILTER lines EXCLUDE REGEX "^[0-9a-f]+ A ")   # the version node
