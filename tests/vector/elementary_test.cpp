@@ -10,19 +10,12 @@ namespace {
 
 constexpr float kInf = INFINITY;
 
+long double square(long double x) { return x * x; }
+
 template <class S, class D> using Function = Status (*)(const S*, D*, int);
 template <class S, class D = S> using ScaledFunction = Status (*)(const S*, D*, int, int);
 
 // ---- accuracy ---------------------------------------------------------------------------------------------------------------------
-
-// |got - want| in units of the last place of want; zeros and infinities (beyond the range of T) have to agree with their signs, and any NaN with any other.
-template <class T> double ulps(T got, long double want) {
-    using Limits = std::numeric_limits<T>;
-    if (std::isnan(want) || std::isnan(got)) return std::isnan(want) && std::isnan(got) ? 0 : INFINITY;
-    if (want == 0 || std::isinf(got)) return got == T(want) && std::signbit(got) == std::signbit(want) ? 0 : INFINITY;
-    const int exponent = std::max(std::ilogb(want), Limits::min_exponent - 1) - Limits::digits + 1;
-    return double(std::ldexp(std::fabs(got - want), -exponent));
-}
 
 // Every 4093rd float; of doubles as many bit patterns, and as many numbers in each of some ranges where a function changes its ways.
 std::vector<float> samples(float) {
@@ -41,47 +34,31 @@ std::vector<double> samples(double) {
     return v;
 }
 
-uint64_t hashOf(const void* p, size_t bytes) {
-    uint64_t h = 14695981039346656037u;
-    for (size_t i = 0; i < bytes; ++i) h = (h ^ static_cast<const unsigned char*>(p)[i]) * 1099511628211u;
-    return h;
-}
-
 // Within the bound of the function, which works in extended precision, and the same to the bit (by their hash) at every level and in both ABIs.
-template <class S, class D> void accurate(const char* name, Function<S, D> f, long double (*reference)(long double), double bound, uint64_t hash) {
+template <class S, class D> void accurate(Function<S, D> f, long double (*reference)(long double), double bound, uint64_t hash) {
+    generator().seed(26);
     const std::vector<S> x = samples(S());
     std::vector<D> y(x.size());
     ASSERT_GE(f(x.data(), y.data(), int(x.size())), StatusOk);
     double worst = 0;
     S at = 0;
     for (size_t i = 0; i < x.size(); ++i)
-        if (const double e = ulps(y[i], reference(x[i])); e > worst) {
-            worst = e;
-            at = x[i];
-        }
-    EXPECT_LE(worst, bound) << name << " at " << at;
-    for (D& v : y)
-        if (std::isnan(v)) v = 0;
-    EXPECT_EQ(hashOf(y.data(), y.size() * sizeof(D)), hash) << name << std::hex << " 0x" << hashOf(y.data(), y.size() * sizeof(D));
+        if (const double e = ulps(y[i], reference(x[i])); e > worst) worst = e, at = x[i];
+    EXPECT_LE(worst, bound) << nameOf(f) << " at " << at;
+    EXPECT_EQ(hashOf(y), hash) << nameOf(f) << std::hex << " 0x" << hashOf(y);
 }
 
 TEST(Elementary, AccurateAndTheSameEverywhere) {
-    generator().seed(25);
-    accurate<float, float>("Exp_32f", tevsExp_32f, expl, 0.90, 0xe7e092d8684d509b);
-    accurate<float, double>("Exp_32f64f", tevsExp_32f64f, expl, 0.92, 0x67cb18b97f160cef);
-    accurate<float, float>("Ln_32f", tevsLn_32f, logl, 0.86, 0x7c449d8fbce2c194);
-    accurate<float, float>("Sqrt_32f", tevsSqrt_32f, sqrtl, 0.5, 0x96dce02d81c58e3d);
-    accurate<float, float>("Cubrt_32f", tevsCubrt_32f, cbrtl, 0.84, 0x3b8ea65be145f085);
-    accurate<float, float>(
-        "Sqr_32f", tevsSqr_32f, [](long double x) { return x * x; }, 0.5, 0xdd35fd4723b8cf9e);
-    generator().seed(26);
-    accurate<double, double>("Exp_64f", tevsExp_64f, expl, 0.92, 0xca6a084f997282a0);
-    generator().seed(26);
-    accurate<double, double>("Ln_64f", tevsLn_64f, logl, 0.94, 0x09113e4bad688288);
-    generator().seed(26);
-    accurate<double, float>("Ln_64f32f", tevsLn_64f32f, logl, 0.501, 0xad14ea50ddb1a134);
-    generator().seed(26);
-    accurate<double, double>("Sqrt_64f", tevsSqrt_64f, sqrtl, 0.5005, 0xab598ec228ca1cd2);
+    accurate(tevsExp_32f, expl, 0.90, 0xe7e092d8684d509b);
+    accurate(tevsExp_32f64f, expl, 0.92, 0x67cb18b97f160cef);
+    accurate(tevsLn_32f, logl, 0.86, 0x7c449d8fbce2c194);
+    accurate(tevsSqrt_32f, sqrtl, 0.5, 0x96dce02d81c58e3d);
+    accurate(tevsCubrt_32f, cbrtl, 0.84, 0x3b8ea65be145f085);
+    accurate(tevsSqr_32f, square, 0.5, 0xdd35fd4723b8cf9e);
+    accurate(tevsExp_64f, expl, 0.92, 0xca6a084f997282a0);
+    accurate(tevsLn_64f, logl, 0.94, 0x09113e4bad688288);
+    accurate(tevsLn_64f32f, logl, 0.501, 0xad14ea50ddb1a134);
+    accurate(tevsSqrt_64f, sqrtl, 0.5005, 0xab598ec228ca1cd2);
 }
 
 // A part of the complex root beside the extended one's, whose parts are formed without cancellation as well.
@@ -122,7 +99,7 @@ constexpr Special kSpecials[] = {
     {-27.0f, 0x2c044295, kNegativeNaN, kNegativeNaN, 0xc0400000},
 };
 
-// The largest and the least argument whose exponential is finite and not 0, and their neighbours.
+// The largest and the least argument whose expl is finite and not 0, and their neighbours.
 constexpr float kThresholds[][2] = {{0x1.62e42ep6f, 0x1.ffff08p127f}, {0x1.62e43p6f, kInf}, {-0x1.9fe368p6f, 0x1p-149f}, {-0x1.9fe36ap6f, 0}};
 
 TEST(Elementary, SpecialValues) {
@@ -193,41 +170,28 @@ TEST(Sqrt, ComplexBranchesAndInfinities) {
 // The parts' expression, an operation at a time.
 TEST(Sqr, OfComplexAndDouble) {
     const auto square = []<class Z>(Z z) { return Z{z.re * z.re - z.im * z.im, z.re * z.im + z.im * z.re}; };
-    EXPECT_TRUE(agrees<Complex32f>(tevsSqr_32fc, square, wildFloats<Complex32f>(kMany)));
-    EXPECT_TRUE(agrees<Complex64f>(tevsSqr_64fc, square, wildFloats<Complex64f>(kMany)));
-    EXPECT_TRUE(agrees<double>(
-        tevsSqr_64f, [](double x) { return x * x; }, wildFloats<double>(kMany)));
+    EXPECT_TRUE(agrees<Complex32f>(tevsSqr_32fc, of(wildFloats<Complex32f>(kMany)), square));
+    EXPECT_TRUE(agrees<Complex64f>(tevsSqr_64fc, of(wildFloats<Complex64f>(kMany)), square));
+    EXPECT_TRUE(agrees<double>(tevsSqr_64f, of(wildFloats<double>(kMany)), [](double x) { return x * x; }));
 }
 
 // ---- integer results ------------------------------------------------------------------------------------------------------------------
 
 constexpr int kScales[] = {0, 1, 2, 3, 7, 12, 16, 31, 40, 101, INT_MAX, -1, -2, -5, -9, -14, -20, -31, -64, INT_MIN};
 
-template <class D> D rounded(long double exact, int scale) {
-    if (std::isnan(exact)) return std::numeric_limits<D>::min();
-    const long double r = std::nearbyint(std::ldexp(exact, -std::clamp(scale, -40000, 40000)));
-    return r <= std::numeric_limits<D>::min()                ? std::numeric_limits<D>::min()
-           : r >= (long double)std::numeric_limits<D>::max() ? std::numeric_limits<D>::max()
-                                                             : D(r);
-}
-
-template <class S, class D, class F>
-void integers(const char* name, ScaledFunction<S, D> f, const std::vector<S>& x, F exact, std::initializer_list<int> more = {}) {
+template <class S, class D, class F> void integers(ScaledFunction<S, D> f, const std::vector<S>& x, F exact, std::initializer_list<int> more = {}) {
     std::vector<int> scales(std::begin(kScales), std::end(kScales));
     scales.insert(scales.end(), more);
     std::vector<D> y(x.size());
     for (int scale : scales) {
         ASSERT_GE(f(x.data(), y.data(), int(x.size()), scale), StatusOk);
         for (size_t i = 0; i < x.size(); ++i) {
-            if constexpr (std::is_integral_v<D>) {
-                const long double want = exact(x[i]);
-                if ((std::isinf(want) && scale > 1000) || (want == 0 && x[i] != 0 && scale < -1000))
-                    continue;   // past the ends of extended precision: the rows below
-                ASSERT_EQ(y[i], rounded<D>(want, scale)) << name << " of " << int64_t(x[i]) << " scale " << scale;
-            } else {
-                const auto z = exact(x[i]);
-                ASSERT_EQ(y[i].re, rounded<int16_t>(z.real(), scale)) << name << " of " << x[i].re << " " << x[i].im << " scale " << scale;
-                ASSERT_EQ(y[i].im, rounded<int16_t>(z.imag(), scale)) << name << " of " << x[i].re << " " << x[i].im << " scale " << scale;
+            const std::complex<long double> want = exact(x[i]);
+            if constexpr (Complex<D>) {
+                ASSERT_EQ(y[i].re, nearest<int16_t>(want.real(), scale)) << nameOf(f) << " of " << x[i].re << " " << x[i].im << " scale " << scale;
+                ASSERT_EQ(y[i].im, nearest<int16_t>(want.imag(), scale)) << nameOf(f) << " of " << x[i].re << " " << x[i].im << " scale " << scale;
+            } else if (!(std::isinf(want.real()) && scale > 1000) && !(want.real() == 0 && x[i] != 0 && scale < -1000)) {   // else: the rows below
+                ASSERT_EQ(y[i], nearest<D>(want.real(), scale)) << nameOf(f) << " of " << int64_t(x[i]) << " scale " << scale;
             }
         }
     }
@@ -253,30 +217,28 @@ std::vector<int32_t> telling32s() {
 long double root(long double x) { return x < 0 ? 0 : std::sqrt(x); }
 long double ln(long double x) { return x <= 0 ? -INFINITY : std::log(x); }
 long double decibel(long double x) { return x <= 0 ? -INFINITY : 10 * std::log10(x); }
-long double exponential(long double x) { return std::exp(x); }
 
 TEST(Elementary, IntegersAreRoundedFromTheExactValue) {
     const std::vector<int32_t> wide = telling32s();
-    const auto square = [](long double x) { return x * x; };
     const auto cube = [](long double x) {
         const long double root = std::cbrt(x), whole = std::nearbyint(root);   // not every library's is exact where it could be
         return whole * whole * whole == x ? whole : root;
     };
-    integers("Exp_16s", tevsExp_16s_Sfs, all<int16_t>(), exponential);
-    integers("Exp_32s", tevsExp_32s_Sfs, wide, exponential);
-    integers("Exp_64s", tevsExp_64s_Sfs, std::vector<int64_t>(wide.begin(), wide.end()), exponential);
-    integers("Ln_16s", tevsLn_16s_Sfs, all<int16_t>(), ln, {-10, -11, -12, -13});
-    integers("Ln_32s", tevsLn_32s_Sfs, wide, ln, {-26, -27, -28, -30});
-    integers("Ln_32s16s", tevsLn_32s16s_Sfs, wide, ln, {-10, -11, -12});
-    integers("10Log10_32s", tevs10Log10_32s_Sfs, wide, decibel, {-24, -25, -26});
-    integers("Sqr_8u", tevsSqr_8u_Sfs, all<uint8_t>(), square, {8, 9, 15});
-    integers("Sqr_16u", tevsSqr_16u_Sfs, all<uint16_t>(), square, {17, 30, 32, 33});
-    integers("Sqr_16s", tevsSqr_16s_Sfs, all<int16_t>(), square, {14, 15, 30});
-    integers("Sqrt_8u", tevsSqrt_8u_Sfs, all<uint8_t>(), root, {-4, -8});
-    integers("Sqrt_16u", tevsSqrt_16u_Sfs, all<uint16_t>(), root, {-3, -8, -12, -16});
-    integers("Sqrt_16s", tevsSqrt_16s_Sfs, all<int16_t>(), root, {-7, -8, -12, -15});
-    integers("Sqrt_32s16s", tevsSqrt_32s16s_Sfs, wide, root, {-3, -8, 15});
-    integers("Cubrt_32s16s", tevsCubrt_32s16s_Sfs, wide, cube, {-3, -4, -8, -12, 10});
+    integers(tevsExp_16s_Sfs, all<int16_t>(), expl);
+    integers(tevsExp_32s_Sfs, wide, expl);
+    integers(tevsExp_64s_Sfs, std::vector<int64_t>(wide.begin(), wide.end()), expl);
+    integers(tevsLn_16s_Sfs, all<int16_t>(), ln, {-10, -11, -12, -13});
+    integers(tevsLn_32s_Sfs, wide, ln, {-26, -27, -28, -30});
+    integers(tevsLn_32s16s_Sfs, wide, ln, {-10, -11, -12});
+    integers(tevs10Log10_32s_Sfs, wide, decibel, {-24, -25, -26});
+    integers(tevsSqr_8u_Sfs, all<uint8_t>(), square, {8, 9, 15});
+    integers(tevsSqr_16u_Sfs, all<uint16_t>(), square, {17, 30, 32, 33});
+    integers(tevsSqr_16s_Sfs, all<int16_t>(), square, {14, 15, 30});
+    integers(tevsSqrt_8u_Sfs, all<uint8_t>(), root, {-4, -8});
+    integers(tevsSqrt_16u_Sfs, all<uint16_t>(), root, {-3, -8, -12, -16});
+    integers(tevsSqrt_16s_Sfs, all<int16_t>(), root, {-7, -8, -12, -15});
+    integers(tevsSqrt_32s16s_Sfs, wide, root, {-3, -8, 15});
+    integers(tevsCubrt_32s16s_Sfs, wide, cube, {-3, -4, -8, -12, 10});
 }
 
 TEST(Elementary, ComplexIntegersAreRoundedFromTheExactValue) {
@@ -284,13 +246,13 @@ TEST(Elementary, ComplexIntegersAreRoundedFromTheExactValue) {
     for (size_t i = 0; i < z.size(); ++i) z[i] = {int16_t(z[i].re >> i % 16), int16_t(z[i].im >> i / 16 % 16)};
     for (int a = -60; a <= 60; ++a)   // squares, whose roots are ties of some scale
         for (int b = 0; b <= 60; ++b) z.push_back({int16_t(a * a - b * b), int16_t(2 * a * b)});
-    integers("Sqr_16sc", tevsSqr_16sc_Sfs, z,
+    integers(tevsSqr_16sc_Sfs, z,
              [](Complex16s v) {
                  const std::complex<long double> w(v.re, v.im);
                  return std::complex<long double>(w.real() * w.real() - w.imag() * w.imag(), 2 * w.real() * w.imag());
              },
              {14, 15, 30});
-    integers("Sqrt_16sc", tevsSqrt_16sc_Sfs, z, [](Complex16s v) {
+    integers(tevsSqrt_16sc_Sfs, z, [](Complex16s v) {
         const long double size = std::hypot((long double)v.re, (long double)v.im), t = std::sqrt((size + std::abs(v.re)) / 2);
         const long double other = t == 0 ? 0 : v.im / (2 * t);
         return v.re < 0 ? std::complex<long double>(std::fabs(other), v.im < 0 ? -t : t) : std::complex<long double>(t, other);
@@ -379,7 +341,7 @@ template <class T, class V> void normalizes(Status (*f)(const T*, T*, int, T, V)
             return (x - sub) * r;
     };
     const auto x = wildFloats<T>(kMany);
-    EXPECT_TRUE(agrees<T>([=](const T* s, T* d, int len) { return f(s, d, len, sub, div); }, want, x));
+    EXPECT_TRUE(agrees<T>(with(f, sub, div), of(x), want));
     T y{};
     for (V bad : {V(0), -V(0), V(1e-39f), V(-1e-39f)}) {
         EXPECT_EQ(f(x.data(), &y, 1, sub, bad), StatusDivByZeroErr);
@@ -397,23 +359,14 @@ TEST(Normalize, SubtractsAndMultipliesByTheReciprocal) {
     normalizes(tevsNormalize_32fc, {1, -2}, 3.0f);
     normalizes(tevsNormalize_64fc, {1, -2}, 3.0);
     const std::vector<int16_t> x = all<int16_t>();
-    std::vector<Complex16s> z;
-    for (const int16_t v : x) z.push_back({v, int16_t(v * 7)});
+    const std::vector<Complex16s> z = randomVector<Complex16s>(kMany);
     for (int16_t div : {2, -3, 10, 32767, -32768})
         for (int16_t sub : {0, 17, -32768})
             for (int scale : kScales) {
-                const auto want = [=](int v, int less) { return rounded<int16_t>((v - less) * (1.0 / div), scale); };
-                ASSERT_TRUE(agrees<int16_t>([=](auto s, auto d, int len) { return tevsNormalize_16s_Sfs(s, d, len, sub, div, scale); },
-                                            [=](int16_t v) { return want(v, sub); }, x))
-                    << sub << " " << div << " " << scale;
-                ASSERT_TRUE(agrees<Complex16s>(
-                    [=](auto s, auto d, int len) {
-                        return tevsNormalize_16sc_Sfs(s, d, len, {sub, -9}, div, scale);
-                    },
-                    [=](Complex16s v) {
-                        return Complex16s{want(v.re, sub), want(v.im, -9)};
-                    },
-                    std::vector<Complex16s>(z.begin() + 30000, z.begin() + 30777)))
+                const auto want = [=](int16_t v) { return nearest<int16_t>((v - sub) * (1.0 / div), scale); };
+                const auto wantC = [=](Complex16s v) { return Complex16s{want(v.re), nearest<int16_t>((v.im + 9) * (1.0 / div), scale)}; };
+                ASSERT_TRUE(agrees<int16_t>(with(tevsNormalize_16s_Sfs, sub, div, scale), of(x), want)) << sub << " " << div << " " << scale;
+                ASSERT_TRUE(agrees<Complex16s>(with(tevsNormalize_16sc_Sfs, Complex16s{sub, -9}, div, scale), of(z), wantC))
                     << sub << " " << div << " " << scale;
             }
     int16_t y = 5;

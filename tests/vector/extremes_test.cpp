@@ -34,59 +34,52 @@ template <class T> int firstBest(const std::vector<T>& v, bool max) {
     return at;
 }
 
-template <class T> struct Found {
-    T value;
-    int at;
-};
-template <class T> void expectFound(const std::vector<T>& v, int at, Found<T> got, bool placed) {
-    ASSERT_EQ(std::memcmp(&v[size_t(at)], &got.value, sizeof(T)), 0) << "want " << +v[size_t(at)] << ", got " << +got.value << ", length " << v.size();
-    if (placed) {
-        ASSERT_EQ(got.at, at) << "length " << v.size();
-    }
-}
-
 template <class T> struct ExtremesOf {
     Status (*one[2])(const T*, int, T*);           // min, max
     Status (*place[2])(const T*, int, T*, int*);   // min, max
     Status (*both)(const T*, int, T*, T*);
     Status (*places)(const T*, int, T*, int*, T*, int*);
 
-    void check() const {
-        const auto every = [this](int len, Place at) {
-            for (auto make : {randomVector<T>, repeated<T>}) {
-                const std::vector<T> v = make(size_t(len));
-                const Guarded<T> src(v, at);
-                const int want[2] = {firstBest(v, false), firstBest(v, true)};
-                Found<T> got[2];
-                if (one[0])
-                    for (int max : {0, 1}) {
-                        ASSERT_EQ(one[max](src.data(), len, &got[max].value), StatusOk);
-                        expectFound(v, want[max], got[max], false);
-                        ASSERT_EQ(place[max](src.data(), len, &got[max].value, &got[max].at), StatusOk);
-                        expectFound(v, want[max], got[max], true);
-                        got[max].value = 0;
-                        ASSERT_EQ(place[max](src.data(), len, &got[max].value, nullptr), StatusOk);
-                        expectFound(v, want[max], got[max], false);
-                    }
-                ASSERT_EQ(both(src.data(), len, &got[0].value, &got[1].value), StatusOk);
-                for (int max : {0, 1}) expectFound(v, want[max], got[max], false);
-                ASSERT_EQ(places(src.data(), len, &got[0].value, &got[0].at, &got[1].value, &got[1].at), StatusOk);
-                for (int max : {0, 1}) expectFound(v, want[max], got[max], true);
+    void check(int len, Place offset) const {
+        for (auto make : {randomVector<T>, repeated<T>}) {
+            const std::vector<T> v = make(size_t(len));
+            const Guarded<T> src(v, offset);
+            const int want[2] = {firstBest(v, false), firstBest(v, true)};
+            T value[2];
+            int at[2];
+            const auto expectFound = [&](Status status, std::initializer_list<int> which, bool placed) {
+                ASSERT_EQ(status, StatusOk);
+                for (int max : which)
+                    ASSERT_TRUE(same<T>({v[size_t(want[max])]}, {std::exchange(value[max], T(1))}) && (!placed || at[max] == want[max]))
+                        << max << " of " << len;
+            };
+            for (int max = 0; max < 2 && one[0]; ++max) {
+                expectFound(one[max](src.data(), len, &value[max]), {max}, false);
+                expectFound(place[max](src.data(), len, &value[max], &at[max]), {max}, true);
+                expectFound(place[max](src.data(), len, &value[max], nullptr), {max}, false);
             }
-        };
-        sweep<T>(every);
-        for (int i = 0; i < 40; ++i) every(16384 / int(sizeof(T)) + i, Place{i % 4, true});   // past two blocks
+            expectFound(both(src.data(), len, &value[0], &value[1]), {0, 1}, false);
+            expectFound(places(src.data(), len, &value[0], &at[0], &value[1], &at[1]), {0, 1}, true);
+        }
+    }
+    void check() const {
+        sweep<T>([this](int len, Place at) { check(len, at); });
+        for (int i = 0; i < 40; ++i) check(16384 / int(sizeof(T)) + i, Place{i % 4, true});   // past two blocks
     }
 };
 
+#define ONES(type) \
+    {tevsMin_##type, tevsMax_##type}, { tevsMinIndx_##type, tevsMaxIndx_##type }
+#define BOTH(type) tevsMinMax_##type, tevsMinMaxIndx_##type
+
 TEST(Extremes, FirstOfTheBestAtAnyLengthAndAddress) {
-    ExtremesOf<int16_t>{{tevsMin_16s, tevsMax_16s}, {tevsMinIndx_16s, tevsMaxIndx_16s}, tevsMinMax_16s, tevsMinMaxIndx_16s}.check();
-    ExtremesOf<int32_t>{{tevsMin_32s, tevsMax_32s}, {tevsMinIndx_32s, tevsMaxIndx_32s}, tevsMinMax_32s, tevsMinMaxIndx_32s}.check();
-    ExtremesOf<float>{{tevsMin_32f, tevsMax_32f}, {tevsMinIndx_32f, tevsMaxIndx_32f}, tevsMinMax_32f, tevsMinMaxIndx_32f}.check();
-    ExtremesOf<double>{{tevsMin_64f, tevsMax_64f}, {tevsMinIndx_64f, tevsMaxIndx_64f}, tevsMinMax_64f, tevsMinMaxIndx_64f}.check();
-    ExtremesOf<uint8_t>{{}, {}, tevsMinMax_8u, tevsMinMaxIndx_8u}.check();
-    ExtremesOf<uint16_t>{{}, {}, tevsMinMax_16u, tevsMinMaxIndx_16u}.check();
-    ExtremesOf<uint32_t>{{}, {}, tevsMinMax_32u, tevsMinMaxIndx_32u}.check();
+    ExtremesOf<int16_t>{ONES(16s), BOTH(16s)}.check();
+    ExtremesOf<int32_t>{ONES(32s), BOTH(32s)}.check();
+    ExtremesOf<float>{ONES(32f), BOTH(32f)}.check();
+    ExtremesOf<double>{ONES(64f), BOTH(64f)}.check();
+    ExtremesOf<uint8_t>{{}, {}, BOTH(8u)}.check();
+    ExtremesOf<uint16_t>{{}, {}, BOTH(16u)}.check();
+    ExtremesOf<uint32_t>{{}, {}, BOTH(32u)}.check();
 }
 
 TEST(Extremes, OfEqualsInLaterBlocksTheFirstCounts) {
@@ -106,14 +99,13 @@ template <class T> void checkMagnitudes(Status (*max)(const T*, int, T*), Status
     const auto saturated = [](int64_t m) { return T(std::min<int64_t>(m, std::numeric_limits<T>::max())); };
     for (bool largest : {true, false})
         for (auto make : {randomVector<T>, +[](size_t n) { return std::vector<T>(n, std::numeric_limits<T>::min()); }})
-            reduces(
-                largest ? max : min,
-                [=](const std::vector<T>& v) {
-                    int64_t m = std::abs(int64_t{v[0]});
-                    for (T x : v) m = largest ? std::max(m, std::abs(int64_t{x})) : std::min(m, std::abs(int64_t{x}));
-                    return exactly(saturated(m));
-                },
-                {lengthsFrom(1), make});
+            reduces(largest ? max : min,
+                    [=](const std::vector<T>& v) {
+                        int64_t m = std::abs(int64_t{v[0]});
+                        for (T x : v) m = largest ? std::max(m, std::abs(int64_t{x})) : std::min(m, std::abs(int64_t{x}));
+                        return exactly(saturated(m));
+                    },
+                    {lengthsFrom(1), make});
 }
 
 TEST(Extremes, MagnitudesSaturate) {
@@ -121,45 +113,28 @@ TEST(Extremes, MagnitudesSaturate) {
     checkMagnitudes<int32_t>(tevsMaxAbs_32s, tevsMinAbs_32s);
 }
 
-// f with its source and its destination as sources of another destination; an element is replaced only by a better one.
-template <class T> void replaces(Status (*f)(const T*, T*, int), bool max) {
-    EXPECT_TRUE(agrees<T>(
-        [=](const T* a, const T* b, T* d, int len) {
-            std::copy_n(b, len, d);
-            return f(a, d, len);
-        },
-        [=](T a, T b) { return (max ? a > b : a < b) ? a : b; }, repeated<T>(kMany), repeated<T>(kMany)));
-}
-
-TEST(Extremes, EveryElementIsReplacedOnlyByABetterOne) {
-    replaces(tevsMaxEvery_16s_I, true);
-    replaces(tevsMaxEvery_32s_I, true);
-    replaces(tevsMaxEvery_32f_I, true);
-    replaces(tevsMinEvery_16s_I, false);
-    replaces(tevsMinEvery_32s_I, false);
-    replaces(tevsMinEvery_32f_I, false);
-}
-
-template <class T> struct OrderRow {
-    T x;
-    int want;
-    Status status = StatusOk;
+// An element is replaced only by a better one.
+constexpr auto replacement = [](bool max) {
+    return [max]<class T>(Status (*f)(const T*, T*, int)) {
+        EXPECT_TRUE(agrees<T>(onto(f), of(repeated<T>(kMany), repeated<T>(kMany)), [=](T a, T b) { return (max ? a > b : a < b) ? a : b; }));
+    };
 };
-template <class T> void checkOrder(Status (*order)(const T*, int, int*), const std::vector<OrderRow<T>>& rows) {
-    for (const OrderRow<T>& r : rows)
+TEST(Extremes, EveryElementIsReplacedOnlyByABetterOne) {
+    each(replacement(true), tevsMaxEvery_16s_I, tevsMaxEvery_32s_I, tevsMaxEvery_32f_I);
+    each(replacement(false), tevsMinEvery_16s_I, tevsMinEvery_32s_I, tevsMinEvery_32f_I);
+}
+
+template <class T> void checkOrder(Status (*order)(const T*, int, int*), const std::vector<std::pair<T, int>>& rows) {
+    for (const auto& [x, want] : rows)
         for (int len : {1, 2, 7, 40, 133})
-            for (int at = 0; at < len; ++at) {
-                Guarded<T> src(std::vector<T>(size_t(len)), Place{at % 4 * int(sizeof(T)), true});
-                src.data()[at] = r.x;
+            for (size_t at = 0; at < size_t(len); ++at) {
+                Guarded<T> src(std::vector<T>(size_t(len)), Place{int(at % 4 * sizeof(T)), true});
+                src.data()[at] = x;
                 int got = 77;
-                ASSERT_EQ(order(src.data(), len, &got), r.status) << r.x;
-                ASSERT_EQ(got, r.want) << r.x << " at " << at << " of " << len;
+                ASSERT_EQ(order(src.data(), len, &got), std::isfinite(x) ? StatusOk : WarnInfOrNaN) << x;
+                ASSERT_EQ(got, want) << x << " at " << at << " of " << len;
             }
-    int got = 77;
-    for (int len : {0, -1, INT_MIN}) EXPECT_EQ(order(nullptr, len, nullptr), StatusBadSize);
-    EXPECT_EQ(order(nullptr, 1, &got), StatusNullPtr);
-    EXPECT_EQ(order(&rows[0].x, 1, nullptr), StatusNullPtr);
-    EXPECT_EQ(got, 77);
+    for (int len : {0, -1, INT_MIN}) EXPECT_EQ(order(nullptr, len, nullptr), StatusBadSize);   // the length comes first
 }
 
 TEST(Extremes, MaxOrder) {
@@ -172,13 +147,11 @@ TEST(Extremes, MaxOrder) {
                                          {-1.5f, 1},
                                          {0x1p-149f, -148},
                                          {0x1.fffffep127f, 128},
-                                         {INFINITY, 129, WarnInfOrNaN},
-                                         {-INFINITY, 129, WarnInfOrNaN},
-                                         {NAN, 129, WarnInfOrNaN},
-                                         {-NAN, 129, WarnInfOrNaN}});
-    checkOrder<double>(
-        tevsMaxOrder_64f,
-        {{-0.0, 0}, {0.25, -1}, {-3, 2}, {0x1p-1074, -1073}, {-0x1.fffffffffffffp1023, 1024}, {-INFINITY, 1025, WarnInfOrNaN}, {NAN, 1025, WarnInfOrNaN}});
+                                         {INFINITY, 129},
+                                         {-INFINITY, 129},
+                                         {NAN, 129},
+                                         {-NAN, 129}});
+    checkOrder<double>(tevsMaxOrder_64f, {{-0.0, 0}, {0.25, -1}, {-3, 2}, {0x1p-1074, -1073}, {-0x1.fffffffffffffp1023, 1024}, {-INFINITY, 1025}, {NAN, 1025}});
 }
 
 }   // namespace
