@@ -15,24 +15,24 @@ inline uint8_t* workIn(uint8_t* pBuffer) {
     return align16<uint8_t>(pBuffer) + (spare ? 16 : 0);
 }
 
-// Calls run(work) with `bytes` of the library's own.
-template <class Run> [[gnu::noinline]] Status withOwnWork(uint64_t bytes, const Run& run) {
+// Calls body(work) with `bytes` of the library's own.
+template <class Body> [[gnu::noinline]] Status withOwnWork(uint64_t bytes, const Body& body) {
     const Scratch own(allocate(bytes));
     if (!own) return StatusNoMemory;
-    run(static_cast<uint8_t*>(own.get()));
+    body(static_cast<uint8_t*>(own.get()));
     return StatusOk;
 }
 // With the caller's, of bytes + kAlignmentRoom, or with its own where there is none.
-template <class Run> [[gnu::always_inline]] inline Status withWork(uint8_t* pBuffer, uint64_t bytes, const Run& run) {
-    if (!pBuffer) return withOwnWork(bytes, run);
-    run(workIn(pBuffer));
+template <class Body> [[gnu::always_inline]] inline Status withWork(uint8_t* pBuffer, uint64_t bytes, const Body& body) {
+    if (!pBuffer) return withOwnWork(bytes, body);
+    body(workIn(pBuffer));
     return StatusOk;
 }
 // The same, on the stack where that has the room.
-template <int StackBytes, class Run> [[gnu::always_inline]] inline Status withWorkOnStack(uint8_t* pBuffer, uint64_t bytes, const Run& run) {
-    if (bytes > StackBytes) return withWork(pBuffer, bytes, run);
+template <int StackBytes, class Body> [[gnu::always_inline]] inline Status withWorkOnStack(uint8_t* pBuffer, uint64_t bytes, const Body& body) {
+    if (bytes > StackBytes) return withWork(pBuffer, bytes, body);
     alignas(64) uint8_t onStack[StackBytes];
-    run(onStack);
+    body(onStack);
     return StatusOk;
 }
 

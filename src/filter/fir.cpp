@@ -71,7 +71,7 @@ template <class Kind> class Fir {
     static constexpr bool kStraight = std::is_same_v<Stored, Sample>;   // samples are filtered where they lie
     static constexpr bool kPaired = std::is_same_v<Stored, int16_t>;    // the kernel takes an even number of taps: a 0 comes first
     static constexpr int kDigits = kIntegerTaps ? 2 : 1;
-    static constexpr int kPart = std::min(kStage, 16320 / int(sizeof(Stored)));   // what is copied stays in the first cache
+    static constexpr int kPiece = std::min(kStage, 16320 / int(sizeof(Stored)));   // what is copied stays in the first cache
 
 public:
     explicit Fir(const FirState* s) : s_(const_cast<FirState*>(s)) {}
@@ -225,10 +225,10 @@ private:
         fill(taps() + tapRoom(tapsLen()), upperDigit);
     }
 
-    // run(first, count) for pieces of `count` taps whose sums keep to 32 bits.
-    template <class Run> void forEachRun(int count, Run run) const {
+    // body(first, count) for runs of `count` taps whose sums keep to 32 bits.
+    template <class Body> void forEachRun(int count, Body body) const {
         const int most = s_->digits == 1 ? count : kRun<Stored>;
-        for (int first = 0; first < count; first += most) run(first, std::min(most, count - first));
+        for (int first = 0; first < count; first += most) body(first, std::min(most, count - first));
     }
     // The scale of sums of products with 16-bit taps. Beyond +-64 nothing changes any more.
     int sumScale(int scaleFactor) const { return int(std::clamp<int64_t>(scaleFactor - s_->exponent, -64, 64)); }
@@ -302,33 +302,33 @@ private:
             }
         if (team > 1 && directInShares(pSrc, pDst, numIters, team, scaleFactor)) return;
         memcpy(stage(), base, size_t(t) * sizeof(Stored));
-        inParts(pSrc, pDst, numIters, stage(), scaleFactor);
+        inPieces(pSrc, pDst, numIters, stage(), scaleFactor);
         memcpy(delay(), stage(), size_t(t) * sizeof(Stored));
         s_->dlyIndex = 0;
     }
 
     // By way of a stage that begins with the tapsLen samples before pSrc, and ends so with the last ones.
-    void inParts(const Sample* pSrc, Sample* pDst, int numIters, Stored* stage, int scaleFactor) const {
+    void inPieces(const Sample* pSrc, Sample* pDst, int numIters, Stored* stage, int scaleFactor) const {
         const int t = tapsLen();
         for (int n = 0, count; n < numIters; n += count) {
-            count = std::min(numIters - n, kPart);
+            count = std::min(numIters - n, kPiece);
             toStored(pSrc + n, stage + t, count);
             produce(stage + 1, pDst + n, count, scaleFactor);
             memmove(stage, stage + count, size_t(t) * sizeof(Stored));
         }
     }
 
-    // Each share in parts, on a stage of its own. The past of all is put there before any output is written. False, with nothing done, if there is no memory.
+    // Each share in pieces, on a stage of its own. The past of all is put there before any output is written. False, with nothing done, if there is no memory.
     bool directInShares(const Sample* pSrc, Sample* pDst, int numIters, int team, int scaleFactor) {
         const int t = tapsLen(), share = numIters / team;
-        const size_t each = size_t(t) + kPart;
+        const size_t each = size_t(t) + kPiece;
         const Scratch memory(allocate<Stored>(uint64_t(team) * each));
         auto* const stages = static_cast<Stored*>(memory.get());
         if (!stages) return false;
         for (int u = 0; u < team; ++u) pastAt(past(), t, pSrc, ptrdiff_t{u} * share, stages + size_t(u) * each);
         parallelUnits(team, team, [=, this](int u) {
             const ptrdiff_t at = ptrdiff_t{u} * share;
-            inParts(pSrc + at, pDst + at, u == team - 1 ? int(numIters - at) : share, stages + size_t(u) * each, scaleFactor);
+            inPieces(pSrc + at, pDst + at, u == team - 1 ? int(numIters - at) : share, stages + size_t(u) * each, scaleFactor);
         });
         memcpy(delay(), stages + size_t(team - 1) * each, size_t(t) * sizeof(Stored));
         s_->dlyIndex = 0;
@@ -339,7 +339,7 @@ private:
         pastAt(past(), tapsLen(), pSrc, numIters, stage());   // before any output is written
         const auto load = [=](Stored* to, ptrdiff_t n, int m) { toStored(pSrc + n, to, m); };
         const auto store = [=](const Stored* y, ptrdiff_t n, int m) { fromStored(y, pDst + n, m, scaleFactor); };
-        overlapSave()->run(past() + 1, numIters, team, load, store);
+        overlapSave()->filter(past() + 1, numIters, team, load, store);
         memcpy(delay(), stage(), size_t(tapsLen()) * sizeof(Stored));
         s_->dlyIndex = 0;
     }

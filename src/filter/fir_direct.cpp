@@ -20,13 +20,13 @@ namespace {
 
 constexpr int kOutputs = 256, kTaps = 256, kFewest = 4;
 
-template <class Part> struct TapsAsTheyAre {
-    TapsAsTheyAre(const Part*, int64_t, int) {}
-    Part operator()(Part tap) const { return tap; }
+template <class Number> struct TapsAsTheyAre {
+    TapsAsTheyAre(const Number*, int64_t, int) {}
+    Number operator()(Number tap) const { return tap; }
     int64_t exponent() const { return 0; }
 };
 
-// A way says how sums are formed; of up to kExactTaps products they are exact, and so the same in any order.
+// A form says how sums are formed; of up to kExactTaps products they are exact, and so the same in any order.
 
 // Sums in double precision, rounded once.
 template <class Kind> class InDoubles {
@@ -78,15 +78,15 @@ private:
     int scaleFactor_;
 };
 
-template <class Way> class Stateless {
-    using Tap = typename Way::Tap;
-    using Sample = typename Way::Sample;
-    using Value = typename Way::Value;
-    using Sum = typename Way::Sum;
+template <class Form> class StatelessFir {
+    using Tap = typename Form::Tap;
+    using Sample = typename Form::Sample;
+    using Value = typename Form::Value;
+    using Sum = typename Form::Sum;
 
 public:
-    Stateless(const Tap* pTaps, int tapsLen, Sample* pDlyLine, int index, int scaleFactor, int tapsFactor)
-        : way_(pTaps, tapsLen, scaleFactor, tapsFactor), pTaps_(pTaps), tapsLen_(tapsLen), circle_(pDlyLine, tapsLen, index) {}
+    StatelessFir(const Tap* pTaps, int tapsLen, Sample* pDlyLine, int index, int scaleFactor, int tapsFactor)
+        : form_(pTaps, tapsLen, scaleFactor, tapsFactor), pTaps_(pTaps), tapsLen_(tapsLen), circle_(pDlyLine, tapsLen, index) {}
 
     int block(const Sample* pSrc, Sample* pDst, int numIters) {
         // Sums that are not rounded have to be those of the kernel, which forms two in little more time than one.
@@ -99,12 +99,12 @@ public:
             count = std::min(numIters - n, kOutputs);
             sumPieces(pSrc + n, count, sums);
             circle_.push(pSrc + n, count);
-            way_.put(sums, pDst + n, count);
+            form_.put(sums, pDst + n, count);
         }
         return circle_.index();
     }
     int one(Sample src, Sample* pDst) {
-        *pDst = way_.out(inFours(circle_.push(src) + tapsLen_ - 1));
+        *pDst = form_.out(inFours(circle_.push(src) + tapsLen_ - 1));
         return circle_.index();
     }
 
@@ -116,7 +116,7 @@ private:
     template <class Also> Sum inFours(const Sample* newest, Also also) const {
         Sum sums[4] = {};
         const auto add = [&](int k, int l) {
-            const Sum h = toStored<Sum>(way_.tap(pTaps_[k])), x = toStored<Sum>(newest[-k]);
+            const Sum h = toStored<Sum>(form_.tap(pTaps_[k])), x = toStored<Sum>(newest[-k]);
             sums[l] = sumOf(sums[l], productOf(h, x));
             also(l, h, x);
         };
@@ -129,9 +129,9 @@ private:
 
     // The bits that the output has in a long block.
     Sample ofShortBlock(const Sample* newest) const {
-        if constexpr (Way::kExactTaps < INT_MAX)
-            if (tapsLen_ > Way::kExactTaps) return rounded(newest);
-        return way_.out(inFours(newest));
+        if constexpr (Form::kExactTaps < INT_MAX)
+            if (tapsLen_ > Form::kExactTaps) return rounded(newest);
+        return form_.out(inFours(newest));
     }
     // Sums of n products in any two orders lie within 2 n 2^-53 of the products' magnitudes from each other (Higham, Accuracy and Stability of Numerical Algorithms,
     // ch. 4), complex ones within twice that. Where as much to either side rounds to the same sample, the order is of no account; where not, and where sums are
@@ -141,11 +141,11 @@ private:
             double sizes[4] = {};
             const Sum sum = inFours(newest, [&](int l, Sum h, Sum x) { sizes[l] += sizeOf(h) * sizeOf(x); });
             const double margin = ((sizes[0] + sizes[1]) + (sizes[2] + sizes[3])) * (4.0 * tapsLen_ + 16) * 0x1p-53;
-            const auto beside = [&](double by) { return way_.out(eachPart<Sum>(sum, [=](double part) { return part + by; })); };
+            const auto beside = [&](double by) { return form_.out(eachPart<Sum>(sum, [=](double part) { return part + by; })); };
             const Sample below = beside(-margin), above = beside(margin);
             if (memcmp(&below, &above, sizeof below) == 0) return below;
         }
-        return way_.out(inOrder(newest));
+        return form_.out(inOrder(newest));
     }
     static double sizeOf(Sum x) {
         if constexpr (kComplex<Sum>)
@@ -160,12 +160,12 @@ private:
         for (int k = 0, count; k < tapsLen_; k += count) {
             count = std::min(kTaps, tapsLen_ - k);
             const Sample* from = newest + 1 - k - count;
-            for (int j = 0; j < count; ++j) taps[count - 1 - j] = way_.tap(pTaps_[k + j]);
+            for (int j = 0; j < count; ++j) taps[count - 1 - j] = form_.tap(pTaps_[k + j]);
             if constexpr (std::is_same_v<Sample, Value>) {
-                way_.kernel().block(from, taps, count, reinterpret_cast<KernelSum*>(&more), 1);
+                form_.kernel().block(from, taps, count, reinterpret_cast<KernelSum*>(&more), 1);
             } else {
                 toStored(from, in, count);
-                way_.kernel().block(in, taps, count, reinterpret_cast<KernelSum*>(&more), 1);
+                form_.kernel().block(in, taps, count, reinterpret_cast<KernelSum*>(&more), 1);
             }
             sum = k == 0 ? more : sumOf(sum, more);
         }
@@ -178,49 +178,49 @@ private:
         Sum more[kOutputs];
         for (int k = 0, count; k < tapsLen_; k += count) {
             count = std::min(kTaps, tapsLen_ - k);
-            const int even = count + (Way::kPaired ? count & 1 : 0);   // with a tap of 0 in front where the kernel wants an even number
+            const int even = count + (Form::kPaired ? count & 1 : 0);   // with a tap of 0 in front where the kernel wants an even number
             taps[0] = {};
-            for (int j = 0; j < count; ++j) taps[even - 1 - j] = way_.tap(pTaps_[k + j]);
+            for (int j = 0; j < count; ++j) taps[even - 1 - j] = form_.tap(pTaps_[k + j]);
             // x[-before] .. x[n-1-k]. There are as many in the past: k + count <= tapsLen.
             const int before = k + even - 1, fromPast = std::min(before, n + even - 1);
             if (fromPast > 0) toStored(circle_.past() + (tapsLen_ - before), in, fromPast);
             if (n > k) toStored(pSrc, in + before, n - k);
-            way_.kernel().block(in, taps, even, reinterpret_cast<KernelSum*>(k == 0 ? sums : more), n);
+            form_.kernel().block(in, taps, even, reinterpret_cast<KernelSum*>(k == 0 ? sums : more), n);
             if (k > 0)
                 for (int i = 0; i < n; ++i) sums[i] = sumOf(sums[i], more[i]);
         }
     }
     using KernelSum = std::conditional_t<std::is_same_v<Sum, uint32_t>, int32_t, Sum>;
 
-    const Way way_;
+    const Form form_;
     const Tap* const pTaps_;
     const int tapsLen_;
     Circle<Sample> circle_;
 };
 
-template <class Way> Args checked(Args args, const typename Way::Tap* pTaps, int tapsLen, const typename Way::Sample* pDlyLine, const int* pDlyLineIndex) {
+template <class Form> Args checked(Args args, const typename Form::Tap* pTaps, int tapsLen, const typename Form::Sample* pDlyLine, const int* pDlyLineIndex) {
     return args.ptr(pTaps)
         .require(tapsLen >= 1, StatusFilterLength)
         .ptr(pDlyLine)
         .ptr(pDlyLineIndex)
-        .require([=] { return Way::accepts(*pDlyLineIndex, tapsLen); }, StatusDelayIndex);
+        .require([=] { return Form::accepts(*pDlyLineIndex, tapsLen); }, StatusDelayIndex);
 }
 
-template <class Way, class Sample, class Tap>
+template <class Form, class Sample, class Tap>
 Status stateless(const Sample* pSrc, Sample* pDst, int numIters, const Tap* pTaps, int tapsLen, Sample* pDlyLine, int* pDlyLineIndex, int scaleFactor = 0,
                  int tapsFactor = 0) {
-    if (Status s = checked<Way>(Args().ptr(pSrc).ptr(pDst).len(numIters), pTaps, tapsLen, pDlyLine, pDlyLineIndex)) return s;
+    if (Status s = checked<Form>(Args().ptr(pSrc).ptr(pDst).len(numIters), pTaps, tapsLen, pDlyLine, pDlyLineIndex)) return s;
     NearestRounding guard;
-    *pDlyLineIndex = Stateless<Way>(pTaps, tapsLen, pDlyLine, *pDlyLineIndex, scaleFactor, tapsFactor).block(pSrc, pDst, numIters);
+    *pDlyLineIndex = StatelessFir<Form>(pTaps, tapsLen, pDlyLine, *pDlyLineIndex, scaleFactor, tapsFactor).block(pSrc, pDst, numIters);
     return StatusOk;
 }
 
-template <class Way, class Sample, class Tap>
+template <class Form, class Sample, class Tap>
 Status statelessOne(const Sample* pSrc, Sample* pDst, const Tap* pTaps, int tapsLen, Sample* pDlyLine, int* pDlyLineIndex, int scaleFactor = 0,
                     int tapsFactor = 0) {
-    if (Status s = checked<Way>(Args().ptr(pSrc).ptr(pDst), pTaps, tapsLen, pDlyLine, pDlyLineIndex)) return s;
+    if (Status s = checked<Form>(Args().ptr(pSrc).ptr(pDst), pTaps, tapsLen, pDlyLine, pDlyLineIndex)) return s;
     NearestRounding guard;
-    *pDlyLineIndex = Stateless<Way>(pTaps, tapsLen, pDlyLine, *pDlyLineIndex, scaleFactor, tapsFactor).one(*pSrc, pDst);
+    *pDlyLineIndex = StatelessFir<Form>(pTaps, tapsLen, pDlyLine, *pDlyLineIndex, scaleFactor, tapsFactor).one(*pSrc, pDst);
     return StatusOk;
 }
 

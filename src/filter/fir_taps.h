@@ -54,8 +54,8 @@ private:
 template <class Tap> using ShortTaps = std::conditional_t<std::is_same_v<Scalar<Tap>, int32_t>, IntegerTaps, FloatTaps>;
 
 // The value of a 16-bit tap in the type in which taps are given: for integers the 16 bits themselves.
-template <class Part> Part tapValue(int16_t tap, int64_t exponent) {
-    if constexpr (std::is_same_v<Part, float>)
+template <class Number> Number tapValue(int16_t tap, int64_t exponent) {
+    if constexpr (std::is_same_v<Number, float>)
         return float(ldexp(double(tap), int(std::clamp<int64_t>(exponent, -1000, 1000))));
     else
         return tap;

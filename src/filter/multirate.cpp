@@ -101,14 +101,14 @@ template <class Kind> struct Rated {
     using Tap = typename Kind::Tap;
     using Stored = typename Kind::Stored;
     using Sample = typename Kind::Sample;
-    using Part = std::conditional_t<Kind::kIntegerTaps, double, Scalar<Stored>>;
-    static constexpr int kPer = kParts<Sample>;                    // scalars of a sample
-    static constexpr int kRun = 16 / (kPer * int(sizeof(Part)));   // streams that are filled together
-    static constexpr int kRows = 4 / kPer;                         // outputs that are computed together
-    static constexpr int kRunOutputs = kRunBytes / (kPer * int(sizeof(Part)));
+    using Number = std::conditional_t<Kind::kIntegerTaps, double, Scalar<Stored>>;
+    static constexpr int kPer = kParts<Sample>;                      // scalars of a sample
+    static constexpr int kRun = 16 / (kPer * int(sizeof(Number)));   // streams that are filled together
+    static constexpr int kRows = 4 / kPer;                           // outputs that are computed together
+    static constexpr int kRunOutputs = kRunBytes / (kPer * int(sizeof(Number)));
     static constexpr int kFew = 8;        // periods up to which a block is filtered by runs of outputs
     static constexpr int kTogether = 3;   // times kPeriodsAtOnce: the most that the kernels take in one step
-    static constexpr bool kDirect = std::is_same_v<Part, Scalar<Sample>>;
+    static constexpr bool kDirect = std::is_same_v<Number, Scalar<Sample>>;
 
     // The dimensions of a record, of what depends on the phases the most that it can be. They may be too large: fits() tells.
     struct Extent {
@@ -129,7 +129,7 @@ template <class Kind> struct Rated {
             runs = std::min((ins + run - 1) / run, outs * ((past + run - 1) / run + 1));
             // A third of the first cache at a time, in steps that fill the kernels' registers.
             constexpr int kStep = 3 * kPeriodsAtOnce;
-            const int64_t largest = std::max(runs * run, kDirect ? 1 : outs) * kPer * int64_t{sizeof(Part)};
+            const int64_t largest = std::max(runs * run, kDirect ? 1 : outs) * kPer * int64_t{sizeof(Number)};
             const int64_t counted = (int64_t{1} << 30) / (std::max(ins, outs) * kPer);   // their inputs and outputs are counted in 32 bits
             atOnce = std::clamp<int64_t>(std::min(16384 / largest, counted) / kStep * kStep, kStep, 20 * kStep);
             stride = ((before + atOnce + 3) & ~int64_t{3}) + 4;
@@ -140,16 +140,16 @@ template <class Kind> struct Rated {
             lineLen = outputRuns ? (before + kFew) * ins + kRunSlack : 0;
             groupTaps = groups * 4 * (apart < past - 1 ? past + apart : 4 * past);
         }
-        template <class S> uint64_t carveArea(Carve& c, Area<Part, S>& area) const {
-            area.streams = c.take<Part>(uint64_t(runs * run * stride * kPer));
-            area.outputs = c.take<Part>(uint64_t(outs * kPer * (kDirect ? kTogether * kPeriodsAtOnce : atOnce)));
-            area.line = c.take<Part>(uint64_t(lineLen * kPer));
+        template <class S> uint64_t carveArea(Carve& c, Area<Number, S>& area) const {
+            area.streams = c.take<Number>(uint64_t(runs * run * stride * kPer));
+            area.outputs = c.take<Number>(uint64_t(outs * kPer * (kDirect ? kTogether * kPeriodsAtOnce : atOnce)));
+            area.line = c.take<Number>(uint64_t(lineLen * kPer));
             area.past = c.take<S>(uint64_t(before * ins));
             return c.size();
         }
         uint64_t areaBytes() const {
             Carve c;
-            Area<Part, Sample> area;
+            Area<Number, Sample> area;
             return carveArea(c, area);
         }
     };
@@ -167,14 +167,14 @@ template <class Kind> struct Rated {
         c.take<unsigned char>(kStateBytes);
         Stored* const taps = c.take<Stored>(uint64_t(tapsLen));
         PhaseGroup* const groups = c.take<PhaseGroup>(uint64_t(e.groups));
-        Part* const groupTaps = c.take<Part>(uint64_t(e.groupTaps));
+        Number* const groupTaps = c.take<Number>(uint64_t(e.groupTaps));
         OutputRun* const runs = c.take<OutputRun>(uint64_t(e.outputRuns));
-        Part* const runTaps = c.take<Part>(uint64_t(e.outputRuns * e.past * kPer * kRunOutputs * kPer));
+        Number* const runTaps = c.take<Number>(uint64_t(e.outputRuns * e.past * kPer * kRunOutputs * kPer));
         int32_t* const place = c.take<int32_t>(uint64_t(e.past + e.ins));
         int32_t* const starts = c.take<int32_t>(uint64_t(e.runs));
         Sample* const delay = c.take<Sample>(uint64_t(e.before * e.ins));
         const uint64_t at = c.size();
-        Area<Part, Sample> area;
+        Area<Number, Sample> area;
         e.carveArea(c, area);
         if (s) {
             new (s) RateState{};
@@ -205,14 +205,14 @@ template <class Kind> struct Rated {
         return c.size();
     }
 
-    static Area<Part, Sample> areaIn(const Extent& e, void* block) {
+    static Area<Number, Sample> areaIn(const Extent& e, void* block) {
         Carve c(block);
-        Area<Part, Sample> area;
+        Area<Number, Sample> area;
         e.carveArea(c, area);
         return area;
     }
-    static Area<Part, Sample> own(const RateState* s) {
-        return {static_cast<Part*>(s->streamsOf), static_cast<Part*>(s->outputs), static_cast<Part*>(s->line), static_cast<Sample*>(s->next)};
+    static Area<Number, Sample> own(const RateState* s) {
+        return {static_cast<Number*>(s->streamsOf), static_cast<Number*>(s->outputs), static_cast<Number*>(s->line), static_cast<Sample*>(s->next)};
     }
 
     // ---- taps -----------------------------------------------------------------------------------------------------------------------------
@@ -274,7 +274,7 @@ template <class Kind> struct Rated {
 
     // Neighbouring outputs, where their oldest inputs lie near enough to each other.
     static void buildRuns(RateState* s) {
-        constexpr int kElement = kPer * int(sizeof(Part)) / 4;   // 32-bit lanes of a sample
+        constexpr int kElement = kPer * int(sizeof(Number)) / 4;   // 32-bit lanes of a sample
         int used = 0;
         for (int n = 0; n < s->runCount; ++n) {
             OutputRun& r = s->runs[n];
@@ -314,10 +314,10 @@ template <class Kind> struct Rated {
             constexpr int kVector = kRunOutputs * kPer;   // scalars
             for (int o = 0; o < kRunOutputs; ++o) {
                 const Phase f = phase(s, r.output / kPer + o);
-                Part* to = static_cast<Part*>(s->runTaps) + r.taps + o * kPer;
+                Number* to = static_cast<Number*>(s->runTaps) + r.taps + o * kPer;
                 for (int j = f.count - 1; j > f.count - 1 - r.steps; --j)
                     for (int part = 0; part < kPer; ++part, to += kVector)
-                        std::fill_n(to, kPer, j < 0 ? Part(0) : Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[part]));
+                        std::fill_n(to, kPer, j < 0 ? Number(0) : Number(partsOf(taps + f.first + int64_t{j} * s->rates.up)[part]));
             }
         }
     }
@@ -356,13 +356,13 @@ template <class Kind> struct Rated {
             memcpy(taps, pTaps, size_t(s->tapsLen) * sizeof(Tap));
         }
         setRunTaps(s);
-        auto* const to = static_cast<Part*>(s->groupTaps);
+        auto* const to = static_cast<Number*>(s->groupTaps);
         for (int n = 0; n < s->groupCount; ++n) {
             const PhaseGroup& g = s->groups[n];
             for (int r = 0; r < 4; ++r) {
                 const Phase f = phase(s, (g.output + r) / kPer);
                 for (int j = 0; j < f.count; ++j)
-                    to[g.rows[r] + 4 * ptrdiff_t(f.newest - j) + r] = Part(partsOf(taps + f.first + int64_t{j} * s->rates.up)[r % kPer]);
+                    to[g.rows[r] + 4 * ptrdiff_t(f.newest - j) + r] = Number(partsOf(taps + f.first + int64_t{j} * s->rates.up)[r % kPer]);
             }
         }
     }
@@ -390,27 +390,27 @@ template <class Kind> struct Rated {
     // ---- filtering -------------------------------------------------------------------------------------------------------------------------
 
     static auto filter(const MultirateKernels* k) {
-        if constexpr (std::is_same_v<Part, float>)
+        if constexpr (std::is_same_v<Number, float>)
             return kPer == 1 ? k->real32f : k->complex32f;
         else
             return kPer == 1 ? k->real64f : k->complex64f;
     }
 
     static auto filterRuns(const MultirateKernels* k) {
-        if constexpr (std::is_same_v<Part, float>)
+        if constexpr (std::is_same_v<Number, float>)
             return kPer == 1 ? k->runs32f : k->runs32fc;
         else
             return kPer == 1 ? k->runs64f : k->runs64fc;
     }
 
     // From the inputs src, behind the past, the outputs of n <= kFew whole periods, by runs.
-    static void few(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int n, int scale) {
-        const OutputRuns<Part> runs = {.runs = s->runs,
-                                       .count = s->runCount,
-                                       .taps = static_cast<const Part*>(s->runTaps),
-                                       .inputs = ptrdiff_t{s->ins} * kPer,
-                                       .outputs = ptrdiff_t{s->outs} * kPer};
-        Part* const line = area.line + pastCount(s) * kPer;
+    static void few(const RateState* s, const Area<Number, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int n, int scale) {
+        const OutputRuns<Number> runs = {.runs = s->runs,
+                                         .count = s->runCount,
+                                         .taps = static_cast<const Number*>(s->runTaps),
+                                         .inputs = ptrdiff_t{s->ins} * kPer,
+                                         .outputs = ptrdiff_t{s->outs} * kPer};
+        Number* const line = area.line + pastCount(s) * kPer;
         toParts(past, area.line, pastCount(s));
         toParts(src, line, n * s->ins);
         if constexpr (kDirect) {
@@ -420,7 +420,7 @@ template <class Kind> struct Rated {
             narrowParts(area.outputs, partsOf(dst), n * s->outs * kPer, scale);
         }
     }
-    static void toParts(const Sample* src, Part* dst, int n) {
+    static void toParts(const Sample* src, Number* dst, int n) {
         if constexpr (kDirect)
             memcpy(dst, src, size_t(n) * sizeof(Sample));
         else
@@ -428,15 +428,15 @@ template <class Kind> struct Rated {
     }
 
     // From the inputs src, behind the past, as many iterations as the caller counts.
-    static void range(const RateState* s, const Area<Part, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int64_t iterations, int scale) {
+    static void range(const RateState* s, const Area<Number, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int64_t iterations, int scale) {
         int64_t inputs = iterations * s->rates.down, outputs = iterations * s->rates.up;
         if (s->runCount > 0 && outputs <= int64_t{kFew} * s->outs && filterRuns(s->rateKernels))
             return few(s, area, past, src, dst, int(outputs / s->outs), scale);
-        const Phases<Part> phases = {.groups = s->groups,
-                                     .count = s->groupCount,
-                                     .taps = static_cast<const Part*>(s->groupTaps),
-                                     .place = s->place + s->dlyLen,
-                                     .period = ptrdiff_t{s->outs} * kPer};
+        const Phases<Number> phases = {.groups = s->groups,
+                                       .count = s->groupCount,
+                                       .taps = static_cast<const Number*>(s->groupTaps),
+                                       .place = s->place + s->dlyLen,
+                                       .period = ptrdiff_t{s->outs} * kPer};
         const int64_t unit = int64_t{s->outs} * kPeriodsAtOnce;
         const auto split = splitOf(s->rateKernels, src, area.streams);
         const auto filter = Rated::filter(s->rateKernels);
@@ -466,7 +466,7 @@ template <class Kind> struct Rated {
     }
 
     // What outputs of the next periods reach back to goes to the front.
-    static void advance(const RateState* s, Part* streams) {
+    static void advance(const RateState* s, Number* streams) {
         const int count = std::min(s->ins, kRun) * s->streams.runs, before = s->before * kPer;
         const ptrdiff_t stride = s->streams.stride * kPer, passed = ptrdiff_t{s->atOnce} * kPer;
         for (int n = 0; n < count; ++n, streams += stride)
@@ -579,7 +579,7 @@ template <class Kind> struct Rated {
 
 // Sums in double precision, rounded once; those with 16-bit taps are exact up to 2^23 taps a phase. Taps are put in order by phase, and inputs, as doubles, behind
 // the past, for the kernel of single sums.
-template <class Kind> class Stateless {
+template <class Kind> class StatelessRate {
 public:
     using Tap = typename Kind::Tap;
     using Sample = typename Kind::Sample;
@@ -594,7 +594,7 @@ public:
         const Scratch memory{values > kNear ? allocate<Value>(values) : nullptr};
         if (values > kNear && !memory) return StatusNoMemory;
         Value* const taps = memory ? static_cast<Value*>(memory.get()) : near;
-        const Stateless f{rates, taps, taps + tapsLen, pDlyLine, tapsLen, len};
+        const StatelessRate f{rates, taps, taps + tapsLen, pDlyLine, tapsLen, len};
         if constexpr (Kind::kIntegerTaps) {
             const ShortTaps<Tap> shorten(partsOf(pTaps), int64_t{tapsLen} * kPer, tapsFactor);
             f.sortTaps(pTaps, [&](auto part) { return double(shorten(part)); });
@@ -612,7 +612,7 @@ private:
     static constexpr int kBlock = 256;                 // inputs, and outputs, at a time
     static constexpr uint64_t kNear = 1024 + kBlock;   // taps and inputs that find room on the stack
 
-    Stateless(const Rates& rates, Value* taps, Value* line, Sample* past, int tapsLen, int len)
+    StatelessRate(const Rates& rates, Value* taps, Value* line, Sample* past, int tapsLen, int len)
         : rates_(rates), taps_(taps), line_(line), past_(past), whole_(tapsLen / rates.up), longer_(tapsLen % rates.up), len_(len) {}
 
     // Phase u, its last tap first, and its number of taps: one more than of others for the first longer_ phases.
@@ -921,123 +921,125 @@ Status tevsFIRMRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f
 }
 Status tevsFIRMR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                             int downPhase, float* pDlyLine) {
-    return Stateless<Fir_32f>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir_32f>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
                               float* pDlyLine) {
-    return Stateless<Fir_32f>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir_32f>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase,
                              int downFactor, int downPhase, Complex32f* pDlyLine) {
-    return Stateless<Fir_32fc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir_32fc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                                int downPhase, Complex32f* pDlyLine) {
-    return Stateless<Fir_32fc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir_32fc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR32f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                                    int downPhase, int16_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir32f_16s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir32f_16s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR32f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
                                     int16_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir32f_16s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir32f_16s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR32fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase,
                                      int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor) {
-    return Stateless<Fir32fc_16sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir32fc_16sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR32fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                                       int downPhase, Complex16s* pDlyLine, int scaleFactor) {
-    return Stateless<Fir32fc_16sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir32fc_16sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR32s_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor,
                                    int upPhase, int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir32s_16s>::block(pSrc, pDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir32s_16s>::block(pSrc, pDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine,
+                                            scaleFactor);
 }
 Status tevsFIRMR32s_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const int32_t* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase,
                                     int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir32s_16s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine,
-                                        scaleFactor);
+    return StatelessRate<Fir32s_16s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine,
+                                            scaleFactor);
 }
 Status tevsFIRMR32sc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor,
                                      int upPhase, int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor) {
-    return Stateless<Fir32sc_16sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir32sc_16sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine,
+                                              scaleFactor);
 }
 Status tevsFIRMR32sc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex32s* pTaps, int tapsLen, int tapsFactor, int upFactor, int upPhase,
                                       int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor) {
-    return Stateless<Fir32sc_16sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine,
-                                          scaleFactor);
+    return StatelessRate<Fir32sc_16sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, tapsFactor, {upFactor, upPhase, downFactor, downPhase}, pDlyLine,
+                                              scaleFactor);
 }
 Status tevsFIRMR_Direct_64f(const double* pSrc, double* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                             int downPhase, double* pDlyLine) {
-    return Stateless<Fir_64f>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir_64f>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR_Direct_64f_I(double* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
                               double* pDlyLine) {
-    return Stateless<Fir_64f>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir_64f>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR_Direct_64fc(const Complex64f* pSrc, Complex64f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
                              int downFactor, int downPhase, Complex64f* pDlyLine) {
-    return Stateless<Fir_64fc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir_64fc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR_Direct_64fc_I(Complex64f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                                int downPhase, Complex64f* pDlyLine) {
-    return Stateless<Fir_64fc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir_64fc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR64f_Direct_32f(const float* pSrc, float* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                                int downPhase, float* pDlyLine) {
-    return Stateless<Fir64f_32f>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir64f_32f>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR64f_Direct_32f_I(float* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
                                  float* pDlyLine) {
-    return Stateless<Fir64f_32f>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir64f_32f>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR64fc_Direct_32fc(const Complex32f* pSrc, Complex32f* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
                                  int downFactor, int downPhase, Complex32f* pDlyLine) {
-    return Stateless<Fir64fc_32fc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir64fc_32fc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR64fc_Direct_32fc_I(Complex32f* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                                    int downPhase, Complex32f* pDlyLine) {
-    return Stateless<Fir64fc_32fc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
+    return StatelessRate<Fir64fc_32fc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, 0);
 }
 Status tevsFIRMR64f_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase,
                                    int downFactor, int downPhase, int32_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64f_32s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64f_32s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR64f_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
                                     int32_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64f_32s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64f_32s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR_Direct_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                                 int downPhase, int32_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64f_32s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64f_32s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR_Direct_32s_ISfs(int32_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
                                  int32_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64f_32s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64f_32s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR64fc_Direct_32sc_Sfs(const Complex32s* pSrc, Complex32s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
                                      int downFactor, int downPhase, Complex32s* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64fc_32sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64fc_32sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR64fc_Direct_32sc_ISfs(Complex32s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                                       int downPhase, Complex32s* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64fc_32sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64fc_32sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR64f_Direct_16s_Sfs(const int16_t* pSrc, int16_t* pDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase,
                                    int downFactor, int downPhase, int16_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64f_16s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64f_16s>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR64f_Direct_16s_ISfs(int16_t* pSrcDst, int numIters, const double* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
                                     int16_t* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64f_16s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64f_16s>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR64fc_Direct_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase,
                                      int downFactor, int downPhase, Complex16s* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64fc_16sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64fc_16sc>::block(pSrc, pDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }
 Status tevsFIRMR64fc_Direct_16sc_ISfs(Complex16s* pSrcDst, int numIters, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                                       int downPhase, Complex16s* pDlyLine, int scaleFactor) {
-    return Stateless<Fir64fc_16sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
+    return StatelessRate<Fir64fc_16sc>::block(pSrcDst, pSrcDst, numIters, pTaps, tapsLen, 0, {upFactor, upPhase, downFactor, downPhase}, pDlyLine, scaleFactor);
 }

@@ -30,7 +30,7 @@ template <class S, class T> struct Splitter {
         for (int c = 0; c < kPer; ++c) to[c] = T(partsOf(p)[c]);
     }
 
-    static TEVS_INLINE void run(const S* src, int places, int n, T* to, ptrdiff_t stride) {
+    static TEVS_INLINE void splitRun(const S* src, int places, int n, T* to, ptrdiff_t stride) {
         int k = 0;
         if constexpr (kRun == 4) {
 #if TEVS_LEVEL >= 2
@@ -85,7 +85,7 @@ template <class S, class T> struct Splitter {
         if (kRun == 4 && s.places == 2)
             pairs(src, n, to, stride);
         else
-            for (int r = 0; r < s.runs; ++r) Splitter::run(src + s.starts[r], s.places, n, to + ptrdiff_t(r) * run * stride, stride);
+            for (int r = 0; r < s.runs; ++r) Splitter::splitRun(src + s.starts[r], s.places, n, to + ptrdiff_t(r) * run * stride, stride);
         if (rest == 0) return;
         const S* const last = src + ptrdiff_t(n) * s.places;
         for (int r = 0; r < s.runs; ++r)
@@ -239,7 +239,7 @@ template <class V> TEVS_INLINE V permuted(const Element<V>* p, Index order, bool
 }
 
 // A periods of one run.
-template <class T, int Parts, int A, bool Wide> TEVS_INLINE void run(const OutputRuns<T>& f, const OutputRun& r, const T* inputs, T* dst) {
+template <class T, int Parts, int A, bool Wide> TEVS_INLINE void filterRun(const OutputRuns<T>& f, const OutputRun& r, const T* inputs, T* dst) {
     constexpr int W = kRunBytes / int(sizeof(T));
     using V = Vec<T, W>;
     const auto order = load<int32_t, 8>(r.order), last = load<int32_t, 8>(r.last);
@@ -267,9 +267,9 @@ template <class T, int Parts, int A, bool Wide> TEVS_INLINE void run(const Outpu
 template <class T, int Parts, int A> TEVS_INLINE void runs(const OutputRuns<T>& f, const T* inputs, T* dst) {
     for (const OutputRun* r = f.runs; r < f.runs + f.count; ++r) {
         if (r->wide)
-            run<T, Parts, A, true>(f, *r, inputs, dst);
+            filterRun<T, Parts, A, true>(f, *r, inputs, dst);
         else
-            run<T, Parts, A, false>(f, *r, inputs, dst);
+            filterRun<T, Parts, A, false>(f, *r, inputs, dst);
     }
 }
 template <class T, int Parts> void filterRuns(const OutputRuns<T>* runs, const T* inputs, T* dst, int n) {

@@ -45,7 +45,7 @@ public:
 
     // `count` outputs. load(to, n, m) brings the samples x[n] .. x[n+m-1] of the signal, store(y, n, m) takes the outputs of as many; before x[0] stand the tapsLen - 1
     // samples of `past`. A run of blocks goes to each of `team` threads, and every sample is loaded before the output in its place is stored.
-    template <class Load, class Store> void run(const T* past, int count, int team, Load load, Store store) const {
+    template <class Load, class Store> void filter(const T* past, int count, int team, Load load, Store store) const {
         const int step = fftLen_ - kept_, blocks = (count - 1) / step + 1, shares = std::min(team, blocks);
         const auto first = [=](int share) { return int(int64_t{share} * blocks / shares); };
         memcpy(area(0).past, past, size_t(kept_) * sizeof(T));

@@ -27,7 +27,7 @@ template <> const FftKernels<double>* chosenKernels() { return fft64; }
 
 // ---- sizes --------------------------------------------------------------------------------------------------------------------------
 
-// What a record of each order takes is fixed: callers keep such blocks in static memory. The parts are named after the plain radix-4 layout that
+// What a record of each order takes is fixed: callers keep such blocks in static memory. Its pieces are named after the plain radix-4 layout that
 // the numbers come from; how the passes here use the room is their own business (fft.plan.h).
 constexpr uint64_t permutationBytes(int order) { return roundUp16(((uint64_t{1} << order) / 4 + 1) * 4); }
 
@@ -225,20 +225,20 @@ namespace {
 
 // Where a long transform is faster with more than the caller brings, or the caller brings nothing. Beside its data, a block of its own is little; refused one, it
 // runs in what there is.
-template <class T, class Run> [[gnu::noinline]] Status withBestWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Run& run) {
+template <class T, class Body> [[gnu::noinline]] Status withBestWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Body& body) {
     const FftTables<T>& t = spec.tables;
-    const Status status = withOwnWork(bestWorkBytes(spec), [&](uint8_t* own) { run(t, reinterpret_cast<T*>(own)); });
+    const Status status = withOwnWork(bestWorkBytes(spec), [&](uint8_t* own) { body(t, reinterpret_cast<T*>(own)); });
     if (status == StatusOk || !pBuffer) return status;
     FftTables<T> narrow = t;
     narrow.room = spec.workBytes;
-    run(narrow, reinterpret_cast<T*>(workIn(pBuffer)));
+    body(narrow, reinterpret_cast<T*>(workIn(pBuffer)));
     return StatusOk;
 }
-// Calls run(tables, work) with the work area of one call.
-template <class T, class Run> [[gnu::always_inline]] inline Status withFftWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Run& run) {
+// Calls body(tables, work) with the work area of one call.
+template <class T, class Body> [[gnu::always_inline]] inline Status withFftWork(const FftSpec<T>& spec, uint8_t* pBuffer, const Body& body) {
     NearestRounding guard;
-    if (!pBuffer || spec.tables.room > spec.workBytes) return withBestWork(spec, pBuffer, run);
-    run(spec.tables, reinterpret_cast<T*>(workIn(pBuffer)));
+    if (!pBuffer || spec.tables.room > spec.workBytes) return withBestWork(spec, pBuffer, body);
+    body(spec.tables, reinterpret_cast<T*>(workIn(pBuffer)));
     return StatusOk;
 }
 
@@ -357,21 +357,21 @@ template <int N, class T> void shortInverse(const T* X, T* x) {
     }
 }
 
-// Calls run with the length as a constant.
-template <class Run> [[gnu::always_inline]] inline Status shortTransform(int n, const Run& run) {
+// Calls body with the length as a constant.
+template <class Body> [[gnu::always_inline]] inline Status shortTransform(int n, const Body& body) {
     NearestRounding guard;
     switch (n) {
         case 1:
-            run(std::integral_constant<int, 1>{});
+            body(std::integral_constant<int, 1>{});
             break;
         case 2:
-            run(std::integral_constant<int, 2>{});
+            body(std::integral_constant<int, 2>{});
             break;
         case 4:
-            run(std::integral_constant<int, 4>{});
+            body(std::integral_constant<int, 4>{});
             break;
         default:
-            run(std::integral_constant<int, 8>{});
+            body(std::integral_constant<int, 8>{});
     }
     return StatusOk;
 }

@@ -140,7 +140,7 @@ template <int Order, bool Inverse, bool Scaled, class T> TEVS_INLINE void stockh
 
 // ---- large orders: two sweeps of column transforms --------------------------------------------------------------------------------
 
-// A matrix of complex values whose rows are `stride` apart. Folded, its rows come in `fold` parts of equal size, dealt like cards: row l of part h is at
+// A matrix of complex values whose rows are `stride` apart. Folded, its rows come in `fold` pieces of equal size, dealt like cards: row l of piece h is at
 // l fold + h.
 template <class In> struct Rows {
     In at;
@@ -152,8 +152,8 @@ template <class In> struct Rows {
 template <int K, int R, int M, int Columns, bool Inverse, class In, class T>
 TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, int tiles, const T* w) {
     In column[R];
-    const int perPart = R / in.fold;
-    for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (int64_t{M} * in.fold * (j % perPart) + j / perPart);
+    const int perPiece = R / in.fold;
+    for (int j = 0; j < R; ++j) column[j] = in.at + in.stride * (int64_t{M} * in.fold * (j % perPiece) + j / perPiece);
     const int64_t step = in.stride * in.fold;
     for (int p = 0; p < M; ++p) {
         T* out = tile + 2 * Columns * R * p;
@@ -462,13 +462,13 @@ template <class T, template <class> class Place> FftTransform<T, Place>* forward
 
 // ---- real transforms --------------------------------------------------------------------------------------------------------------
 
-// Calls pair(k, Z[k], Z[N-k], w^k) for blocks of k that cover 1 .. N/2, where Z[N-k] comes and goes in the order of k. At k = N/2 both are the same value.
-template <int K, class T, class Pair> TEVS_INLINE void recombine(const T* in, T* out, int n, const T* w, Pair pair) {
+// Calls body(k, Z[k], Z[N-k], w^k) for blocks of k that cover 1 .. N/2, where Z[N-k] comes and goes in the order of k. At k = N/2 both are the same value.
+template <int K, class T, class Body> TEVS_INLINE void recombine(const T* in, T* out, int n, const T* w, Body body) {
     for (int k = 1; k < n / 2; k += K) {
         const int mirror = n - k - K + 1;
         const auto a = read<K>(Pairs<const T>{in}, k), b = reversed(read<K>(Pairs<const T>{in}, mirror));
         Cx<Vec<T, K>> x, y;
-        pair(a, b, loadBlock<K>(w), x, y);
+        body(a, b, loadBlock<K>(w), x, y);
         w += 2 * K;
         write(Pairs<T>{out}, mirror, reversed(y));
         write(Pairs<T>{out}, k, x);

@@ -22,13 +22,13 @@ template <size_t Arrays> Status narrow(const int16_t* const (&src)[Arrays], int1
 }
 
 // In place through the float record.
-template <class Spec, class S, class D, size_t Arrays, class Run>
+template <class Spec, class S, class D, size_t Arrays, class Body>
 Status transform(const S* const (&src)[Arrays], D* const (&dst)[Arrays], const Spec* pSpec, int taken, int given, int scaleFactor, uint8_t* pBuffer,
-                 const Run& run) {
+                 const Body& body) {
     using T = typename Spec::Real;
     const FftSpec<T>& inner = pSpec->inner();
     return throughFloats<T>(src, dst, 1 << pSpec->order, taken, given, scaleFactor, pBuffer, uint64_t(pSpec->workBytes), uint64_t(inner.workBytes),
-                            [&](T* x, uint8_t* work) { run(inner, x, work); });
+                            [&](T* x, uint8_t* work) { body(inner, x, work); });
 }
 
 // The whole transform in one kernel, if the order has such a one. Beyond 2^+-100 no scale changes a result: sums of integers lie between 2^-40 and 2^60 or are 0. The

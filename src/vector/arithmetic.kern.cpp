@@ -117,12 +117,12 @@ template <class T, class Op> void scaledWithConstant(const T* src, Constant<T> c
 void mul32s32sc(const int32_t* a, const int32_t* b, int32_t* dst, ptrdiff_t n, int scaleFactor) {
     withScale(scaleFactor, [=](auto scaling) {
         map<kLanes<int32_t> / 2, 2>(
-            n, reinterpret_cast<Pair<int32_t>*>(dst),
+            n, reinterpret_cast<LanePair<int32_t>*>(dst),
             [=](auto w, auto x, auto y) {
                 using V = Vec<int32_t, 2 * w.n>;
                 return fit(scaling, product(loadTwice<V>(x), loadAs<V>(y)));
             },
-            a, reinterpret_cast<const Pair<int32_t>*>(b));
+            a, reinterpret_cast<const LanePair<int32_t>*>(b));
     });
 }
 
@@ -219,12 +219,12 @@ template <class T, class Op> void withConstant(const T* src, Constant<T> c, T* d
 // n real factors and n complex ones.
 void mul32f32fc(const float* a, const float* b, float* dst, ptrdiff_t n) {
     map<kFloats / 2, 2>(
-        n, reinterpret_cast<Pair<float>*>(dst),
+        n, reinterpret_cast<LanePair<float>*>(dst),
         [](auto w, auto x, auto y) {
             using V = Vec<float, 2 * w.n>;
             return loadTwice<V>(x) * loadAs<V>(y);
         },
-        a, reinterpret_cast<const Pair<float>*>(b));
+        a, reinterpret_cast<const LanePair<float>*>(b));
 }
 
 template <class T, class Op> void addProduct(const T* a, const T* b, T* dst, ptrdiff_t n) {

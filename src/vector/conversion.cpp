@@ -113,7 +113,7 @@ struct Frames {
     alignas(64) float samples[kBlock + kFrameSlack];
 };
 
-// step(first, frames, channel, channels, at) for one block after the other: whole frames, or a part of one that is longer than a block. `at` is the
+// step(first, frames, channel, channels, at) for one block after the other: whole frames, or a piece of one that is longer than a block. `at` is the
 // block's place in the interleaved vector.
 template <class Step> void forEachBlock(int nChannels, int chanLen, Step step) {
     const int channels = std::min(nChannels, kBlock), rows = kBlock / channels;

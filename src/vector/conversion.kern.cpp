@@ -165,7 +165,7 @@ void interleaved(const float* const* channels, int first, int nChannels, int fra
     constexpr int W = kRegisterBytes / 4;
     if (nChannels == 2) {
         map<W, 4>(
-            frames, reinterpret_cast<Pair<float>*>(dst), [](auto w, auto a, auto b) { return interleave(load<float, w.n>(a), load<float, w.n>(b)); },
+            frames, reinterpret_cast<LanePair<float>*>(dst), [](auto w, auto a, auto b) { return interleave(load<float, w.n>(a), load<float, w.n>(b)); },
             channels[0] + first, channels[1] + first);
     } else if (frames >= W) {
         interleaveSquares<W>(channels, first, nChannels, frames, dst);
@@ -182,7 +182,7 @@ void deinterleaved(const float* src, float* const* channels, int first, int nCha
     if (nChannels == 2) {
         map<W, 4>(
             frames, Both<float>{channels[0] + first, channels[1] + first}, [](auto w, auto s) { return loadSplit<float, w.n>(partsOf(s)); },
-            reinterpret_cast<const Pair<float>*>(src));
+            reinterpret_cast<const LanePair<float>*>(src));
     } else if (frames >= W) {
         deinterleaveSquares<W>(src, channels, first, nChannels, frames);
     } else if (frames >= 4) {

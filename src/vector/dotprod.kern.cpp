@@ -67,18 +67,18 @@ Complex64f complex64f(const Complex64f* a, const Complex64f* b, int n) {
 
 // ---- 16 bits ------------------------------------------------------------------------------------------------------------------------------
 
-template <class V> using Pairs = Vec<int32_t, kCount<V> / 2>;
+template <class V> using PairSums = Vec<int32_t, kCount<V> / 2>;
 
 // Products of the lanes two by two, as terms of an exact sum. They lie in -2^31 + 2^16 .. 2^31, of which multiplyPairs gives 2^31 as -2^31: right in the lower 32
 // bits. One less fits them all, and its upper half is within 2^16 of the term; with kExactBlock / 2 terms that is as good as the floor.
-template <class V> TEVS_INLINE ExactSum<Pairs<V>> exactPairs(V a, V b) {
+template <class V> TEVS_INLINE ExactSum<PairSums<V>> exactPairs(V a, V b) {
     const auto t = multiplyPairs(a, b);
-    return {(Unsigned32<V>)t, (Pairs<V>)((Unsigned32<V>)t - 1) >> 16};
+    return {(Unsigned32<V>)t, (PairSums<V>)((Unsigned32<V>)t - 1) >> 16};
 }
 
 struct Products16 : Additive {
-    template <class V, class> TEVS_INLINE ExactSum<Pairs<V>> start() const { return ExactSum<Pairs<V>>{}; }
-    template <class V> TEVS_INLINE ExactSum<Pairs<V>> step(ExactSum<Pairs<V>> s, V a, V b) const { return s + exactPairs(a, b); }
+    template <class V, class> TEVS_INLINE ExactSum<PairSums<V>> start() const { return ExactSum<PairSums<V>>{}; }
+    template <class V> TEVS_INLINE ExactSum<PairSums<V>> step(ExactSum<PairSums<V>> s, V a, V b) const { return s + exactPairs(a, b); }
     template <class V> TEVS_INLINE int64_t finish(ExactSum<V> s) const { return s.sum(); }
 };
 int64_t real16s(const int16_t* a, const int16_t* b, int n) { return reduceBlocks<kShorts, 8, 2>(n, Products16{}, Elements<int16_t>{a}, Elements<int16_t>{b}); }
@@ -88,10 +88,10 @@ template <class V> struct ExactSums2 {
     friend TEVS_INLINE ExactSums2 operator+(ExactSums2 x, ExactSums2 y) { return {x.re + y.re, x.im + y.im}; }
 };
 struct MixedProducts16 : Additive {
-    template <class V, class> TEVS_INLINE ExactSums2<Pairs<V>> start() const { return ExactSums2<Pairs<V>>{}; }
-    template <class V> TEVS_INLINE ExactSums2<Pairs<V>> step(ExactSums2<Pairs<V>> s, V a, V b) const {
-        const auto re = (V)(Pairs<V>{} + 0xffff);
-        return s + ExactSums2<Pairs<V>>{exactPairs(a, b & re), exactPairs(a, b & ~re)};
+    template <class V, class> TEVS_INLINE ExactSums2<PairSums<V>> start() const { return ExactSums2<PairSums<V>>{}; }
+    template <class V> TEVS_INLINE ExactSums2<PairSums<V>> step(ExactSums2<PairSums<V>> s, V a, V b) const {
+        const auto re = (V)(PairSums<V>{} + 0xffff);
+        return s + ExactSums2<PairSums<V>>{exactPairs(a, b & re), exactPairs(a, b & ~re)};
     }
     template <class V> TEVS_INLINE Complex64s finish(ExactSums2<V> s) const { return {s.re.sum(), s.im.sum()}; }
 };
@@ -102,10 +102,10 @@ template <class V> struct ComplexExact {
     friend TEVS_INLINE ComplexExact operator+(ComplexExact x, ComplexExact y) { return {x.re + y.re, x.im + y.im, x.more + y.more}; }
 };
 struct ComplexProducts16 : Additive {
-    template <class V, class> TEVS_INLINE ComplexExact<Pairs<V>> start() const { return ComplexExact<Pairs<V>>{}; }
-    template <class V> TEVS_INLINE ComplexExact<Pairs<V>> step(ComplexExact<Pairs<V>> s, V a, V b) const {
-        const auto im = (V)(Pairs<V>{} + ~0xffff);
-        return s + ComplexExact<Pairs<V>>{exactPairs(a, b ^ im), exactPairs(a, swapPairs(b)), (Pairs<V>)a >> 16};
+    template <class V, class> TEVS_INLINE ComplexExact<PairSums<V>> start() const { return ComplexExact<PairSums<V>>{}; }
+    template <class V> TEVS_INLINE ComplexExact<PairSums<V>> step(ComplexExact<PairSums<V>> s, V a, V b) const {
+        const auto im = (V)(PairSums<V>{} + ~0xffff);
+        return s + ComplexExact<PairSums<V>>{exactPairs(a, b ^ im), exactPairs(a, swapPairs(b)), (PairSums<V>)a >> 16};
     }
     template <class V> TEVS_INLINE Complex64s finish(ComplexExact<V> s) const { return {s.re.sum() + sumOfLanes(s.more), s.im.sum()}; }
 };
@@ -142,29 +142,30 @@ struct Products32 : Additive {
     }
     template <class V> TEVS_INLINE WideSum finish(ExactSum64<V> s) const { return s.sum(); }
 };
-// The sums of products of even lanes, of odd lanes, and of unlike parts.
-template <class V> struct Parts64 {
+// The sums of products of even lanes, and of odd ones.
+template <class V> struct EvenOddSums64 {
     ExactSum64<V> even, odd;
-    friend TEVS_INLINE Parts64 operator+(Parts64 x, Parts64 y) { return {x.even + y.even, x.odd + y.odd}; }
+    friend TEVS_INLINE EvenOddSums64 operator+(EvenOddSums64 x, EvenOddSums64 y) { return {x.even + y.even, x.odd + y.odd}; }
 };
 struct MixedProducts32 : Additive {
-    template <class V, class> TEVS_INLINE Parts64<Products32Of<V>> start() const { return Parts64<Products32Of<V>>{}; }
-    template <class V> TEVS_INLINE Parts64<Products32Of<V>> step(Parts64<Products32Of<V>> s, V a, V b) const {
+    template <class V, class> TEVS_INLINE EvenOddSums64<Products32Of<V>> start() const { return EvenOddSums64<Products32Of<V>>{}; }
+    template <class V> TEVS_INLINE EvenOddSums64<Products32Of<V>> step(EvenOddSums64<Products32Of<V>> s, V a, V b) const {
         return {s.even.with(mulEven(a, b)), s.odd.with(mulEven(oddLanes(a), oddLanes(b)))};
     }
-    template <class V> TEVS_INLINE ComplexWideSum finish(Parts64<V> s) const { return {s.even.sum(), s.odd.sum()}; }
+    template <class V> TEVS_INLINE ComplexWideSum finish(EvenOddSums64<V> s) const { return {s.even.sum(), s.odd.sum()}; }
 };
-template <class V> struct ComplexParts64 {
-    Parts64<V> equal;
+// The sums of products of equal parts, and of unequal ones.
+template <class V> struct ComplexSums64 {
+    EvenOddSums64<V> equal;
     ExactSum64<V> unequal;
-    friend TEVS_INLINE ComplexParts64 operator+(ComplexParts64 x, ComplexParts64 y) { return {x.equal + y.equal, x.unequal + y.unequal}; }
+    friend TEVS_INLINE ComplexSums64 operator+(ComplexSums64 x, ComplexSums64 y) { return {x.equal + y.equal, x.unequal + y.unequal}; }
 };
 struct ComplexProducts32 : Additive {
-    template <class V, class> TEVS_INLINE ComplexParts64<Products32Of<V>> start() const { return ComplexParts64<Products32Of<V>>{}; }
-    template <class V> TEVS_INLINE ComplexParts64<Products32Of<V>> step(ComplexParts64<Products32Of<V>> s, V a, V b) const {
+    template <class V, class> TEVS_INLINE ComplexSums64<Products32Of<V>> start() const { return ComplexSums64<Products32Of<V>>{}; }
+    template <class V> TEVS_INLINE ComplexSums64<Products32Of<V>> step(ComplexSums64<Products32Of<V>> s, V a, V b) const {
         return {MixedProducts32{}.step(s.equal, a, b), s.unequal.with(mulEven(a, oddLanes(b))).with(mulEven(oddLanes(a), b))};
     }
-    template <class V> TEVS_INLINE ComplexWideSum finish(ComplexParts64<V> s) const { return {s.equal.even.sum() - s.equal.odd.sum(), s.unequal.sum()}; }
+    template <class V> TEVS_INLINE ComplexWideSum finish(ComplexSums64<V> s) const { return {s.equal.even.sum() - s.equal.odd.sum(), s.unequal.sum()}; }
 };
 
 template <class A> TEVS_INLINE WideSum real(const int32_t* b, int n, A a) { return reduceBlocks<kWords, 4, 2>(n, Products32{}, a, Elements<int32_t>{b}); }

@@ -146,28 +146,29 @@ void swap24(const void* src, void* dst, ptrdiff_t n) {
 
 template <class T> void real(const void* src, void* dst, ptrdiff_t n) {
     map<kLanes<T>, kLeast<T>>(
-        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)).a; }, static_cast<const Pair<T>*>(src));
+        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)).a; }, static_cast<const LanePair<T>*>(src));
 }
 template <class T> void imag(const void* src, void* dst, ptrdiff_t n) {
     map<kLanes<T>, kLeast<T>>(
-        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)).b; }, static_cast<const Pair<T>*>(src));
+        n, static_cast<T*>(dst), [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)).b; }, static_cast<const LanePair<T>*>(src));
 }
 template <class T> void split(const void* src, void* re, void* im, ptrdiff_t n) {
     map<kLanes<T>, kLeast<T>>(
-        n, Both<T>{static_cast<T*>(re), static_cast<T*>(im)}, [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)); }, static_cast<const Pair<T>*>(src));
+        n, Both<T>{static_cast<T*>(re), static_cast<T*>(im)}, [](auto w, auto s) { return loadSplit<T, w.n>(partsOf(s)); },
+        static_cast<const LanePair<T>*>(src));
 }
 template <class T> void join(const void* re, const void* im, void* dst, ptrdiff_t n) {
     map<kLanes<T>, kLeast<T>>(
-        n, static_cast<Pair<T>*>(dst), [](auto w, auto a, auto b) { return interleave(load<T, w.n>(a), load<T, w.n>(b)); }, static_cast<const T*>(re),
+        n, static_cast<LanePair<T>*>(dst), [](auto w, auto a, auto b) { return interleave(load<T, w.n>(a), load<T, w.n>(b)); }, static_cast<const T*>(re),
         static_cast<const T*>(im));
 }
 template <class T> void onlyReal(const void* re, void* dst, ptrdiff_t n) {
     map<kLanes<T>, kLeast<T>>(
-        n, static_cast<Pair<T>*>(dst), [](auto w, auto s) { return interleave(load<T, w.n>(s), Vec<T, w.n>{}); }, static_cast<const T*>(re));
+        n, static_cast<LanePair<T>*>(dst), [](auto w, auto s) { return interleave(load<T, w.n>(s), Vec<T, w.n>{}); }, static_cast<const T*>(re));
 }
 template <class T> void onlyImag(const void* im, void* dst, ptrdiff_t n) {
     map<kLanes<T>, kLeast<T>>(
-        n, static_cast<Pair<T>*>(dst), [](auto w, auto s) { return interleave(Vec<T, w.n>{}, load<T, w.n>(s)); }, static_cast<const T*>(im));
+        n, static_cast<LanePair<T>*>(dst), [](auto w, auto s) { return interleave(Vec<T, w.n>{}, load<T, w.n>(s)); }, static_cast<const T*>(im));
 }
 
 // 16-bit lanes, saturated. A vector shorter than a register is computed in one.

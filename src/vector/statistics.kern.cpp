@@ -26,19 +26,19 @@ template <class C> C sumOfParts(const C* src, int n) {
 }
 
 // Pairs of 16-bit elements fit 32 bits, and so does the sum of a block.
-template <class V> using Pairs = Vec<int32_t, kCount<V> / 2>;
+template <class V> using PairSums = Vec<int32_t, kCount<V> / 2>;
 template <class V> TEVS_INLINE V ones() { return same<V>(1); }
 
 struct Sum16 : Additive {
-    template <class V> TEVS_INLINE Pairs<V> start() const { return Pairs<V>{}; }
-    template <class V> TEVS_INLINE Pairs<V> step(Pairs<V> s, V x) const { return s + multiplyPairs(x, ones<V>()); }
+    template <class V> TEVS_INLINE PairSums<V> start() const { return PairSums<V>{}; }
+    template <class V> TEVS_INLINE PairSums<V> step(PairSums<V> s, V x) const { return s + multiplyPairs(x, ones<V>()); }
     template <class V> TEVS_INLINE int64_t finish(V s) const { return sumOfLanes(s); }
 };
 struct PartSums16 : Additive {
-    template <class V> TEVS_INLINE Two<Pairs<V>> start() const { return Two<Pairs<V>>{}; }
-    template <class V> TEVS_INLINE auto step(Two<Pairs<V>> s, V x) const {
-        const auto even = (V)(Pairs<V>{} + 0x00000001), odd = (V)(Pairs<V>{} + 0x00010000);
-        return s + Two<Pairs<V>>{multiplyPairs(x, even), multiplyPairs(x, odd)};
+    template <class V> TEVS_INLINE Two<PairSums<V>> start() const { return Two<PairSums<V>>{}; }
+    template <class V> TEVS_INLINE auto step(Two<PairSums<V>> s, V x) const {
+        const auto even = (V)(PairSums<V>{} + 0x00000001), odd = (V)(PairSums<V>{} + 0x00010000);
+        return s + Two<PairSums<V>>{multiplyPairs(x, even), multiplyPairs(x, odd)};
     }
     template <class V> TEVS_INLINE Complex64s finish(Two<V> s) const { return {sumOfLanes(s.a), sumOfLanes(s.b)}; }
 };
@@ -95,10 +95,10 @@ struct DistanceSum16 : AbsSum16 {
 
 // Two squares reach 2^31 and are taken without a sign.
 struct SquareSum16 : Additive {
-    template <class V> TEVS_INLINE ExactSum<Pairs<V>> start() const { return ExactSum<Pairs<V>>{}; }
-    template <class V> TEVS_INLINE ExactSum<Pairs<V>> step(ExactSum<Pairs<V>> s, V x) const {
+    template <class V> TEVS_INLINE ExactSum<PairSums<V>> start() const { return ExactSum<PairSums<V>>{}; }
+    template <class V> TEVS_INLINE ExactSum<PairSums<V>> step(ExactSum<PairSums<V>> s, V x) const {
         const auto t = multiplyPairs(x, x);
-        return s + ExactSum<Pairs<V>>{(Unsigned32<V>)t, (Pairs<V>)((Unsigned32<V>)t >> 16)};
+        return s + ExactSum<PairSums<V>>{(Unsigned32<V>)t, (PairSums<V>)((Unsigned32<V>)t >> 16)};
     }
     template <class V> TEVS_INLINE int64_t finish(ExactSum<V> s) const { return s.sum(); }
 };
@@ -110,12 +110,12 @@ template <class V> struct Halves {
     friend TEVS_INLINE Halves operator+(Halves x, Halves y) { return {x.products + y.products, x.odd + y.odd}; }
 };
 struct DistanceSquareSum16 : Additive {
-    template <class V> TEVS_INLINE Halves<Pairs<V>> start() const { return Halves<Pairs<V>>{}; }
-    template <class V> TEVS_INLINE Halves<Pairs<V>> step(Halves<Pairs<V>> s, V d) const {
+    template <class V> TEVS_INLINE Halves<PairSums<V>> start() const { return Halves<PairSums<V>>{}; }
+    template <class V> TEVS_INLINE Halves<PairSums<V>> step(Halves<PairSums<V>> s, V d) const {
         using Signed = Vec<int16_t, kCount<V>>;
         const V half = d >> 1;
         const auto t = multiplyPairs((Signed)half, (Signed)(half - d));
-        return s + Halves<Pairs<V>>{{(Unsigned32<V>)t, t >> 16}, (Unsigned32<V>)(d & 1)};
+        return s + Halves<PairSums<V>>{{(Unsigned32<V>)t, t >> 16}, (Unsigned32<V>)(d & 1)};
     }
     template <class V> TEVS_INLINE int64_t finish(Halves<V> s) const {
         const uint32_t odd = sumOfLanes(s.odd);

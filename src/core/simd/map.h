@@ -39,7 +39,7 @@ TEVS_INLINE void moveBytes(const void* from, void* to, int n) {
 // The n < 16 bytes at p, elements of Size bytes, and the first element over and over behind them. Put together in a register: a vector read back from
 // memory that narrower stores have just written waits for all of them.
 template <int Size> TEVS_INLINE __m128i partial(const void* p, int n) {
-    const auto part = [p](auto bytes, int at) {
+    const auto piece = [p](auto bytes, int at) {
         memcpy(&bytes, static_cast<const char*>(p) + at, sizeof bytes);
         return bytes;
     };
@@ -49,11 +49,11 @@ template <int Size> TEVS_INLINE __m128i partial(const void* p, int n) {
         const __m128i last = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(static_cast<const char*>(p) + n - 8));
         v = _mm_unpacklo_epi64(_mm_loadl_epi64(static_cast<const __m128i*>(p)), _mm_srl_epi64(last, _mm_cvtsi32_si128(8 * (16 - n))));
     } else if (n >= 4) {
-        v = _mm_or_si128(_mm_cvtsi32_si128(part(int32_t{}, 0)), shifted(_mm_cvtsi32_si128(part(int32_t{}, n - 4)), n - 4));
+        v = _mm_or_si128(_mm_cvtsi32_si128(piece(int32_t{}, 0)), shifted(_mm_cvtsi32_si128(piece(int32_t{}, n - 4)), n - 4));
     } else {   // 1 .. 3
-        v = _mm_cvtsi32_si128(part(uint8_t{}, 0) | part(uint8_t{}, n / 2) << 8 * (n / 2) | part(uint8_t{}, n - 1) << 8 * (n - 1));
+        v = _mm_cvtsi32_si128(piece(uint8_t{}, 0) | piece(uint8_t{}, n / 2) << 8 * (n / 2) | piece(uint8_t{}, n - 1) << 8 * (n - 1));
     }
-    const __m128i first = Size == 1 ? _mm_set1_epi8(part(int8_t{}, 0)) : Size == 2 ? _mm_set1_epi16(part(int16_t{}, 0)) : v;
+    const __m128i first = Size == 1 ? _mm_set1_epi8(piece(int8_t{}, 0)) : Size == 2 ? _mm_set1_epi16(piece(int16_t{}, 0)) : v;
     const __m128i spread = Size == 8 ? _mm_unpacklo_epi64(first, first) : Size == 4 ? _mm_shuffle_epi32(first, 0) : first;
     static const uint8_t kBehind[32] = {0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,
                                         0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff};
@@ -118,15 +118,15 @@ template <int N, int Least, class Count, class D, class F, class... S> TEVS_INLI
 }
 
 // Two lanes that belong together, as one element: the parts of a complex number.
-template <class T> struct Pair { T re, im; };
+template <class T> struct LanePair { T re, im; };
 
 // map() for an f in which the lanes of a pair meet. N, Least and n count lanes and f sees pointers to lanes, but all goes by
 // whole pairs: what pads a short vector is its first pair, and f meets no pair that is not an element.
 template <int N, int Least, class T, class F, class... S> TEVS_INLINE void mapPairs(ptrdiff_t n, T* d, F f, const S*... s) {
     map<N / 2, Least / 2>(
-        n / 2,
-        reinterpret_cast<Pair<T>*>(d), [&f](auto w, auto... p) __attribute__((always_inline)) { return f(Lanes<2 * w.n>{}, reinterpret_cast<const S*>(p)...); },
-        reinterpret_cast<const Pair<S>*>(s)...);
+        n / 2, reinterpret_cast<LanePair<T>*>(d),
+        [&f](auto w, auto... p) __attribute__((always_inline)) { return f(Lanes<2 * w.n>{}, reinterpret_cast<const S*>(p)...); },
+        reinterpret_cast<const LanePair<S>*>(s)...);
 }
 
 // map() for an f of a hundred instructions: two copies of it instead of two for every width. What is left after whole steps goes through a padded copy.
