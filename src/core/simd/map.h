@@ -53,8 +53,9 @@ template <int Size> TEVS_INLINE __m128i partial(const void* p, int n) {
     } else {   // 1 .. 3
         v = _mm_cvtsi32_si128(piece(uint8_t{}, 0) | piece(uint8_t{}, n / 2) << 8 * (n / 2) | piece(uint8_t{}, n - 1) << 8 * (n - 1));
     }
-    const __m128i first = Size == 1 ? _mm_set1_epi8(piece(int8_t{}, 0)) : Size == 2 ? _mm_set1_epi16(piece(int16_t{}, 0)) : v;
-    const __m128i spread = Size == 8 ? _mm_unpacklo_epi64(first, first) : Size == 4 ? _mm_shuffle_epi32(first, 0) : first;
+    // The first element over and over, out of the register: by way of memory a 32-bit build reads four bytes where it has just written one.
+    const __m128i twice = Size == 1 ? _mm_unpacklo_epi8(v, v) : v, half = Size <= 2 ? _mm_shufflelo_epi16(twice, 0) : v;
+    const __m128i spread = Size == 4 ? _mm_shuffle_epi32(v, 0) : _mm_unpacklo_epi64(half, half);
     static const uint8_t kBehind[32] = {0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,    0,
                                         0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff, 0xff};
     return _mm_or_si128(v, _mm_and_si128(spread, _mm_loadu_si128(reinterpret_cast<const __m128i*>(kBehind + 16 - n))));
