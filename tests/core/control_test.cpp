@@ -5,36 +5,20 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <atomic>
 #include <thread>
 #include <vector>
 
 #include "core/rounding.h"
+#include "support/control_words.h"
 #include "tevs.h"
 
 namespace tevs {
 namespace {
 
-constexpr uint32_t kFlush = _MM_FLUSH_ZERO_ON | _MM_DENORMALS_ZERO_ON;
-
-// Both control words in the given rounding mode, the extended unit with the precision of a float, until the end of the scope.
-class Changed {
-public:
-    explicit Changed(uint32_t rc, uint32_t more = 0) : sse_(_mm_getcsr()) {
-        asm volatile("fnstcw %0" : "=m"(x87_));
-        const auto low = uint16_t((x87_ & 0xf0ff) | rc << 10);
-        asm volatile("fldcw %0" : : "m"(low));
-        _mm_setcsr((sse_ & ~uint32_t{_MM_ROUND_MASK}) | rc << 13 | more);
-    }
-    ~Changed() {
-        asm volatile("fldcw %0" : : "m"(x87_));
-        _mm_setcsr(sse_);
-    }
-
-private:
-    uint32_t sse_;
-    uint16_t x87_;
-};
+// The given rounding mode, and the extended unit with the precision of a float.
+constexpr test::ControlWords rounding(uint32_t rc, uint32_t more = 0) { return {0x1f80 | rc << 13 | more, uint16_t(0x7f | rc << 10)}; }
 
 // All that is computed with is in registers here, where only the pins keep it in its place.
 [[gnu::noinline]] float third(float x, float y) {
@@ -52,19 +36,12 @@ TEST(Guards, HoldArithmeticOnRegisters) {
     volatile double unit = -1;
     volatile int64_t big = 0x7fffff7fffffffff;
     volatile int root = 0x7ffffff1;
-    const float quotient = third(one, three), rounded = single(big);
-    const double square = product(root, unit);
+    const auto results = [&] { return std::array<double, 3>{third(one, three), single(big), product(root, unit)}; };
+    const auto want = results();
     for (uint32_t rc : {0u, 1u, 2u, 3u}) {
-        const Changed words(rc);
-        const uint32_t word = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
-        const float q = third(one, three), r = single(big);
-        const double s = product(root, unit);
-        const uint32_t left = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
-        const Changed normal(0);
-        EXPECT_EQ(q, quotient) << rc;
-        EXPECT_EQ(r, rounded) << rc;
-        EXPECT_EQ(s, square) << rc;
-        EXPECT_EQ(left, word);
+        auto got = want;
+        EXPECT_TRUE(rounding(rc).keptBy([&] { got = results(); })) << rc;
+        EXPECT_EQ(got, want) << rc;
     }
 }
 
@@ -74,13 +51,12 @@ TEST(Guards, LeaveTheFlushBits) {
     for (uint32_t rc : {0u, 1u, 2u, 3u}) {
         float product = 5, quotient = 5;
         int32_t whole = 5, cut = 5;
-        {
-            const Changed words(rc, kFlush);
+        rounding(rc, test::kFlush).keptBy([&] {
             tevsMulC_32f(&tiny, 1, &product, 1);
             tevsDiv_32f(&one, &tiny, &quotient, 1);
             tevsConvert_32f32s_Sfs(&tiny, &whole, 1, RoundNearest, -160);
             tevsConvert_32f32s_Sfs(&tiny, &cut, 1, RoundTowardZero, -160);
-        }
+        });
         EXPECT_EQ(product, 0) << rc;
         EXPECT_EQ(quotient, 0) << rc;
         EXPECT_EQ(whole, rc == 0 ? 0 : 2048) << rc;
@@ -89,16 +65,15 @@ TEST(Guards, LeaveTheFlushBits) {
 }
 
 TEST(Team, ComputesUnderTheCallersControlWord) {
-    for (uint32_t more : {kFlush, 0u}) {   // the second time the threads are there already
-        const uint32_t before = _mm_getcsr();
-        _mm_setcsr(before | more);
-        const uint32_t word = _mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK};
+    for (uint32_t more : {test::kFlush, 0u}) {   // the second time the threads are there already
         std::atomic<int> other = 0, members = 0;
-        parallelUnits(4, 4, [&](int) {
-            other += (_mm_getcsr() & ~uint32_t{_MM_EXCEPT_MASK}) != word;
-            ++members;
+        const test::ControlWords words{0x1f80 | more};
+        words.keptBy([&] {
+            parallelUnits(4, 4, [&](int) {
+                other += test::ControlWords::read().sse != words.sse;
+                ++members;
+            });
         });
-        _mm_setcsr(before);
         EXPECT_EQ(other, 0);
         EXPECT_EQ(members, 4);
     }
