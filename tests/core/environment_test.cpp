@@ -36,8 +36,16 @@ const std::vector<int>& valuesOf(const Function& f, const Parameter& p) {
         {"upperBound", {100000}},
         {"order", {5}},
         {"flag", {NoScale}},
+        {"relOp", {CmpLess, CmpGreater}},
+        {"level", {7}},
+        {"levelLT", {-5}},
+        {"valueLT", {3}},
+        {"levelGT", {7}},
+        {"valueGT", {9}},
+        {"rFreq", {1}},
         {"", {7}}};
-    const auto found = values.find(p.isInt || p.is("val") ? std::string_view(p.name) : "");
+    auto found = values.find(p.name);
+    if (found == values.end() && !p.isInt) found = values.find("");
     if (found != values.end()) return found->second;
     ADD_FAILURE() << f.name << " is not covered: there is no value for its " << p.name;
     static const std::vector<int> none;
@@ -122,6 +130,7 @@ struct Call {
             generator().seed(++source);
             p.fill(vectors[i].data(), p.stride == 3 ? 3 * room : room, data);
             if (p.is("pDlyLineIndex")) std::memset(vectors[i].data(), 0, vectors[i].size());
+            if (p.name.starts_with("pRFreq")) std::memset(vectors[i].data(), 0x3c, vectors[i].size());   // between 0 and 1 in any format
         }
     }
     // The same vectors, and other parameters by value.

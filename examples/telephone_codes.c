@@ -1,0 +1,190 @@
+/* What the line codes of a telephone exchange cost, how it hears what is dialled, and how it quiets a noisy line.
+ *
+ *     telephone_codes IN.wav OUTDIR [NUMBER]
+ *
+ * Compands and expands a recording at 8 kHz by both laws of G.711 and prints the distance in dB; dials NUMBER in pairs of tones through A-law and noise and detects
+ * it again; adds noise to the recording and takes it out by coring. Writes companded.wav, dialled.wav, noisy.wav and cored.wav into OUTDIR.
+ */
+#include <math.h>
+#include <tevs.h>
+#include <time.h>
+
+#include "wav.h"
+
+enum { kRate = 8000, kRuns = 20, kBlock = 205, kTone = 400, kPause = 400, kNoise = 60 };
+
+static double now(void) {
+    struct timespec t;
+    timespec_get(&t, TIME_UTC);
+    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
+}
+static void must(Status status, const char* what) {
+    if (status == StatusOk) return;
+    fprintf(stderr, "telephone_codes: %s: status %d\n", what, (int)status);
+    exit(1);
+}
+static void write(const char* dir, const char* name, int16_t* samples, int len) {
+    char path[4096];
+    snprintf(path, sizeof path, "%s/%s", dir, name);
+    if (!writeWav(path, &(Wav){kRate, len, samples})) return;
+    perror(path);
+    exit(1);
+}
+
+/* The least time of a step, which is repeated. */
+#define TIMED(best, call)                                       \
+    do {                                                        \
+        (best) = 1e9;                                           \
+        for (int run = 0; run < kRuns; ++run) {                 \
+            const double start = now();                         \
+            must(call, #call);                                  \
+            if (now() - start < (best)) (best) = now() - start; \
+        }                                                       \
+    } while (0)
+
+/* Of a signal and what became of it, in dB. */
+static double distance(const int16_t* was, const int16_t* is, int len) {
+    float signal, error;
+    must(tevsNorm_L2_16s32f(was, len, &signal), "tevsNorm_L2_16s32f");
+    must(tevsNormDiff_L2_16s32f(was, is, len, &error), "tevsNormDiff_L2_16s32f");
+    return 20 * log10((double)signal / (double)error);
+}
+
+/* ---- Line codes -------------------------------------------------------------------------------------------------------------------- */
+
+static void companding(const Wav* wav, const char* dir) {
+    typedef Status (*Encode)(const int16_t*, uint8_t*, int);
+    typedef Status (*Decode)(const uint8_t*, int16_t*, int);
+    static const struct {
+        const char* name;
+        Encode encode;
+        Decode decode;
+    } kLaw[2] = {{"A-law", tevsLinToALaw_16s8u, tevsALawToLin_8u16s}, {"mu-law", tevsLinToMuLaw_16s8u, tevsMuLawToLin_8u16s}};
+    uint8_t *codes = tevsMalloc_8u(wav->len), *other = tevsMalloc_8u(wav->len);
+    int16_t* back = tevsMalloc_16s(wav->len);
+    if (!codes || !other || !back) must(StatusNoMemory, "buffers");
+
+    printf("%-24s %14s %22s\n", "line code", "distance, dB", "ns a sample, to/from");
+    for (int law = 0; law < 2; ++law) {
+        double to, from;
+        TIMED(to, kLaw[law].encode(wav->samples, codes, wav->len));
+        TIMED(from, kLaw[law].decode(codes, back, wav->len));
+        printf("%-24s %14.2f %13.3f %8.3f\n", kLaw[law].name, distance(wav->samples, back, wav->len), 1e9 * to / wav->len, 1e9 * from / wav->len);
+        if (law == 0) write(dir, "companded.wav", back, wav->len);
+    }
+    double there, again; /* across a border and back */
+    TIMED(there, tevsMuLawToALaw_8u(codes, other, wav->len));
+    TIMED(again, tevsALawToMuLaw_8u(other, codes, wav->len));
+    must(tevsMuLawToLin_8u16s(codes, back, wav->len), "tevsMuLawToLin_8u16s");
+    printf("%-24s %14.2f %13.3f %8.3f\n\n", "mu-law, A-law, mu-law", distance(wav->samples, back, wav->len), 1e9 * there / wav->len, 1e9 * again / wav->len);
+    tevsFree(back);
+    tevsFree(other);
+    tevsFree(codes);
+}
+
+/* ---- Dialling (ITU-T Q.23) ------------------------------------------------------------------------------------------------------------ */
+
+static const char kKeys[] = "123A456B789C*0#D";
+static const float kHertz[8] = {697, 770, 852, 941, 1209, 1336, 1477, 1633}; /* rows, then columns */
+
+/* Noise of that many steps at most, by a congruential generator. */
+static int16_t noise(uint32_t* seed, int steps) {
+    *seed = *seed * 1664525u + 1013904223u;
+    return (int16_t)((int)(*seed >> 16) % (2 * steps + 1) - steps);
+}
+
+/* The key of a block, or 0: one row and one column hold most of its power. */
+static char keyOf(const float* block, double* best) {
+    Complex32f y;
+    float power[8], energy;
+    const double start = now();
+    for (int i = 0; i < 8; ++i) {
+        must(tevsGoertz_32f(block, kBlock, &y, kHertz[i] / kRate), "tevsGoertz_32f");
+        must(tevsPowerSpectr_32fc(&y, &power[i], 1), "tevsPowerSpectr_32fc");
+    }
+    if (now() - start < *best) *best = now() - start;
+    float row, column;
+    int r, c;
+    must(tevsMaxIndx_32f(power, 4, &row, &r), "tevsMaxIndx_32f");
+    must(tevsMaxIndx_32f(power + 4, 4, &column, &c), "tevsMaxIndx_32f");
+    must(tevsNorm_L2_32f(block, kBlock, &energy), "tevsNorm_L2_32f");
+    /* A tone alone would give energy^2 * kBlock / 2. */
+    return energy > 1000 && row + column > 0.7f * energy * energy * kBlock / 2 && row < 8 * column && column < 8 * row ? kKeys[4 * r + c] : 0;
+}
+
+static void dialling(const char* number, const char* dir) {
+    const int digits = (int)strlen(number), len = digits * (kTone + kPause) + kPause;
+    int16_t* line = tevsMalloc_16s(len);
+    uint8_t* codes = tevsMalloc_8u(len);
+    float* heard = tevsMalloc_32f(len);
+    if (!line || !codes || !heard) must(StatusNoMemory, "buffers");
+    uint32_t seed = 1;
+    for (int n = 0; n < len; ++n) {
+        const int digit = (n - kPause) / (kTone + kPause), at = (n - kPause) - digit * (kTone + kPause);
+        double x = 0;
+        if (n >= kPause && at < kTone) {
+            const char* key = strchr(kKeys, number[digit]);
+            if (!key) must(StatusBadArg, "a key is one of 123A456B789C*0#D");
+            const int k = (int)(key - kKeys);
+            x = 6000 * (sin(6.283185307179586 * kHertz[k / 4] / kRate * n) + sin(6.283185307179586 * kHertz[4 + k % 4] / kRate * n));
+        }
+        line[n] = (int16_t)(lrint(x) + noise(&seed, 600));
+    }
+    must(tevsLinToALaw_16s8u(line, codes, len), "tevsLinToALaw_16s8u");
+    must(tevsALawToLin_8u32f(codes, heard, len), "tevsALawToLin_8u32f");
+    must(tevsMulC_32f_I(32768, heard, len), "tevsMulC_32f_I");
+
+    double best = 1e9;
+    char last = 0;
+    printf("dialled  %s\ndetected ", number);
+    for (int n = 0; n + kBlock <= len; n += kBlock) {
+        const char key = keyOf(heard + n, &best);
+        if (key && key != last) putchar(key);
+        last = key;
+    }
+    printf("\neight frequencies in blocks of %d samples, %.2f us a block: %.0f lines at once\n\n", kBlock, 1e6 * best, (double)kBlock / kRate / best);
+    write(dir, "dialled.wav", line, len);
+    tevsFree(heard);
+    tevsFree(codes);
+    tevsFree(line);
+}
+
+/* ---- Coring: what is below the level of the noise is taken away, and the rest comes down by as much ----------------------------------------- */
+
+static void coring(const Wav* wav, const char* dir) {
+    int16_t *noisy = tevsMalloc_16s(wav->len), *cored = tevsMalloc_16s(wav->len);
+    if (!noisy || !cored) must(StatusNoMemory, "buffers");
+    uint32_t seed = 7;
+    for (int n = 0; n < wav->len; ++n) noisy[n] = noise(&seed, kNoise);
+    must(tevsAdd_16s_ISfs(wav->samples, noisy, wav->len, 0), "tevsAdd_16s_ISfs");
+    double best;
+    TIMED(best, tevsThreshold_GTAbs_16s(noisy, cored, wav->len, kNoise));
+    must(tevsSub_16s_ISfs(cored, noisy, wav->len, 0), "tevsSub_16s_ISfs"); /* noisy - limited */
+
+    int quiet = 0; /* samples of digital silence once the noise is gone */
+    for (int n = 0; n < wav->len; ++n) quiet += noisy[n] == 0;
+    printf("noise of %d steps cored: %.1f %% of the samples are silent, %.2f dB from the recording; %.3f ns a sample\n", kNoise, 100.0 * quiet / wav->len,
+           distance(wav->samples, noisy, wav->len), 1e9 * best / wav->len);
+    write(dir, "cored.wav", noisy, wav->len);
+    must(tevsAdd_16s_ISfs(cored, noisy, wav->len, 0), "tevsAdd_16s_ISfs");
+    write(dir, "noisy.wav", noisy, wav->len);
+    tevsFree(cored);
+    tevsFree(noisy);
+}
+
+int main(int argc, char** argv) {
+    Wav wav = {0, 0, NULL};
+    if (argc < 3 || argc > 4) {
+        fprintf(stderr, "usage: telephone_codes IN.wav OUTDIR [NUMBER]\n");
+        return 2;
+    }
+    if (readWav(argv[1], &wav) || wav.rate != kRate) {
+        fprintf(stderr, "telephone_codes: %s is no 16-bit WAV file at %d Hz\n", argv[1], kRate);
+        return 1;
+    }
+    companding(&wav, argv[2]);
+    dialling(argc > 3 ? argv[3] : "0123456789*#ABCD", argv[2]);
+    coring(&wav, argv[2]);
+    free(wav.samples);
+    return 0;
+}

@@ -1,0 +1,90 @@
+// Goertzel: the spectrum of a signal at one frequency, or at two.
+#include "tevs/goertzel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <type_traits>
+
+#include "core/args.h"
+#include "core/complex.h"
+#include "core/rounding.h"
+#include "core/scale.h"
+#include "telephony/goertzel.table.h"
+
+namespace tevs {
+namespace {
+
+// By squaring, in a type W that has the bits to spare which that loses: one for each power. The C library's sine and cosine may work in extended precision.
+template <class W> PhasePowers phasePowers(double omega) {
+    W re = std::cos(W(omega)), im = std::sin(W(omega));
+    PhasePowers z;
+    for (int i = 0; i < kPhasePowers; ++i) {
+        z.re[i] = double(re);
+        z.im[i] = double(im);
+        const W square = re * re - im * im;
+        im = 2 * re * im;
+        re = square;
+    }
+    return z;
+}
+
+// What becomes of a part of the result: scaled, from single precision.
+template <class T> T rounded(double x, int) { return T(x); }
+template <> int16_t rounded(double x, int scaleFactor) {
+    const ScaleFactors by(scaleFactor);
+    return int16_t(std::lrint(std::clamp(float(x) * by.f * by.g, -32768.0f, 32767.0f)));
+}
+
+template <int Count, class S, class D, class F> void evaluate(const S* src, int len, D* result, const F* frequencies, int scaleFactor, Goertzel<S> kernel) {
+    using W = std::conditional_t<std::is_same_v<Scalar<S>, double>, long double, double>;
+    PhasePowers z[Count];
+    for (int i = 0; i < Count; ++i) z[i] = inExtended(phasePowers<W>, 6.283185307179586 * frequencies[i]);
+    Complex64f y[Count];
+    kernel(src, len, z, y);
+    for (int i = 0; i < Count; ++i) result[i] = eachPart<D>(y[i], [=](double x) { return rounded<Scalar<D>>(x, scaleFactor); });
+}
+
+// The frequencies are checked one after the other, and results written when all is computed.
+template <int Count, class S, class D, class F> Status values(const S* pSrc, int len, D* pResult, const F* pRFreq, Goertzel<S> kernel, int scaleFactor = 0) {
+    Args args = Args().ptr(pSrc).ptr(pResult).ptr(pRFreq).len(len);
+    for (int i = 0; i < Count; ++i) args.require([=] { return pRFreq[i] >= 0 && pRFreq[i] < 1; }, StatusRelFreq);
+    if (Status s = args) return s;
+    toNearest(evaluate<Count, S, D, F>, pSrc, len, pResult, pRFreq, scaleFactor, kernel);
+    return StatusOk;
+}
+
+}   // namespace
+}   // namespace tevs
+
+using namespace tevs;
+
+Status tevsGoertz_32f(const float* pSrc, int len, Complex32f* pResult, float rFreq) { return values<1>(pSrc, len, pResult, &rFreq, goertzel->one32f); }
+Status tevsGoertz_32fc(const Complex32f* pSrc, int len, Complex32f* pResult, float rFreq) { return values<1>(pSrc, len, pResult, &rFreq, goertzel->one32fc); }
+Status tevsGoertz_64fc(const Complex64f* pSrc, int len, Complex64f* pResult, double rFreq) { return values<1>(pSrc, len, pResult, &rFreq, goertzel->one64fc); }
+Status tevsGoertz_16s_Sfs(const int16_t* pSrc, int len, Complex16s* pResult, float rFreq, int scaleFactor) {
+    return values<1>(pSrc, len, pResult, &rFreq, goertzel->one16s, scaleFactor);
+}
+Status tevsGoertz_16sc_Sfs(const Complex16s* pSrc, int len, Complex16s* pResult, float rFreq, int scaleFactor) {
+    return values<1>(pSrc, len, pResult, &rFreq, goertzel->one16sc, scaleFactor);
+}
+// The sign of the frequency before the pointers.
+Status tevsGoertzQ15_16sc_Sfs(const Complex16s* pSrc, int len, Complex16s* pResult, int16_t rFreqQ15, int scaleFactor) {
+    if (rFreqQ15 < 0) return StatusRelFreq;
+    return tevsGoertz_16sc_Sfs(pSrc, len, pResult, rFreqQ15 * 0x1p-15f, scaleFactor);
+}
+
+Status tevsGoertzTwo_32fc(const Complex32f* pSrc, int len, Complex32f* pResult, const float* pRFreq) {
+    return values<2>(pSrc, len, pResult, pRFreq, goertzel->two32fc);
+}
+Status tevsGoertzTwo_64fc(const Complex64f* pSrc, int len, Complex64f* pResult, const double* pRFreq) {
+    return values<2>(pSrc, len, pResult, pRFreq, goertzel->two64fc);
+}
+Status tevsGoertzTwo_16sc_Sfs(const Complex16s* pSrc, int len, Complex16s* pResult, const float* pRFreq, int scaleFactor) {
+    return values<2>(pSrc, len, pResult, pRFreq, goertzel->two16sc, scaleFactor);
+}
+Status tevsGoertzTwoQ15_16sc_Sfs(const Complex16s* pSrc, int len, Complex16s* pResult, const int16_t* pRFreqQ15, int scaleFactor) {
+    if (!pRFreqQ15) return StatusNullPtr;
+    if (pRFreqQ15[0] < 0 || pRFreqQ15[1] < 0) return StatusRelFreq;
+    const float rFreq[2] = {pRFreqQ15[0] * 0x1p-15f, pRFreqQ15[1] * 0x1p-15f};
+    return tevsGoertzTwo_16sc_Sfs(pSrc, len, pResult, rFreq, scaleFactor);
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <stdint.h>
+
+#include "core/simd/dispatch.h"
+#include "tevs/types.h"
+
+namespace tevs {
+
+// z^(2^i) of the phase factor z = e^(j omega) of a frequency. Kernels go through signals in blocks of at most 2^6 elements, and put 2^4 blocks together at a
+// time.
+constexpr int kPhasePowers = 11;
+struct PhasePowers {
+    double re[kPhasePowers], im[kPhasePowers];
+};
+
+// y[i] = sum over n of src[n] * z[i]^(len - n), for one frequency or two.
+template <class S> using Goertzel = void (*)(const S* src, int len, const PhasePowers* z, Complex64f* y);
+
+struct GoertzelKernels {
+    Goertzel<float> one32f;
+    Goertzel<int16_t> one16s;
+    Goertzel<Complex32f> one32fc, two32fc;
+    Goertzel<Complex64f> one64fc, two64fc;
+    Goertzel<Complex16s> one16sc, two16sc;
+};
+
+}   // namespace tevs
+
+TEVS_KERNEL_TABLE(GoertzelKernels, goertzel, 2)

@@ -1,0 +1,312 @@
+#include "telephony/threshold.table.h"
+
+#include "core/simd/map.h"
+#include "core/simd/real.h"
+
+namespace tevs::TEVS_LEVEL_NS {
+namespace {
+
+// ---- real elements --------------------------------------------------------------------------------------------------------------------
+
+template <class T> constexpr bool kFloating = T(0.5) != 0;
+
+template <class T, class F> TEVS_INLINE void eachElement(const T* src, T* dst, int len, F f) {
+    map<kLanes<T>, kLeast<T>>(
+        len, dst, [=](auto w, auto s) { return f(load<T, w.n>(s)); }, src);
+}
+// x > y ? x : y and x < y ? x : y: y where either is NaN, and of two zeros y.
+template <class V> TEVS_INLINE V larger(V x, V y) {
+    if constexpr (kFloating<Element<V>>)
+        return atLeast(x, y);
+    else
+        return x > y ? x : y;
+}
+template <class V> TEVS_INLINE V smaller(V x, V y) {
+    if constexpr (kFloating<Element<V>>)
+        return atMost(x, y);
+    else
+        return x < y ? x : y;
+}
+
+// Which elements lie beyond the level.
+struct Below {
+    template <class V> static TEVS_INLINE auto beyond(V x, V level) { return isLess(x, level); }
+    template <class V> static TEVS_INLINE V limit(V x, V level) { return larger(x, level); }
+};
+struct Above {
+    template <class V> static TEVS_INLINE auto beyond(V x, V level) { return isLess(level, x); }
+    template <class V> static TEVS_INLINE V limit(V x, V level) { return smaller(x, level); }
+};
+
+template <class T, class Side> void limited(const T* src, T* dst, int len, T level) {
+    eachElement(src, dst, len, [=](auto x) { return Side::limit(x, same<decltype(x)>(level)); });
+}
+template <class T, class Side> void replaced(const T* src, T* dst, int len, T level, T value) {
+    eachElement(src, dst, len, [=](auto x) {
+        using V = decltype(x);
+        return select(Side::beyond(x, same<V>(level)), same<V>(value), x);
+    });
+}
+template <class T> void clipped(const T* src, T* dst, int len, T levelLT, T valueLT, T levelGT, T valueGT) {
+    eachElement(src, dst, len, [=](auto x) {
+        using V = decltype(x);
+        const V low = select(Below::beyond(x, same<V>(levelLT)), same<V>(valueLT), x);
+        return select(Above::beyond(x, same<V>(levelGT)), same<V>(valueGT), low);
+    });
+}
+
+// Of integers -level .. level is what GT leaves, and the rest is what LT leaves: the magnitude of the type's minimum is never formed. Of floats NaN is
+// above every level.
+template <class T, class Side> void limitedMagnitude(const T* src, T* dst, int len, T level) {
+    eachElement(src, dst, len, [=](auto x) {
+        using V = decltype(x);
+        if constexpr (kFloating<T>) {
+            const V bound = abs(same<V>(level));
+            const V size = __is_same(Side, Below) ? larger(bound, abs(x)) : smaller(abs(x), bound);
+            return withSign(size, signOf(x));
+        } else {
+            const V high = same<V>(level), low = same<V>(T(-level));
+            if constexpr (__is_same(Side, Below)) return x < 0 ? smaller(x, low) : larger(x, high);
+            return smaller(larger(x, low), high);
+        }
+    });
+}
+
+template <class V> TEVS_INLINE auto isInfinite(V v) { return (Bits<V>)abs(v) == (Bits<V>)constant<V>(__builtin_inf()); }
+
+template <class T> bool inverted(const T* src, T* dst, int len, T level) {
+    bool infinite = false;
+    map<kLanes<T>, kLeast<T>>(
+        len, dst,
+        [&](auto w, auto s) {
+            const auto x = load<T, w.n>(s);
+            using V = decltype(x + x);
+            const V y = constant<V>(1) / larger(abs(same<V>(level)), abs(x));
+            infinite |= any(isInfinite(y));
+            return withSign(y, signOf(x));
+        },
+        src);
+    return infinite;
+}
+
+// ---- complex integers --------------------------------------------------------------------------------------------------------------------
+//
+// An element is a lane of 32 bits with re in the lower half. Squared magnitudes go up to 2^31, one past int32_t: their sign bit counts as a digit.
+
+template <class Side, class V> TEVS_INLINE auto beyondSquare(V z, int16_t level) {
+    const auto parts = (Vec<int16_t, 2 * kCount<V>>)z;
+    return Side::beyond(multiplyPairs(parts, parts) ^ INT32_MIN, same<V>((int32_t{level} * level) ^ INT32_MIN));
+}
+
+template <class F> TEVS_INLINE void eachPair16(const Complex16s* src, Complex16s* dst, int len, F f) {
+    map<kLanes<int32_t>, kLeast<int32_t>>(
+        len, dst, [=](auto w, auto s) { return f(loadAs<Vec<int32_t, w.n>>(s)); }, src);
+}
+template <class Side> void replaced16sc(const Complex16s* src, Complex16s* dst, int len, int16_t level, Complex16s value) {
+    int32_t pair;
+    memcpy(&pair, &value, sizeof pair);
+    eachPair16(src, dst, len, [=](auto z) { return select(beyondSquare<Side>(z, level), same<decltype(z)>(pair), z); });
+}
+
+template <class V> TEVS_INLINE Two<V> operator*(Two<V> a, Two<V> b) { return {a.a * b.a, a.b * b.b}; }
+
+// Of a magnitude of level. The double-precision product is off by less than 2^-36, and no exact one is halfway between integers: re / |z| is irrational, or a
+// fraction whose denominator is odd, since the longest side of a primitive Pythagorean triangle is.
+template <class V> TEVS_INLINE V withMagnitude(V z, int16_t level) {
+    const auto re = widen(z << 16 >> 16), im = widen(z >> 16);
+    using D = decltype(re.a + re.a);
+    const auto factor = [=](D x, D y) { return constant<D>(level) / squareRoot(x * x + y * y); };
+    const Two<D> f = {factor(re.a, im.a), factor(re.b, im.b)};
+    const V r = (nearestInt(re * f) & 0xffff) | nearestInt(im * f) << 16;
+    return z == 0 ? same<V>(level) : r;
+}
+template <class Side> void limited16sc(const Complex16s* src, Complex16s* dst, int len, int16_t level) {
+    eachPair16(src, dst, len, [=](auto z) {
+        const auto beyond = beyondSquare<Side>(z, level);
+        return any(beyond) ? select(beyond, withMagnitude(z, level), z) : z;
+    });
+}
+
+// ---- complex floats ----------------------------------------------------------------------------------------------------------------------
+//
+// Two registers of interleaved elements as their real and their imaginary parts, in an order that puts no lane into another block of 128 bits, and back.
+
+template <class V> TEVS_INLINE Two<V> partsOfBlocks(V a, V b) {
+    constexpr bool wide = sizeof(a[0]) == 8;
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32 && wide) return {(V)_mm256_unpacklo_pd((__m256d)a, (__m256d)b), (V)_mm256_unpackhi_pd((__m256d)a, (__m256d)b)};
+    if constexpr (sizeof(V) == 32 && !wide) return {(V)_mm256_shuffle_ps((__m256)a, (__m256)b, 0x88), (V)_mm256_shuffle_ps((__m256)a, (__m256)b, 0xdd)};
+#endif
+    if constexpr (sizeof(V) == 16 && wide) return {(V)_mm_unpacklo_pd((__m128d)a, (__m128d)b), (V)_mm_unpackhi_pd((__m128d)a, (__m128d)b)};
+    if constexpr (sizeof(V) == 16 && !wide) return {(V)_mm_shuffle_ps((__m128)a, (__m128)b, 0x88), (V)_mm_shuffle_ps((__m128)a, (__m128)b, 0xdd)};
+}
+template <class V> TEVS_INLINE Two<V> joinedBlocks(V re, V im) {
+    constexpr bool wide = sizeof(re[0]) == 8;
+#if TEVS_LEVEL >= 2
+    if constexpr (sizeof(V) == 32 && wide) return {(V)_mm256_unpacklo_pd((__m256d)re, (__m256d)im), (V)_mm256_unpackhi_pd((__m256d)re, (__m256d)im)};
+    if constexpr (sizeof(V) == 32 && !wide) return {(V)_mm256_unpacklo_ps((__m256)re, (__m256)im), (V)_mm256_unpackhi_ps((__m256)re, (__m256)im)};
+#endif
+    if constexpr (sizeof(V) == 16 && wide) return {(V)_mm_unpacklo_pd((__m128d)re, (__m128d)im), (V)_mm_unpackhi_pd((__m128d)re, (__m128d)im)};
+    if constexpr (sizeof(V) == 16 && !wide) return {(V)_mm_unpacklo_ps((__m128)re, (__m128)im), (V)_mm_unpackhi_ps((__m128)re, (__m128)im)};
+}
+template <class V> TEVS_INLINE Two<V> select(Bits<V> mask, Two<V> a, Two<V> b) { return {select(mask, a.a, b.a), select(mask, a.b, b.b)}; }
+template <class V> TEVS_INLINE Two<V> times(Two<V> z, V factor) { return {z.a * factor, z.b * factor}; }
+template <class V> TEVS_INLINE V square(Two<V> z) { return z.a * z.a + z.b * z.b; }
+
+template <class Complex, class F> TEVS_INLINE void eachComplex(const Complex* src, Complex* dst, int len, F f) {
+    using T = Scalar<Complex>;
+    map<kLanes<T>, kLeast<T>>(
+        len, dst,
+        [&](auto w, auto s) {
+            const auto z = loadTwo<T, w.n>(partsOf(s));
+            const auto r = f(partsOfBlocks(z.a, z.b));
+            return joinedBlocks(r.a, r.b);
+        },
+        src);
+}
+
+// Which elements' magnitudes lie beyond a level.
+//
+// Double precision squares multiples of the level's unit: a square that overflows or vanishes then belongs to a magnitude far above or below it.
+template <class Side, class T> struct Beyond {
+    T perUnit, square2;
+    TEVS_INLINE explicit Beyond(ScaledLevel<T> l) : perUnit(1 / l.unit), square2(l.mantissa * l.mantissa) {}
+    template <class V> TEVS_INLINE Bits<V> operator()(Two<V> z) const { return Side::beyond(square(times(z, same<V>(perUnit))), same<V>(square2)); }
+};
+// Single precision decides where the rounding of squares cannot matter. Elsewhere they are taken one by one: doubles hold the squares of floats exactly, and the sum
+// of two with its rounding error (Dekker).
+template <class Side> struct Beyond<Side, float> {
+    float square2, slack;
+    double exact;
+    TEVS_INLINE explicit Beyond(ScaledLevel<float> l) : square2(l.level * l.level), slack(square2 * 0x1p-20f), exact(double(l.level) * double(l.level)) {
+        if (!(l.level >= 0x1p-50f && l.level <= 0x1p63f)) slack = __builtin_inff();   // the square, or its rounding, leaves the range
+    }
+    template <class V> TEVS_INLINE Bits<V> operator()(Two<V> z) const {
+        const V s = square(z), level = same<V>(square2);
+        if (any(~isLess(same<V>(slack), abs(s - level)))) [[unlikely]] {   // NaN too
+            Bits<V> mask;
+            oneByOne(&z, kCount<V>, &mask);
+            return mask;
+        }
+        return Side::beyond(s, level);
+    }
+    [[gnu::noinline]] void oneByOne(const void* parts, int n, void* mask) const {
+        const float* const re = static_cast<const float*>(parts);
+        for (int i = 0; i < n; ++i) {
+            const double x = double(re[i]) * re[i], y = double(re[n + i]) * re[n + i], s = x + y;
+            const double error = x > y ? y - (s - x) : x - (s - y);
+            const bool is = __is_same(Side, Below) ? s < exact || (s == exact && error < 0) : s > exact || (s == exact && error > 0);
+            static_cast<int32_t*>(mask)[i] = -int32_t(is);
+        }
+    }
+};
+
+template <class Complex, class Side> void replacedComplex(const Complex* src, Complex* dst, int len, ScaledLevel<Scalar<Complex>> level, Complex value) {
+    const Beyond<Side, Scalar<Complex>> beyond(level);
+    eachComplex(src, dst, len, [&](auto z) {
+        using V = decltype(z.a);
+        return select(beyond(z), Two<V>{same<V>(value.re), same<V>(value.im)}, z);
+    });
+}
+
+// Elements times powers of two (factor), which make their squares neither overflow nor lose bits. Infinite parts become 1 with their sign, finite ones beside
+// them 0 and the factor 0: the direction of a point that goes to infinity. NaN in either part stays.
+template <class V> struct Polar {
+    Two<V> z;
+    V factor, square2;
+    Bits<V> zero;
+    TEVS_INLINE explicit Polar(Two<V> x) {
+        constexpr bool wide = sizeof(Element<V>) == 8;
+        constexpr double kLarge = wide ? 0x1p500 : 0x1p60, kSmall = wide ? 0x1p-450 : 0x1p-40, kFar = wide ? 0x1p700 : 0x1p100;
+        const V size = larger(abs(x.a), abs(x.b));
+        factor = select(isLess(size, constant<V>(kSmall)), constant<V>(kFar), constant<V>(1));
+        factor = select(isLess(constant<V>(kLarge), size), constant<V>(1 / kFar), factor);
+        z = times(x, factor);
+        zero = isAtMost(abs(x.a), V{}) & isAtMost(abs(x.b), V{});
+        if (const auto infinite = isInfinite(size) & isAtMost(x.a, x.a) & isAtMost(x.b, x.b); any(infinite)) [[unlikely]] {
+            const auto direction = [](V v) { return withSign((V)((Bits<V>)constant<V>(1) & isInfinite(v)), signOf(v)); };
+            z = select(infinite, Two<V>{direction(x.a), direction(x.b)}, z);
+            factor = select(infinite, V{}, factor);
+        }
+        square2 = square(z);
+    }
+};
+
+// What is beyond the level keeps its phase and gets its magnitude; zero has none and counts as positive.
+template <class Complex, class Side> void limitedComplex(const Complex* src, Complex* dst, int len, ScaledLevel<Scalar<Complex>> level) {
+    const Beyond<Side, Scalar<Complex>> beyond(level);
+    eachComplex(src, dst, len, [&](auto z) {
+        using V = decltype(z.a);
+        const auto mask = beyond(z);
+        if (!any(mask)) return z;
+        const Polar<V> p(z);
+        const Two<V> r = times(times(p.z, same<V>(level.mantissa) / squareRoot(p.square2)), same<V>(level.unit));
+        return select(mask, select(p.zero, Two<V>{same<V>(level.level), V{}}, r), z);
+    });
+}
+
+// 1 / z = conj(z) / |z|^2, and of what is below the level conj(z) / (|z| level).
+template <class Complex> bool invertedComplex(const Complex* src, Complex* dst, int len, ScaledLevel<Scalar<Complex>> level) {
+    using T = Scalar<Complex>;
+    const Beyond<Below, T> below(level);
+    const T perLevel = 1 / level.level, perMantissa = 1 / level.mantissa, perUnit = 1 / level.unit;
+    bool infinite = false;
+    eachComplex(src, dst, len, [&](auto z) {
+        using V = decltype(z.a);
+        const auto mask = below(z);
+        const Polar<V> p(z);
+        V divisor = p.square2, first = p.factor, second = constant<V>(1);
+        if (any(mask)) {
+            divisor = select(mask, squareRoot(p.square2), divisor);
+            first = select(mask, same<V>(perMantissa), first);
+            second = select(mask, same<V>(perUnit), second);
+        }
+        const Two<V> conj = {p.z.a, flip(p.z.b, constant<V>(-0.0))};
+        const Two<V> r = select(p.zero, Two<V>{same<V>(perLevel), V{}}, times(times(times(conj, constant<V>(1) / divisor), first), second));
+        infinite |= any(isInfinite(r.a) | isInfinite(r.b));
+        return r;
+    });
+    return infinite;
+}
+
+template <class T> constexpr Sides<Limit<T>> limits = {limited<T, Below>, limited<T, Above>};
+template <class T> constexpr Sides<Replace<T>> replacements = {replaced<T, Below>, replaced<T, Above>};
+template <class T> constexpr Sides<Limit<T>> magnitudes = {limitedMagnitude<T, Below>, limitedMagnitude<T, Above>};
+template <class T> constexpr Sides<Limit<T>> complexLimits = {limitedComplex<T, Below>, limitedComplex<T, Above>};
+template <class T> constexpr Sides<Replace<T>> complexReplacements = {replacedComplex<T, Below>, replacedComplex<T, Above>};
+
+}   // namespace
+
+extern const ThresholdKernels threshold = {
+    .limit16s = limits<int16_t>,
+    .limit32s = limits<int32_t>,
+    .limit32f = limits<float>,
+    .limit64f = limits<double>,
+    .limit16sc = {limited16sc<Below>, limited16sc<Above>},
+    .limit32fc = complexLimits<Complex32f>,
+    .limit64fc = complexLimits<Complex64f>,
+
+    .replace16s = replacements<int16_t>,
+    .replace32f = replacements<float>,
+    .replace64f = replacements<double>,
+    .replace16sc = {replaced16sc<Below>, replaced16sc<Above>},
+    .replace32fc = complexReplacements<Complex32f>,
+    .replace64fc = complexReplacements<Complex64f>,
+
+    .clip16s = clipped<int16_t>,
+    .clip32s = clipped<int32_t>,
+    .clip32f = clipped<float>,
+    .clip64f = clipped<double>,
+
+    .magnitude16s = magnitudes<int16_t>,
+    .magnitude32s = magnitudes<int32_t>,
+    .magnitude32f = magnitudes<float>,
+    .magnitude64f = magnitudes<double>,
+
+    .invert32f = inverted<float>,
+    .invert64f = inverted<double>,
+    .invert32fc = invertedComplex<Complex32f>,
+    .invert64fc = invertedComplex<Complex64f>,
+};
+
+}   // namespace tevs::TEVS_LEVEL_NS
