@@ -20,5 +20,9 @@
 #include "tevs/elementary.h" /* exponential, logarithm, roots, squares, normalisation */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
+#include "tevs/window.h"     /* Bartlett, Hann, Hamming, Blackman and Kaiser windows */
+#include "tevs/random.h"     /* uniform and normal random numbers */
+#include "tevs/triangle.h"   /* triangle wave */
+#include "tevs/testvector.h" /* ramp, chirp */
 
 #endif

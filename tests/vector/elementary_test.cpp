@@ -41,12 +41,6 @@ std::vector<double> samples(double) {
     return v;
 }
 
-uint64_t hashOf(const void* p, size_t bytes) {
-    uint64_t h = 14695981039346656037u;
-    for (size_t i = 0; i < bytes; ++i) h = (h ^ static_cast<const unsigned char*>(p)[i]) * 1099511628211u;
-    return h;
-}
-
 // Within the bound of the function, which works in extended precision, and the same to the bit (by their hash) at every level and in both ABIs.
 template <class S, class D> void accurate(const char* name, Function<S, D> f, long double (*reference)(long double), double bound, uint64_t hash) {
     const std::vector<S> x = samples(S());
