@@ -182,5 +182,29 @@ TEST(NoMemory, MultirateFilters) {
     });
 }
 
+TEST(NoMemory, GeneratorRecords) {
+    const auto record = []<class State, class T>(Status (*init)(State**, T, T, uint32_t), Status (*release)(State*)) {
+        failEachAllocation("random", [=] { return lifecycle<State>([=](auto p) { return init(p, T(1), T(100), 7); }, release); });
+    };
+    record(tevsRandUniformInitAlloc_8u, tevsRandUniformFree_8u);
+    record(tevsRandUniformInitAlloc_16s, tevsRandUniformFree_16s);
+    record(tevsRandUniformInitAlloc_32f, tevsRandUniformFree_32f);
+    record(tevsRandGaussInitAlloc_8u, tevsRandGaussFree_8u);
+    record(tevsRandGaussInitAlloc_16s, tevsRandGaussFree_16s);
+    record(tevsRandGaussInitAlloc_32f, tevsRandGaussFree_32f);
+    failEachAllocation("triangle",
+                       [] { return lifecycle<TriangleState_16s>([](auto p) { return tevsTriangleInitAllocQ15_16s(p, 100, 77, 0, 0); }, tevsTriangleFree); });
+}
+
+TEST(NoMemory, UnsignedChirps) {
+    uint8_t v[100] = {9};
+    failEachAllocation("8u", [&] {
+        v[0] = 9;
+        const Status s = tevsVectorJaehne_8u(v, 100, 200);
+        EXPECT_EQ(v[0] == 9, s != StatusOk);
+        return s;
+    });
+}
+
 }   // namespace
 #endif

@@ -88,4 +88,10 @@ template <class T> void canonical(T& x) {
     }
 }
 
+// What tells results of one level or ABI from another's, all in a number; going on from h.
+inline uint64_t hashOf(const void* p, size_t bytes, uint64_t h = 14695981039346656037u) {
+    for (size_t i = 0; i < bytes; ++i) h = (h ^ static_cast<const unsigned char*>(p)[i]) * 1099511628211u;
+    return h;
+}
+
 }   // namespace test

@@ -1,0 +1,262 @@
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <tuple>
+
+#include "support/data.h"
+#include "support/guarded.h"
+
+using namespace test;
+
+namespace {
+
+// ---- the generator by its recurrence --------------------------------------------------------------------------------------------------
+
+class Generator {
+public:
+    explicit Generator(uint32_t seed) : x_{seed, next(seed), next(next(seed))} {}
+    int32_t raw() {
+        lcg_ = next(lcg_);
+        const uint32_t t = x_[1] - x_[2] - carry_;
+        carry_ = t >= 0x80000000u;
+        x_[2] = x_[1];
+        x_[1] = x_[0];
+        x_[0] = t - 18 * carry_;
+        return int32_t(x_[0] + lcg_);
+    }
+    uint32_t seed() const { return x_[0]; }
+    // Both of a pair, less the deviation: u2's first.
+    std::pair<double, double> normal() {
+        for (;;) {
+            const double u1 = raw() / 2147483648.0, u2 = raw() / 2147483648.0, s = u1 * u1 + u2 * u2;
+            if (s >= 1 || s == 0) continue;
+            const double f = double(std::sqrt(-2 * std::log((long double)s) / s));
+            return {f * u2, f * u1};
+        }
+    }
+
+private:
+    static uint32_t next(uint32_t x) { return 69069 * x + 1013904243; }
+    uint32_t x_[3], lcg_ = 1131199209, carry_ = 1;
+};
+
+template <class T> struct Names;
+#define NAMES(T, code)                                                   \
+    template <> struct Names<T> {                                        \
+        using Uni = RandUniState_##code;                                 \
+        using Gauss = RandGaussState_##code;                             \
+        static constexpr auto uniInit = tevsRandUniformInitAlloc_##code; \
+        static constexpr auto uniform = tevsRandUniform_##code;          \
+        static constexpr auto uniFree = tevsRandUniformFree_##code;      \
+        static constexpr auto gaussInit = tevsRandGaussInitAlloc_##code; \
+        static constexpr auto gauss = tevsRandGauss_##code;              \
+        static constexpr auto gaussFree = tevsRandGaussFree_##code;      \
+    };
+NAMES(uint8_t, 8u)
+NAMES(int16_t, 16s)
+NAMES(float, 32f)
+
+template <class T> std::vector<T> uniformBy(Generator g, T low, T high, int len) {
+    const double mean = std::is_same_v<T, float> ? double(low + high) * 0.5 : (double(low) + high) * 0.5;
+    const double scale = double(std::is_same_v<T, float> ? T(high - low) : double(high) - low) / 4294967296.0;
+    std::vector<T> v(size_t(len), T{});
+    for (T& x : v) x = T(g.raw() * scale + mean);
+    return v;
+}
+template <class T> T shifted(double product, double mean) {
+    if constexpr (std::is_integral_v<T>)
+        return T(std::clamp<double>(std::trunc(product + mean), std::numeric_limits<T>::min(), std::numeric_limits<T>::max()));
+    else
+        return T(T(product) + T(mean));
+}
+// Results off by an error of the logarithm, and an integer that lies next to one.
+template <class T> void near(const std::vector<T>& want, const std::vector<T>& got, double deviation) {
+    ASSERT_EQ(want.size(), got.size());
+    for (size_t i = 0; i < want.size(); ++i) {
+        const double tolerance = std::is_integral_v<T> ? 0 : deviation * 10 * std::numeric_limits<T>::epsilon();
+        ASSERT_NEAR(want[i], got[i], tolerance) << i;
+    }
+}
+template <class T> std::vector<T> normalBy(Generator g, double mean, double deviation, int len) {
+    std::vector<T> v;
+    while (int(v.size()) < len) {
+        const auto [first, second] = g.normal();
+        v.push_back(shifted<T>(deviation * first, mean));
+        v.push_back(shifted<T>(deviation * second, mean));
+    }
+    v.resize(size_t(len));
+    return v;
+}
+
+constexpr uint32_t kSeeds[] = {0, 1, 12345, 0x80000000u, UINT32_MAX};
+
+// ---- records --------------------------------------------------------------------------------------------------------------------------
+
+// One sequence, in blocks of every length up to 70 and some long ones, at any place.
+template <class T, class State, class Fill> std::vector<T> inBlocks(State* state, Fill fill) {
+    std::vector<T> all;
+    sweep<T>([&](int len, Place at) {
+        Guarded<T> dst(size_t(len), at);
+        ASSERT_EQ(fill(dst.data(), len, state), StatusOk);
+        ASSERT_TRUE(dst.intact());
+        for (T x : dst.values()) all.push_back(x);
+    });
+    return all;
+}
+
+template <class T> class Records : public ::testing::Test {};
+using Types = ::testing::Types<uint8_t, int16_t, float>;
+TYPED_TEST_SUITE(Records, Types);
+
+TYPED_TEST(Records, GoOnWithOneSequence) {
+    using T = TypeParam;
+    using N = Names<T>;
+    const T bounds[][2] = {
+        {0, 100},
+        {T(std::is_same_v<T, uint8_t> ? 3 : -100), 100},
+        {100, 7},
+        {T(std::is_same_v<T, float> ? -1e6f : std::numeric_limits<T>::min()), std::is_same_v<T, float> ? T(1e6f) : std::numeric_limits<T>::max()},
+        {5, 5}};
+    for (uint32_t seed : kSeeds)
+        for (const auto& [low, high] : bounds) {
+            typename N::Uni* uniform;
+            ASSERT_EQ(N::uniInit(&uniform, low, high, seed), StatusOk);
+            const auto all = inBlocks<T>(uniform, N::uniform);
+            EXPECT_TRUE(same(uniformBy(Generator(seed), low, high, int(all.size())), all)) << seed;
+            EXPECT_EQ(N::uniFree(uniform), StatusOk);
+
+            typename N::Gauss* gauss;
+            const T deviation = T(high - low);
+            ASSERT_EQ(N::gaussInit(&gauss, low, deviation, seed), StatusOk);
+            const auto normal = inBlocks<T>(gauss, N::gauss);
+            near(normalBy<T>(Generator(seed), low, deviation, int(normal.size())), normal, std::fabs(double(deviation)) + std::fabs(double(low)));
+            EXPECT_EQ(N::gaussFree(gauss), StatusOk);
+        }
+}
+
+// Any address will do for a record, which keeps to the size reported and goes on after the caller moves it.
+TEST(Record, InTheCallersMemory) {
+    int uniSize = 0, gaussSize = 0;
+    EXPECT_EQ(tevsRandUniformGetSize_16s(&uniSize), StatusOk);
+    EXPECT_EQ(tevsRandGaussGetSize_16s(&gaussSize), StatusOk);
+    EXPECT_EQ(uniSize, 48);
+    EXPECT_EQ(gaussSize, 60);
+    for (int offset : {0, 1, 2, 7}) {
+        Guarded<uint8_t> a(48, Place{offset, true}), b(60, Place{offset, false});
+        const auto uniform = reinterpret_cast<RandUniState_16s*>(a.data());
+        const auto gauss = reinterpret_cast<RandGaussState_16s*>(b.data());
+        int16_t x[12], y[8];
+        for (int again = 0; again < 2; ++again) {
+            EXPECT_EQ(tevsRandUniformInit_16s(uniform, -100, 100, 0), StatusOk);
+            EXPECT_EQ(tevsRandGaussInit_16s(gauss, 0, 1000, 0), StatusOk);
+            EXPECT_EQ(tevsRandUniform_16s(x, 12, uniform), StatusOk);
+            EXPECT_EQ(tevsRandGauss_16s(y, 3, gauss), StatusOk);
+            Guarded<uint8_t> moved(b.values());
+            EXPECT_EQ(tevsRandGauss_16s(y + 3, 5, reinterpret_cast<RandGaussState_16s*>(moved.data())), StatusOk);
+            const int16_t wantX[] = {-99, -73, -57, -19, -29, 48, 64, -52, 53, 7, 94, 8}, wantY[] = {-448, -1336, 1290, -788, -533, 657, 223, 1563};
+            EXPECT_TRUE(std::memcmp(x, wantX, sizeof x) == 0 && std::memcmp(y, wantY, sizeof y) == 0);
+        }
+        EXPECT_TRUE(a.intact() && b.intact());
+        EXPECT_EQ(tevsRandUniformFree_16s(uniform), StatusOk);
+        EXPECT_EQ(tevsRandGaussFree_16s(gauss), StatusOk);
+    }
+}
+
+// ---- without a record -----------------------------------------------------------------------------------------------------------------
+
+template <class T> void direct(Status (*uniform)(T*, int, T, T, uint32_t*), Status (*gauss)(T*, int, T, T, uint32_t*), T low, T high) {
+    uint32_t seed = 9;
+    sweep<T>([&](int len, Place at) {
+        Guarded<T> dst(size_t(len), at);
+        Generator g(seed);
+        std::vector<T> want(static_cast<size_t>(len));
+        const double mean = (low + high) * 0.5, scale = (high - low) / 4294967296.0;
+        for (T& x : want) {
+            const double v = g.raw() * scale + mean;
+            x = std::is_integral_v<T> ? T(std::nearbyint(v)) : T(v);
+        }
+        ASSERT_EQ(uniform(dst, len, low, high, &seed), StatusOk);
+        ASSERT_TRUE(same(want, dst.values()) && dst.intact());
+        ASSERT_EQ(seed, g.seed());
+        Generator h(seed);
+        ASSERT_EQ(gauss(dst, len, low, high, &seed), StatusOk);
+        near(normalBy<T>(h, low, high, len), dst.values(), std::fabs(double(high)) + std::fabs(double(low)));
+        ASSERT_TRUE(dst.intact());
+        for (int i = 0; i < len; i += 2) h.normal();
+        ASSERT_EQ(seed, h.seed());
+    });
+}
+
+TEST(Direct, StartsFromTheSeed) {
+    direct<int16_t>(tevsRandUniform_Direct_16s, tevsRandGauss_Direct_16s, -100, 100);
+    direct<int16_t>(tevsRandUniform_Direct_16s, tevsRandGauss_Direct_16s, -32768, 32767);
+    direct<float>(tevsRandUniform_Direct_32f, tevsRandGauss_Direct_32f, -0.1f, 1.7f);
+    direct<double>(tevsRandUniform_Direct_64f, tevsRandGauss_Direct_64f, -0.1, -1e6);
+}
+
+TEST(Direct, KnownValues) {
+    uint32_t seed = 0;
+    int16_t x[12];
+    const int16_t want[] = {-100, -74, -58, -19, -29, 48, 65, -53, 53, 8, 94, 8};
+    EXPECT_EQ(tevsRandUniform_Direct_16s(x, 12, -100, 100, &seed), StatusOk);
+    EXPECT_EQ(std::memcmp(x, want, sizeof x), 0);
+    EXPECT_EQ(seed, 686191093u);
+    double y[8];
+    EXPECT_EQ(tevsRandGauss_Direct_64f(y, 8, 0, 1000, &(seed = 0)), StatusOk);
+    EXPECT_EQ(int(y[0]), -448);
+    EXPECT_EQ(seed, 4086309938u);
+}
+
+// The normal distribution has the moments and tails that it should have.
+TEST(Gauss, IsNormal) {
+    std::vector<double> v(1000000);
+    uint32_t seed = 2006;
+    tevsRandGauss_Direct_64f(v.data(), int(v.size()), 3, 2, &seed);
+    double sum = 0, squares = 0, fourth = 0;
+    int beyond = 0;
+    for (double x : v) {
+        const double z = (x - 3) / 2;
+        sum += z;
+        squares += z * z;
+        fourth += z * z * z * z;
+        beyond += std::fabs(z) > 3;
+    }
+    const double n = double(v.size());
+    EXPECT_NEAR(sum / n, 0, 5 / std::sqrt(n));
+    EXPECT_NEAR(squares / n, 1, 5 * std::sqrt(2 / n));
+    EXPECT_NEAR(fourth / n, 3, 5 * std::sqrt(96 / n));
+    EXPECT_NEAR(beyond, 0.0026998 * n, 5 * std::sqrt(0.0027 * n));
+}
+
+TEST(Random, SameBitsAtEveryLevelAndInBothAbis) {
+    std::vector<double> v(5000);
+    std::vector<float> f(5001);
+    uint32_t seed = 5;
+    tevsRandGauss_Direct_64f(v.data(), 5000, 0.1, 1.1, &seed);
+    tevsRandGauss_Direct_32f(f.data(), 5001, 0.1f, 1.1f, &seed);
+    EXPECT_EQ(hashOf(f.data(), f.size() * 4, hashOf(v.data(), v.size() * 8)), 0xb6e077524262d60au);
+}
+
+TEST(Random, BadArguments) {
+    alignas(8) uint8_t memory[60];
+    const auto uniform = reinterpret_cast<RandUniState_16s*>(memory);
+    const auto gauss = reinterpret_cast<RandGaussState_16s*>(memory);
+    int16_t x = 7;
+    EXPECT_EQ(tevsRandUniformInit_16s(nullptr, 0, 1, 0), StatusNullPtr);
+    EXPECT_EQ(tevsRandGaussInit_16s(nullptr, 0, 1, 0), StatusNullPtr);
+    EXPECT_EQ(tevsRandUniformInitAlloc_8u(nullptr, 0, 1, 0), StatusNullPtr);
+    EXPECT_EQ(tevsRandGaussInitAlloc_32f(nullptr, 0, 1, 0), StatusNullPtr);
+    EXPECT_EQ(tevsRandGaussInit_16s(gauss, 0, 1, 0), StatusOk);
+    EXPECT_EQ(tevsRandUniform_16s(nullptr, 0, uniform), StatusNullPtr);
+    EXPECT_EQ(tevsRandUniform_16s(&x, 0, nullptr), StatusNullPtr);
+    EXPECT_EQ(tevsRandUniform_16s(&x, 0, uniform), StatusBadSize);
+    EXPECT_EQ(tevsRandUniform_16s(&x, 1, uniform), StatusContextMismatch);
+    EXPECT_EQ(tevsRandGauss_8u(memory, 1, reinterpret_cast<RandGaussState_8u*>(memory)), StatusContextMismatch);
+    EXPECT_EQ(tevsRandGauss_32f(nullptr, 1, reinterpret_cast<RandGaussState_32f*>(memory)), StatusNullPtr);
+    EXPECT_EQ(tevsRandUniformFree_16s(uniform), StatusContextMismatch);
+    EXPECT_EQ(tevsRandGaussFree_32f(reinterpret_cast<RandGaussState_32f*>(memory)), StatusContextMismatch);
+    EXPECT_EQ(tevsRandGaussFree_8u(nullptr), StatusNullPtr);
+    EXPECT_EQ(x, 7);
+}
+
+}   // namespace

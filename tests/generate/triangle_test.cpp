@@ -1,0 +1,204 @@
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <cmath>
+#include <numbers>
+
+#include "support/data.h"
+#include "support/guarded.h"
+
+using namespace test;
+
+namespace {
+
+using Exact = long double;
+constexpr Exact kPi = std::numbers::pi_v<Exact>;
+
+// The wave step by step, folded at its peaks: the direction is all that it knows of its phase.
+std::vector<Exact> stepped(int len, Exact magn, Exact rFreq, Exact asym, Exact phase) {
+    const Exact g = std::max(kPi + asym, Exact(0)), h = kPi - asym, travel = 4 * kPi * magn * rFreq, down = -travel / g, up = travel / h;
+    bool falling = phase < g;
+    Exact x = falling ? magn * (1 - 2 * phase / g) : magn * (2 * (phase - g) / h - 1);
+    std::vector<Exact> v;
+    for (int n = 0; n < len; ++n) {
+        v.push_back(x);
+        x += falling ? down : up;
+        if (!falling && x > magn) {
+            const Exact folded = magn - h / g * (x - magn);
+            falling = g > 0 && folded >= -magn;
+            x = falling ? folded : x - 4 * kPi * magn / h;
+        } else if (falling && x < -magn) {
+            const Exact folded = -magn - g / h * (x + magn);
+            falling = folded > magn;
+            x = falling ? x + 4 * kPi * magn / g : folded;
+        }
+    }
+    return v;
+}
+
+template <class T> using Direct = Status (*)(T*, int, float, float, float, float*);
+
+struct Row {
+    float magn, rFreq, asym, phase;
+};
+constexpr Row kRows[] = {{1, 0.25f, 0, 0},          {1, 0, 0.5f, 4},         {3, 0.01f, 0, 1},       {0.5f, 0.1f, 1.5f, 6.2f}, {1000, 0.37f, -2, 3},
+                         {30000, 0.499f, -3.1f, 0}, {7, 0.45f, 3.05f, 2.5f}, {40000, 0.003f, -1, 5}, {1, 1e-9f, 0.1f, 3.24f}};
+
+template <class T> T stored(Exact v) { return std::is_integral_v<T> ? T(std::clamp<Exact>(std::nearbyint(v), -32768, 32767)) : T(v); }
+// Slopes make more of a rounding of the phase the steeper they are.
+template <class T> void check(Direct<T> f) {
+    for (const Row& r : kRows) {
+        const Exact slack = std::is_integral_v<T> ? 1 : r.magn * (1e-12L / (kPi - std::fabs(r.asym)) + std::numeric_limits<T>::epsilon());
+        sweep<T>([&](int len, Place at) {
+            Guarded<T> dst(size_t(len), at);
+            float phase = r.phase;
+            ASSERT_EQ(f(dst.data(), len, r.magn, r.rFreq, r.asym, &phase), StatusOk);
+            ASSERT_TRUE(dst.intact());
+            const auto want = stepped(len, r.magn, r.rFreq, r.asym, r.phase);
+            int off = 0;
+            for (int n = 0; n < len; ++n) {
+                const T w = stored<T>(want[size_t(n)]), g = dst.data()[n];
+                ASSERT_NEAR(double(w), double(g), double(slack)) << r.magn << " " << r.rFreq << " " << r.asym << " " << r.phase << " at " << n;
+                off += w != g;
+            }
+            ASSERT_TRUE(std::is_floating_point_v<T> || off <= len / 500);   // at ties
+            const Exact turns = (Exact(r.rFreq) * len + r.phase / (2 * kPi)), after = 2 * kPi * (turns - std::floor(turns));
+            ASSERT_LE(std::fabs(std::remainder(phase - after, 2 * kPi)), 1e-6L);
+            ASSERT_TRUE(phase >= 0 && phase < 2 * kPi);
+        });
+    }
+}
+template <class Z, class T> void checkComplex(Direct<Z> f, Direct<T> real) {
+    for (const Row& r : kRows)
+        sweep<Z>([&](int len, Place at) {
+            Guarded<Z> dst(size_t(len), at);
+            std::vector<T> re(static_cast<size_t>(len));
+            float phase = r.phase, phaseRe = r.phase;
+            ASSERT_EQ(f(dst.data(), len, r.magn, r.rFreq, r.asym, &phase), StatusOk);
+            ASSERT_EQ(real(re.data(), len, r.magn, r.rFreq, r.asym, &phaseRe), StatusOk);
+            ASSERT_TRUE(dst.intact());
+            ASSERT_EQ(phase, phaseRe);
+            const auto im = stepped(len, r.magn, r.rFreq, r.asym, std::fmod(r.phase + 1.5L * kPi, 2 * kPi));
+            const double slack = std::is_integral_v<T> ? 1 : r.magn * (1e-12 / (double(kPi) - std::fabs(r.asym)) + std::numeric_limits<T>::epsilon());
+            for (int n = 0; n < len; ++n) {
+                ASSERT_EQ(dst.data()[n].re, re[size_t(n)]);
+                ASSERT_NEAR(dst.data()[n].im, stored<T>(im[size_t(n)]), slack) << r.asym << " at " << n;
+            }
+        });
+}
+
+TEST(Triangle, FollowsTheWave) {
+    check<float>(tevsTriangle_Direct_32f);
+    check<double>(tevsTriangle_Direct_64f);
+    check<int16_t>(tevsTriangle_Direct_16s);
+}
+TEST(Triangle, ComplexPartsAreAQuarterApart) {
+    checkComplex<Complex32f, float>(tevsTriangle_Direct_32fc, tevsTriangle_Direct_32f);
+    checkComplex<Complex64f, double>(tevsTriangle_Direct_64fc, tevsTriangle_Direct_64f);
+    checkComplex<Complex16s, int16_t>(tevsTriangle_Direct_16sc, tevsTriangle_Direct_16s);
+}
+
+TEST(Triangle, TellingCases) {
+    float x[5], phase = 0;
+    EXPECT_EQ(tevsTriangle_Direct_32f(x, 4, 1, 0.25f, 0, &phase), StatusOk);
+    EXPECT_TRUE(x[0] == 1 && x[1] == 0 && x[2] == -1 && x[3] == 0 && phase == 0);
+    phase = 4;
+    EXPECT_EQ(tevsTriangle_Direct_32f(x, 2, 1, 0, 0.5f, &phase), StatusOk);
+    EXPECT_TRUE(x[0] == x[1] && phase == 4);
+    // No falling slope: up from -magn, and down at once.
+    EXPECT_EQ(tevsTriangle_Direct_32f(x, 5, 2, 0.25f, -float(kPi), &(phase = 0)), StatusOk);
+    EXPECT_TRUE(x[0] == -2 && x[1] == -1 && x[2] == 0 && x[3] == 1 && x[4] == -2);
+    // The last float below a full turn, and what steps onto one.
+    EXPECT_EQ(tevsTriangle_Direct_32f(x, 1, 1, 6e-8f, 0, &(phase = 6.283185f)), StatusOk);
+    EXPECT_TRUE(phase >= 0 && phase < 2 * kPi);
+    // Between -magn and magn also where roundings add up.
+    std::vector<double> v(100000);
+    tevsTriangle_Direct_64f(v.data(), 100000, 0.1f, 0.00171f, 2.9f, &(phase = 0.3f));
+    for (double y : v) ASSERT_LE(std::fabs(y), 0.1f);
+}
+
+TEST(Triangle, BlocksFollowEachOther) {
+    std::vector<float> whole(1000), cut(1000);
+    float phase = 1, next = 1;
+    tevsTriangle_Direct_32f(whole.data(), 1000, 1, 0.013f, 0.7f, &phase);
+    for (int at = 0, n = 1; at < 1000; at += n, n = std::min(3 * n % 97 + 1, 1000 - at)) tevsTriangle_Direct_32f(cut.data() + at, n, 1, 0.013f, 0.7f, &next);
+    for (size_t i = 0; i < 1000; ++i) ASSERT_NEAR(whole[i], cut[i], 3e-5);
+}
+
+// A record's wave is the same to the bit however it is cut, for as long as one likes; and it is the wave of the same parameters in single precision.
+TEST(TriangleQ15, BlocksFollowEachOtherToTheBit) {
+    int size;
+    ASSERT_EQ(tevsTriangleGetStateSizeQ15_16s(&size), StatusOk);
+    for (auto [rFreqQ15, asymQ15, phaseQ15] : {std::array{400, 0, 0}, {1, -102943, 205887}, {16383, 60000, 100000}, {0, 1, 77777}}) {
+        const auto parameters = [&](auto f, auto p) { return f(p, 30000, int16_t(rFreqQ15), asymQ15, phaseQ15); };
+        Guarded<uint8_t> memory(size_t(size), Place{1, true});
+        const auto state = reinterpret_cast<TriangleState_16s*>(memory.data());
+        TriangleState_16s* other;
+        ASSERT_EQ(parameters(tevsTriangleInitQ15_16s, state), StatusOk);
+        ASSERT_EQ(parameters(tevsTriangleInitAllocQ15_16s, &other), StatusOk);
+        std::vector<int16_t> whole(40000), single(40000), direct(40000);
+        ASSERT_EQ(tevsTriangleQ15_16s(whole.data(), 40000, other), StatusOk);
+        int at = 0;
+        for (int n = 1; at < 40000; at += n, n = std::min(3 * n % 997 + 1, 40000 - at)) {
+            Guarded<int16_t> block(static_cast<size_t>(n));
+            ASSERT_EQ(tevsTriangleQ15_16s(block, n, state), StatusOk);
+            ASSERT_TRUE(block.intact());
+            ASSERT_EQ(std::memcmp(whole.data() + at, block.data(), size_t(n) * 2), 0) << at;
+        }
+        EXPECT_TRUE(memory.intact());
+        float phase = float(phaseQ15) / 32768;
+        int back = phaseQ15;
+        ASSERT_EQ(tevsTriangle_Direct_16s(single.data(), 40000, 30000, float(rFreqQ15) / 32768, float(asymQ15) / 32768, &phase), StatusOk);
+        ASSERT_EQ(tevsTriangleQ15_Direct_16s(direct.data(), 40000, 30000, int16_t(rFreqQ15), asymQ15, &back), StatusOk);
+        EXPECT_TRUE(same(whole, direct));
+        EXPECT_NEAR(back, phase * 32768, 2);
+        for (size_t i = 0; i < 40000; ++i) ASSERT_NEAR(single[i], whole[i], std::abs(asymQ15) > 100000 ? 200 : 1) << i;
+        EXPECT_EQ(tevsTriangleFree(state), StatusOk);
+        EXPECT_EQ(tevsTriangleFree(other), StatusOk);
+    }
+}
+
+TEST(Triangle, BadArguments) {
+    const float nan = NAN, pi = float(kPi);
+    float x = 5;
+    const auto status = [&](float* dst, int len, float magn, float rFreq, float asym, float phase, bool null = false) {
+        float p = phase;
+        const Status s = tevsTriangle_Direct_32f(dst, len, magn, rFreq, asym, null ? nullptr : &p);
+        EXPECT_TRUE(s == StatusOk || std::memcmp(&p, &phase, sizeof p) == 0);
+        return s;
+    };
+    EXPECT_EQ(status(nullptr, 0, 0, 1, 4, 7, true), StatusNullPtr);
+    for (float magn : {0.0f, -1.0f, nan}) EXPECT_EQ(status(nullptr, 0, magn, 1, 4, 7), StatusTriangleMagnitude);
+    for (float rFreq : {0.5f, -0.1f, nan}) EXPECT_EQ(status(nullptr, 0, 1, rFreq, 4, 7), StatusTriangleFreq);
+    for (float asym : {pi, -3.1415930f, 4.0f, nan}) EXPECT_EQ(status(nullptr, 0, 1, 0, asym, 7), StatusTriangleAsym);
+    for (float phase : {2 * pi, -1e-9f, 7.0f, nan}) EXPECT_EQ(status(nullptr, 0, 1, 0, 0, phase), StatusTrianglePhase);
+    EXPECT_EQ(status(nullptr, 0, 1, 0, -pi, 0), StatusNullPtr);
+    EXPECT_EQ(status(&x, 0, 1, 0, 0, 6.2831850f), StatusBadSize);
+    EXPECT_EQ(status(&x, INT_MIN, 1, 0, 0, 0), StatusBadSize);
+    EXPECT_EQ(x, 5);
+
+    alignas(8) uint8_t memory[64] = {};
+    const auto state = reinterpret_cast<TriangleState_16s*>(memory);
+    TriangleState_16s* made = state;
+    int16_t y = 5;
+    int phase = 205888;
+    EXPECT_EQ(tevsTriangleInitQ15_16s(nullptr, 0, 0, 0, 0), StatusNullPtr);
+    EXPECT_EQ(tevsTriangleInitQ15_16s(state, 0, -1, INT_MIN, -1), StatusTriangleMagnitude);
+    EXPECT_EQ(tevsTriangleInitQ15_16s(state, 1, 16384, INT_MIN, -1), StatusTriangleFreq);
+    EXPECT_EQ(tevsTriangleInitAllocQ15_16s(&made, 1, 16383, 102944, -1), StatusTriangleAsym);
+    EXPECT_EQ(tevsTriangleInitAllocQ15_16s(&made, 1, 16383, -102944, -1), StatusTriangleAsym);
+    EXPECT_EQ(tevsTriangleInitAllocQ15_16s(&made, 1, 16383, -102943, INT_MAX), StatusTrianglePhase);
+    EXPECT_EQ(tevsTriangleInitAllocQ15_16s(nullptr, 0, 0, 0, 0), StatusNullPtr);
+    EXPECT_EQ(tevsTriangleQ15_16s(nullptr, 0, state), StatusNullPtr);
+    EXPECT_EQ(tevsTriangleQ15_16s(&y, 0, nullptr), StatusNullPtr);
+    EXPECT_EQ(tevsTriangleQ15_16s(&y, 0, state), StatusBadSize);
+    EXPECT_EQ(tevsTriangleQ15_16s(&y, 1, state), StatusContextMismatch);
+    EXPECT_EQ(tevsTriangleQ15_Direct_16s(nullptr, 0, 1, 0, 0, &phase), StatusTrianglePhase);
+    EXPECT_EQ(tevsTriangleQ15_Direct_16s(nullptr, 0, 1, 0, 0, &(phase = 205887)), StatusNullPtr);
+    EXPECT_EQ(tevsTriangleQ15_Direct_16s(&y, 0, 1, 0, 0, &phase), StatusBadSize);
+    EXPECT_EQ(tevsTriangleFree(nullptr), StatusNullPtr);
+    EXPECT_EQ(tevsTriangleFree(state), StatusContextMismatch);
+    EXPECT_TRUE(y == 5 && phase == 205887 && made == state);
+}
+
+}   // namespace
