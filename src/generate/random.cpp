@@ -106,7 +106,7 @@ struct Spare {
 
 // Fills a block with pairs from within the circle, out of as many as are missing each time: none is drawn that is not needed. What is rejected is written as well, and
 // written over by the next.
-void drawPairs(Core& core, Pairs& pairs, int count) {
+void drawPairs(Core& core, PolarPairs& pairs, int count) {
     alignas(64) int32_t raw[2 * kPairBlock];
     for (int at = 0; at < count;) {
         const int missing = count - at;
@@ -123,7 +123,7 @@ void drawPairs(Core& core, Pairs& pairs, int count) {
 
 // The spare is that of an odd len.
 template <class T> Spare fillNormal(Core& core, T* dst, int len, double mean, double stdDev, Shifted<T> kernel) {
-    Pairs pairs = {};
+    PolarPairs pairs = {};
     alignas(64) double product[2 * kPairBlock];
     Spare spare{};
     for (int left = len, n; left > 0; left -= n, dst += n) {

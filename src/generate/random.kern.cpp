@@ -20,7 +20,7 @@ template <class Mode, class T> void uniform(const int32_t* raw, T* dst, int len,
         raw);
 }
 
-void normal(Pairs& pairs, int count, double stdDev, double* dst) {
+void normal(PolarPairs& pairs, int count, double stdDev, double* dst) {
     using V = Doubles;
     constexpr int n = kCount<V>;
     for (int i = 0; i < count; i += n) {

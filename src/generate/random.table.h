@@ -8,7 +8,7 @@ namespace tevs {
 
 // Pairs of the polar method: u1, u2 and s = u1^2 + u2^2 in 0 < s < 1.
 constexpr int kPairBlock = 128;
-struct Pairs {
+struct PolarPairs {
     alignas(64) double u1[kPairBlock], u2[kPairBlock], s[kPairBlock];
 };
 
@@ -24,7 +24,7 @@ struct RandomKernels {
     Uniform<double> uniform64f;
 
     // f = sqrt(-2 ln s / s) in place of s, and dst[2 i] = (f * stdDev) * u2[i], dst[2 i + 1] = (f * stdDev) * u1[i]; all up to the next whole vector.
-    void (*normal)(Pairs& pairs, int count, double stdDev, double* dst);
+    void (*normal)(PolarPairs& pairs, int count, double stdDev, double* dst);
     Shifted<uint8_t> shifted8u;
     Shifted<int16_t> shifted16s;
     Shifted<float> shifted32f;
