@@ -65,20 +65,19 @@ std::vector<float> floats() {
 }
 
 TEST(G711, EncodesEverySample) {
-    EXPECT_TRUE(agrees<uint8_t>(tevsLinToALaw_16s8u, aLawCode, allSamples()));
-    EXPECT_TRUE(agrees<uint8_t>(
-        tevsLinToMuLaw_16s8u, [](int s) { return muLawCode(s, s >= 0); }, allSamples()));
+    EXPECT_TRUE(agrees<uint8_t>(tevsLinToALaw_16s8u, of(allSamples()), aLawCode));
+    EXPECT_TRUE(agrees<uint8_t>(tevsLinToMuLaw_16s8u, of(allSamples()), [](int s) { return muLawCode(s, s >= 0); }));
 }
 TEST(G711, EncodesFloats) {
-    EXPECT_TRUE(agrees<uint8_t>(tevsLinToALaw_32f8u, aLawCode32f, floats()));
-    EXPECT_TRUE(agrees<uint8_t>(tevsLinToMuLaw_32f8u, muLawCode32f, floats()));
+    EXPECT_TRUE(agrees<uint8_t>(tevsLinToALaw_32f8u, of(floats()), aLawCode32f));
+    EXPECT_TRUE(agrees<uint8_t>(tevsLinToMuLaw_32f8u, of(floats()), muLawCode32f));
 }
 TEST(G711, DecodesEveryCode) {
     const auto real = [](auto sample) { return [=](int c) { return float(sample(c)) / 32768; }; };
-    EXPECT_TRUE(agrees<int16_t>(tevsALawToLin_8u16s, aLawSample, allCodes()));
-    EXPECT_TRUE(agrees<int16_t>(tevsMuLawToLin_8u16s, muLawSample, allCodes()));
-    EXPECT_TRUE(agrees<float>(tevsALawToLin_8u32f, real(aLawSample), allCodes()));
-    EXPECT_TRUE(agrees<float>(tevsMuLawToLin_8u32f, real(muLawSample), allCodes()));
+    EXPECT_TRUE(agrees<int16_t>(tevsALawToLin_8u16s, of(allCodes()), aLawSample));
+    EXPECT_TRUE(agrees<int16_t>(tevsMuLawToLin_8u16s, of(allCodes()), muLawSample));
+    EXPECT_TRUE(agrees<float>(tevsALawToLin_8u32f, of(allCodes()), real(aLawSample)));
+    EXPECT_TRUE(agrees<float>(tevsMuLawToLin_8u32f, of(allCodes()), real(muLawSample)));
 }
 
 struct Known {

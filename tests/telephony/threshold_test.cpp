@@ -7,11 +7,6 @@ using namespace test;
 
 namespace {
 
-// The first source is the vector; the rest of the arguments are given.
-template <class T, class... P> auto with(Status (*f)(const T*, T*, int, P...), std::type_identity_t<P>... p) {
-    return [=](const T* s, T* d, int len) { return f(s, d, len, p...); };
-}
-
 // Elements on both sides of a level, on it, and next to it; floats of every kind too.
 template <class T> std::vector<T> around(T level, size_t n = kMany) {
     std::vector<T> v = randomVector<T>(n);
@@ -50,29 +45,17 @@ template <class T> using Clip = Status (*)(const T*, T*, int, T, T, T, T);
 template <class T> void limits(Limit<T> below, Limit<T> above, Clip<T> clip, Limit<T> smallest, Limit<T> largest) {
     for (const T level : levels<T>()) {
         const auto x = around(level);
-        EXPECT_TRUE(agrees<T>(
-            with(below, level), [=](T x) { return x > level ? x : level; }, x))
-            << +level;
-        EXPECT_TRUE(agrees<T>(
-            with(above, level), [=](T x) { return x < level ? x : level; }, x))
-            << +level;
+        EXPECT_TRUE(agrees<T>(with(below, level), of(x), [=](T x) { return x > level ? x : level; })) << +level;
+        EXPECT_TRUE(agrees<T>(with(above, level), of(x), [=](T x) { return x < level ? x : level; })) << +level;
         for (const T upper : levels<T>()) {
             const T low = 7, high = T(-8);
             if (!(upper >= level)) continue;
-            EXPECT_TRUE(agrees<T>(
-                with(clip, level, low, upper, high), [=](T x) { return x > upper   ? high
-                                                                       : x < level ? low
-                                                                                   : x; }, x))
-                << +level;
+            EXPECT_TRUE(agrees<T>(with(clip, level, low, upper, high), of(x), [=](T x) { return x > upper ? high : x < level ? low : x; })) << +level;
         }
         const auto size = [](T x) { return std::abs((long double)x); };
         if (level >= 0) {
-            EXPECT_TRUE(agrees<T>(
-                with(smallest, level), [=](T x) { return size(x) < level ? sized(level, x) : x; }, x))
-                << +level;
-            EXPECT_TRUE(agrees<T>(
-                with(largest, level), [=](T x) { return size(x) <= level ? x : sized(level, x); }, x))
-                << +level;
+            EXPECT_TRUE(agrees<T>(with(smallest, level), of(x), [=](T x) { return size(x) < level ? sized(level, x) : x; })) << +level;
+            EXPECT_TRUE(agrees<T>(with(largest, level), of(x), [=](T x) { return size(x) <= level ? x : sized(level, x); })) << +level;
         }
         T kept = 42;
         EXPECT_EQ(smallest(x.data(), &kept, 1, level), level >= 0 ? StatusOk : StatusThresholdErr);
@@ -96,17 +79,10 @@ void values(Status (*byCode)(const T*, T*, int, T, int), Status (*below)(const T
     for (const T level : levels<T>()) {
         const auto x = around(level);
         for (const int relOp : {-1, int(CmpLess), int(CmpLessOrEqual), int(CmpEqual), int(CmpGreaterOrEqual), 5})
-            EXPECT_TRUE(agrees<T>(
-                with(byCode, level, relOp), [=](T x) { return x > level ? x : level; }, x))
-                << relOp;
-        EXPECT_TRUE(agrees<T>(
-            with(byCode, level, CmpGreater), [=](T x) { return x < level ? x : level; }, x));
-        EXPECT_TRUE(agrees<T>(
-            with(below, level, 99), [=](T x) { return x < level ? T(99) : x; }, x))
-            << +level;
-        EXPECT_TRUE(agrees<T>(
-            with(above, level, T(-99)), [=](T x) { return x > level ? T(-99) : x; }, x))
-            << +level;
+            EXPECT_TRUE(agrees<T>(with(byCode, level, relOp), of(x), [=](T x) { return x > level ? x : level; })) << relOp;
+        EXPECT_TRUE(agrees<T>(with(byCode, level, CmpGreater), of(x), [=](T x) { return x < level ? x : level; }));
+        EXPECT_TRUE(agrees<T>(with(below, level, 99), of(x), [=](T x) { return x < level ? T(99) : x; })) << +level;
+        EXPECT_TRUE(agrees<T>(with(above, level, T(-99)), of(x), [=](T x) { return x > level ? T(-99) : x; })) << +level;
     }
 }
 TEST(Threshold, Values) {
@@ -196,20 +172,8 @@ void complexForms(Status (*byCode)(const Z*, Z*, int, Part<Z>, int), LimitOf<Z> 
         agreesNearly(StatusOk, with(above, level), isLimited(1), z);
         agreesNearly(StatusOk, with(byCode, level, CmpGreaterOrEqual), isLimited(-1), z);
         agreesNearly(StatusOk, with(byCode, level, CmpGreater), isLimited(1), z);
-        EXPECT_TRUE(agrees<Z>(
-            with(belowValue, level, Z{1, 2}),
-            [=](Z x) {
-                return side(x, level) < 0 ? Z{1, 2} : x;
-            },
-            z))
-            << +level;
-        EXPECT_TRUE(agrees<Z>(
-            with(aboveValue, level, Z{-3, 4}),
-            [=](Z x) {
-                return side(x, level) > 0 ? Z{-3, 4} : x;
-            },
-            z))
-            << +level;
+        EXPECT_TRUE(agrees<Z>(with(belowValue, level, Z{1, 2}), of(z), [=](Z x) { return side(x, level) < 0 ? Z{1, 2} : x; })) << +level;
+        EXPECT_TRUE(agrees<Z>(with(aboveValue, level, Z{-3, 4}), of(z), [=](Z x) { return side(x, level) > 0 ? Z{-3, 4} : x; })) << +level;
     }
     std::vector<T> bad = {T(-1), std::numeric_limits<T>::lowest()};
     if (std::is_floating_point_v<T>) bad.push_back(T(NAN));
@@ -232,14 +196,8 @@ void complexForms(Status (*byCode)(const Z*, Z*, int, Part<Z>, int), LimitOf<Z> 
     EXPECT_TRUE(same(was, dst));
     EXPECT_EQ(above(v.data(), dst.data(), int(v.size()), T(-0.0)), StatusOk);
     EXPECT_TRUE(same(std::vector<Z>(v.size()), dst));
-    EXPECT_TRUE(agrees<Z>(
-        with(aboveValue, 0, Z{5, 6}),
-        [](Z x) {
-            return side(x, 0) > 0 ? Z{5, 6} : x;
-        },
-        v));
-    EXPECT_TRUE(agrees<Z>(
-        with(belowValue, 0, Z{5, 6}), [](Z x) { return x; }, v));
+    EXPECT_TRUE(agrees<Z>(with(aboveValue, 0, Z{5, 6}), of(v), [](Z x) { return side(x, 0) > 0 ? Z{5, 6} : x; }));
+    EXPECT_TRUE(agrees<Z>(with(belowValue, 0, Z{5, 6}), of(v), [](Z x) { return x; }));
 }
 TEST(Threshold, Complex) {
 #define X(type, ...)                                                                                                                            \
@@ -270,7 +228,7 @@ template <class T> void inverses(Limit<T> f) {
         const auto x = around(level);
         const bool infinite = std::ranges::any_of(x, [=](T v) { return std::isinf(want(v, level)); });
         EXPECT_TRUE(agrees<T>(
-            infinite ? WarnInvZero : StatusOk, with(f, level), [=](T v) { return want(v, level); }, x))
+            with(f, level), of(x), [=](T v) { return want(v, level); }, infinite ? WarnInvZero : StatusOk))
             << level;
     }
 }
