@@ -13,6 +13,12 @@ void* allocate(uint64_t bytes);
 template <class T> T* allocate(uint64_t n) { return n <= SIZE_MAX / sizeof(T) ? static_cast<T*>(allocate(n * sizeof(T))) : nullptr; }
 void release(void* p);
 
+// The same for a record, whose identifier is cleared first: used once more, it is refused as long as its memory is there.
+inline void releaseRecord(void* record) {
+    *static_cast<uint32_t*>(record) = 0;
+    release(record);
+}
+
 struct Release {
     void operator()(void* p) const { release(p); }
 };

@@ -133,8 +133,7 @@ public:
     void free() {
         if (!s_->allocated) return;
         if constexpr (!kIntegerTaps) OverlapSave<Stored>::destroy(overlapSave());
-        s_->id = 0;   // a record that is used once more is refused, as long as its memory is
-        release(s_);
+        releaseRecord(s_);
     }
 
     void setTaps(const Tap* pTaps, int tapsFactor) {

@@ -231,7 +231,7 @@ template <class State, class T> Status fill(T* pDst, int len, State* pState) {
 }
 template <class State> Status free(State* pState) {
     if (Status s = Args().ptr(pState).record(pState, Record<State>::kId)) return s;
-    if (reinterpret_cast<Record<State>*>(pState)->core.owned) release(pState);
+    if (reinterpret_cast<Record<State>*>(pState)->core.owned) releaseRecord(pState);
     return StatusOk;
 }
 

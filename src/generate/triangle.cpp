@@ -130,7 +130,7 @@ Status directQ15(int16_t* pDst, int len, int16_t magn, int16_t rFreqQ15, int asy
 }
 Status free(TriangleState_16s* pState) {
     if (Status s = Args().ptr(pState).record(pState, Record::kId)) return s;
-    if (recordOf(pState)->owned) release(pState);
+    if (recordOf(pState)->owned) releaseRecord(pState);
     return StatusOk;
 }
 

@@ -112,7 +112,7 @@ TEST(VectorJaehne, SpreadsUnsignedNumbers) {
 TEST(TestVectors, SameBitsAtEveryLevelAndInBothAbis) {
     std::vector<double> v(5003);
     tevsVectorJaehne_64f(v.data(), 5003, 1.1);
-    EXPECT_EQ(hashOf(v.data(), v.size() * sizeof v[0]), 0u);
+    EXPECT_EQ(hashOf(v.data(), v.size() * sizeof v[0]), 10734818272175502883u);
 }
 
 }   // namespace
