@@ -248,6 +248,11 @@ template <class T, class W>
 constexpr Products<T, W> products = {[](const T* src, const W* w, T* dst, int len) { multiply(src, Ahead<W>{w}, dst, len); },
                                      [](const T* src, const W* w, T* dst, int len) { multiply(src, Backward<W>{w + len}, dst, len); }};
 
+void ahead16sScaled(const int16_t* src, const float* w, int16_t* dst, int len, float f, float g) { multiply(src, Ahead<float>{w}, dst, len, Scaled{f, g}); }
+void backward16sScaled(const int16_t* src, const float* w, int16_t* dst, int len, float f, float g) {
+    multiply(src, Backward<float>{w + len}, dst, len, Scaled{f, g});
+}
+
 }   // namespace
 
 extern const WindowKernels window = {
@@ -262,12 +267,7 @@ extern const WindowKernels window = {
     .by32fc = products<Complex32f, float>,
     .by64f = products<double, double>,
     .by64fc = products<Complex64f, double>,
-    .by16sScaled = {[](const int16_t* src, const float* w, int16_t* dst, int len, float f, float g) {
-                        multiply(src, Ahead<float>{w}, dst, len, Scaled{f, g});
-                    },
-                    [](const int16_t* src, const float* w, int16_t* dst, int len, float f, float g) {
-                        multiply(src, Backward<float>{w + len}, dst, len, Scaled{f, g});
-                    }},
+    .by16sScaled = {ahead16sScaled, backward16sScaled},
 };
 
 }   // namespace tevs::TEVS_LEVEL_NS
