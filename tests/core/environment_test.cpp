@@ -35,6 +35,7 @@ const std::vector<int>& valuesOf(const Function& f, const Parameter& p) {
         {"lowerBound", {-1000}},
         {"upperBound", {100000}},
         {"order", {5}},
+        {"numBq", {3}},
         {"flag", {NoScale}},
         {"relOp", {CmpLess, CmpGreater}},
         {"level", {7}},
@@ -140,6 +141,7 @@ struct Call {
             generator().seed(++source);
             p.fill(vectors[i].data(), p.stride == 3 ? 3 * room : room, data);
             if (p.is("pDlyLineIndex") || p.name.starts_with("pPhase")) std::memset(vectors[i].data(), 0, vectors[i].size());
+            if (p.is("pTaps") && f.name.find("IIR") != f.name.npos) std::memset(vectors[i].data(), 3, vectors[i].size());   // among them an exponent
             if (p.name.starts_with("pRFreq")) std::memset(vectors[i].data(), 0x3c, vectors[i].size());   // between 0 and 1 in any format
         }
     }
