@@ -10,6 +10,7 @@
 #include "core/args.h"
 #include "core/memory.h"
 #include "core/rounding.h"
+#include "filter/iir.table.h"
 #include "filter/pairs.h"
 #include "tevs/iir.h"
 #include "vector/samples.h"
@@ -20,9 +21,12 @@ namespace tevs {
 struct IirState {
     uint32_t id;
     int32_t count;       // order, or sections
+    int32_t sections;    // that it is filtered by: those of a cascade, or one where the order is at most 2; 0 for the recursion of arbitrary order
+    int32_t tabled;      // the first so many have a table
     int32_t allocated;   // 1 where InitAlloc made the block
-    void* taps;          // normalised. Of sections b0 b1 b2 a1 a2 each; of arbitrary order b0 .. bN, then 0 a1 .. aN
-    void* delay;         // the state d, and of arbitrary order a 0 behind it
+    void* taps;          // normalised: b0 b1 b2 a1 a2 of each section; of arbitrary order as the kernels take them
+    void* tables;        // SectionTable of each section that has one
+    void* delay;         // the state d, and zeros behind it
 };
 
 namespace {
@@ -136,12 +140,104 @@ template <class T> T stepArbitrary(const T* b, const T* a, int order, T x, T* d)
     return y;
 }
 
+// ---- a section's table --------------------------------------------------------------------------------------------------------------------
+
+struct WideComplex {
+    long double re, im;
+};
+template <class T> using Wide = std::conditional_t<kComplex<T>, WideComplex, long double>;
+
+// Puts z into the parts at p, and z i at a distance of `next` behind them.
+template <class W, class Put> void putParts(W z, int next, Put put) {
+    if constexpr (kComplex<W>) {
+        put(0, z.re), put(1, z.im);
+        put(next, -z.im), put(next + 1, z.re);
+    } else {
+        put(0, z);
+    }
+}
+
+template <class T> class TableOf {
+    using W = Wide<T>;
+    using S = Scalar<T>;
+    using Table = SectionTable<T>;
+    static constexpr int kParts = Table::kParts, kStates = Table::kStates, kSamples = Table::kSamples;
+    struct Vector {
+        W s0, s1;
+    };
+
+public:
+    static void make(const Section<T>* section, Table* table) { TableOf(*section, *table).fill(); }
+
+private:
+    TableOf(const Section<T>& s, Table& t) : s_(s), t_(t) {
+        sigma_ = productOf(wide(s.a1), minusHalf());
+        delta_ = differenceOf(productOf(sigma_, sigma_), wide(s.a2));
+    }
+    static W wide(T x) {
+        return eachPart<W>(x, [](auto part) { return (long double)part; });
+    }
+    static W minusHalf() {
+        if constexpr (kComplex<T>)
+            return {-0.5L, 0};
+        else
+            return -0.5L;
+    }
+    Vector stepped(Vector v) const { return {sumOf(productOf(sigma_, v.s0), v.s1), sumOf(productOf(delta_, v.s0), productOf(sigma_, v.s1))}; }
+    void put(S& to, long double v) {
+        to = S(v);
+        sum_ += to - to;
+    }
+    void fill() {
+        memset(&t_, 0, sizeof t_);
+        const W b0 = wide(s_.b0), first = differenceOf(wide(s_.b1), productOf(wide(s_.a1), b0));
+        const Vector input = {first, sumOf(differenceOf(wide(s_.b2), productOf(wide(s_.a2), b0)), productOf(sigma_, first))};
+        const auto respond = [&](int n, W h) {
+            putParts(h, 2 * kIirBlock, [&](int part, long double v) { put((&t_.response[0][0])[kIirBlock - kParts + kParts * n + part], v); });
+        };
+        respond(0, b0);
+        Vector v = input;
+        for (int n = kSamples - 1; n >= 0; --n, v = stepped(v)) {
+            if (n > 0) respond(kSamples - n, v.s0);
+            S* const to = t_.into + kParts * n * kStates;
+            putParts(v.s0, kStates, [&](int part, long double x) { put(to[part], x); });
+            putParts(v.s1, kStates, [&](int part, long double x) { put(to[kParts + part], x); });
+        }
+        for (int q = 0; q < 2; ++q) {
+            v = {};
+            *(q == 0 ? partsOf(&v.s0) : partsOf(&v.s1)) = 1;
+            S* const out = t_.outOf + q * kParts * kIirBlock;
+            for (int n = 0; n < kSamples; ++n, v = stepped(v)) putParts(v.s0, kIirBlock, [&](int part, long double x) { put(out[kParts * n + part], x); });
+            const int at = q * kParts * kStates;
+            const auto step = [&](int k, long double x) {
+                t_.step[at + k] = double(x);
+                t_.stepRest[at + k] = double(x - t_.step[at + k]);
+                sum_ += S(t_.step[at + k] - t_.step[at + k]);
+            };
+            putParts(v.s0, kStates, step);
+            putParts(v.s1, kStates, [&](int part, long double x) { step(kParts + part, x); });
+        }
+        putParts(sigma_, kParts, [&](int part, long double x) {
+            if (part < kParts) t_.sigma[part] = double(x);
+        });
+        t_.usable = sum_ == 0;
+    }
+
+    const Section<T>& s_;
+    Table& t_;
+    W sigma_, delta_;
+    S sum_ = 0;   // 0 as long as everything is finite
+};
+
 // ---- a record -----------------------------------------------------------------------------------------------------------------------------
 
 template <class Kind> class Iir {
     using Kept = typename Kind::Kept;
     using Sample = typename Kind::Sample;
+    using Real = Scalar<Kept>;
+    using Table = SectionTable<Kept>;
     static constexpr bool kStraight = std::is_same_v<Kept, Sample>;   // samples are filtered where they lie
+    static constexpr int kComponents = kParts<Kept>, kLanes = 16 / int(sizeof(Real));
 
 public:
     explicit Iir(const IirState* s) : s_(const_cast<IirState*>(s)) {}
@@ -156,31 +252,40 @@ public:
     }
     static bool fits(Form form, int count) { return count >= 1 && stateBytes(form, count) <= INT_MAX; }
 
-    // Over no block it only adds up.
+    // Over no block it only adds up. As many sections have a table as there is room for: all of the first forty or so.
     static uint64_t layOut(void* block, Form form, int count) {
         Carve c(block);
         auto* const s = c.take<IirState>(1);
-        const uint64_t n = uint64_t(count);
-        auto* const taps = c.take<Kept>(form == kBiQuad ? 5 * n : 2 * n + 2);
-        auto* const delay = c.take<Kept>(form == kBiQuad ? 2 * n : n + 1);
-        if (s) *s = {.id = Kind::kIds[form], .count = count, .allocated = 0, .taps = taps, .delay = delay};
+        const int sections = form == kBiQuad ? count : count <= 2 ? 1 : 0;
+        const uint64_t registers = uint64_t(registersOf(count));
+        void* const taps =
+            sections > 0 ? static_cast<void*>(c.take<Section<Kept>>(uint64_t(sections))) : c.take<Real>(2 * kComponents * kLanes * (registers + 2));
+        auto* const delay = c.take<Real>(sections > 0 ? uint64_t(2 * kComponents) * uint64_t(sections) : kLanes * (registers + 1));
+        const int64_t room = (stateBytes(form, count) - 15 - int64_t(c.size())) / int64_t(roundUp16(sizeof(Table)));
+        const int tabled = int(std::min<int64_t>(sections, room));
+        auto* const tables = c.take<Table>(uint64_t(tabled));
+        if (s)
+            *s = {
+                .id = Kind::kIds[form], .count = count, .sections = sections, .tabled = tabled, .allocated = 0, .taps = taps, .tables = tables, .delay = delay};
+        if (s) memset(delay, 0, size_t(reinterpret_cast<uint8_t*>(tables) - reinterpret_cast<uint8_t*>(delay)));
         return c.size();
     }
 
     void setTaps(const GivenTaps<Kind>& given) {
         const int64_t n = s_->count;
-        if (form() == kBiQuad) {
-            for (int64_t s = 0; s < n; ++s) {
-                const Kept r = reciprocal(given[6 * s + 3]);
-                const auto tap = [&](int k) { return productOf(given[6 * s + k], r); };
-                sections()[s] = {tap(0), tap(1), tap(2), tap(4), tap(5)};
-            }
-        } else {
+        if (form() == kArbitrary) {
             const Kept r = reciprocal(given[n + 1]);
-            for (int64_t k = 0; k <= n; ++k) {
-                b()[k] = productOf(given[k], r);
-                a()[k] = k == 0 ? Kept{} : productOf(given[n + 1 + k], r);
-            }
+            const auto b = [&](int64_t k) { return k <= n ? productOf(given[k], r) : Kept{}; };
+            const auto a = [&](int64_t k) { return 0 < k && k <= n ? productOf(given[n + 1 + k], r) : Kept{}; };
+            if (s_->sections > 0)
+                setSection(0, {b(0), b(1), b(2), a(1), a(2)});
+            else
+                setTable(b, a);
+        }
+        for (int64_t s = 0; form() == kBiQuad && s < n; ++s) {
+            const Kept r = reciprocal(given[6 * s + 3]);
+            const auto tap = [&](int k) { return productOf(given[6 * s + k], r); };
+            setSection(s, {tap(0), tap(1), tap(2), tap(4), tap(5)});
         }
     }
     void setDelay(const Kept* pDlyLine) {
@@ -188,18 +293,17 @@ public:
             memcpy(d(), pDlyLine, size_t(delayLen()) * sizeof(Kept));
         else
             memset(d(), 0, size_t(delayLen()) * sizeof(Kept));
-        if (form() == kArbitrary) d()[delayLen()] = {};
+        if (form() == kArbitrary && s_->count == 1) d()[1] = {};   // the second part of what is filtered as a section
     }
     void getDelay(Kept* pDlyLine) const { memcpy(pDlyLine, d(), size_t(delayLen()) * sizeof(Kept)); }
 
     void one(Sample src, Sample* pDst, int scaleFactor) {
         auto y = toStored<Kept>(src);
-        if (form() == kBiQuad) {
-            for (int s = 0; s < s_->count; ++s) {
-                y = stepSection(sections()[s], y, d() + 2 * s);
-                settle(d() + 2 * s, 2);
-            }
-        } else {
+        for (int s = 0; s < s_->sections; ++s) {
+            y = stepSection(sections()[s], y, d() + 2 * ptrdiff_t{s});
+            settle(d() + 2 * ptrdiff_t{s}, 2);
+        }
+        if (s_->sections == 0) {
             y = stepArbitrary(b(), a(), s_->count, y, d());
             settle(d(), s_->count);
         }
@@ -221,27 +325,64 @@ public:
     }
 
 private:
+    static int registersOf(int order) { return int((int64_t{order} * kComponents + kLanes - 1) / kLanes); }
+    static auto& kernel() {
+        if constexpr (std::is_same_v<Kept, float>) return iir->real32f;
+        if constexpr (std::is_same_v<Kept, Complex32f>) return iir->complex32f;
+        if constexpr (std::is_same_v<Kept, double>) return iir->real64f;
+        if constexpr (std::is_same_v<Kept, Complex64f>) return iir->complex64f;
+    }
     Form form() const { return s_->id == Kind::kIds[kBiQuad] ? kBiQuad : kArbitrary; }
     int delayLen() const { return form() == kBiQuad ? 2 * s_->count : s_->count; }
     Section<Kept>* sections() const { return static_cast<Section<Kept>*>(s_->taps); }
-    Kept* b() const { return static_cast<Kept*>(s_->taps); }
-    Kept* a() const { return b() + s_->count + 1; }
+    Table* tables() const { return static_cast<Table*>(s_->tables); }
     Kept* d() const { return static_cast<Kept*>(s_->delay); }
 
-    void chunk(const Kept* x, Kept* y, int len) {
-        if (form() == kBiQuad) {
-            for (int s = 0; s < s_->count; ++s, x = y) section(sections()[s], x, y, len, d() + 2 * s);
-        } else {
-            for (int n = 0; n < len; ++n) y[n] = stepArbitrary(b(), a(), s_->count, x[n], d());
-            settle(d(), s_->count);
-        }
+    // Of arbitrary order: b, and a behind it.
+    int registers() const { return registersOf(s_->count); }
+    ptrdiff_t stride() const { return ptrdiff_t{kLanes} * (registers() + 2); }
+    Real* table() const { return static_cast<Real*>(s_->taps); }
+    Kept* b() const { return reinterpret_cast<Kept*>(table() + kLanes - kComponents); }
+    Kept* a() const { return reinterpret_cast<Kept*>(table() + kComponents * stride() + kLanes - kComponents); }
+
+    void setSection(int64_t s, const Section<Kept>& section) {
+        sections()[s] = section;
+        if (s < s_->tabled) inExtended(TableOf<Kept>::make, static_cast<const Section<Kept>*>(sections() + s), tables() + s);
     }
-    static void section(const Section<Kept> s, const Kept* x, Kept* y, int len, Kept* delay) {
-        Kept d[2] = {delay[0], delay[1]};
-        for (int n = 0; n < len; ++n) y[n] = stepSection(s, x[n], d);
-        settle(d, 2);
-        delay[0] = d[0];
-        delay[1] = d[1];
+    template <class B, class A> void setTable(B b, A a) {
+        std::fill_n(table(), 2 * kComponents * stride(), Real{});
+        const auto put = [&](Real* to, const auto& tap) {
+            for (int k = 0; k <= s_->count; ++k, to += kComponents) putParts(tap(k), int(stride()), [=](int part, Real v) { to[part] = v; });
+        };
+        put(table() + kLanes - kComponents, b);
+        put(table() + kComponents * stride() + kLanes - kComponents, a);
+    }
+
+    void chunk(const Kept* x, Kept* y, int len) {
+        for (int s = 0; s < s_->sections; ++s, x = y) section(s, x, y, len, d() + 2 * ptrdiff_t{s});
+        if (s_->sections == 0) arbitrary(x, y, len);
+    }
+    // Whole blocks by the table; what is left, or not finite, sample by sample.
+    void section(int s, const Kept* x, Kept* y, int len, Kept* delay) const {
+        const bool blocks = s < s_->tabled && tables()[s].usable;
+        for (int n = 0; n < len;) {
+            if (blocks) n += kernel().section(x + n, y + n, len - n, tables() + s, delay);
+            const int end = blocks ? std::min(len, n + Table::kSamples) : len;
+            Kept d[2] = {delay[0], delay[1]};
+            for (; n < end; ++n) y[n] = stepSection(sections()[s], x[n], d);
+            delay[0] = d[0];
+            delay[1] = d[1];
+        }
+        settle(delay, 2);
+    }
+    void arbitrary(const Kept* x, Kept* y, int len) const {
+        const bool groups = registers() <= kMostIirRegisters;
+        for (int n = 0; n < len;) {
+            if (groups) n += kernel().arbitrary(x + n, y + n, len - n, table(), registers(), d());
+            const int end = groups ? std::min(len, n + kLanes / kComponents) : len;
+            for (; n < end; ++n) y[n] = stepArbitrary(b(), a(), s_->count, x[n], d());
+        }
+        settle(d(), s_->count);
     }
 
     IirState* const s_;
