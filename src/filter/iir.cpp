@@ -118,14 +118,16 @@ template <class T> T differenceOf(T x, T y) {
     else
         return x - y;
 }
-// b x - a y + d
-template <class T> T next(T b, T x, T a, T y, T d) { return sumOf(differenceOf(productOf(b, x), productOf(a, y)), d); }
+// b x + d - a y, where y comes last.
+template <class T> T next(T b, T x, T a, T y, T d) { return differenceOf(sumOf(productOf(b, x), d), productOf(a, y)); }
 
 // A state that is below the smallest normal number in all its parts is made 0: there its decay would take many times as long, and stop short of 0 for ever.
 // (One part alone made 0 would set the others going again.)
 template <class T> void settle(T* d, int n) {
-    const auto isTiny = [](auto part) { return fabs(part) < std::numeric_limits<Scalar<T>>::min(); };
-    if (std::all_of(partsOf(d), partsOf(d) + partCount<T>(n), isTiny)) std::fill_n(partsOf(d), partCount<T>(n), Scalar<T>{});
+    auto* const parts = partsOf(d);
+    bool tiny = true;
+    for (ptrdiff_t k = 0; tiny && k < partCount<T>(n); ++k) tiny = fabs(parts[k]) < std::numeric_limits<Scalar<T>>::min();
+    if (tiny) memset(d, 0, size_t(n) * sizeof(T));
 }
 
 template <class T> T stepSection(const Section<T>& s, T x, T* d) {
@@ -195,7 +197,9 @@ private:
         const auto respond = [&](int n, W h) {
             putParts(h, 2 * kIirBlock, [&](int part, long double v) { put((&t_.response[0][0])[kIirBlock - kParts + kParts * n + part], v); });
         };
-        respond(0, b0);
+        putParts(b0, kParts, [&](int part, long double v) {
+            if (part < kParts) put(t_.direct[part], v);
+        });
         Vector v = input;
         for (int n = kSamples - 1; n >= 0; --n, v = stepped(v)) {
             if (n > 0) respond(kSamples - n, v.s0);
@@ -300,8 +304,12 @@ public:
     void one(Sample src, Sample* pDst, int scaleFactor) {
         auto y = toStored<Kept>(src);
         for (int s = 0; s < s_->sections; ++s) {
-            y = stepSection(sections()[s], y, d() + 2 * ptrdiff_t{s});
-            settle(d() + 2 * ptrdiff_t{s}, 2);
+            Kept* const delay = d() + 2 * ptrdiff_t{s};
+            Kept now[2] = {delay[0], delay[1]};
+            y = stepSection(sections()[s], y, now);
+            settle(now, 2);
+            delay[0] = now[0];
+            delay[1] = now[1];
         }
         if (s_->sections == 0) {
             y = stepArbitrary(b(), a(), s_->count, y, d());

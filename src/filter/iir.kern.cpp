@@ -69,10 +69,12 @@ template <class T> struct Block {
     static constexpr bool kSingle = sizeof(S) == 4;
     using V = Vec<S, N>;
 
-    V response[kIirBlock][R], outOf[States][R], into[kIirBlock / kInputs][kIntoRegisters];
+    V direct[P], response[kIirBlock][R], outOf[States][R], into[kIirBlock / kInputs][kIntoRegisters];
     State<States> step[States], stepRest[States];
 
     TEVS_INLINE explicit Block(const Table* t) {
+        direct[0] = same<V>(t->direct[0]);
+        if constexpr (P == 2) direct[1] = alternate(same<V>(-t->direct[1]), same<V>(t->direct[1]));
 #pragma GCC unroll 8
         for (int k = 0; k < kIirBlock; ++k)
             for (int r = 0; r < R; ++r) response[k][r] = load<S, N>(t->response[k % P] + kIirBlock - P + r * N - (k - k % P));
@@ -96,15 +98,14 @@ template <class T> struct Block {
         if constexpr ((I + 1) * kInputs < kIirBlock) addInputs<I + 1>(x, u);
     }
     // What the inputs add to the state.
-    TEVS_INLINE State<States> fromInputs(const S* x) const {
+    TEVS_INLINE State<States> fromInputs(const S* x, const V (&in)[R]) const {
         if constexpr (kIntoRegisters > 1) {
             State<States> u = {};
             for (int k = 0; k < kIirBlock; ++k)
                 for (int h = 0; h < kIntoRegisters; ++h) u.v[h] = fma(into[k][h], same<V>(x[k]), u.v[h]);
             return u;
         } else {
-            V in[R], u = {};
-            for (int r = 0; r < R; ++r) in[r] = load<S, N>(x + r * N);
+            V u = {};
             addInputs(in, u);
             if constexpr (kSingle)
                 return widened<States>(foldedTo<States>(u));
@@ -117,20 +118,25 @@ template <class T> struct Block {
     TEVS_INLINE bool operator()(const S* x, S* y, State<States>& s) const {
         Vec<float, 4> single = {};
         if constexpr (kSingle) single = narrowed(s);
-        V out[R];
-#pragma GCC unroll 4
-        for (int r = 0; r < R; ++r) {
-            out[r] = outOf[0][r] * stateOut(s, single, 0);
-            for (int q = 1; q < States; ++q) out[r] = fma(outOf[q][r], stateOut(s, single, q), out[r]);
-        }
+        // First what does not wait for the state. Its part is put together apart, and b0 x, mostly the largest, comes last: fewer sums of full size are rounded.
+        V in[R], out[R];
+        for (int r = 0; r < R; ++r) in[r] = inRegister(load<S, N>(x + r * N));
 #pragma GCC unroll 8
-        for (int k = 0; k < kIirBlock; ++k) {
+        for (int k = 0; k < kIirBlock - P; ++k) {
             const V c = same<V>(x[k]);
 #pragma GCC unroll 4
             for (int r = 0; r < R; ++r)
-                if ((r + 1) * N > k) out[r] = fma(response[k][r], c, out[r]);
+                if ((r + 1) * N > k + P) out[r] = k == 0 ? response[k][r] * c : fma(response[k][r], c, out[r]);
         }
-        State<States> next = fromInputs(x);
+#pragma GCC unroll 4
+        for (int r = 0; r < R; ++r) {
+            V fromState = outOf[0][r] * stateOut(s, single, 0);
+            for (int q = 1; q < States; ++q) fromState = fma(outOf[q][r], stateOut(s, single, q), fromState);
+            out[r] = (r + 1) * N <= P ? fromState : out[r] + fromState;   // no other inputs come before those of the first register, where it has only one
+            if constexpr (P == 2) out[r] = fma(direct[1], swapPairs(in[r]), out[r]);
+            out[r] = fma(direct[0], in[r], out[r]);
+        }
+        State<States> next = fromInputs(x, in);
         for (int h = 0; h < States / kWide<States>; ++h) {
             using W = Vec<double, kWide<States>>;
             if constexpr (!kSingle)
@@ -179,8 +185,8 @@ template <class T> int section(const T* x, T* y, int len, const SectionTable<T>*
 
 // ---- arbitrary order ------------------------------------------------------------------------------------------------------------------------
 //
-// acc holds what the samples so far add to the next outputs: the direct form's state, W outputs to a register. A group of W inputs is added to it all at once; then
-// each output in turn, which is complete by then, is taken off those behind it.
+// acc holds what the samples so far add to the next outputs: the direct form's state, W outputs to a register. What a group of W inputs adds is put together apart from it,
+// since nobody waits for that; then each output in turn, which is complete by then, is taken off those behind it.
 
 template <class T, int R> int arbitraryOf(const T* x, T* y, int len, const Scalar<T>* table, T* d) {
     using S = Scalar<T>;
@@ -191,14 +197,20 @@ template <class T, int R> int arbitraryOf(const T* x, T* y, int len, const Scala
     for (int r = 0; r < R; ++r) acc[r] = load<S, W>(partsOf(d) + r * W);
     int n = 0;
     for (; len - n >= samples; n += samples) {
-        acc[R] = V{};
         const S* const in = partsOf(x + n);
+        V added[R + 1];
 #pragma GCC unroll 4
         for (int k = 0; k < W; ++k) {
             const V c = same<V>(in[k]);
 #pragma GCC unroll 16
-            for (int r = 0; r <= R; ++r) acc[r] = fma(load<S, W>(b + k % P * stride - (k - k % P) + r * W), c, acc[r]);
+            for (int r = 0; r <= R; ++r) {
+                const V h = load<S, W>(b + k % P * stride - (k - k % P) + r * W);
+                added[r] = k == 0 ? h * c : fma(h, c, added[r]);
+            }
         }
+        acc[R] = added[R];
+#pragma GCC unroll 16
+        for (int r = 0; r < R; ++r) acc[r] += added[r];
 #pragma GCC unroll 4
         for (int k = 0; k < W; ++k) {
             const V c = same<V>(acc[0][k]);

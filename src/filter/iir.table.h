@@ -21,7 +21,8 @@ template <class T> struct SectionTable {
     double sigma[kParts];
     S into[kIirBlock * kStates];         // what each part of an input adds to the next state
     S outOf[kStates * kIirBlock];        // what each part of the state adds to the outputs
-    S response[kParts][2 * kIirBlock];   // zeros, then from 8 - kParts on the response to a 1, and to an i
+    S response[kParts][2 * kIirBlock];   // zeros, then from 8 on the response to a 1, and to an i, after its first sample
+    S direct[kParts];                    // b0, which that is
     bool usable;                         // all of it is finite
 };
 
@@ -43,4 +44,4 @@ struct IirKernels {
 
 }   // namespace tevs
 
-TEVS_KERNEL_TABLE(IirKernels, iir, 3, FMA)
+TEVS_KERNEL_TABLE(IirKernels, iir, 2, FMA)

@@ -102,9 +102,9 @@ Design design(const Api& api, int form, std::vector<std::vector<Value>> b, std::
             }
     return d;
 }
-// Poles within 0.7 of the origin, or less where the roots of a long polynomial would follow the rounding of its coefficients; and an a0 of any phase.
+// Poles within 0.7 of the origin, or less where errors of many sections would add up, or the roots of a long polynomial follow the rounding of its coefficients; and an a0 of any phase.
 Design randomDesign(const Api& api, int form, int count) {
-    const Real radius = form == kBiQuad ? 0.7L : std::min(0.7L, 4.0L / count);
+    const Real radius = form == kBiQuad ? (count > 16 ? 0.35L : 0.7L) : std::min(0.7L, 4.0L / count);
     const int order = form == kBiQuad ? 2 : count, sections = form == kBiQuad ? count : 1;
     std::vector<std::vector<Value>> b, a;
     for (int s = 0; s < sections; ++s) {
