@@ -6,6 +6,11 @@ namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
 constexpr int kBytes = kRegisterBytes >= 32 ? 32 : 16;
+#ifdef __FMA__
+constexpr bool kFused = true;
+#else
+constexpr bool kFused = false;
+#endif
 
 // Neither infinite nor NaN, any lane.
 template <class V> TEVS_INLINE bool allFinite(V v) { return all(v - v == V{}); }
@@ -118,21 +123,28 @@ template <class T> struct Block {
     TEVS_INLINE bool operator()(const S* x, S* y, State<States>& s) const {
         Vec<float, 4> single = {};
         if constexpr (kSingle) single = narrowed(s);
-        // First what does not wait for the state. Its part is put together apart, and b0 x, mostly the largest, comes last: fewer sums of full size are rounded.
+        const auto fromState = [&](int r) __attribute__((always_inline)) {
+            V sum = outOf[0][r] * stateOut(s, single, 0);
+            for (int q = 1; q < States; ++q) sum = fma(outOf[q][r], stateOut(s, single, q), sum);
+            return sum;
+        };
+        // b0 x, mostly the largest part, comes last: fewer sums of full size are rounded. The state's part would best come first, but where products are
+        // fused the wait for it would bind; and fewer things are rounded there anyway.
         V in[R], out[R];
-        for (int r = 0; r < R; ++r) in[r] = inRegister(load<S, N>(x + r * N));
+        for (int r = 0; r < R; ++r) {
+            in[r] = inRegister(load<S, N>(x + r * N));
+            out[r] = kFused ? V{} : fromState(r);
+        }
 #pragma GCC unroll 8
         for (int k = 0; k < kIirBlock - P; ++k) {
             const V c = same<V>(x[k]);
 #pragma GCC unroll 4
             for (int r = 0; r < R; ++r)
-                if ((r + 1) * N > k + P) out[r] = k == 0 ? response[k][r] * c : fma(response[k][r], c, out[r]);
+                if ((r + 1) * N > k + P) out[r] = fma(response[k][r], c, out[r]);
         }
 #pragma GCC unroll 4
         for (int r = 0; r < R; ++r) {
-            V fromState = outOf[0][r] * stateOut(s, single, 0);
-            for (int q = 1; q < States; ++q) fromState = fma(outOf[q][r], stateOut(s, single, q), fromState);
-            out[r] = (r + 1) * N <= P ? fromState : out[r] + fromState;   // no other inputs come before those of the first register, where it has only one
+            if constexpr (kFused) out[r] += fromState(r);
             if constexpr (P == 2) out[r] = fma(direct[1], swapPairs(in[r]), out[r]);
             out[r] = fma(direct[0], in[r], out[r]);
         }
