@@ -63,9 +63,12 @@ TEVS_BEGIN
  * Stability       is the caller's affair: poles on or outside the unit circle are filtered as they are. What grows beyond the range becomes infinite, and NaN from
  *                 there on, and integer results saturate (NaN to the least integer), until SetDlyLine puts another state. The same goes for infinite and NaN
  *                 taps. Outputs before an infinity or NaN of the input do not change with it.
- * Denormals       At the end of a call, and every 1024 samples of a block, a state (of a section, or of the whole filter of arbitrary order) whose parts are all below the
+ * Denormals       At the end of a call, and at least every 1024 samples of a block, a state (of a section, or of the whole filter of arbitrary order) whose parts are all below the
  *                 smallest normal number becomes 0. So a decaying filter reaches zero instead of staying among the subnormal numbers, whose arithmetic is slow on some
  *                 processors, and spends no more than those samples there. A state that SetDlyLine puts is read back as it is.
+ * Method          Blocks take a section (and order 2 or less) by maps of eight real or four complex samples at a time, with the state in double precision in between;
+ *                 higher orders by 16 bytes of outputs at a time. Their error is at most about that of single samples, and much less where poles lie near the unit circle.
+ *                 Results in floating point may differ in rounding between SIMD levels, between blocks and single samples, and with where a stream is cut into blocks.
  */
 typedef struct IIRState_32f IIRState_32f;
 typedef struct IIRState_32fc IIRState_32fc;
