@@ -443,6 +443,9 @@ TEST_P(Iir, InfinitiesDoNotReachBack) {
                     const Real allowed = 100 * epsOf(api) * (1 + std::abs(w)) + (api.sample.number == Number::f32 ? 0x1p-22L : 0);
                     ASSERT_TRUE(n < at ? std::abs(v - w) <= allowed : !std::isfinite(std::abs(v))) << n << ", not finite from " << at;
                 }
+                ASSERT_EQ(api.setDlyLine(g, before), StatusOk);   // which is the way back
+                ASSERT_EQ(g.block(want, y, 50), StatusOk);
+                ASSERT_TRUE(fits(api, f, response(f, want, before), y, 0));
             }
 }
 
