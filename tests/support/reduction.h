@@ -17,6 +17,8 @@ template <class R> auto partsOf(const R& r) {
     else
         return std::array{(long double)r.re, (long double)r.im};
 }
+// A real number as a complex one.
+template <class V> std::array<V, 2> complexOf(auto x) { return {V(partsOf(x)[0]), V(partsOf(x).size() > 1 ? partsOf(x).back() : 0)}; }
 template <class R> auto partOf(const R& r) {
     if constexpr (std::is_arithmetic_v<R>)
         return r;

@@ -9,8 +9,6 @@ namespace {
 
 constexpr int kScales[] = {INT_MIN, -70, -16, -15, -3, 0, 1, 2, 3, 15, 29, 30, 31, 32, 33, 34, 35, 36, 40, 61, 62, 63, 64, 90, INT_MAX};
 
-// A real number as a complex one.
-template <class V> std::array<V, 2> complexOf(auto x) { return {V(partsOf(x)[0]), V(partsOf(x).size() > 1 ? partsOf(x).back() : 0)}; }
 constexpr auto exactDot = [](const auto& a, const auto& b) {
     ExactSums s(2);
     for (size_t i = 0; i < a.size(); ++i) {
