@@ -63,8 +63,8 @@ template <class R>::testing::AssertionResult fits(const Want& want, const R& got
     const auto parts = partsOf(got);
     for (size_t i = 0; i < parts.size(); ++i) {
         const long double w = want.parts.at(i), g = parts[i];
-        if (w == g ? !(g == 0 && want.tolerance == 0 && std::is_floating_point_v<Part<R>>) || std::signbit(w) == std::signbit(g) : w != w && g != g) continue;
-        if (!(std::abs(w - g) <= want.tolerance))
+        const bool otherZero = w == 0 && g == 0 && want.tolerance == 0 && std::is_floating_point_v<Part<R>> && std::signbit(w) != std::signbit(g);
+        if (otherZero || !(w == g || (w != w && g != g) || std::abs(w - g) <= want.tolerance))
             return ::testing::AssertionFailure() << "part " << i << ": want " << w << " within " << want.tolerance << ", got " << g;
     }
     return ::testing::AssertionSuccess();
