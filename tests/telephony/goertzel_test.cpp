@@ -2,7 +2,6 @@
 #include <climits>
 #include <cmath>
 #include <complex>
-#include <numbers>
 
 #include "support/reduction.h"
 
