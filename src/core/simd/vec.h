@@ -97,7 +97,16 @@ template <class V> TEVS_INLINE V reverse(V a) {
 template <class V, int... I> TEVS_INLINE V alternateOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (I + (I % 2) * int(sizeof...(I)))...); }
 // The even lanes of a, the odd lanes of b.
 template <class V> TEVS_INLINE V alternate(V a, V b) { return alternateOf(a, b, Iota<kCount<V>>{}); }
-template <class V> TEVS_INLINE V swapPairs(V a) { return swapPairsOf(a, Iota<kCount<V>>{}); }
+// Of floats and doubles from AVX on the compiler takes its newer permutation, for which many processors have one port where they have two for these.
+template <class V> constexpr bool kByOlderShuffles = TEVS_LEVEL >= 2 && sizeof(V) == 16 && Element<V>(0.5) != 0;
+template <class V> TEVS_INLINE V swapPairs(V a) {
+    if constexpr (kByOlderShuffles<V> && kCount<V> == 4)
+        return (V)_mm_shuffle_ps((__m128)a, (__m128)a, 0xb1);
+    else if constexpr (kByOlderShuffles<V>)
+        return (V)_mm_shuffle_pd((__m128d)a, (__m128d)a, 1);
+    else
+        return swapPairsOf(a, Iota<kCount<V>>{});
+}
 template <class V> TEVS_INLINE auto low(V a) { return lowOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto high(V a) { return highOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto join(V a, V b) {
@@ -112,8 +121,20 @@ template <class V> TEVS_INLINE auto join(V a, V b) {
 // The even, the odd lanes, each in its own place and its neighbour's.
 template <class V, int... I> TEVS_INLINE V evensTwiceOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I & ~1)...); }
 template <class V, int... I> TEVS_INLINE V oddsTwiceOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I | 1)...); }
-template <class V> TEVS_INLINE V evensTwice(V a) { return evensTwiceOf(a, Iota<kCount<V>>{}); }
-template <class V> TEVS_INLINE V oddsTwice(V a) { return oddsTwiceOf(a, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE V evensTwice(V a) {
+    if constexpr (kByOlderShuffles<V> && kCount<V> == 4)
+        return (V)_mm_moveldup_ps((__m128)a);
+    else
+        return evensTwiceOf(a, Iota<kCount<V>>{});
+}
+template <class V> TEVS_INLINE V oddsTwice(V a) {
+    if constexpr (kByOlderShuffles<V> && kCount<V> == 4)
+        return (V)_mm_movehdup_ps((__m128)a);
+    else if constexpr (kByOlderShuffles<V>)
+        return (V)_mm_unpackhi_pd((__m128d)a, (__m128d)a);
+    else
+        return oddsTwiceOf(a, Iota<kCount<V>>{});
+}
 
 // Two vectors that belong together: consecutive in memory where they are stored, or the two parts of a complex vector.
 template <class V> struct Two { V a, b; };
@@ -384,7 +405,19 @@ template <int N> TEVS_INLINE Vec<double, N> loadWide(const float* p) {
 #if TEVS_REGISTER_BYTES >= 32
     if constexpr (N == 4) return (Vec<double, 4>)_mm256_cvtps_pd((__m128)load<float, 4>(p));
 #endif
-    if constexpr (N == 2) return (Vec<double, 2>)_mm_cvtps_pd((__m128)_mm_load_sd(reinterpret_cast<const double*>(p)));
+    if constexpr (N == 2) {
+        // As the memory operand of the conversion, which takes half the steps of one from a register; the compiler takes only one of 16 bytes.
+        struct Pair {
+            float v[2];
+        };
+        Vec<double, 2> r;
+#ifdef __AVX__
+        asm("vcvtps2pd %1, %0" : "=x"(r) : "m"(*reinterpret_cast<const Pair*>(p)));
+#else
+        asm("cvtps2pd %1, %0" : "=x"(r) : "m"(*reinterpret_cast<const Pair*>(p)));
+#endif
+        return r;
+    }
 }
 #if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<double, 4> wide(Vec<float, 4> v) { return (Vec<double, 4>)_mm256_cvtps_pd((__m128)v); }
