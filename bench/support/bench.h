@@ -10,6 +10,7 @@
 #include <immintrin.h>
 #endif
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <string>
