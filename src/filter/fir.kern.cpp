@@ -377,13 +377,13 @@ struct ShortShape {
                                     : kWide       ? 4
                                                   : 6,
                          kShared = kFewRegisters || kWide ? 2 : 1, kAlone = kVectors;
-    static constexpr bool kPaired = false;
+    [[maybe_unused]] static constexpr bool kPaired = false;
     static constexpr auto dot = dotShort;
 };
 struct ComplexShortShape {
     template <int W> using Outputs = ComplexShortOutputs<W>;
     static constexpr int kStep = kBytes / 4, kLeast = 1, kVectors = kFewRegisters ? 2 : 6, kShared = 1, kAlone = kVectors;
-    static constexpr bool kPaired = false;
+    [[maybe_unused]] static constexpr bool kPaired = false;
 };
 
 void addShifted(const int32_t* sums, int s, int64_t* totals, int len) {
