@@ -2,7 +2,8 @@
 # scripts/bench.sh [FILTER]
 #
 # Builds and runs the benchmarks: 64-bit beside the peers that Debian packages, 32-bit beside plain loops. FILTER is a regular expression over
-# row names <operation>/<who>/<size>. Writes bench-out/<abi>.csv, bench-out/<abi>-ratios.csv and a plot of each operation.
+# row names <operation>/<who>/<size>. Writes bench-out/<abi>.csv, bench-out/<abi>-ratios.csv and a plot of each operation. The 32-bit tables have, as
+# after256, each row's time in a process in which another library has run 256-bit code, over its time in a clean one.
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit 1
 source scripts/packages.sh
@@ -43,14 +44,14 @@ measure() {
     {
         echo "# machine: $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1), $(nproc) processors"
         echo "# compiler: $(c++ --version | head -n 1)"
-        echo "# flags: $abi; library -O2, kernels -O3 at each SIMD level; plain loops -O3 with finite math $([[ $abi == i386 ]] && echo -msse4.1 || echo -march=x86-64-v3)"
+        echo "# flags: $abi; library -O2, kernels -O3 at each SIMD level; plain loops -O3 with finite math $([[ $abi == i386 ]] && echo '-mavx2 -mfma on 128 bits' || echo -march=x86-64-v3)"
         echo "# TEVS_LEVEL: ${TEVS_LEVEL:-not set}; one thread; median of 5"
         echo "operation,who,size,ns_per_element"
     } > "$csv"
     for program in build/"$preset"/bin/*_bench; do
         [[ -x $program ]] || continue
         echo "== $abi $(basename "$program")"
-        rows=$(OMP_NUM_THREADS=1 taskset -c "$(($(nproc) - 1))" "$program" --benchmark_filter="$filter" --benchmark_min_time=0.02 --benchmark_repetitions=5 \
+        rows=$(OMP_NUM_THREADS=1 TEVS_BENCH_AFTER256=1 taskset -c "$(($(nproc) - 1))" "$program" --benchmark_filter="$filter" --benchmark_min_time=0.02 --benchmark_repetitions=5 \
             --benchmark_report_aggregates_only=true --benchmark_format=csv 2> build/bench.err < /dev/null) || fail "$program: $(tail -n 1 build/bench.err)"
         # name,iterations,real_time,cpu_time,time_unit,bytes_per_second,items_per_second,...
         awk -F, '/_median"/ {
@@ -63,19 +64,20 @@ measure() {
     plot "$abi"
 }
 
-# ratios <abi>: how much faster than the fastest other one, and what part of the load and store limit.
+# ratios <abi>: how much faster than the fastest other one, what part of the load and store limit, and how much slower after 256-bit code.
 ratios() {
     grep -v '^#' "$out/$1.csv" | awk -F, '
-        NR == 1 { print "operation,size,ns_per_element,best_other,ratio,of_limit"; next }
+        NR == 1 { print "operation,size,ns_per_element,best_other,ratio,of_limit,after256"; next }
         { key = $1 "," $3; if (!(key in seen)) { seen[key]; order[++keys] = key } }
         $2 == "tevs" { own[key] = $4; next }
         $2 == "limit" { limit[key] = $4; next }
+        $2 == "after256" { after[key] = $4; next }
         !(key in best) || $4 < best[key] { best[key] = $4; who[key] = $2 }
         END { for (i = 1; i <= keys; ++i) { key = order[i]
               if (key in own && key in best)
-                  printf "%s,%s,%s,%.2f,%s\n", key, own[key], who[key], best[key] / own[key],
-                         key in limit ? sprintf("%.0f%%", 100 * limit[key] / own[key]) : "" } }' > "$out/$1-ratios.csv"
-    awk -F, '{ printf "%-32s %9s %15s  %-12s %6s %9s\n", $1, $2, $3, $4, $5, $6 }' "$out/$1-ratios.csv"
+                  printf "%s,%s,%s,%.2f,%s,%s\n", key, own[key], who[key], best[key] / own[key],
+                         key in limit ? sprintf("%.0f%%", 100 * limit[key] / own[key]) : "", key in after ? sprintf("%.2f", after[key] / own[key]) : "" } }' > "$out/$1-ratios.csv"
+    awk -F, '{ printf "%-32s %9s %15s  %-12s %6s %9s %9s\n", $1, $2, $3, $4, $5, $6, $7 }' "$out/$1-ratios.csv"
 }
 
 # plot <abi>: one picture for each operation, a line for each implementation.

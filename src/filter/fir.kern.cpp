@@ -23,13 +23,14 @@ template <class T, int W> struct RealOutputs {
     using Sample = T;
     using Tap = T;
     using Sum = T;
-    static constexpr int kBytes = W * int(sizeof(T)), kTaps = 1;
+    static constexpr int kBytes = W * int(sizeof(T)), kTaps = 1, kParts = 1;
     using V = decltype(loadBytes<T, kBytes>(nullptr));
     static TEVS_INLINE V tap(const T* p) { return same<V>(*p); }
+    static TEVS_INLINE V part(const T* p, int) { return same<V>(*p); }
     static TEVS_INLINE V samples(const T* p) { return inRegister(loadBytes<T, kBytes>(p)); }
-    V sum = {};
-    TEVS_INLINE void add(V tap, V x) { sum = fma(tap, x, sum); }
-    TEVS_INLINE void put(T* out) const { storeBytes<kBytes>(out, sum); }
+    V by[kParts] = {};
+    TEVS_INLINE void add(V tap, V x) { by[0] = fma(tap, x, by[0]); }
+    TEVS_INLINE void put(T* out) const { storeBytes<kBytes>(out, by[0]); }
 };
 
 // By the parts of the taps: y = sum of re(h) x + i sum of im(h) x.
@@ -37,16 +38,17 @@ template <class T, class C, int W> struct ComplexOutputs {
     using Sample = C;
     using Tap = C;
     using Sum = C;
-    static constexpr int kBytes = W * int(sizeof(C)), kTaps = 1;
+    static constexpr int kBytes = W * int(sizeof(C)), kTaps = 1, kParts = 2;
     using V = decltype(loadBytes<T, kBytes>(nullptr));
     static TEVS_INLINE Two<V> tap(const C* p) { return {same<V>(p->re), same<V>(p->im)}; }
+    static TEVS_INLINE V part(const C* p, int k) { return same<V>(k == 0 ? p->re : p->im); }
     static TEVS_INLINE V samples(const C* p) { return inRegister(loadBytes<T, kBytes>(p)); }
-    V byRe = {}, byIm = {};
+    V by[kParts] = {};
     TEVS_INLINE void add(const Two<V>& tap, V x) {
-        byRe = fma(tap.a, x, byRe);
-        byIm = fma(tap.b, x, byIm);
+        by[0] = fma(tap.a, x, by[0]);
+        by[1] = fma(tap.b, x, by[1]);
     }
-    TEVS_INLINE void put(C* out) const { storeBytes<kBytes>(out, subAdd(byRe, swapPairs(byIm))); }
+    TEVS_INLINE void put(C* out) const { storeBytes<kBytes>(out, subAdd(by[0], swapPairs(by[1]))); }
 };
 
 // Two taps at a time: outputs at even places from pairs of samples that begin at even ones, the others from pairs that begin at odd ones.
@@ -106,6 +108,8 @@ template <int W> struct ComplexShortOutputs {
 //   kStep        those of a register (256 bits at level 3 too, where its 32 registers serve), and the step in tap order between taps that share a load
 //   kVectors     registers of outputs held at a time: enough independent sums to cover the latency of two multiply-adds a cycle
 //   kShared      the most taps that share a load
+//   kPaired      whether two such are added up first
+//   kAlone       registers of outputs where none share a load
 
 constexpr int kBytes = kRegisterBytes >= 32 ? 32 : 16;
 
@@ -127,17 +131,47 @@ TEVS_INLINE void addTaps(const typename Outputs::Sample* in, const typename Outp
     }
 }
 
+// The same for two taps, which are added up before they join the sum. A chain of fused operations waits for both a product and a sum at each tap; here it waits
+// for one sum in two taps, and so few registers of outputs as eight registers allow keep the multipliers busy.
+template <class Shape, int A, class Outputs>
+TEVS_INLINE void addPairs(const typename Outputs::Sample* in, const typename Outputs::Tap* taps, int count, Outputs (&sum)[A]) {
+    constexpr int step = Shape::kStep;
+    for (int s = 0; s < count; ++s)
+#pragma GCC unroll 2
+        for (int k = 0; k < Outputs::kParts; ++k) {
+            const auto first = Outputs::part(taps + s, k), second = Outputs::part(taps + s + step, k);
+            auto product = first * Outputs::samples(in + s);
+#pragma GCC unroll 16
+            for (int a = 0; a < A; ++a) {
+                const auto x = Outputs::samples(in + s + (a + 1) * step);
+                sum[a].by[k] += fma(second, x, product);
+                product = first * x;
+                // Step by step: what the compiler would mix of several has no room in the registers, and sums that wait in memory are four times as slow.
+                asm volatile("" : "+x"(sum[a].by[k]) : : "memory");
+            }
+        }
+}
+
+// Two or more taps that share their loads.
+template <class Shape, int C, int A, class Outputs>
+TEVS_INLINE void addShared(const typename Outputs::Sample* in, const typename Outputs::Tap* taps, int count, Outputs (&sum)[A]) {
+    if constexpr (C == 2 && Shape::kPaired)
+        addPairs<Shape>(in, taps, count, sum);
+    else
+        addTaps<Shape, C>(in, taps, count, sum);
+}
+
 template <class Shape, int W, int A, class Sample, class Tap, class Sum> TEVS_INLINE void outputs(const Sample* in, const Tap* taps, int tapsLen, Sum* out) {
     using Outputs = typename Shape::template Outputs<W>;
     constexpr int step = Shape::kStep;
     Outputs sum[A] = {};
     int j = 0;
     if constexpr (Shape::kShared > 2)
-        for (; j + Shape::kShared * step <= tapsLen; j += Shape::kShared * step) addTaps<Shape, Shape::kShared>(in + j, taps + j, step, sum);
+        for (; j + Shape::kShared * step <= tapsLen; j += Shape::kShared * step) addShared<Shape, Shape::kShared>(in + j, taps + j, step, sum);
     if constexpr (Shape::kShared > 1) {
-        for (; j + 2 * step <= tapsLen; j += 2 * step) addTaps<Shape, 2>(in + j, taps + j, step, sum);
+        for (; j + 2 * step <= tapsLen; j += 2 * step) addShared<Shape, 2>(in + j, taps + j, step, sum);
         if (const int pairs = tapsLen - j - step; pairs > 0) {
-            addTaps<Shape, 2>(in + j, taps + j, pairs, sum);
+            addShared<Shape, 2>(in + j, taps + j, pairs, sum);
             addTaps<Shape, 1>(in + j + pairs, taps + j + pairs, step - pairs, sum);
             j = tapsLen;
         }
@@ -146,6 +180,12 @@ template <class Shape, int W, int A, class Sample, class Tap, class Sum> TEVS_IN
 #pragma GCC unroll 16
     for (int a = 0; a < A; ++a) sum[a].put(out + a * step);
 }
+
+// Of filters with so few taps that none share a load: as many registers of outputs as there is room for then.
+template <class Shape> struct OfFewTaps : Shape {
+    static constexpr int kVectors = Shape::kAlone, kShared = 1;
+    static constexpr bool kPaired = false;
+};
 
 template <class Shape> struct Filter {
     using Sample = typename Shape::template Outputs<Shape::kStep>::Sample;
@@ -173,6 +213,8 @@ template <class Shape> struct Filter {
 
     static void block(const Sample* in, const Tap* taps, int tapsLen, Sum* out, int len) {
         static constexpr SomeByCount kSome = byCount(Iota<kVectors>{});
+        if constexpr (kVectors < Shape::kAlone)
+            if (tapsLen <= kStep) return Filter<OfFewTaps<Shape>>::block(in, taps, tapsLen, out, len);
         if (len < kStep) return few<kStep / 2>(in, taps, tapsLen, out, len);
         int n = 0;
         for (; len - n >= 2 * kVectors * kStep; n += kVectors * kStep) vectors<kVectors>(in + n, taps, tapsLen, out + n);
@@ -302,29 +344,46 @@ constexpr bool kFewRegisters = true;
 constexpr bool kFewRegisters = false;
 #endif
 constexpr bool kWide = kBytes >= 32;
+// Two taps at a time: in eight registers, with fused operations.
+constexpr bool kByPairs = kFewRegisters && TEVS_LEVEL >= 2;
 
 template <class T> struct RealShape {
     template <int W> using Outputs = RealOutputs<T, W>;
     static constexpr int kStep = kBytes / int(sizeof(T)), kLeast = 1,
-                         kVectors = kFewRegisters ? 5
-                                    : kWide       ? 10
-                                                  : 8,
-                         kShared = kFewRegisters ? 1
-                                   : kWide       ? 4
-                                                 : 2;
+                         kVectors = kByPairs        ? 4
+                                    : kFewRegisters ? 5
+                                    : kWide         ? 10
+                                                    : 8,
+                         kShared = kByPairs        ? 2
+                                   : kFewRegisters ? 1
+                                   : kWide         ? 4
+                                                   : 2;
+    static constexpr int kAlone = kByPairs ? 5 : kVectors;
+    static constexpr bool kPaired = kByPairs;
 };
 template <class T, class C> struct ComplexShape {
     template <int W> using Outputs = ComplexOutputs<T, C, W>;
-    static constexpr int kStep = kBytes / int(sizeof(C)), kLeast = 1, kVectors = kFewRegisters ? 2 : kWide ? 6 : 5, kShared = 1;
+    static constexpr int kStep = kBytes / int(sizeof(C)), kLeast = 1,
+                         kVectors = kFewRegisters ? 2
+                                    : kWide       ? 6
+                                                  : 5,
+                         kShared = kByPairs ? 2 : 1, kAlone = kVectors;
+    static constexpr bool kPaired = kByPairs;
 };
 struct ShortShape {
     template <int W> using Outputs = ShortOutputs<W>;
-    static constexpr int kStep = kBytes / 2, kLeast = 8, kVectors = kFewRegisters ? 3 : kWide ? 4 : 6, kShared = kFewRegisters || kWide ? 2 : 1;
+    static constexpr int kStep = kBytes / 2, kLeast = 8,
+                         kVectors = kFewRegisters ? 3
+                                    : kWide       ? 4
+                                                  : 6,
+                         kShared = kFewRegisters || kWide ? 2 : 1, kAlone = kVectors;
+    [[maybe_unused]] static constexpr bool kPaired = false;
     static constexpr auto dot = dotShort;
 };
 struct ComplexShortShape {
     template <int W> using Outputs = ComplexShortOutputs<W>;
-    static constexpr int kStep = kBytes / 4, kLeast = 1, kVectors = kFewRegisters ? 2 : 6, kShared = 1;
+    static constexpr int kStep = kBytes / 4, kLeast = 1, kVectors = kFewRegisters ? 2 : 6, kShared = 1, kAlone = kVectors;
+    [[maybe_unused]] static constexpr bool kPaired = false;
 };
 
 void addShifted(const int32_t* sums, int s, int64_t* totals, int len) {

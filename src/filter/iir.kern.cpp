@@ -38,7 +38,7 @@ template <class V, int States> TEVS_INLINE V partOf(const State<States>& s, int 
 // In single precision: four lanes, the upper ones of no account where there are two parts.
 TEVS_INLINE Vec<float, 4> narrowed(const State<2>& s) { return (Vec<float, 4>)_mm_cvtpd_ps((__m128d)s.v[0]); }
 TEVS_INLINE Vec<float, 4> narrowed(const State<4>& s) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     return (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)s.v[0]);
 #else
     return narrow(Two<Vec<double, 2>>{s.v[0], s.v[1]});
@@ -49,7 +49,7 @@ template <int States> TEVS_INLINE State<States> widened(Vec<float, 4> v) {
     if constexpr (States == 2) {
         return {(Vec<double, 2>)_mm_cvtps_pd((__m128)v)};
     } else {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
         return {wide(v)};
 #else
         return {(Vec<double, 2>)_mm_cvtps_pd((__m128)v), (Vec<double, 2>)_mm_cvtps_pd(_mm_movehl_ps((__m128)v, (__m128)v))};

@@ -33,7 +33,7 @@ template <class S, class T> struct Splitter {
     static TEVS_INLINE void splitRun(const S* src, int places, int n, T* to, ptrdiff_t stride) {
         int k = 0;
         if constexpr (kRun == 4) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
             for (; k + 8 <= n; k += 8) {
                 const auto both = [&](int i) { return join(block(src + ptrdiff_t(k + i) * places), block(src + ptrdiff_t(k + i + 4) * places)); };
                 const auto t = transposed(both(0), both(1), both(2), both(3));
@@ -150,7 +150,7 @@ template <class T, int A, int G> TEVS_INLINE void addAll(const Phases<T>& f, con
 
 // The blocks of 128 bits of v, `apart` bytes from one to the next, straight to memory.
 template <class V> TEVS_INLINE void storeBlocks(char* dst, [[maybe_unused]] ptrdiff_t apart, V v) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32) {
         store(dst, _mm256_castps256_ps128((__m256)v));
         store(dst + apart, _mm256_extractf128_ps((__m256)v, 1));
@@ -229,7 +229,7 @@ template <class T, int Parts> void filter(const Phases<T>* f, const T* streams, 
 
 // ---- few periods ----------------------------------------------------------------------------------------------------------------------------
 
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 using Index = Vec<int32_t, 8>;
 template <class V> TEVS_INLINE V permuted(const Element<V>* p, Index order, bool wide) {
     const auto from = [&](V v) { return _mm256_permutevar8x32_ps((__m256)v, (__m256i)order); };
@@ -302,7 +302,7 @@ extern const MultirateKernels multirate = {
     .real64f = filter<double, 1>,
     .complex64f = filter<double, 2>,
 
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     .runs32f = filterRuns<float, 1>,
     .runs32fc = filterRuns<float, 2>,
     .runs64f = filterRuns<double, 1>,

@@ -29,7 +29,7 @@ struct ALaw {
     static constexpr uint8_t kPositive = 0xd5;
 };
 
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<int8_t, 32> blockPackSigns(Vec<int16_t, 16> a, Vec<int16_t, 16> b) { return (Vec<int8_t, 32>)_mm256_packs_epi16((__m256i)a, (__m256i)b); }
 TEVS_INLINE Vec<uint8_t, 32> inOrder(Vec<uint8_t, 32> v) { return (Vec<uint8_t, 32>)_mm256_permute4x64_epi64((__m256i)v, 0xd8); }
 TEVS_INLINE Vec<uint8_t, 32> quartersInOrder(Vec<uint8_t, 32> v) {   // packed twice within each block they are 0 2 4 6 1 3 5 7
@@ -96,14 +96,14 @@ template <class Law> void compress32f(const float* src, uint8_t* dst, int len) {
 #if TEVS_LEVEL >= 1
 
 template <class V> TEVS_INLINE V lookUp(Vec<uint8_t, 16> table, V index) {   // 0 where the index has its high bit set
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32) return (V)_mm256_shuffle_epi8(_mm256_broadcastsi128_si256((__m128i)table), (__m256i)index);
 #endif
     if constexpr (sizeof(V) == 16) return (V)_mm_shuffle_epi8((__m128i)table, (__m128i)index);
 }
 // a[2i] * m[2i] + a[2i+1] * m[2i+1], of signed m.
 TEVS_INLINE Vec<int16_t, 8> multiplyBytes(Vec<uint8_t, 16> a, Vec<uint8_t, 16> m) { return (Vec<int16_t, 8>)_mm_maddubs_epi16((__m128i)a, (__m128i)m); }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<int16_t, 16> multiplyBytes(Vec<uint8_t, 32> a, Vec<uint8_t, 32> m) { return (Vec<int16_t, 16>)_mm256_maddubs_epi16((__m256i)a, (__m256i)m); }
 #endif
 
@@ -140,7 +140,7 @@ template <class Law> void expand16s(const uint8_t* src, int16_t* dst, int len) {
 
 // Quarters 0 2 4 6 and 1 3 5 7 of a register, so that unpacking its blocks twice gives consecutive samples.
 TEVS_INLINE Vec<uint8_t, 16> quartersApart(Vec<uint8_t, 16> v) { return v; }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<uint8_t, 32> quartersApart(Vec<uint8_t, 32> v) {
     return (Vec<uint8_t, 32>)_mm256_permutevar8x32_epi32((__m256i)v, _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7));
 }

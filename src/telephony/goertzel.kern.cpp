@@ -32,24 +32,39 @@ template <class T> struct Phases {
     double exactRe[kBlock<T>], exactIm[kBlock<T>];
 };
 
+// The four numbers at p as T.
+template <class T> TEVS_INLINE auto fourAs(const double* p) {
+    if constexpr (sizeof(T) == 8)
+        return loadLanes<double, kRegisterBytes, kBytes / kRegisterBytes>(p);
+    else if constexpr (kRegisterBytes == kBytes)
+        return Some<Vec<float, 4>, 1>{{__builtin_convertvector((load<double, 4>(p)), Vec<float, 4>)}};
+    else
+        return Some<Vec<float, 4>, 1>{{narrow(loadTwo<double, 2>(p))}};
+}
+
 // For the first elements of a block, at least four and a power of two: element j has the factors of element j - k, times z^-k, with the highest power of two k in j.
 template <int Parts, class T> TEVS_INLINE void prepare(Phases<T>& w, const PhasePowers& z, int elements) {
     constexpr int kMost = kBlock<T> / Parts;
-    const Value one = {z.re[0], -z.im[0]}, two = {z.re[1], -z.im[1]}, three = one * two;
-    store(w.exactRe, Vec<double, 4>{1, one.re, two.re, three.re});
-    store(w.exactIm, Vec<double, 4>{0, one.im, two.im, three.im});
+    const Value one = {z.re[0], -z.im[0]}, two = {z.re[1], -z.im[1]}, first[4] = {{1, 0}, one, two, one * two};
+    for (int j = 0; j < 4; ++j) {
+        w.exactRe[j] = first[j].re;
+        w.exactIm[j] = first[j].im;
+    }
     for (int j = 0; j < kMost && j < elements; j += 4) {
         if (j > 0) {
             const int i = 31 - __builtin_clz(unsigned(j)), from = j - (1 << i);
             const double c = z.re[i], s = -z.im[i];
-            const auto re = load<double, 4>(w.exactRe + from), im = load<double, 4>(w.exactIm + from);
-            store(w.exactRe + j, re * c - im * s);
-            store(w.exactIm + j, re * s + im * c);
+            constexpr int n = kLanes<double>;
+            for (int l = 0; l < 4; l += n) {
+                const auto re = load<double, n>(w.exactRe + from + l), im = load<double, n>(w.exactIm + from + l);
+                store(w.exactRe + j + l, re * c - im * s);
+                store(w.exactIm + j + l, re * s + im * c);
+            }
         }
         const auto put = [=](T* dst, const double* exact) {
-            const auto v = __builtin_convertvector((load<double, 4>(exact + j)), Vec<T, 4>);
+            const auto v = fourAs<T>(exact + j);
             if constexpr (Parts == 2)
-                store(dst + 2 * j, interleave(v, v));
+                store(dst + 2 * j, each(v, [](auto v) { return interleave(v, v); }));
             else
                 store(dst + j, v);
         };

@@ -133,7 +133,7 @@ template <class Side> void limited16sc(const Complex16s* src, Complex16s* dst, i
 
 template <class V> TEVS_INLINE Two<V> partsOfBlocks(V a, V b) {
     constexpr bool wide = sizeof(a[0]) == 8;
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32 && wide) return {(V)_mm256_unpacklo_pd((__m256d)a, (__m256d)b), (V)_mm256_unpackhi_pd((__m256d)a, (__m256d)b)};
     if constexpr (sizeof(V) == 32 && !wide) return {(V)_mm256_shuffle_ps((__m256)a, (__m256)b, 0x88), (V)_mm256_shuffle_ps((__m256)a, (__m256)b, 0xdd)};
 #endif
@@ -142,7 +142,7 @@ template <class V> TEVS_INLINE Two<V> partsOfBlocks(V a, V b) {
 }
 template <class V> TEVS_INLINE Two<V> joinedBlocks(V re, V im) {
     constexpr bool wide = sizeof(re[0]) == 8;
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32 && wide) return {(V)_mm256_unpacklo_pd((__m256d)re, (__m256d)im), (V)_mm256_unpackhi_pd((__m256d)re, (__m256d)im)};
     if constexpr (sizeof(V) == 32 && !wide) return {(V)_mm256_unpacklo_ps((__m256)re, (__m256)im), (V)_mm256_unpackhi_ps((__m256)re, (__m256)im)};
 #endif

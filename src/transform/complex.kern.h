@@ -1,11 +1,16 @@
 // Complex vectors, and the straight-line DFTs that the passes are made of.
 #pragma once
 
+#include <type_traits>
+
 #include "core/simd/vec.h"
 #include "transform/fft.table.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
+
+// On lambdas.
+#define TEVS_HERE __attribute__((always_inline))
 
 // Separate real and imaginary parts, so that a product needs no shuffle.
 template <class V> struct Cx { V re, im; };
@@ -83,6 +88,12 @@ template <class V> TEVS_INLINE void dft(Cx<V> (&x)[16]) {
     }
 }
 
+#ifdef __i386__
+constexpr bool kFewRegisters = true;
+#else
+constexpr bool kFewRegisters = false;
+#endif
+
 // ---- blocks -------------------------------------------------------------------------------------------------------------------------
 
 // A block is K real parts followed by K imaginary parts. Between interleaved memory and a block, only shuffles that stay within 128 bits are
@@ -138,6 +149,10 @@ template <int K, class T, class V = Vec<typename Mutable<T>::type, K>> TEVS_INLI
 template <int K, class T> TEVS_INLINE Cx<Vec<T, K>> read(Blocks<T> a, int64_t i) { return loadBlock<K>(a.p + 2 * i); }
 template <int K, class T> TEVS_INLINE Cx<Vec<T, K>> read(PartBlocks<T> a, int64_t i) { return {load<T, K>(a.re + i), load<T, K>(a.im + i)}; }
 
+// One part of a block: the real ones or, Part = 1, the imaginary ones.
+template <int K, int Part, class T> TEVS_INLINE T* partAt(Blocks<T> a, int64_t i) { return a.p + 2 * i + Part * K; }
+template <int K, int Part, class T> TEVS_INLINE T* partAt(PartBlocks<T> a, int64_t i) { return (Part ? a.im : a.re) + i; }
+
 template <class T, class V> TEVS_INLINE void write(Pairs<T> a, int64_t i, Cx<V> v) {
     if constexpr (kCount<V> == 1)
         storeBlock(a.p + 2 * i, v);
@@ -156,6 +171,8 @@ template <class T, class V> TEVS_INLINE void write(PartBlocks<T> a, int64_t i, C
 
 template <class T> TEVS_INLINE Pairs<T> operator+(Pairs<T> a, int64_t i) { return {a.p + 2 * i}; }
 template <class T> TEVS_INLINE Parts<T> operator+(Parts<T> a, int64_t i) { return {a.re + i, a.im + i}; }
+template <class T> TEVS_INLINE Blocks<T> operator+(Blocks<T> a, int64_t i) { return {a.p + 2 * i}; }
+template <class T> TEVS_INLINE PartBlocks<T> operator+(PartBlocks<T> a, int64_t i) { return {a.re + i, a.im + i}; }
 
 // Row r of K goes in, column r comes out; lanes in block order on both sides.
 template <class V, int K> TEVS_INLINE void transpose(V (&x)[K]) {
@@ -193,6 +210,161 @@ template <int K, class V> TEVS_INLINE void transpose(Cx<V>* x) {
     for (int l = 0; l < K; ++l) im[l] = x[l].im;
     transpose(im);
     for (int l = 0; l < K; ++l) x[l] = {re[l], im[l]};
+}
+
+// Lanes 0 and 1, or 2 and 3.
+TEVS_INLINE void storeLow(float* p, Vec<float, 4> v) { _mm_storel_pi(reinterpret_cast<__m64*>(p), (__m128)v); }
+TEVS_INLINE void storeHigh(float* p, Vec<float, 4> v) { _mm_storeh_pi(reinterpret_cast<__m64*>(p), (__m128)v); }
+
+// Block l of K, turned over, goes to i + stride l.
+template <int K, class To, class V> TEVS_INLINE void writeTurned(To to, int stride, Cx<V>* x) {
+    if constexpr (kFewRegisters && kGroup<V> == 4) {
+        // Halves of what the first half of the shuffles yields are stored where they belong: stores are free, and shuffles share their ports with additions.
+        const auto part = [&](auto at, auto of) TEVS_HERE {
+            for (int h = 0; h < 2; ++h) {
+                const V a = of(x[2 * h]), b = of(x[2 * h + 1]), low = zipped<0>(a, b), high = zipped<1>(a, b);
+                storeLow(at(0) + 2 * h, low);
+                storeHigh(at(1) + 2 * h, low);
+                storeLow(at(2) + 2 * h, high);
+                storeHigh(at(3) + 2 * h, high);
+            }
+        };
+        part([&](int l) TEVS_HERE { return partAt<K, 0>(to, stride * l); }, [](const Cx<V>& v) { return v.re; });
+        part([&](int l) TEVS_HERE { return partAt<K, 1>(to, stride * l); }, [](const Cx<V>& v) { return v.im; });
+    } else {
+        transpose<K>(x);
+        for (int l = 0; l < K; ++l) write(to, stride * l, x[l]);
+    }
+}
+
+// ---- DFTs from memory -----------------------------------------------------------------------------------------------------------------
+
+template <int J> using At = std::integral_constant<int, J>;
+
+// The outputs of radix 4 in the order 0 2 1 3, each given away before the next is formed: with what the caller does to an output, eight registers hold all.
+// re(j) and im(j) are parts of the inputs.
+template <class Re, class Im, class Emit> TEVS_INLINE void dft4InOrder(Re re, Im im, Emit emit) {
+    const auto r0 = re(0), r2 = re(2), sumR = r0 + r2, differenceR = r0 - r2;
+    const auto r1 = re(1), r3 = re(3), sumR1 = r1 + r3, differenceR1 = r1 - r3;
+    const auto evenR = sumR + sumR1, evenR2 = sumR - sumR1;
+    const auto i0 = im(0), i2 = im(2), sumI = i0 + i2, differenceI = i0 - i2;
+    const auto i1 = im(1), i3 = im(3), sumI1 = i1 + i3, differenceI1 = i1 - i3;
+    emit(At<0>{}, Cx{evenR, sumI + sumI1});
+    emit(At<2>{}, Cx{evenR2, sumI - sumI1});
+    emit(At<1>{}, Cx{differenceR + differenceI1, differenceI - differenceR1});
+    emit(At<3>{}, Cx{differenceR - differenceI1, differenceI + differenceR1});
+}
+
+// Radix 8: radix 4 over the sums of inputs four apart, and the rest from their differences. sumR(j) .. differenceI(j) are those.
+template <class SumR, class SumI, class DifferenceR, class DifferenceI, class Emit>
+TEVS_INLINE void dft8InOrder(SumR sumR, SumI sumI, DifferenceR differenceR, DifferenceI differenceI, Emit emit) {
+    using V = decltype(sumR(0));
+    dft4InOrder(sumR, sumI, [&](auto j, Cx<V> y) TEVS_HERE { emit(2 * j, y); });
+    const V h = same<V>(Element<V>(kSqrtHalf));
+    const V r1 = differenceR(1), i1 = differenceI(1), r3 = differenceR(3), i3 = differenceI(3);
+    const Cx<V> e = {r1 + i1, i1 - r1}, f = {i3 - r3, r3 + i3};
+    const Cx<V> s = {e.re + f.re, e.im - f.im}, t = {e.re - f.re, e.im + f.im};
+    const V r0 = differenceR(0), i2 = differenceI(2), i0 = differenceI(0), r2 = differenceR(2);
+    const Cx<V> p = {r0 + i2, i0 - r2};
+    emit(1, Cx<V>{fma(h, s.re, p.re), fma(h, s.im, p.im)});
+    emit(5, Cx<V>{fnma(h, s.re, p.re), fnma(h, s.im, p.im)});
+    const Cx<V> q = {r0 - i2, i0 + r2};
+    emit(3, Cx<V>{fma(h, t.im, q.re), fnma(h, t.re, q.im)});
+    emit(7, Cx<V>{fnma(h, t.im, q.re), fma(h, t.re, q.im)});
+}
+// All inputs are read before the first output.
+template <class V, class Value, class Emit> TEVS_INLINE void dft8OfValues(Value value, Emit emit) {
+    Cx<V> sum[4], difference[4];
+    for (int j = 0; j < 4; ++j) {
+        const auto a = value(j), b = value(j + 4);
+        sum[j] = a + b;
+        difference[j] = a - b;
+    }
+    const auto re = [](const Cx<V>* x) TEVS_HERE { return [=](int j) TEVS_HERE { return x[j].re; }; };
+    const auto im = [](const Cx<V>* x) TEVS_HERE { return [=](int j) TEVS_HERE { return x[j].im; }; };
+    dft8InOrder(re(sum), im(sum), re(difference), im(difference), emit);
+}
+
+// x w_16^J.
+template <int J, class V> TEVS_INLINE Cx<V> turnedBy16th(Cx<V> x) {
+    using T = Element<V>;
+    constexpr T h = T(kSqrtHalf), c = T(kCos16), s = T(kSin16);
+    if constexpr (J == 0) return x;
+    if constexpr (J == 1) return mul(x, c, -s);
+    if constexpr (J == 2) return {(x.re + x.im) * same<V>(h), (x.im - x.re) * same<V>(h)};
+    if constexpr (J == 3) return mul(x, s, -c);
+    if constexpr (J == 4) return {x.im, -x.re};
+    if constexpr (J == 6) return {(x.im - x.re) * same<V>(h), (x.re + x.im) * same<V>(-h)};
+    if constexpr (J == 9) return mul(x, -c, s);
+}
+
+// Radix 4 by 4, by way of memory. first(b, emit) does radix 4 over the inputs b, b + 4, b + 8 and b + 12. All are read before the first output.
+template <class V, class First, class Emit> TEVS_INLINE void dft16InOrder(First first, Emit emit) {
+    Cx<V> y[4][4];
+    const auto column = [&]<int B>(At<B>) TEVS_HERE { first(B, [&](auto j, Cx<V> x) TEVS_HERE { y[j.value][B] = turnedBy16th<j.value * B>(x); }); };
+    const auto row = [&]<int J>(At<J>) TEVS_HERE {
+        const auto re = [&](int b) TEVS_HERE { return y[J][b].re; };
+        const auto im = [&](int b) TEVS_HERE { return y[J][b].im; };
+        dft4InOrder(re, im, [&](int l, Cx<V> x) TEVS_HERE { emit(J + 4 * l, x); });
+    };
+    const auto each = [](auto f) TEVS_HERE {
+        f(At<0>{});
+        f(At<1>{});
+        f(At<2>{});
+        f(At<3>{});
+    };
+    each(column);
+    each(row);
+}
+
+// Hands the R outputs over the blocks at from + stride j to emit(j, y), j in no certain order. InPlace: emit may write where they lie.
+template <int K, int R, bool InPlace, class In, class Emit> TEVS_INLINE void dftOfBlocks(In from, int stride, Emit emit) {
+    using T = std::remove_pointer_t<decltype(partAt<K, 0>(from, 0))>;
+    using V = Vec<T, K>;
+    const auto re = [&](int j) TEVS_HERE { return load<T, K>(partAt<K, 0>(from, stride * j)); };
+    const auto im = [&](int j) TEVS_HERE { return load<T, K>(partAt<K, 1>(from, stride * j)); };
+    if constexpr (kFewRegisters && R == 4) {
+        dft4InOrder(re, im, emit);
+    } else if constexpr (kFewRegisters && R == 8 && InPlace) {
+        dft8OfValues<V>([&](int j) TEVS_HERE { return Cx<V>{re(j), im(j)}; }, emit);
+    } else if constexpr (kFewRegisters && R == 8) {
+        // Sums first: the inputs are read anew for the differences.
+        dft8InOrder([&](int j) TEVS_HERE { return re(j) + re(j + 4); }, [&](int j) TEVS_HERE { return im(j) + im(j + 4); },
+                    [&](int j) TEVS_HERE { return re(j) - re(j + 4); }, [&](int j) TEVS_HERE { return im(j) - im(j + 4); }, emit);
+    } else if constexpr (kFewRegisters && R == 16) {
+        const auto quarter = [&](int b, auto take) TEVS_HERE {
+            dft4InOrder([&](int j) TEVS_HERE { return re(b + 4 * j); }, [&](int j) TEVS_HERE { return im(b + 4 * j); }, take);
+        };
+        dft16InOrder<V>(quarter, emit);
+    } else {
+        Cx<V> x[R];
+        for (int j = 0; j < R; ++j) x[j] = {re(j), im(j)};
+        dft(x);
+        for (int j = 0; j < R; ++j) emit(j, x[j]);
+    }
+}
+
+// The R outputs over values that are read at once, parts together: both of a pair are used before the next is read.
+template <class Value, class Emit> TEVS_INLINE void dft4OfValues(Value value, Emit emit) {
+    const auto x0 = value(0), x2 = value(2), a = x0 + x2, b = x0 - x2;
+    const auto x1 = value(1), x3 = value(3), c = x1 + x3, d = x1 - x3;
+    emit(At<0>{}, a + c);
+    emit(At<2>{}, a - c);
+    emit(At<1>{}, minusI(b, d));
+    emit(At<3>{}, plusI(b, d));
+}
+template <int R, class Value, class Emit> TEVS_INLINE void dftOfValues(Value value, Emit emit) {
+    using V = decltype(value(0).re);
+    if constexpr (kFewRegisters && R == 4) {
+        dft4OfValues(value, emit);
+    } else if constexpr (kFewRegisters && R == 8) {
+        dft8OfValues<V>(value, emit);
+    } else {
+        Cx<V> x[R];
+        for (int j = 0; j < R; ++j) x[j] = value(j);
+        dft(x);
+        for (int j = 0; j < R; ++j) emit(j, x[j]);
+    }
 }
 
 }   // namespace

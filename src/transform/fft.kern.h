@@ -20,18 +20,12 @@ template <class T> constexpr int kBlock = (kRegisterBytes >= 32 ? 32 : 16) / int
 // n = N, s = 1: K values of p at a time. Each value's R results go out next to each other, turned over in registers.
 template <int K, int R, int M, bool Inverse, class In, class Out, class T> TEVS_PASS const T* firstPass(In src, Out dst, const T* __restrict w) {
     for (int p = 0; p < M; p += K) {
+        const auto from = src + p;
         Cx<Vec<T, K>> x[R];
-        for (int j = 0; j < R; ++j) {
-            x[j] = read<K>(src, p + M * j);
-            if (Inverse) x[j] = swapped(x[j]);
-        }
-        dft(x);
-        for (int j = 1; j < R; ++j) x[j] = mul(x[j], loadBlock<K>(w + 2 * K * (j - 1)));
+        dftOfValues<R>([&](int j) TEVS_HERE { return Inverse ? swapped(read<K>(from, M * j)) : read<K>(from, M * j); },
+                       [&](int j, auto y) TEVS_HERE { x[j] = j > 0 ? mul(y, loadBlock<K>(w + 2 * K * (j - 1))) : y; });
         w += 2 * K * (R - 1);
-        for (int g = 0; g < R; g += K) {
-            transpose<K>(x + g);
-            for (int l = 0; l < K; ++l) write(dst, R * (p + l) + g, x[g + l]);
-        }
+        for (int g = 0; g < R; g += K) writeTurned<K>(dst + (R * p + g), R, x + g);
     }
     return w;
 }
@@ -56,11 +50,9 @@ template <int K, int R, int M, int S, class In, class Out, class T> TEVS_PASS co
     for (int p = 0; p < M; ++p) {
         for (int i = 0; i < S; i += K) {
             const int q = i ^ order;
-            Cx<Vec<T, K>> x[R];
-            for (int j = 0; j < R; ++j) x[j] = read<K>(src, q + S * (p + M * j));
-            dft(x);
-            write(dst, q + S * R * p, x[0]);
-            for (int j = 1; j < R; ++j) write(dst, q + S * (R * p + j), mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+            const auto to = dst + (q + S * R * p);
+            dftOfBlocks<K, R, false>(src + (q + S * p), S * M,
+                                     [&](int j, auto y) TEVS_HERE { write(to, S * j, j > 0 ? mul(y, w[2 * j - 2], w[2 * j - 1]) : y); });
         }
         w += 2 * (R - 1);
     }
@@ -72,14 +64,11 @@ template <int K, int R, int S, bool Inverse, bool Scaled, class In, class Out, c
     const int order = qOrder<int(2 * sizeof(T)) * S>(src, dst, S - K);
     for (int i = 0; i < S; i += K) {
         const int q = i ^ order;
-        Cx<Vec<T, K>> x[R];
-        for (int j = 0; j < R; ++j) x[j] = read<K>(src, q + S * j);
-        dft(x);
-        for (int j = 0; j < R; ++j) {
-            auto y = Inverse ? swapped(x[j]) : x[j];
-            if (Scaled) y = times(y, scale);
-            write(dst, q + S * j, y);
-        }
+        const auto to = dst + q;
+        dftOfBlocks<K, R, true>(src + q, S, [&](int j, auto x) TEVS_HERE {
+            const auto y = Inverse ? swapped(x) : x;
+            write(to, S * j, Scaled ? times(y, scale) : y);
+        });
     }
 }
 
@@ -101,23 +90,15 @@ TEVS_INLINE void middlePasses(From from, To to, const T* w, Last last) {
 // First and last pass in one, N = K R, with nothing stored between.
 template <int K, int R, bool Inverse, bool Scaled, class In, class Out, class T> TEVS_INLINE void fused(In src, Out dst, const T* w, T scale) {
     Cx<Vec<T, K>> x[R];
-    for (int j = 0; j < R; ++j) {
-        x[j] = read<K>(src, K * j);
-        if (Inverse) x[j] = swapped(x[j]);
-    }
-    dft(x);
-    for (int j = 1; j < R; ++j) x[j] = mul(x[j], loadBlock<K>(w + 2 * K * (j - 1)));
+    dftOfValues<R>([&](int j) TEVS_HERE { return Inverse ? swapped(read<K>(src, K * j)) : read<K>(src, K * j); },
+                   [&](int j, auto y) TEVS_HERE { x[j] = j > 0 ? mul(y, loadBlock<K>(w + 2 * K * (j - 1))) : y; });
     for (int g = 0; g < R; g += K) transpose<K>(x + g);
-    for (int g = 0; g < R; g += K) {
-        Cx<Vec<T, K>> y[K];
-        for (int p = 0; p < K; ++p) y[p] = x[g + p];
-        dft(y);
-        for (int j = 0; j < K; ++j) {
-            auto z = Inverse ? swapped(y[j]) : y[j];
-            if (Scaled) z = times(z, scale);
-            write(dst, g + R * j, z);
-        }
-    }
+    for (int g = 0; g < R; g += K)
+        dftOfValues<K>([&](int p) TEVS_HERE { return x[g + p]; },
+                       [&](int j, auto y) TEVS_HERE {
+                           const auto z = Inverse ? swapped(y) : y;
+                           write(dst, g + R * j, Scaled ? times(z, scale) : z);
+                       });
 }
 
 // The data alternates between dst and work. The first pass turns it over and so needs another place than its source; the last one can run in place, where
@@ -159,14 +140,12 @@ TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, int t
         T* out = tile + 2 * Columns * R * p;
         for (int c = 0; c < Columns * tiles; c += Columns) {
             for (int q = 0; q < Columns; q += K) {
-                Cx<Vec<T, K>> x[R];
-                for (int j = 0; j < R; ++j) {
-                    x[j] = read<K>(column[j], step * p + c + q);
-                    if (Inverse) x[j] = swapped(x[j]);
-                }
-                dft(x);
-                storeBlock(out + 2 * q, x[0]);
-                for (int j = 1; j < R; ++j) storeBlock(out + 2 * (q + Columns * j), mul(x[j], w[2 * j - 2], w[2 * j - 1]));
+                const auto value = [&](int j) TEVS_HERE {
+                    const auto v = read<K>(column[j], step * p + c + q);
+                    return Inverse ? swapped(v) : v;
+                };
+                dftOfValues<R>(value,
+                               [&](int j, auto y) TEVS_HERE { storeBlock(out + 2 * (q + Columns * j), j > 0 ? mul(y, w[2 * j - 2], w[2 * j - 1]) : y); });
             }
             out += 2 * Columns * R * M;
         }
@@ -197,10 +176,7 @@ template <int Order, class T, class Emit> TEVS_INLINE void lastColumnPass(const 
     for (int k = 0; k < M; ++k)
         for (int t = 0; t < tiles; ++t)
             for (int q = 0; q < kColumns; q += K) {
-                Cx<Vec<T, K>> x[R];
-                for (int j = 0; j < R; ++j) x[j] = read<K>(at[t], q + kColumns * (k + M * j));
-                dft(x);
-                for (int j = 0; j < R; ++j) emit(k + M * j, t * kColumns + q, x[j]);
+                dftOfBlocks<K, R, false>(at[t] + (q + kColumns * k), kColumns * M, [&](int j, auto y) TEVS_HERE { emit(k + M * j, t * kColumns + q, y); });
             }
 }
 
@@ -227,7 +203,7 @@ template <int P, bool Inverse, class In, class Out, class T> TEVS_PASS void oute
     // would be a third stream as long as the data.
     const T* const lanes = t.outer;
     const T* const rows = t.outer + (2 * kColumns << P) + (int64_t{2} * (c / kColumns) << P);
-    const auto times = [=](Cx<Vec<T, K>> x, int row, int column) __attribute__((always_inline)) {
+    const auto times = [=](Cx<Vec<T, K>> x, int row, int column) TEVS_HERE {
         const T* const f = rows + (int64_t{2} * (column / kColumns) << P) + 2 * row;
         return mul(x, mul(loadBlock<K>(lanes + 2 * (row * kColumns + column % kColumns)), f[0], f[1]));
     };
@@ -263,7 +239,7 @@ TEVS_PASS void innerColumns(const FftTables<T>& t, Place data, int c, int fold, 
 // Blocks of a patch are taken along its diagonals: rows often lie multiples of 4096 bytes apart, and a load waits for an earlier store to such a distance.
 template <class T, bool Swap, class Place> void turnSquare(Place a, int64_t stride, int rows) {
     constexpr int K = kBlock<T>, kPatch = 32, kBlocks = kPatch / K;   // a patch's rows lie in as many pages, which the first level of the TLB holds
-    const auto exchange = [=](int i, int j) __attribute__((always_inline)) {
+    const auto exchange = [=](int i, int j) TEVS_HERE {
         Cx<Vec<T, K>> x[K], y[K];
         for (int l = 0; l < K; ++l) x[l] = read<K>(a, stride * (i + l) + j);
         transpose<K>(x);

@@ -20,23 +20,55 @@ template <class T> constexpr int tileColumns(int order) { return (order <= 6 ? 6
 struct Radices {
     int count = 0;
     int r[10] = {};
+    constexpr void push(int bits) { r[count++] = 1 << bits; }
 };
 
-// bits as passes of radix 8, and of radix 4 first where 3 does not divide it. With the eight registers of a 32-bit process a radix-8 pass spills most of
-// what it holds: there, as passes of radix 4, and one of radix 8 last where 2 does not divide it.
+// Passes over `bits` bits, after a first one where there is one.
+//
+// Eight registers hold little of what a pass holds in any radix, and what lies in memory anyway is read again for free: radix 16 then costs least where its 16
+// streams do not fall into the same few sets of the first cache, up to 32 KiB; from there on radix 8. The pass that turns over takes radix 4.
 #ifdef __i386__
-constexpr int kFirstRadix = 4;
-#else
-constexpr int kFirstRadix = 8;
-#endif
-constexpr Radices radicesOf(int bits, Radices before = {}) {
-    while (bits > 0) {
-        const int b = kFirstRadix == 4 ? (bits == 3 ? 3 : 2) : bits % 3 == 0 ? 3 : 2;
-        before.r[before.count++] = 1 << b;
-        bits -= b;
+constexpr int kTurningBits = 2;
+constexpr Radices radicesOf(int bits, Radices r = {}) {
+    r.push(2);
+    bits -= 2;
+    if (bits == 4) {
+        r.push(4);
+        return r;
     }
-    return before;
+    for (; bits % 3 != 0; bits -= 2) r.push(2);
+    for (; bits > 0; bits -= 3) r.push(3);
+    return r;
 }
+template <class T> constexpr Radices radicesAfterTurning(int order, Radices r) {
+    int bits = order - kTurningBits;
+    if (2 * int(sizeof(T)) << order <= 32 << 10) {
+        if (bits % 4 == 1 || bits % 4 == 3) {
+            r.push(3);
+            bits -= 3;
+        }
+        if (bits % 4 == 2) {
+            r.push(2);
+            bits -= 2;
+        }
+        for (; bits > 0; bits -= 4) r.push(4);
+        return r;
+    }
+    for (bits -= 2; bits % 3 != 0; bits -= 2) r.push(2);
+    for (; bits > 0; bits -= 3) r.push(3);
+    r.push(2);
+    return r;
+}
+#else
+// Radix 8, and radix 4 first where 3 does not divide the bits.
+constexpr int kTurningBits = 3;
+constexpr Radices radicesOf(int bits, Radices r = {}) {
+    for (; bits % 3 != 0; bits -= 2) r.push(2);
+    for (; bits > 0; bits -= 3) r.push(3);
+    return r;
+}
+template <class T> constexpr Radices radicesAfterTurning(int order, Radices r) { return radicesOf(order - kTurningBits, r); }
+#endif
 
 // Orders whose transform is one kernel in registers: N = lanes x radix, two passes with nothing stored between.
 template <class T> constexpr int fusedLanes(int order, int lanes) {
@@ -56,9 +88,8 @@ template <class T> constexpr Radices passesOf(int order, int lanes) {
         r.r[1] = fused;
         return r;
     }
-    r.count = 1;
-    r.r[0] = kFirstRadix;
-    return radicesOf(order - (kFirstRadix == 8 ? 3 : 2), r);
+    r.push(kTurningBits);
+    return radicesAfterTurning<T>(order, r);
 }
 
 // Large orders: the orders of P and Q, Q being P, 2 P or 4 P. Where P = Q would put all rows of both sweeps at a distance of 4096 bytes, in the same few sets

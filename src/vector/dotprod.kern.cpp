@@ -29,40 +29,51 @@ template <class S, class T = S> struct Doubled {
 
 // ---- floats -----------------------------------------------------------------------------------------------------------------------------
 
-struct Products : Additive {
+template <bool Fused> struct Products : Additive {
     template <class V, class> TEVS_INLINE V start() const { return V{}; }
-    template <class V> TEVS_INLINE V step(V s, V a, V b) const { return fma(a, b, s); }
+    template <class V> TEVS_INLINE V step(V s, V a, V b) const { return Fused ? fma(a, b, s) : s + a * b; }
     template <class V> TEVS_INLINE double finish(V s) const { return sumOfLanes(s); }
 };
-struct MixedProducts : Products {
+template <bool Fused> struct MixedProducts : Products<Fused> {
     template <class V> TEVS_INLINE Complex64f finish(V s) const {
         const auto parts = foldLanes<2>(s, plus);
         return {parts[0], parts[1]};
     }
 };
 // a * b has the products of equal parts, a * (b with its parts exchanged) those of unequal ones.
-struct ComplexProducts : Additive {
+template <bool Fused> struct ComplexProducts : Additive {
     template <class V, class> TEVS_INLINE Two<V> start() const { return Two<V>{}; }
-    template <class V> TEVS_INLINE Two<V> step(Two<V> s, V a, V b) const { return {fma(a, b, s.a), fma(a, swapPairs(b), s.b)}; }
+    template <class V> TEVS_INLINE Two<V> step(Two<V> s, V a, V b) const {
+        constexpr Products<Fused> sum;
+        return {sum.step(s.a, a, b), sum.step(s.b, a, swapPairs(b))};
+    }
     template <class V> TEVS_INLINE Complex64f finish(Two<V> s) const {
         const auto equal = foldLanes<2>(s.a, plus);
         return {equal[0] - equal[1], sumOfLanes(s.b)};
     }
 };
 
-double real32f(const float* a, const float* b, int n) { return reduce<kDoubles, 2, kTurns / 2>(n, Products{}, WideElements<float>{a}, WideElements<float>{b}); }
+// Sums of elements that come through a conversion, which takes longer than fused steps wait if four take turns.
+constexpr int kWideTurns = 4;
+
+double real32f(const float* a, const float* b, int n) {
+    return reduce<kDoubles, 2, kWideTurns>(n, Products<true>{}, WideElements<float>{a}, WideElements<float>{b});
+}
 Complex64f mixed32f(const float* a, const Complex32f* b, int n) {
-    return reduce<kDoubles, 2, kTurns / 2>(partCount<Complex32f>(n), MixedProducts{}, Doubled<float, double>{a}, WideElements<float>{partsOf(b)});
+    return reduce<kDoubles, 2, kWideTurns>(partCount<Complex32f>(n), MixedProducts<true>{}, Doubled<float, double>{a}, WideElements<float>{partsOf(b)});
 }
 Complex64f complex32f(const Complex32f* a, const Complex32f* b, int n) {
-    return reduce<kDoubles, 2, kTurns / 2>(partCount<Complex32f>(n), ComplexProducts{}, WideElements<float>{partsOf(a)}, WideElements<float>{partsOf(b)});
+    return reduce<kDoubles, 2, kTurns / 2>(partCount<Complex32f>(n), ComplexProducts<true>{}, WideElements<float>{partsOf(a)}, WideElements<float>{partsOf(b)});
 }
-double real64f(const double* a, const double* b, int n) { return reduce<kDoubles, 2, kTurns>(n, Products{}, Elements<double>{a}, Elements<double>{b}); }
+double real64f(const double* a, const double* b, int n) {
+    return reduce<kDoubles, 2, kTurns>(n, Products<kFusedTurns>{}, Elements<double>{a}, Elements<double>{b});
+}
 Complex64f mixed64f(const double* a, const Complex64f* b, int n) {
-    return reduce<kDoubles, 2, kTurns>(partCount<Complex64f>(n), MixedProducts{}, Doubled<double>{a}, Elements<double>{partsOf(b)});
+    return reduce<kDoubles, 2, kTurns>(partCount<Complex64f>(n), MixedProducts<kFusedTurns>{}, Doubled<double>{a}, Elements<double>{partsOf(b)});
 }
 Complex64f complex64f(const Complex64f* a, const Complex64f* b, int n) {
-    return reduce<kDoubles, 2, kTurns / 2>(partCount<Complex64f>(n), ComplexProducts{}, Elements<double>{partsOf(a)}, Elements<double>{partsOf(b)});
+    return reduce<kDoubles, 2, kTurns / 2>(partCount<Complex64f>(n), ComplexProducts<kFusedTurns>{}, Elements<double>{partsOf(a)},
+                                           Elements<double>{partsOf(b)});
 }
 
 // ---- 16 bits ------------------------------------------------------------------------------------------------------------------------------

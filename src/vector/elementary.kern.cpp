@@ -262,9 +262,9 @@ template <class S, class D, class F> TEVS_INLINE void careful(const S* src, D* d
                 return isLess(constant<V>(0.5 - 0x1p-18), abs(v - ((v + whole) - whole)));
             });
             if (any(doubtful)) [[unlikely]] {
-                const auto lanes = join(doubtful.a, doubtful.b);
+                constexpr int half = w.n / 2;
                 for (int i = 0; i < w.n; ++i)
-                    if (lanes[i]) ints[i] = exact(double(s[i]), factor);
+                    if (i < half ? doubtful.a[i] : doubtful.b[i - half]) ints[i] = exact(double(s[i]), factor);
             }
             return narrowTo<D>(ints);
         },

@@ -11,7 +11,7 @@ using Register = Vec<uint8_t, kRegisterBytes>;
 constexpr ptrdiff_t kWidth = sizeof(Register);
 
 TEVS_INLINE Register repeated(__m128i v) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     return (Register)_mm256_broadcastsi128_si256(v);
 #else
     return (Register)v;
@@ -173,7 +173,7 @@ template <class T> void onlyImag(const void* im, void* dst, ptrdiff_t n) {
 
 // 16-bit lanes, saturated. A vector shorter than a register is computed in one.
 template <class V> TEVS_INLINE V subtractSaturated(V a, V b) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32) return (V)_mm256_subs_epi16((__m256i)a, (__m256i)b);
 #endif
     if constexpr (sizeof(V) == 16) return (V)_mm_subs_epi16((__m128i)a, (__m128i)b);

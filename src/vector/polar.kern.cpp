@@ -194,7 +194,7 @@ template <class Op, class T, class Z, class D> constexpr FromParts<T, Z, D> kOfP
 
 // The squares of interleaved parts need not be taken apart before they are summed.
 TEVS_INLINE Vec<float, 4> fourPowers(const float* p) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     const auto x = loadWide<4>(p), y = loadWide<4>(p + 4), s = x * x, t = y * y;
     const auto power = (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)(blockLow(s, t) + blockHigh(s, t)));   // 0 2 1 3
     return __builtin_shufflevector(power, power, 0, 2, 1, 3);

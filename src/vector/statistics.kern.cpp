@@ -54,7 +54,7 @@ Complex64s sum16sc(const Complex16s* src, int n) {
 int64_t sum32s(const int32_t* src, int n) { return reduceBlocks<kLanes<int32_t>, 4, kTurns / 2>(n, Sum32{}, Elements<int32_t>{src}); }
 
 struct SquareSum : PlainSum {
-    template <class V> TEVS_INLINE V step(V s, V x) const { return fma(x, x, s); }
+    template <class V> TEVS_INLINE V step(V s, V x) const { return kFusedTurns ? fma(x, x, s) : s + x * x; }
 };
 float singleSquares32f(const float* src, int n) { return reduce<kLanes<float>, 4, kTurns>(n, SquareSum{}, Elements<float>{src}); }
 

@@ -21,8 +21,8 @@ int machineLevel() {
             for (std::istringstream words(line); words >> word;) flags.insert(word);
     const auto has = [&](std::initializer_list<const char*> all) { return std::ranges::all_of(all, [&](const char* f) { return flags.contains(f); }); };
     if (!has({"sse4_1"})) return 0;
-    if (kHighestLevel == 1 || !has({"avx2", "fma", "bmi1", "bmi2"})) return 1;
-    return has({"avx512f", "avx512bw", "avx512dq", "avx512vl"}) ? 3 : 2;
+    if (!has({"avx2", "fma", "bmi1", "bmi2", "f16c"})) return 1;
+    return kHighestLevel >= 3 && has({"avx512f", "avx512bw", "avx512dq", "avx512vl"}) ? 3 : 2;
 }
 
 // One digit caps the level, though not below the base; anything else has no effect.
@@ -36,7 +36,7 @@ int cappedLevel() {
 TEST(Dispatch, EveryFamilyAtItsHighestAllowedLevel) {
     const int level = cappedLevel();
 #ifdef __i386__
-#define LEVEL(name) (name == &level0::name ? 0 : name == &level1::name ? 1 : -1)
+#define LEVEL(name) (name == &level0::name ? 0 : name == &level1::name ? 1 : name == &level2::name ? 2 : -1)
 #else
 #define LEVEL(name) (name == &level1::name ? 1 : name == &level2::name ? 2 : name##TopLevel >= 3 && name == &level3::name ? 3 : -1)
 #endif

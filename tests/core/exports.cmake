@@ -1,5 +1,5 @@
 # The two interfaces as a whole: every declared function links from C, the libraries export what is declared and nothing else, every header is named where
-# a reader looks, and no kernel object holds a symbol that could stand in for code of another level.
+# a reader looks, no kernel object holds a symbol that could stand in for code of another level, and no 32-bit code is on more than 128 bits.
 set(exports_dir ${CMAKE_CURRENT_LIST_DIR})
 set(exports_work ${CMAKE_CURRENT_BINARY_DIR}/exports)
 file(GLOB public_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/*.h ${PROJECT_SOURCE_DIR}/include/tevs/*.h)
@@ -26,5 +26,9 @@ target_sources(core_environment_test PRIVATE ${exports_work}/tevs_functions.cpp)
 
 file(GENERATE OUTPUT ${exports_work}/kernel_objects.txt CONTENT "$<JOIN:${TEVS_KERNEL_OBJECTS},\n>\n")
 add_test(NAME core/kernel_objects COMMAND ${CMAKE_COMMAND} -DNM=${CMAKE_NM} -DLIST=${exports_work}/kernel_objects.txt -P ${exports_dir}/kernel_objects.cmake)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    add_test(NAME core/registers COMMAND ${CMAKE_COMMAND} -DOBJDUMP=${CMAKE_OBJDUMP} -DTEVS=$<TARGET_FILE:tevs> -DTEVCORE=$<TARGET_FILE:tevcore>
+             -P ${exports_dir}/registers.cmake)
+endif()
 
 add_test(NAME core/listed COMMAND ${CMAKE_COMMAND} -DSOURCE=${PROJECT_SOURCE_DIR} -P ${exports_dir}/listed.cmake)

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 
+#include "support/control_words.h"
 #include "support/erased.h"
 #include "tevcore.h"
 #include "tevs.h"
@@ -351,26 +352,6 @@ inline void checkThreads(const Api& api, size_t taps, const Factors* rates, size
         ASSERT_TRUE(same(want, both.slice(0, want.size()))) << where;
         ASSERT_TRUE(same(pastAfter(x, past), apart.past()) && same(pastAfter(x, past), inPlace.past())) << where;
     }
-}
-
-// The same bits in any rounding mode, and where subnormals are flushed though none are there; and what the caller had set is left.
-template <class Run> void checkControlWords(Run run) {
-    const auto want = run();
-    const uint32_t word = tev_set_cw_ssx(0x1f80);
-    for (uint32_t other : {0x1f80u | 3 << 13, 0x1f80u | 2 << 13, 0x1f80u | 1 << 13 | 0x8040}) {
-        const uint16_t extended = uint16_t(0x033f | (other >> 3 & 0x0c00));
-        uint16_t before, after;
-        asm volatile("fnstcw %0" : "=m"(before));
-        asm volatile("fldcw %0" : : "m"(extended));
-        tev_set_cw_ssx(other);
-        const auto got = run();
-        EXPECT_EQ(tev_set_cw_ssx(0x1f80) & ~0x3fu, other & ~0x3fu);
-        asm volatile("fnstcw %0" : "=m"(after));
-        asm volatile("fldcw %0" : : "m"(before));
-        EXPECT_EQ(after & 0x0f00, extended & 0x0f00);
-        EXPECT_TRUE(same(want, got)) << std::hex << other;
-    }
-    tev_set_cw_ssx(word);
 }
 
 }   // namespace test

@@ -195,7 +195,7 @@ TEST_P(Multirate, ControlWordsChangeNothing) {
     const Factors f{2, 0, 3, 1};
     const auto t = randomTaps(api, 70);
     const auto x = randomVector(api.sample, 6000);
-    checkControlWords([&] {
+    expectOwnModes([&] {
         Threads two(2);
         Vector y(api.sample, 4000), line(api.sample, 35);
         Filter(api, t, nullptr, true, &f).block(x, y, 1900, 3);

@@ -88,6 +88,11 @@ template <class T> void canonical(T& x) {
     }
 }
 
+// f(len) for every length from 1 to 70 and a long one, where what an element becomes depends on more than itself.
+template <class F> void eachLength(F f) {
+    for (int len = 1; len <= 71; ++len) f(len == 71 ? 1003 : len);
+}
+
 // What tells results of one level or ABI from another's, all in a number; going on from h.
 inline uint64_t hashOf(const void* p, size_t bytes, uint64_t h = 14695981039346656037u) {
     for (size_t i = 0; i < bytes; ++i) h = (h ^ static_cast<const unsigned char*>(p)[i]) * 1099511628211u;

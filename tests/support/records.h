@@ -20,7 +20,7 @@
 
 namespace test {
 
-struct Sizes {
+struct Sizes {   // rows of tables, whose braces are left out
     int order, spec, init, work;
 };
 

@@ -155,49 +155,25 @@ TEST(FftInteger, IgnoresAndKeepsTheCallersRounding) {
 }
 
 TEST(FftIntegerRecord, Sizes) {
-    constexpr Sizes c16[] = {
-        {4, 352, 64, 288}, {10, 9424, 1072, 16416}, {15, 295120, 32816, 524320}, {16, 622800, 65584, 557088}, {20, 9568464, 1048624, 8519712}};
+    constexpr Sizes c16[] = {4, 352, 64, 288, 10, 9424, 1072, 16416, 15, 295120, 32816, 524320, 16, 622800, 65584, 557088, 20, 9568464, 1048624, 8519712};
     constexpr Sizes c16sc[] = {{0, 68, 0, 0}, {1, 112, 32, 32}, {2, 128, 32, 48}, {3, 160, 32, 80}};
     constexpr Sizes c16s[] = {{0, 68, 0, 0}, {1, 112, 32, 40}, {2, 128, 32, 64}, {3, 160, 32, 112}};
     constexpr Sizes c16Accurate[] = {{0, 68, 0, 0}, {1, 176, 16, 32}, {3, 176, 16, 80}};
     constexpr Sizes r16[] = {{10, 8912, 1072, 8232}, {15, 278736, 32816, 262184}, {16, 557264, 65584, 524328}, {20, 9044176, 1048624, 4325416}};
     constexpr Sizes r16s[] = {{0, 68, 0, 0}, {1, 128, 32, 32}, {2, 144, 32, 40}, {3, 192, 32, 56}, {4, 240, 64, 88}};
     constexpr Sizes r16Accurate[] = {{0, 68, 0, 0}, {1, 176, 16, 32}, {3, 176, 16, 56}, {4, 240, 64, 88}};
-    constexpr Sizes c32[] = {{0, 148, 0, 16},
-                             {1, 148, 0, 32},
-                             {3, 148, 0, 128},
-                             {4, 464, 80, 544},
-                             {10, 17600, 2096, 32800},
-                             {15, 590016, 65584, 557088},
-                             {16, 1179840, 131120, 1114144},
-                             {20, 17957056, 2097200, 16908320}};
-    constexpr Sizes r32[] = {{0, 148, 0, 24},
-                             {1, 148, 0, 32},
-                             {3, 148, 0, 80},
-                             {4, 276, 80, 144},
-                             {10, 17076, 2096, 16432},
-                             {15, 573620, 65584, 294960},
-                             {16, 1114292, 131120, 557104},
-                             {20, 17432756, 2097200, 8519728}};
-    constexpr Sizes r16s32s[] = {{0, 144, 0, 12},
-                                 {1, 144, 0, 16},
-                                 {3, 144, 0, 40},
-                                 {4, 208, 64, 72},
-                                 {10, 8880, 1072, 8232},
-                                 {15, 278704, 32816, 262184},
-                                 {16, 557232, 65584, 524328},
-                                 {20, 9044144, 1048624, 4325416}};
+    constexpr Sizes c32[] = {0,  148,   0,    16,    1,  148,    0,     32,     3,  148,     0,      128,     4,  464,      80,      544,
+                             10, 17600, 2096, 32800, 15, 590016, 65584, 557088, 16, 1179840, 131120, 1114144, 20, 17957056, 2097200, 16908320};
+    constexpr Sizes r32[] = {0,  148,   0,    24,    1,  148,    0,     32,     3,  148,     0,      80,     4,  276,      80,      144,
+                             10, 17076, 2096, 16432, 15, 573620, 65584, 294960, 16, 1114292, 131120, 557104, 20, 17432756, 2097200, 8519728};
+    constexpr Sizes r16s32s[] = {0,  144,  0,    12,   1,  144,    0,     16,     3,  144,    0,     40,     4,  208,     64,      72,
+                                 10, 8880, 1072, 8232, 15, 278704, 32816, 262184, 16, 557232, 65584, 524328, 20, 9044144, 1048624, 4325416};
     for (int hint : {0, 1, 2, 99}) {
         const auto check = [&](const Kind& kind, std::span<const Sizes> rows) {
             expectSizes(kind, hint, rows, 28, [&](int order) { return !isShort(kind) && order <= (kind.name[0] == 'R' ? 4 : 3) ? 16 : 0; });
         };
-        check(kC16sc, c16);
-        check(kC16s, c16);
-        check(kR16s, r16);
-        check(kC32sc, c32);
-        check(kC32s, c32);
-        check(kR32s, r32);
-        check(kR16s32s, r16s32s);
+        check(kC32sc, c32), check(kC32s, c32), check(kR32s, r32), check(kR16s32s, r16s32s);
+        check(kC16sc, c16), check(kC16s, c16), check(kR16s, r16);
         const bool accurate = hint == HintAccurate;
         check(kC16sc, accurate ? std::span<const Sizes>(c16Accurate) : c16sc);
         check(kC16s, accurate ? std::span<const Sizes>(c16Accurate) : c16s);
@@ -213,11 +189,8 @@ TEST(FftIntegerRecord, LiesAnywhere) {
     });
 }
 
-TEST(FftIntegerRecord, ChecksInOrder) {
-    for (const Kind* kind : kKinds) expectChecks(*kind, kKinds);
-}
-
 TEST(FftInteger, ChecksInOrder) {
+    for (const Kind* kind : kKinds) expectChecks(*kind, kKinds);
     forEachForm([](const auto& form) { expectCallChecks(form); });
     // Each of four arrays.
     const auto record = test::record(kC32s, 3, NoScale);

@@ -43,6 +43,9 @@ template <class T> struct Library;
         static inline const Form<T, T> kPairsForms[] = TEVS_COMPLEX_FORMS(kPairs, c, , _I, Pairs);                                         \
         static inline const Form<T, T> kPartsForms[] = TEVS_COMPLEX_FORMS(kParts, f, , _I, Parts);                                         \
         static inline const Form<T, T> kRealForms[] = TEVS_REAL_FORMS(kReal, f, , _I);                                                     \
+        static Status forwardParts(const T* re, const T* im, T* toRe, T* toIm, const Record& spec) {                                       \
+            return tevsFFTFwd_CToC_##f(re, im, toRe, toIm, static_cast<const FFTSpec_C_##f*>(spec.get()), nullptr);                        \
+        }                                                                                                                                  \
     };
 TEVS_LIBRARY(float, 32fc, 32f, 4)
 TEVS_LIBRARY(double, 64fc, 64f, 7)
@@ -56,10 +59,8 @@ template <class T, class Check> void eachForm(const Check& check) {
 }
 
 template <class T> class Fft : public testing::Test {};
-template <class T> class FftRecord : public testing::Test {};
 using Precisions = testing::Types<float, double>;
 TYPED_TEST_SUITE(Fft, Precisions);
-TYPED_TEST_SUITE(FftRecord, Precisions);
 
 // ---- results ----------------------------------------------------------------------------------------------------------------------
 
@@ -101,7 +102,7 @@ template <class T> Values impulseResponse(const Record& spec, int order, size_t 
 // there is no factor but i.
 TYPED_TEST(Fft, ImpulsesGiveRoots) {
     // Units, by order; measured, and a little. sqrt(1/2) is off by 0.14 units in single, by 0.44 in double precision.
-    constexpr double kSingle[] = {0, 0, 0, 0.3, 0.55, 0.9, 1.65, 2.2, 2.9, 3.5}, kDouble[] = {0, 0, 0, 0.65, 0.65, 1.2, 1.65, 2.9, 3.5, 5.2};
+    constexpr double kSingle[] = {0, 0, 0, 0.3, 0.55, 0.9, 1.65, 2.2, 2.9, 3.5}, kDouble[] = {0, 0, 0, 0.65, 0.9, 1.2, 1.65, 2.9, 3.5, 5.2};
     const auto& kWorst = sizeof(TypeParam) == 4 ? kSingle : kDouble;
     for (int order = 0; order <= 9; ++order) {
         const size_t n = samples(order);
@@ -190,13 +191,6 @@ TYPED_TEST(Fft, CcsHasZerosAndNeedsNone) {
     }
 }
 
-Status forwardParts(const float* a, const float* b, float* c, float* d, const void* spec) {
-    return tevsFFTFwd_CToC_32f(a, b, c, d, static_cast<const FFTSpec_C_32f*>(spec), nullptr);
-}
-Status forwardParts(const double* a, const double* b, double* c, double* d, const void* spec) {
-    return tevsFFTFwd_CToC_64f(a, b, c, d, static_cast<const FFTSpec_C_64f*>(spec), nullptr);
-}
-
 // Any array of a source may be any of the destination.
 TYPED_TEST(Fft, ArraysMayBeShared) {
     using T = TypeParam;
@@ -213,7 +207,7 @@ TYPED_TEST(Fft, ArraysMayBeShared) {
         for (const auto& at : kSharings) {
             std::vector<T> arrays[3] = {re, im, std::vector<T>(n)};
             const auto p = [&](int i) { return arrays[at[i]].data(); };
-            ASSERT_EQ(forwardParts(p(0), p(1), p(2), p(3), spec.get()), StatusOk);
+            ASSERT_EQ(L::forwardParts(p(0), p(1), p(2), p(3), spec), StatusOk);
             EXPECT_TRUE(std::equal(want.begin(), want.begin() + ptrdiff_t(n), p(2)) && std::equal(want.begin() + ptrdiff_t(n), want.end(), p(3)))
                 << "order " << order << " sharing " << at[0] << at[1] << at[2] << at[3];
         }
@@ -254,71 +248,42 @@ TYPED_TEST(Fft, OneRecordServesManyThreads) {
         });
 }
 
-constexpr Sizes kComplex32[] = {{0, 96, 0, 0},
-                                {1, 96, 0, 0},
-                                {3, 96, 0, 0},
-                                {4, 272, 48, 144},
-                                {10, 9344, 1056, 8208},
-                                {15, 295040, 32800, 262160},
-                                {16, 622720, 65568, 32784},
-                                {20, 9568384, 1048608, 131088}};
-constexpr Sizes kReal32[] = {{0, 96, 0, 0},
-                             {1, 96, 0, 0},
-                             {3, 96, 0, 0},
-                             {4, 160, 48, 0},
-                             {10, 8832, 1056, 4112},
-                             {15, 278656, 32800, 131088},
-                             {16, 557184, 65568, 262160},
-                             {20, 9044096, 1048608, 131088}};
+constexpr Sizes kComplex32[] = {0,  96,   0,    0,    1,  96,     0,     0,      3,  96,     0,     0,     4,  272,     48,      144,
+                                10, 9344, 1056, 8208, 15, 295040, 32800, 262160, 16, 622720, 65568, 32784, 20, 9568384, 1048608, 131088};
+constexpr Sizes kReal32[] = {0,  96,   0,    0,    1,  96,     0,     0,      3,  96,     0,     0,      4,  160,     48,      0,
+                             10, 8832, 1056, 4112, 15, 278656, 32800, 131088, 16, 557184, 65568, 262160, 20, 9044096, 1048608, 131088};
 
-constexpr Sizes kComplex64[] = {{0, 100, 0, 0},
-                                {3, 100, 0, 0},
-                                {4, 416, 64, 272},
-                                {10, 17552, 2080, 16400},
-                                {13, 139408, 16416, 131088},
-                                {14, 311440, 32800, 32784},
-                                {15, 589968, 65568, 32784},
-                                {16, 1179792, 131104, 65552},
-                                {20, 17957008, 2097184, 131088}};
-constexpr Sizes kReal64[] = {{0, 100, 0, 0},
-                             {3, 100, 0, 0},
-                             {4, 228, 64, 0},
-                             {10, 17028, 2080, 8208},
-                             {15, 573572, 65568, 32784},
-                             {16, 1114244, 131104, 32784},
-                             {20, 17432708, 2097184, 131088}};
+constexpr Sizes kComplex64[] = {3,  100,    0,     0,     4,  416,    64,    272,   10, 17552,   2080,   16400, 13, 139408,   16416,   131088,
+                                14, 311440, 32800, 32784, 15, 589968, 65568, 32784, 16, 1179792, 131104, 65552, 20, 17957008, 2097184, 131088};
+constexpr Sizes kReal64[] = {0,    100,  0,  0,      3,     100,   0,  0,       4,      228,   64, 0,        10,      17028,
+                             2080, 8208, 15, 573572, 65568, 32784, 16, 1114244, 131104, 32784, 20, 17432708, 2097184, 131088};
 
-TYPED_TEST(FftRecord, Sizes) {
+TYPED_TEST(Fft, RecordSizes) {
     using L = Library<TypeParam>;
     constexpr bool kSingle = sizeof(TypeParam) == 4;
-    const auto noMore = [](int) { return 0; };
-    const std::span<const Sizes> complex = kSingle ? std::span<const Sizes>(kComplex32) : kComplex64,
-                                 real = kSingle ? std::span<const Sizes>(kReal32) : kReal64;
-    expectSizes(L::kPairs, 99, complex, kSingle ? 28 : 27, noMore);
-    expectSizes(L::kParts, 99, complex, kSingle ? 28 : 27, noMore);
-    expectSizes(L::kReal, 99, real, kSingle ? 28 : 27, noMore);
+    for (const Kind* kind : {&L::kPairs, &L::kParts, &L::kReal}) {
+        const bool real = kind == &L::kReal;
+        const std::span<const Sizes> single = real ? std::span<const Sizes>(kReal32) : kComplex32, wide = real ? std::span<const Sizes>(kReal64) : kComplex64;
+        expectSizes(*kind, 99, kSingle ? single : wide, kSingle ? 28 : 27, [](int) { return 0; });
+    }
 }
 
-TYPED_TEST(FftRecord, LiesAnywhere) {
+TYPED_TEST(Fft, RecordLiesAnywhere) {
     using L = Library<TypeParam>;
     for (int order = 0; order <= 18; ++order)
         for (const auto* form : {&L::kPairsForms[0], &L::kPartsForms[0], &L::kRealForms[0]}) expectInitAnywhere(*form, order, HintFast, order < 12 ? 1 : 7);
 }
 
-TYPED_TEST(FftRecord, ChecksInOrder) {
-    using L = Library<TypeParam>;
-    const Kind* const all[] = {&L::kPairs, &L::kParts, &L::kReal};
-    for (const Kind* kind : all) expectChecks(*kind, all);
-}
-
 TYPED_TEST(Fft, ChecksInOrder) {
     using T = TypeParam;
+    const Kind* const all[] = {&Library<T>::kPairs, &Library<T>::kParts, &Library<T>::kReal};
+    for (const Kind* kind : all) expectChecks(*kind, all);
     eachForm<T>([](const auto& form) { expectCallChecks(form); });
     const auto spec = record(Library<T>::kParts, 5, NoScale);
     std::vector<T> a(32), b(32);
     for (int missing = 0; missing < 4; ++missing) {
         const auto p = [&](int i, std::vector<T>& v) { return i == missing ? nullptr : v.data(); };
-        EXPECT_EQ(forwardParts(p(0, a), p(1, a), p(2, b), p(3, b), spec.get()), StatusNullPtr) << missing;
+        EXPECT_EQ(Library<T>::forwardParts(p(0, a), p(1, a), p(2, b), p(3, b), spec), StatusNullPtr) << missing;
     }
     EXPECT_TRUE(std::all_of(b.begin(), b.end(), [](T x) { return x == 0; }));
 }

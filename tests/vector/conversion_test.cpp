@@ -195,40 +195,30 @@ TEST(Half, FromInteger) {
 struct Channels {
     std::vector<std::unique_ptr<Guarded<float>>> guarded;
     std::vector<float*> pointers;
-    Channels(size_t n, const std::vector<float>& samples) {
-        for (size_t k = 0; k < n; ++k) {
-            guarded.push_back(std::make_unique<Guarded<float>>(samples.size() / n, Place{int(k % 4 * 4), k % 2 == 0}));
+    Channels(int n, int len) {
+        for (int k = 0; k < n; ++k) {
+            guarded.push_back(std::make_unique<Guarded<float>>(size_t(len), Place{k % 4 * 4, k % 2 == 0}));
             pointers.push_back(guarded.back()->data());
         }
-        for (size_t i = 0; i < samples.size(); ++i) pointers[i % n][i / n] = samples[i];
     }
-    std::vector<float> samples() const {
-        std::vector<float> v(pointers.size() * guarded[0]->size());
-        for (size_t i = 0; i < v.size(); ++i) v[i] = pointers[i % pointers.size()][i / pointers.size()];
-        return v;
-    }
+    float& sample(size_t i) { return pointers[i % pointers.size()][i / pointers.size()]; }
 };
 
 template <class D, class Join> void joins(Join join, int scale, int nChannels, int chanLen) {
     const auto data = floats<float, D>(size_t(nChannels) * size_t(chanLen), scale);
-    const Channels src(size_t(nChannels), data);
+    Channels src(nChannels, chanLen);
+    for (size_t i = 0; i < data.size(); ++i) src.sample(i) = data[i];
     Guarded<D> dst(data.size(), Place{1, true});
-    const auto call = [&](const float*, D* d, int) {
-        const Status s = join(src.pointers.data(), nChannels, chanLen, dst.data());
-        std::copy_n(dst.data(), dst.size(), d);
-        return s;
-    };
-    const auto want = [=](float x) { return integer<D>(x, false, scale); };
-    ASSERT_TRUE(agrees<D>(call, of(data), want)) << nChannels << " channels of " << chanLen;
-    ASSERT_TRUE(dst.intact());
+    ASSERT_EQ(join(src.pointers.data(), nChannels, chanLen, dst.data()), StatusOk);
+    std::vector<D> want;
+    for (float x : data) want.push_back(integer<D>(x, false, scale));
+    ASSERT_TRUE(same(want, dst.values()) && dst.intact()) << nChannels << " channels of " << chanLen;
 }
 template <class S, class Split> void splits(Split split, float full, int nChannels, int chanLen) {
     const Guarded<S> src(source<S>(size_t(nChannels) * size_t(chanLen)), Place{1, true});
-    const Channels dst(size_t(nChannels), std::vector<float>(src.size()));
+    Channels dst(nChannels, chanLen);
     ASSERT_EQ(split(src.data(), dst.pointers.data(), nChannels, chanLen), StatusOk);
-    std::vector<float> want;
-    for (const S x : src.values()) want.push_back(float(value(x)) / full);
-    ASSERT_TRUE(same(want, dst.samples())) << nChannels << " channels of " << chanLen;
+    for (size_t i = 0; i < src.size(); ++i) ASSERT_EQ(dst.sample(i), float(value(src.data()[i])) / full) << nChannels << " channels of " << chanLen;
     for (const auto& g : dst.guarded) ASSERT_TRUE(g->intact());
 }
 

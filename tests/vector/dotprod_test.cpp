@@ -9,30 +9,23 @@ namespace {
 
 constexpr int kScales[] = {INT_MIN, -70, -16, -15, -3, 0, 1, 2, 3, 15, 29, 30, 31, 32, 33, 34, 35, 36, 40, 61, 62, 63, 64, 90, INT_MAX};
 
-// A real number as a complex one.
-template <class T> Complex64s wide(T x) {
-    if constexpr (kParts<T> == 1)
-        return {x, 0};
-    else
-        return {x.re, x.im};
-}
 constexpr auto exactDot = [](const auto& a, const auto& b) {
     ExactSums s(2);
     for (size_t i = 0; i < a.size(); ++i) {
-        const Complex64s x = wide(a[i]), y = wide(b[i]);
-        s[0].addProduct(x.re, y.re);
-        s[0].subtractProduct(x.im, y.im);
-        s[1].addProduct(x.re, y.im);
-        s[1].addProduct(x.im, y.re);
+        const auto x = complexOf<int64_t>(a[i]), y = complexOf<int64_t>(b[i]);
+        s[0].addProduct(x[0], y[0]);
+        s[0].subtractProduct(x[1], y[1]);
+        s[1].addProduct(x[0], y[1]);
+        s[1].addProduct(x[1], y[0]);
     }
     return s;
 };
 
-template <class A, class B, class R> void checkExact(Status (*dot)(const A*, const B*, int, R*)) {
+constexpr auto exact = []<class A, class B, class R>(Status (*dot)(const A*, const B*, int, R*)) {
     const auto want = [](const auto& a, const auto& b) { return converted<R>(exactDot(a, b)); };
     reduces(dot, want);
     reduces(dot, want, {lengthsFrom(1), lowest<A>, lowest<B>});   // where products and their sums are largest
-}
+};
 
 template <class T> std::vector<T> small(size_t n) {
     std::vector<T> v = randomVector<T>(n);
@@ -45,7 +38,7 @@ template <class T> std::vector<T> small(size_t n) {
     return v;
 }
 // Every scale on a few vectors, with results of 16 bits held to -15 .. 31, and a sweep of lengths and places at some.
-template <class A, class B, class R> void checkScaled(Status (*dot)(const A*, const B*, int, R*, int)) {
+constexpr auto atEveryScale = []<class A, class B, class R>(Status (*dot)(const A*, const B*, int, R*, int)) {
     const auto want = [](const auto& a, const auto& b, int scale) {
         return scaled<R>(exactDot(a, b), sizeof(Part<R>) == 2 ? std::clamp(scale, -15, 31) : scale);
     };
@@ -65,28 +58,15 @@ template <class A, class B, class R> void checkScaled(Status (*dot)(const A*, co
     for (int scale : {0, 20, 31, 45})
         reduces(
             dot, [=](const auto& a, const auto& b) { return want(a, b, scale); }, {}, scale);
-}
+};
 
 TEST(DotProd, IntegerSumsAreExact) {
-    checkExact(tevsDotProd_16s64s);
-    checkExact(tevsDotProd_16s32f);
-    checkExact(tevsDotProd_16sc64sc);
-    checkExact(tevsDotProd_16sc32fc);
-    checkExact(tevsDotProd_16s16sc64sc);
-    checkExact(tevsDotProd_16s16sc32fc);
+    each(exact, tevsDotProd_16s64s, tevsDotProd_16s32f, tevsDotProd_16sc64sc, tevsDotProd_16sc32fc, tevsDotProd_16s16sc64sc, tevsDotProd_16s16sc32fc);
 }
 
 TEST(DotProd, ScaledSumsRoundAndSaturate) {
-    checkScaled(tevsDotProd_16s_Sfs);
-    checkScaled(tevsDotProd_16sc_Sfs);
-    checkScaled(tevsDotProd_32s_Sfs);
-    checkScaled(tevsDotProd_32sc_Sfs);
-    checkScaled(tevsDotProd_16s32s_Sfs);
-    checkScaled(tevsDotProd_16sc32sc_Sfs);
-    checkScaled(tevsDotProd_16s16sc_Sfs);
-    checkScaled(tevsDotProd_16s16sc32sc_Sfs);
-    checkScaled(tevsDotProd_16s32s32s_Sfs);
-    checkScaled(tevsDotProd_32s32sc_Sfs);
+    each(atEveryScale, tevsDotProd_16s_Sfs, tevsDotProd_16sc_Sfs, tevsDotProd_32s_Sfs, tevsDotProd_32sc_Sfs, tevsDotProd_16s32s_Sfs, tevsDotProd_16sc32sc_Sfs,
+         tevsDotProd_16s16sc_Sfs, tevsDotProd_16s16sc32sc_Sfs, tevsDotProd_16s32s32s_Sfs, tevsDotProd_32s32sc_Sfs);
 }
 
 struct Row {
@@ -114,30 +94,22 @@ TEST(DotProd, TellingCases) {
 }
 
 // Sums in double precision: off by 2^-53 of the magnitudes per addition.
-template <class A, class B, class R> void checkFloats(Status (*dot)(const A*, const B*, int, R*)) {
-    const auto re = [](const auto& x) { return partsOf(x)[0]; };
-    const auto im = [](const auto& x) { return partsOf(x).size() > 1 ? partsOf(x).back() : 0; };
+constexpr auto nearly = []<class A, class B, class R>(Status (*dot)(const A*, const B*, int, R*)) {
     reduces(dot, [=](const std::vector<A>& a, const std::vector<B>& b) {
         long double sumRe = 0, sumIm = 0, magnitudes = 0;
         for (size_t i = 0; i < a.size(); ++i) {
-            sumRe += re(a[i]) * re(b[i]) - im(a[i]) * im(b[i]);
-            sumIm += re(a[i]) * im(b[i]) + im(a[i]) * re(b[i]);
-            magnitudes += std::hypot(re(a[i]), im(a[i])) * std::hypot(re(b[i]), im(b[i]));
+            const auto x = complexOf<long double>(a[i]), y = complexOf<long double>(b[i]);
+            sumRe += x[0] * y[0] - x[1] * y[1];
+            sumIm += x[0] * y[1] + x[1] * y[0];
+            magnitudes += std::hypot(x[0], x[1]) * std::hypot(y[0], y[1]);
         }
         return rounded<R>({sumRe, sumIm}, magnitudes * (long double)a.size() * 0x1p-53L);
     });
-}
+};
 
 TEST(DotProd, FloatSumsAreFormedInDoublePrecision) {
-    checkFloats(tevsDotProd_32f);
-    checkFloats(tevsDotProd_64f);
-    checkFloats(tevsDotProd_32fc);
-    checkFloats(tevsDotProd_64fc);
-    checkFloats(tevsDotProd_32f64f);
-    checkFloats(tevsDotProd_32fc64fc);
-    checkFloats(tevsDotProd_32f32fc);
-    checkFloats(tevsDotProd_32f32fc64fc);
-    checkFloats(tevsDotProd_64f64fc);
+    each(nearly, tevsDotProd_32f, tevsDotProd_64f, tevsDotProd_32fc, tevsDotProd_64fc, tevsDotProd_32f64f, tevsDotProd_32fc64fc, tevsDotProd_32f32fc,
+         tevsDotProd_32f32fc64fc, tevsDotProd_64f64fc);
 }
 
 }   // namespace

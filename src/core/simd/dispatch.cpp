@@ -1,9 +1,7 @@
 // The level of every family's kernels is chosen here, once, when the library is loaded.
 #include "core/simd/families.h"
 
-#ifndef __i386__
 #include <cpuid.h>
-#endif
 #include <stdlib.h>
 
 namespace tevs {
@@ -15,27 +13,21 @@ TEVS_FAMILIES(X)
 
 namespace {
 
-#ifndef __i386__
 // Not every compiler's __builtin_cpu_supports knows this one.
 bool hasHalfConversion() {
     unsigned a, b, c, d;
     return __get_cpuid(1, &a, &b, &c, &d) && (c & bit_F16C);
 }
-#endif
 
 int supportedLevel() {
     __builtin_cpu_init();   // asks the operating system's part too (XCR0)
     if (!__builtin_cpu_supports("sse4.1")) return kBaseLevel;
-#ifdef __i386__
-    return 1;
-#else
     if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma") || !__builtin_cpu_supports("bmi") || !__builtin_cpu_supports("bmi2") ||
         !hasHalfConversion())
         return 1;
     const bool avx512 =
         __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("avx512vl");
-    return avx512 ? 3 : 2;
-#endif
+    return avx512 && kHighestLevel >= 3 ? 3 : 2;
 }
 
 // TEVS_LEVEL=n in the environment keeps the library to level n, or to the base where that is higher, for results that are the same on every machine. What is
@@ -53,7 +45,7 @@ template <class Table> const Table* pick(int level, int top, const Table* const 
 __attribute__((constructor)) void choose() {
     const int level = chosenLevel();
 #ifdef __i386__
-#define X(Type, name) name = pick<Type>(level, name##TopLevel, {&level0::name, &level1::name});
+#define X(Type, name) name = pick<Type>(level, name##TopLevel, {&level0::name, &level1::name, &level2::name});
 #else
 #define X(Type, name) name = pick<Type>(level, name##TopLevel, {nullptr, &level1::name, &level2::name, name##TopLevel >= 3 ? &level3::name : nullptr});
 #endif

@@ -13,7 +13,7 @@
 #ifdef __i386__
 #define TEVS_BASE_NS level0
 constexpr int kBaseLevel = 0;
-constexpr int kHighestLevel = 1;
+constexpr int kHighestLevel = 2;
 #else
 #define TEVS_BASE_NS level1
 constexpr int kBaseLevel = 1;

@@ -89,7 +89,7 @@ template <class T, int B, class S> TEVS_INLINE Register<T, B> loadInts(const S* 
     } else {
         const __m128i v = loadLow<B / int(sizeof(T)) * int(sizeof(S))>(p);
         if constexpr (B == 16) return (Register<T, B>)widenLow<S, T>(v);
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
         constexpr bool isSigned = S(-1) < S(0);
         if constexpr (B == 32 && sizeof(T) == 2) return (Register<T, B>)(isSigned ? _mm256_cvtepi8_epi16(v) : _mm256_cvtepu8_epi16(v));
         if constexpr (B == 32 && sizeof(T) == 4 && sizeof(S) == 2) return (Register<T, B>)(isSigned ? _mm256_cvtepi16_epi32(v) : _mm256_cvtepu16_epi32(v));
@@ -133,7 +133,7 @@ template <int B, int K, class S> TEVS_INLINE Some<Register<int32_t, B>, K> load2
     const auto p = reinterpret_cast<const unsigned char*>(samples);
     Some<Register<int32_t, B>, K> r;
     for (int k = 0; k < K; ++k) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
         if constexpr (B == 32) {
             const __m256i v = _mm256_inserti128_si256(_mm256_castsi128_si256(loadLow<16>(p + 24 * k)), loadLow<16>(p + 24 * k + 8), 1);
             const auto order = join(order24<S>(0, Iota<16>{}), order24<S>(4, Iota<16>{}));
@@ -166,7 +166,7 @@ TEVS_INLINE Vec<float, 4> halfToFloat(__m128i h) {
 }
 #endif
 template <int B> TEVS_INLINE Register<float, B> loadHalves(const Half* p) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (B == 32) return (Vec<float, 8>)_mm256_cvtph_ps(loadLow<16>(p));
 #endif
     if constexpr (B == 16) return halfToFloat(loadLow<8>(p));
@@ -182,9 +182,11 @@ template <> constexpr int kHalfRounding<Truncated> = _MM_FROUND_TO_ZERO;
 template <class Mode> TEVS_INLINE Vec<uint16_t, 8> toHalf(Vec<float, 4> a, Vec<float, 4> b) {
     return (Vec<uint16_t, 8>)_mm_unpacklo_epi64(_mm_cvtps_ph((__m128)a, kHalfRounding<Mode>), _mm_cvtps_ph((__m128)b, kHalfRounding<Mode>));
 }
+#if TEVS_REGISTER_BYTES >= 32
 template <class Mode> TEVS_INLINE Vec<uint16_t, 16> toHalf(Vec<float, 8> a, Vec<float, 8> b) {
     return join((Vec<uint16_t, 8>)_mm256_cvtps_ph((__m256)a, kHalfRounding<Mode>), (Vec<uint16_t, 8>)_mm256_cvtps_ph((__m256)b, kHalfRounding<Mode>));
 }
+#endif
 #else
 template <class Mode> TEVS_INLINE Vec<int32_t, 4> toHalf(Vec<float, 4> v) {
     constexpr bool truncates = __is_same(Mode, Truncated);
@@ -232,7 +234,7 @@ template <class T, int B, int K, class S> TEVS_INLINE Some<Register<T, B>, K> lo
                 r.v[k] = loadWide<n>(s);
             else if constexpr (__is_same(T, double)) {
                 const __m128i ints = widenLow<S, int32_t>(loadLow<n* int(sizeof(S))>(s));
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
                 if constexpr (B == 32) r.v[k] = (Vec<double, 4>)_mm256_cvtepi32_pd(ints);
 #endif
                 if constexpr (B == 16) r.v[k] = (Vec<double, 2>)_mm_cvtepi32_pd(ints);
@@ -253,7 +255,7 @@ TEVS_INLINE Vec<uint16_t, 8> packU16(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
     return (Vec<uint16_t, 8>)pack16(low(a), low(b)) ^ 0x8000;
 #endif
 }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<uint16_t, 16> packU16(Vec<int32_t, 8> a, Vec<int32_t, 8> b) {
     return (Vec<uint16_t, 16>)_mm256_permute4x64_epi64(_mm256_packus_epi32((__m256i)a, (__m256i)b), 0xd8);
 }
@@ -273,7 +275,7 @@ template <class D> TEVS_INLINE Vec<D, 16> packBytes(Vec<int16_t, 8> a, Vec<int16
 template <class V> TEVS_INLINE auto pack32(V a, V b) {
     using Ints = Vec<int32_t, 2 * kCount<V>>;
     const auto packed = [](Ints low, Ints high) { return high == low >> 31 ? low : high >> 31 ^ 0x7fffffff; };
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32) {
         // Each 128-bit half is shuffled by itself; the permutation puts the quarters in order.
         const Ints r = packed((Ints)_mm256_shuffle_ps((__m256)a, (__m256)b, 0x88), (Ints)_mm256_shuffle_ps((__m256)a, (__m256)b, 0xdd));
@@ -327,7 +329,7 @@ template <class D, class V, int K> TEVS_INLINE auto packed(const Some<V, K>& s) 
             return LowBytes<8>{(__m128i)packBytes<D>(words, words)};
     } else {
         static_assert(K == 4);
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
         if constexpr (sizeof(V) == 32) {
             // Packed twice within each 128-bit half, the quarters of four lanes stand as 0 2 4 6 1 3 5 7.
             const __m256i a = (__m256i)blockPack(s.v[0], s.v[1]), b = (__m256i)blockPack(s.v[2], s.v[3]);
@@ -347,7 +349,7 @@ template <class D, class V> TEVS_INLINE V clamped(V v) {
 
 // The lower three bytes of each lane, close together: each register's part is turned to where it belongs in the three that are stored.
 template <class V> TEVS_INLINE Some<V, 3> pack24(const Some<V, 4>& s) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32) {
         const auto turned = [&](int k, auto... lane) {
             const __m256i order = _mm256_broadcastsi128_si256(_mm_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, -1, -1, -1, -1));

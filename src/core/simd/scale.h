@@ -20,7 +20,7 @@ namespace {
     TEVS_INLINE Vec<type, 16 / sizeof(type)> name(Vec<type, 16 / sizeof(type)> v, int s) {       \
         return (Vec<type, 16 / sizeof(type)>)_mm_##expression((__m128i)v, _mm_cvtsi32_si128(s)); \
     }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 #define TEVS_EACH_WIDTH(name, type, expression)                                                                     \
     TEVS_AT_16(name, type, expression)                                                                              \
     TEVS_INLINE Vec<type, 32 / sizeof(type)> name(Vec<type, 32 / sizeof(type)> x, Vec<type, 32 / sizeof(type)> y) { \
@@ -148,7 +148,7 @@ template <class V> TEVS_INLINE V roundShift(V v, int s) { return shiftRight(v + 
 
 // 32-bit lanes to 16 bits, saturated, in order.
 TEVS_INLINE Vec<int16_t, 8> pack16(Vec<int32_t, 4> a, Vec<int32_t, 4> b) { return (Vec<int16_t, 8>)blockPack(a, b); }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<int16_t, 16> pack16(Vec<int32_t, 8> a, Vec<int32_t, 8> b) {
     // The permutation puts the quarters in order.
     return (Vec<int16_t, 16>)_mm256_permute4x64_epi64((__m256i)blockPack(a, b), 0xd8);

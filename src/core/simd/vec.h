@@ -23,7 +23,7 @@ namespace {
 
 #define TEVS_INLINE inline __attribute__((always_inline))
 
-constexpr int kRegisterBytes = TEVS_LEVEL >= 3 ? 64 : TEVS_LEVEL == 2 ? 32 : 16;
+constexpr int kRegisterBytes = TEVS_REGISTER_BYTES;
 
 template <class T, int N> struct VecOf { typedef T type __attribute__((vector_size(N * sizeof(T)))); };
 template <class T, int N> using Vec = typename VecOf<T, N>::type;
@@ -97,12 +97,21 @@ template <class V> TEVS_INLINE V reverse(V a) {
 template <class V, int... I> TEVS_INLINE V alternateOf(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (I + (I % 2) * int(sizeof...(I)))...); }
 // The even lanes of a, the odd lanes of b.
 template <class V> TEVS_INLINE V alternate(V a, V b) { return alternateOf(a, b, Iota<kCount<V>>{}); }
-template <class V> TEVS_INLINE V swapPairs(V a) { return swapPairsOf(a, Iota<kCount<V>>{}); }
+// Of floats and doubles from AVX on the compiler takes its newer permutation, for which many processors have one port where they have two for these.
+template <class V> constexpr bool kByOlderShuffles = TEVS_LEVEL >= 2 && sizeof(V) == 16 && Element<V>(0.5) != 0;
+template <class V> TEVS_INLINE V swapPairs(V a) {
+    if constexpr (kByOlderShuffles<V> && kCount<V> == 4)
+        return (V)_mm_shuffle_ps((__m128)a, (__m128)a, 0xb1);
+    else if constexpr (kByOlderShuffles<V>)
+        return (V)_mm_shuffle_pd((__m128d)a, (__m128d)a, 1);
+    else
+        return swapPairsOf(a, Iota<kCount<V>>{});
+}
 template <class V> TEVS_INLINE auto low(V a) { return lowOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto high(V a) { return highOf(a, Iota<kCount<V> / 2>{}); }
 template <class V> TEVS_INLINE auto join(V a, V b) {
     using W = decltype(joinOf(a, b, Iota<2 * kCount<V>>{}));
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     // One instruction, where the compiler's own shuffle first copies a to itself.
     if constexpr (sizeof(V) == 16) return (W)_mm256_insertf128_ps(_mm256_castps128_ps256((__m128)a), (__m128)b, 1);
 #endif
@@ -112,8 +121,20 @@ template <class V> TEVS_INLINE auto join(V a, V b) {
 // The even, the odd lanes, each in its own place and its neighbour's.
 template <class V, int... I> TEVS_INLINE V evensTwiceOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I & ~1)...); }
 template <class V, int... I> TEVS_INLINE V oddsTwiceOf(V a, Lane<I...>) { return __builtin_shufflevector(a, a, (I | 1)...); }
-template <class V> TEVS_INLINE V evensTwice(V a) { return evensTwiceOf(a, Iota<kCount<V>>{}); }
-template <class V> TEVS_INLINE V oddsTwice(V a) { return oddsTwiceOf(a, Iota<kCount<V>>{}); }
+template <class V> TEVS_INLINE V evensTwice(V a) {
+    if constexpr (kByOlderShuffles<V> && kCount<V> == 4)
+        return (V)_mm_moveldup_ps((__m128)a);
+    else
+        return evensTwiceOf(a, Iota<kCount<V>>{});
+}
+template <class V> TEVS_INLINE V oddsTwice(V a) {
+    if constexpr (kByOlderShuffles<V> && kCount<V> == 4)
+        return (V)_mm_movehdup_ps((__m128)a);
+    else if constexpr (kByOlderShuffles<V>)
+        return (V)_mm_unpackhi_pd((__m128d)a, (__m128d)a);
+    else
+        return oddsTwiceOf(a, Iota<kCount<V>>{});
+}
 
 // Two vectors that belong together: consecutive in memory where they are stored, or the two parts of a complex vector.
 template <class V> struct Two { V a, b; };
@@ -140,7 +161,7 @@ template <class V> TEVS_INLINE Two<V> interleave(V a, V b) { return {interleaveL
 
 // As many 32-bit elements at p as half fill V, each in two lanes.
 template <class V> TEVS_INLINE V loadTwice(const void* p) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32) {
         const auto v = loadAs<Vec<int32_t, 4>>(p);
         return (V)join(interleaveLow(v, v), interleaveHigh(v, v));
@@ -188,7 +209,7 @@ template <class V> TEVS_INLINE V fnma(V a, V b, V c) {                          
 // a - b in the even lanes and a + b in the odd ones, and the other way round.
 TEVS_INLINE Vec<float, 4> subAdd(Vec<float, 4> a, Vec<float, 4> b) { return (Vec<float, 4>)_mm_addsub_ps((__m128)a, (__m128)b); }
 TEVS_INLINE Vec<double, 2> subAdd(Vec<double, 2> a, Vec<double, 2> b) { return (Vec<double, 2>)_mm_addsub_pd((__m128d)a, (__m128d)b); }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<float, 8> subAdd(Vec<float, 8> a, Vec<float, 8> b) { return (Vec<float, 8>)_mm256_addsub_ps((__m256)a, (__m256)b); }
 TEVS_INLINE Vec<double, 4> subAdd(Vec<double, 4> a, Vec<double, 4> b) { return (Vec<double, 4>)_mm256_addsub_pd((__m256d)a, (__m256d)b); }
 #endif
@@ -203,7 +224,7 @@ TEVS_INLINE Vec<uint32_t, 4> minimum(Vec<uint32_t, 4> a, Vec<uint32_t, 4> b) { r
 template <class V> TEVS_INLINE V minimum(V a, V b) { return a < b ? a : b; }
 template <class V> TEVS_INLINE V maximum(V a, V b) { return a < b ? b : a; }
 #endif
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<int32_t, 8> minimum(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int32_t, 8>)_mm256_min_epi32((__m256i)a, (__m256i)b); }
 TEVS_INLINE Vec<int32_t, 8> maximum(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int32_t, 8>)_mm256_max_epi32((__m256i)a, (__m256i)b); }
 TEVS_INLINE Vec<uint32_t, 8> minimum(Vec<uint32_t, 8> a, Vec<uint32_t, 8> b) { return (Vec<uint32_t, 8>)_mm256_min_epu32((__m256i)a, (__m256i)b); }
@@ -216,7 +237,7 @@ template <class V> TEVS_INLINE V atMost(V limit, V v) {
     if constexpr (sizeof(V) == 64 && wide) return (V)_mm512_maskz_min_pd(0xff, (__m512d)limit, (__m512d)v);
     if constexpr (sizeof(V) == 64 && !wide) return (V)_mm512_maskz_min_ps(0xffff, (__m512)limit, (__m512)v);
 #endif
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32 && wide) return (V)_mm256_min_pd((__m256d)limit, (__m256d)v);
     if constexpr (sizeof(V) == 32 && !wide) return (V)_mm256_min_ps((__m256)limit, (__m256)v);
 #endif
@@ -229,7 +250,7 @@ template <class V> TEVS_INLINE V atLeast(V limit, V v) {
     if constexpr (sizeof(V) == 64 && wide) return (V)_mm512_maskz_max_pd(0xff, (__m512d)limit, (__m512d)v);
     if constexpr (sizeof(V) == 64 && !wide) return (V)_mm512_maskz_max_ps(0xffff, (__m512)limit, (__m512)v);
 #endif
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32 && wide) return (V)_mm256_max_pd((__m256d)limit, (__m256d)v);
     if constexpr (sizeof(V) == 32 && !wide) return (V)_mm256_max_ps((__m256)limit, (__m256)v);
 #endif
@@ -239,7 +260,7 @@ template <class V> TEVS_INLINE V atLeast(V limit, V v) {
 
 TEVS_INLINE Vec<float, 4> squareRoot(Vec<float, 4> v) { return (Vec<float, 4>)_mm_sqrt_ps((__m128)v); }
 TEVS_INLINE Vec<double, 2> squareRoot(Vec<double, 2> v) { return (Vec<double, 2>)_mm_sqrt_pd((__m128d)v); }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<float, 8> squareRoot(Vec<float, 8> v) { return (Vec<float, 8>)_mm256_sqrt_ps((__m256)v); }
 TEVS_INLINE Vec<double, 4> squareRoot(Vec<double, 4> v) { return (Vec<double, 4>)_mm256_sqrt_pd((__m256d)v); }
 #endif
@@ -255,7 +276,7 @@ template <class V> TEVS_INLINE V bySign(V sign, V a, V b) {
     if constexpr (sizeof(V) == 64 && wide) return (V)_mm512_mask_blend_pd(_mm512_movepi64_mask((__m512i)sign), (__m512d)b, (__m512d)a);
     if constexpr (sizeof(V) == 64 && !wide) return (V)_mm512_mask_blend_ps(_mm512_movepi32_mask((__m512i)sign), (__m512)b, (__m512)a);
 #endif
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32 && wide) return (V)_mm256_blendv_pd((__m256d)b, (__m256d)a, (__m256d)sign);
     if constexpr (sizeof(V) == 32 && !wide) return (V)_mm256_blendv_ps((__m256)b, (__m256)a, (__m256)sign);
 #endif
@@ -289,7 +310,7 @@ template <class M> TEVS_INLINE bool any(M mask) {
 #if TEVS_LEVEL >= 3
     if constexpr (sizeof(M) == 64) return sizeof(M{}[0]) == 8 ? _mm512_movepi64_mask((__m512i)mask) != 0 : _mm512_movepi32_mask((__m512i)mask) != 0;
 #endif
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(M) == 32) return _mm256_movemask_epi8((__m256i)mask) != 0;
 #endif
     if constexpr (sizeof(M) == 16) return _mm_movemask_epi8((__m128i)mask) != 0;
@@ -301,7 +322,7 @@ template <class M> TEVS_INLINE bool all(M mask) {
 #if TEVS_LEVEL >= 3
     if constexpr (sizeof(M) == 64) return sizeof(M{}[0]) == 8 ? _mm512_movepi64_mask((__m512i)mask) == 0xff : _mm512_movepi32_mask((__m512i)mask) == 0xffff;
 #endif
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(M) == 32) return _mm256_movemask_epi8((__m256i)mask) == -1;
 #endif
     if constexpr (sizeof(M) == 16) return _mm_movemask_epi8((__m128i)mask) == 0xffff;
@@ -309,7 +330,7 @@ template <class M> TEVS_INLINE bool all(M mask) {
 
 // v[2i] * w[2i] + v[2i+1] * w[2i+1] in 32 bits. Only four factors of -32768 leave that range: 2^31 comes out as INT32_MIN.
 TEVS_INLINE Vec<int32_t, 4> multiplyPairs(Vec<int16_t, 8> v, Vec<int16_t, 8> w) { return (Vec<int32_t, 4>)_mm_madd_epi16((__m128i)v, (__m128i)w); }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<int32_t, 8> multiplyPairs(Vec<int16_t, 16> v, Vec<int16_t, 16> w) { return (Vec<int32_t, 8>)_mm256_madd_epi16((__m256i)v, (__m256i)w); }
 #endif
 
@@ -323,13 +344,13 @@ TEVS_INLINE Vec<int64_t, 2> mulEven(Vec<int32_t, 4> a, Vec<int32_t, 4> b) {
     return (Vec<int64_t, 2>)((Vec<uint64_t, 2>)_mm_mul_epu32((__m128i)a, (__m128i)b) - over);
 #endif
 }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<int64_t, 4> mulEven(Vec<int32_t, 8> a, Vec<int32_t, 8> b) { return (Vec<int64_t, 4>)_mm256_mul_epi32((__m256i)a, (__m256i)b); }
 #endif
 
 // A bit for every byte of v: its highest.
 TEVS_INLINE uint32_t byteSigns(Vec<uint8_t, 16> v) { return uint32_t(_mm_movemask_epi8((__m128i)v)); }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE uint32_t byteSigns(Vec<uint8_t, 32> v) { return uint32_t(_mm256_movemask_epi8((__m256i)v)); }
 #endif
 
@@ -338,7 +359,7 @@ TEVS_INLINE uint32_t byteSigns(Vec<uint8_t, 32> v) { return uint32_t(_mm256_move
 // Float to the nearest integer (ties to even, in the rounding mode that exports keep) or toward zero; out of range and NaN: INT32_MIN.
 TEVS_INLINE Vec<int32_t, 4> nearestInt(Vec<float, 4> v) { return (Vec<int32_t, 4>)_mm_cvtps_epi32((__m128)v); }
 TEVS_INLINE Vec<int32_t, 4> truncatedInt(Vec<float, 4> v) { return (Vec<int32_t, 4>)_mm_cvttps_epi32((__m128)v); }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<int32_t, 8> nearestInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvtps_epi32((__m256)v); }
 TEVS_INLINE Vec<int32_t, 8> truncatedInt(Vec<float, 8> v) { return (Vec<int32_t, 8>)_mm256_cvttps_epi32((__m256)v); }
 #endif
@@ -350,7 +371,7 @@ TEVS_INLINE Vec<int32_t, 4> nearestInt(Two<Vec<double, 2>> v) {
 TEVS_INLINE Vec<int32_t, 4> truncatedInt(Two<Vec<double, 2>> v) {
     return (Vec<int32_t, 4>)_mm_unpacklo_epi64(_mm_cvttpd_epi32((__m128d)v.a), _mm_cvttpd_epi32((__m128d)v.b));
 }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<int32_t, 8> nearestInt(Two<Vec<double, 4>> v) {
     return join((Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.a), (Vec<int32_t, 4>)_mm256_cvtpd_epi32((__m256d)v.b));
 }
@@ -368,7 +389,7 @@ TEVS_INLINE Vec<int32_t, 16> nearestInt(Two<Vec<double, 8>> v) {
 
 // N lanes from memory in a type of twice the width, and N lanes in half the width: exact, and rounded to nearest.
 template <int N> TEVS_INLINE Vec<int32_t, N> loadWide(const int16_t* p) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (N == 8) return (Vec<int32_t, 8>)_mm256_cvtepi16_epi32((__m128i)loadAs<Vec<int16_t, 8>>(p));
 #endif
 #if TEVS_LEVEL >= 1
@@ -381,16 +402,28 @@ template <int N> TEVS_INLINE Vec<int32_t, N> loadWide(const int16_t* p) {
 #endif
 }
 template <int N> TEVS_INLINE Vec<double, N> loadWide(const float* p) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (N == 4) return (Vec<double, 4>)_mm256_cvtps_pd((__m128)load<float, 4>(p));
 #endif
-    if constexpr (N == 2) return (Vec<double, 2>)_mm_cvtps_pd((__m128)_mm_load_sd(reinterpret_cast<const double*>(p)));
+    if constexpr (N == 2) {
+        // As the memory operand of the conversion, which takes half the steps of one from a register; the compiler takes only one of 16 bytes.
+        struct Pair {
+            float v[2];
+        };
+        Vec<double, 2> r;
+#ifdef __AVX__
+        asm("vcvtps2pd %1, %0" : "=x"(r) : "m"(*reinterpret_cast<const Pair*>(p)));
+#else
+        asm("cvtps2pd %1, %0" : "=x"(r) : "m"(*reinterpret_cast<const Pair*>(p)));
+#endif
+        return r;
+    }
 }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<double, 4> wide(Vec<float, 4> v) { return (Vec<double, 4>)_mm256_cvtps_pd((__m128)v); }
 #endif
 TEVS_INLINE Vec<float, 4> narrow(Two<Vec<double, 2>> v) { return (Vec<float, 4>)_mm_movelh_ps(_mm_cvtpd_ps((__m128d)v.a), _mm_cvtpd_ps((__m128d)v.b)); }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Vec<float, 8> narrow(Two<Vec<double, 4>> v) {
     return join((Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b));
 }
@@ -403,7 +436,7 @@ TEVS_INLINE Vec<float, 16> narrow(Two<Vec<double, 8>> v) {
 
 // The same for what is stored at once: two stores are faster than joining the halves.
 template <class V> TEVS_INLINE auto narrowed(Two<V> v) {
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
     if constexpr (sizeof(V) == 32) return Two{(Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.a), (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)v.b)};
 #endif
     if constexpr (sizeof(V) == 16) return narrow(v);
@@ -416,7 +449,7 @@ TEVS_INLINE Two<Vec<double, 2>> widen(Vec<float, 4> v) {
 TEVS_INLINE Two<Vec<double, 2>> widen(Vec<int32_t, 4> v) {
     return {(Vec<double, 2>)_mm_cvtepi32_pd((__m128i)v), (Vec<double, 2>)_mm_cvtepi32_pd(_mm_unpackhi_epi64((__m128i)v, (__m128i)v))};
 }
-#if TEVS_LEVEL >= 2
+#if TEVS_REGISTER_BYTES >= 32
 TEVS_INLINE Two<Vec<double, 4>> widen(Vec<float, 8> v) {
     return {(Vec<double, 4>)_mm256_cvtps_pd((__m128)low(v)), (Vec<double, 4>)_mm256_cvtps_pd((__m128)high(v))};
 }
