@@ -182,6 +182,19 @@ TEST(NoMemory, MultirateFilters) {
     });
 }
 
+TEST(NoMemory, RecursiveAndAdaptiveFilters) {
+    const std::vector<float> taps(60, 0.5f);
+    const std::vector<int32_t> integers(60, 5);
+    failEachAllocation("IIR_32f",
+                       [&] { return lifecycle<IIRState_32f>([&](auto p) { return tevsIIRInitAlloc_32f(p, taps.data(), 20, nullptr); }, tevsIIRFree_32f); });
+    failEachAllocation("IIR32s_BiQuad_16s", [&] {
+        return lifecycle<IIRState32s_16s>([&](auto p) { return tevsIIRInitAlloc32s_BiQuad_16s(p, integers.data(), 10, 3, nullptr); }, tevsIIRFree32s_16s);
+    });
+    failEachAllocation("FIRLMS32f_16s", [&] {
+        return lifecycle<FIRLMSState32f_16s>([&](auto p) { return tevsFIRLMSInitAlloc32f_16s(p, taps.data(), 60, nullptr, 0); }, tevsFIRLMSFree32f_16s);
+    });
+}
+
 TEST(NoMemory, GeneratorRecords) {
     const auto record = []<class State, class T>(Status (*init)(State**, T, T, uint32_t), Status (*release)(State*)) {
         failEachAllocation("random", [=] { return lifecycle<State>([=](auto p) { return init(p, T(1), T(100), 7); }, release); });

@@ -22,11 +22,11 @@ const std::map<std::string_view, std::vector<int>> kSeveral = {
     {"hint", {HintNone, HintFast}},
     {"rndMode", {RoundTowardZero, RoundNearest}},
     {"relOp", {CmpLess, CmpGreater}}};
-const std::map<std::string_view, int> kOne = {{"src", 7},          {"nChannels", 3},      {"tapsLen", 7},        {"tapsFactor", 2},   {"upFactor", 2},
-                                              {"upPhase", 1},      {"downFactor", 3},     {"downPhase", 1},      {"srcBitOffset", 3}, {"dstBitOffset", 5},
-                                              {"order", 5},        {"flag", NoScale},     {"level", 7},          {"levelLT", -5},     {"valueLT", 3},
-                                              {"levelGT", 7},      {"valueGT", 9},        {"rFreq", 1},          {"magn", 100},       {"asymQ15", 7000},
-                                              {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}};
+const std::map<std::string_view, int> kOne = {{"src", 7},        {"nChannels", 3},    {"tapsLen", 7},        {"tapsFactor", 2},     {"upFactor", 2},
+                                              {"upPhase", 1},    {"downFactor", 3},   {"downPhase", 1},      {"srcBitOffset", 3},   {"dstBitOffset", 5},
+                                              {"order", 5},      {"numBq", 3},        {"flag", NoScale},     {"level", 7},          {"levelLT", -5},
+                                              {"valueLT", 3},    {"levelGT", 7},      {"valueGT", 9},        {"rFreq", 1},          {"magn", 100},
+                                              {"asymQ15", 7000}, {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}};
 std::vector<int> valuesOf(const Function& f, const Parameter& p) {
     if (const auto several = kSeveral.find(p.name); several != kSeveral.end()) return several->second;
     const auto one = kOne.find(p.name);
@@ -123,6 +123,7 @@ struct Call {
             const bool written = p.name.starts_with("pDst");
             if (!written) generator().seed(++source);
             vectors[i] = written ? Bytes(room * p.stride, 0xa5) : samplesOf(p, room, data);
+            if (p.is("pTaps") && f.name.find("IIR") != f.name.npos) vectors[i].assign(vectors[i].size(), 3);   // among them an exponent
         }
     }
     // The same vectors, and other parameters by value.

@@ -1,0 +1,266 @@
+#include "filter/iir.table.h"
+
+#include "core/simd/lanes.h"
+
+namespace tevs::TEVS_LEVEL_NS {
+namespace {
+
+constexpr int kBytes = kRegisterBytes >= 32 ? 32 : 16;
+#ifdef __FMA__
+constexpr bool kFused = true;
+#else
+constexpr bool kFused = false;
+#endif
+
+// Neither infinite nor NaN, any lane.
+template <class V> TEVS_INLINE bool allFinite(V v) { return all(v - v == V{}); }
+
+// ---- sections -----------------------------------------------------------------------------------------------------------------------------
+
+// Lane l holds element From + l / Each of v.
+template <int From, int Each, class V, int... I> TEVS_INLINE V spreadOf(V v, Lane<I...>) { return __builtin_shufflevector(v, v, (From + I / Each)...); }
+template <int From, int Each, class V> TEVS_INLINE V spread(V v) {
+    if constexpr (Each == 1 && From == 0)
+        return v;
+    else
+        return spreadOf<From, Each>(v, Iota<kCount<V>>{});
+}
+
+// The state's registers: doubles, in 16 bytes or, where there are four and as many lanes, in 32.
+template <int States> constexpr int kWide = States * 8 < kBytes ? States : kBytes / 8;
+template <int States> struct State { Vec<double, kWide<States>> v[States / kWide<States>]; };
+
+// Part q of a state of doubles in every lane.
+template <class V, int States> TEVS_INLINE V partOf(const State<States>& s, int q) {
+    constexpr int W = kWide<States>;
+    return same<V>(s.v[q / W][q % W]);
+}
+// In single precision: four lanes, the upper ones of no account where there are two parts.
+TEVS_INLINE Vec<float, 4> narrowed(const State<2>& s) { return (Vec<float, 4>)_mm_cvtpd_ps((__m128d)s.v[0]); }
+TEVS_INLINE Vec<float, 4> narrowed(const State<4>& s) {
+#if TEVS_REGISTER_BYTES >= 32
+    return (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)s.v[0]);
+#else
+    return narrow(Two<Vec<double, 2>>{s.v[0], s.v[1]});
+#endif
+}
+// And back.
+template <int States> TEVS_INLINE State<States> widened(Vec<float, 4> v) {
+    if constexpr (States == 2) {
+        return {(Vec<double, 2>)_mm_cvtps_pd((__m128)v)};
+    } else {
+#if TEVS_REGISTER_BYTES >= 32
+        return {wide(v)};
+#else
+        return {(Vec<double, 2>)_mm_cvtps_pd((__m128)v), (Vec<double, 2>)_mm_cvtps_pd(_mm_movehl_ps((__m128)v, (__m128)v))};
+#endif
+    }
+}
+// The halves of a register added up until States lanes are left.
+template <int States, class V> TEVS_INLINE auto foldedTo(V v) {
+    if constexpr (kCount < V >> States && sizeof(V) > 16)
+        return foldedTo<States>(low(v) + high(v));
+    else if constexpr (kCount<V> > States)
+        return v + (V)_mm_movehl_ps((__m128)v, (__m128)v);
+    else
+        return v;
+}
+
+template <class T> struct Block {
+    using Table = SectionTable<T>;
+    using S = Scalar<T>;
+    static constexpr int P = Table::kParts, States = Table::kStates, N = kBytes / int(sizeof(S)), R = kIirBlock / N;
+    static constexpr int kInputs = N < States ? 1 : N / States, kIntoRegisters = N < States ? States / N : 1;   // of an input, or inputs of a register
+    static constexpr bool kSingle = sizeof(S) == 4;
+    using V = Vec<S, N>;
+
+    V direct[P], response[kIirBlock][R], outOf[States][R], into[kIirBlock / kInputs][kIntoRegisters];
+    State<States> step[States], stepRest[States];
+
+    TEVS_INLINE explicit Block(const Table* t) {
+        direct[0] = same<V>(t->direct[0]);
+        if constexpr (P == 2) direct[1] = alternate(same<V>(-t->direct[1]), same<V>(t->direct[1]));
+#pragma GCC unroll 8
+        for (int k = 0; k < kIirBlock; ++k)
+            for (int r = 0; r < R; ++r) response[k][r] = load<S, N>(t->response[k % P] + kIirBlock - P + r * N - (k - k % P));
+        for (int q = 0; q < States; ++q) {
+            for (int r = 0; r < R; ++r) outOf[q][r] = load<S, N>(t->outOf + q * kIirBlock + r * N);
+            step[q] = loadAs<State<States>>(t->step + q * States);
+            stepRest[q] = loadAs<State<States>>(t->stepRest + q * States);
+        }
+        for (int i = 0; i < kIirBlock / kInputs; ++i)
+            for (int h = 0; h < kIntoRegisters; ++h) into[i][h] = load<S, N>(t->into + (i * kIntoRegisters + h) * N);
+    }
+
+    TEVS_INLINE V stateOut(const State<States>& s, Vec<float, 4> single, int q) const {
+        if constexpr (kSingle)
+            return same<V>(single[q]);
+        else
+            return partOf<V>(s, q);
+    }
+    template <int I = 0> TEVS_INLINE void addInputs(const V (&x)[R], V& u) const {
+        u = fma(into[I][0], spread<I * kInputs % N, States>(x[I * kInputs / N]), u);
+        if constexpr ((I + 1) * kInputs < kIirBlock) addInputs<I + 1>(x, u);
+    }
+    // What the inputs add to the state.
+    TEVS_INLINE State<States> fromInputs(const S* x, const V (&in)[R]) const {
+        if constexpr (kIntoRegisters > 1) {
+            State<States> u = {};
+            for (int k = 0; k < kIirBlock; ++k)
+                for (int h = 0; h < kIntoRegisters; ++h) u.v[h] = fma(into[k][h], same<V>(x[k]), u.v[h]);
+            return u;
+        } else {
+            V u = {};
+            addInputs(in, u);
+            if constexpr (kSingle)
+                return widened<States>(foldedTo<States>(u));
+            else
+                return {foldedTo<States>(u)};
+        }
+    }
+
+    // One block; false, with nothing changed, where not all of it is finite.
+    TEVS_INLINE bool operator()(const S* x, S* y, State<States>& s) const {
+        Vec<float, 4> single = {};
+        if constexpr (kSingle) single = narrowed(s);
+        const auto fromState = [&](int r) __attribute__((always_inline)) {
+            V sum = outOf[0][r] * stateOut(s, single, 0);
+            for (int q = 1; q < States; ++q) sum = fma(outOf[q][r], stateOut(s, single, q), sum);
+            return sum;
+        };
+        // b0 x, mostly the largest part, comes last: fewer sums of full size are rounded. The state's part would best come first, but where products are
+        // fused the wait for it would bind; and fewer things are rounded there anyway.
+        V in[R], out[R];
+        for (int r = 0; r < R; ++r) {
+            in[r] = inRegister(load<S, N>(x + r * N));
+            out[r] = kFused ? V{} : fromState(r);
+        }
+#pragma GCC unroll 8
+        for (int k = 0; k < kIirBlock - P; ++k) {
+            const V c = same<V>(x[k]);
+#pragma GCC unroll 4
+            for (int r = 0; r < R; ++r)
+                if ((r + 1) * N > k + P) out[r] = fma(response[k][r], c, out[r]);
+        }
+#pragma GCC unroll 4
+        for (int r = 0; r < R; ++r) {
+            if constexpr (kFused) out[r] += fromState(r);
+            if constexpr (P == 2) out[r] = fma(direct[1], swapPairs(in[r]), out[r]);
+            out[r] = fma(direct[0], in[r], out[r]);
+        }
+        State<States> next = fromInputs(x, in);
+        for (int h = 0; h < States / kWide<States>; ++h) {
+            using W = Vec<double, kWide<States>>;
+            if constexpr (!kSingle)
+                for (int q = 0; q < States; ++q) next.v[h] = fma(stepRest[q].v[h], partOf<W>(s, q), next.v[h]);
+            for (int q = 0; q < States; ++q) next.v[h] = fma(step[q].v[h], partOf<W>(s, q), next.v[h]);
+        }
+        V sum = out[0];
+        for (int r = 1; r < R; ++r) sum = (sum - sum) + out[r];
+        if (!allFinite(sum)) [[unlikely]]
+            return false;
+        if constexpr (!kSingle)   // whose state would show in the outputs of the next block, and is beyond their range then
+            for (const auto& v : next.v)
+                if (!allFinite(v)) [[unlikely]]
+                    return false;
+        for (int r = 0; r < R; ++r) store(y + r * N, out[r]);
+        s = next;
+        return true;
+    }
+};
+
+template <class T> int section(const T* x, T* y, int len, const SectionTable<T>* table, T* d) {
+    using S = Scalar<T>;
+    constexpr int samples = SectionTable<T>::kSamples, States = SectionTable<T>::kStates;
+    const Block<T> block(table);
+    double v[States];
+    const double* const sigma = table->sigma;
+    const S* const parts = partsOf(d);
+    if constexpr (kComplex<T>) {
+        v[0] = parts[0], v[1] = parts[1];
+        v[2] = parts[2] + (sigma[0] * v[0] - sigma[1] * v[1]);
+        v[3] = parts[3] + (sigma[0] * v[1] + sigma[1] * v[0]);
+    } else {
+        v[0] = parts[0];
+        v[1] = parts[1] + sigma[0] * v[0];
+    }
+    State<States> s = loadAs<State<States>>(v);
+    int n = 0;
+    while (len - n >= samples && block(partsOf(x + n), partsOf(y + n), s)) n += samples;
+    if (n == 0) return 0;
+    store(v, s);
+    if constexpr (kComplex<T>)
+        *d = {S(v[0]), S(v[1])}, d[1] = {S(v[2] - (sigma[0] * v[0] - sigma[1] * v[1])), S(v[3] - (sigma[0] * v[1] + sigma[1] * v[0]))};
+    else
+        d[0] = S(v[0]), d[1] = S(v[1] - sigma[0] * v[0]);
+    return n;
+}
+
+// ---- arbitrary order ------------------------------------------------------------------------------------------------------------------------
+//
+// acc holds what the samples so far add to the next outputs: the direct form's state, W outputs to a register. What a group of W inputs adds is put together apart from it,
+// since nobody waits for that; then each output in turn, which is complete by then, is taken off those behind it.
+
+template <class T, int R> int arbitraryOf(const T* x, T* y, int len, const Scalar<T>* table, T* d) {
+    using S = Scalar<T>;
+    constexpr int P = kParts<T>, W = 16 / int(sizeof(S)), samples = W / P, stride = (R + 2) * W;
+    using V = Vec<S, W>;
+    const S *const b = table + W - P, *const a = b + P * stride;
+    V acc[R + 1];
+    for (int r = 0; r < R; ++r) acc[r] = load<S, W>(partsOf(d) + r * W);
+    int n = 0;
+    for (; len - n >= samples; n += samples) {
+        const S* const in = partsOf(x + n);
+        V added[R + 1];
+#pragma GCC unroll 4
+        for (int k = 0; k < W; ++k) {
+            const V c = same<V>(in[k]);
+#pragma GCC unroll 16
+            for (int r = 0; r <= R; ++r) {
+                const V h = load<S, W>(b + k % P * stride - (k - k % P) + r * W);
+                added[r] = k == 0 ? h * c : fma(h, c, added[r]);
+            }
+        }
+        acc[R] = added[R];
+#pragma GCC unroll 16
+        for (int r = 0; r < R; ++r) acc[r] += added[r];
+#pragma GCC unroll 4
+        for (int k = 0; k < W; ++k) {
+            const V c = same<V>(acc[0][k]);
+#pragma GCC unroll 16
+            for (int r = 0; r <= R; ++r) acc[r] = fnma(load<S, W>(a + k % P * stride - (k - k % P) + r * W), c, acc[r]);
+        }
+        if (!allFinite(acc[0])) [[unlikely]]
+            break;
+        store(y + n, acc[0]);
+#pragma GCC unroll 16
+        for (int r = 0; r < R; ++r) {
+            acc[r] = acc[r + 1];
+            store(partsOf(d) + r * W, acc[r]);
+        }
+    }
+    return n;
+}
+
+template <class T> struct Arbitrary {
+    using Of = int(const T* x, T* y, int len, const Scalar<T>* table, T* d);
+    struct ByRegisters {
+        Of* of[kMostIirRegisters];
+    };
+    template <int... R> static constexpr ByRegisters all(Lane<R...>) { return {{arbitraryOf<T, R + 1>...}}; }
+    static int filter(const T* x, T* y, int len, const Scalar<T>* table, int registers, T* d) {
+        static constexpr ByRegisters kAll = all(Iota<kMostIirRegisters>{});
+        return kAll.of[registers - 1](x, y, len, table, d);
+    }
+};
+
+}   // namespace
+
+extern const IirKernels iir = {
+    .real32f = {section<float>, Arbitrary<float>::filter},
+    .complex32f = {section<Complex32f>, Arbitrary<Complex32f>::filter},
+    .real64f = {section<double>, Arbitrary<double>::filter},
+    .complex64f = {section<Complex64f>, Arbitrary<Complex64f>::filter},
+};
+
+}   // namespace tevs::TEVS_LEVEL_NS
