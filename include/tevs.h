@@ -19,6 +19,7 @@
 #include "tevs/dotprod.h"    /* dot products */
 #include "tevs/elementary.h" /* exponential, logarithm, roots, squares, normalisation */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
+#include "tevs/dft.h"        /* the same transforms of any length */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 #include "tevs/g711.h"       /* A-law and mu-law companding */
 #include "tevs/goertzel.h"   /* the spectrum at one frequency, or two */
