@@ -20,6 +20,8 @@
 #include "tevs/elementary.h" /* exponential, logarithm, roots, squares, normalisation */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
 #include "tevs/dft.h"        /* the same transforms of any length */
+#include "tevs/dct.h"        /* discrete cosine transforms of any length */
+#include "tevs/hilbert.h"    /* the analytic signal */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 #include "tevs/g711.h"       /* A-law and mu-law companding */
 #include "tevs/goertzel.h"   /* the spectrum at one frequency, or two */

@@ -37,34 +37,6 @@ template <class T> void setScales(T (&scale)[2], int length, int flag) {
     scale[1] = flag == ScaleInvByN || flag == ScaleBySqrtN ? factor : T(1);
 }
 
-// Bluestein's form of the transform as a convolution with a chirp (L. Bluestein, A linear filtering approach to the computation of the discrete Fourier transform, 1970).
-template <class T> void planChirp(AnyDft<T>& dft, T* scratch, Carve& c, bool write) {
-    const auto n = uint64_t(dft.length), m = std::bit_ceil(2 * n - 1);
-    const int order = std::bit_width(m) - 1;
-    dft.workBytes = 2 * sizeof(T) * m;
-    if (order > kMaxOrder) return;   // more than any record may have
-    dft.workBytes += fftWork<T>(false, order) + kAlignmentRoom;
-    dft.convolution = int(m);
-    dft.fft = planFft<T>(false, order, NoScale, c, write);
-    T *const chirp = c.take<T>(2 * n), *const h = c.take<T>(2 * m);
-    dft.chirp = chirp;
-    dft.spectrum = h;
-    if (!write) return;
-    memset(h, 0, size_t(2 * m) * sizeof(T));
-    const T over = T(1) / T(m);
-    for (uint64_t k = 0, square = 0; k < n; ++k) {
-        const Root r = rootOfUnity(square, 2 * n);
-        chirp[2 * k] = T(r.re);
-        chirp[2 * k + 1] = T(r.im);
-        for (uint64_t at : {k, (m - k) % m}) {
-            h[2 * at] = T(r.re) * over;
-            h[2 * at + 1] = T(-r.im) * over;
-        }
-        square = (square + 2 * k + 1) % (2 * n);   // (k + 1)^2
-    }
-    transformBy<Way::Forward, T>(*dft.fft, Pairs<const T>{h}, Pairs<T>{h}, reinterpret_cast<uint8_t*>(scratch));
-}
-
 template <class T> auto* productKernel() {
     if constexpr (sizeof(T) == 4)
         return arithmetic->mul32fc;
@@ -78,8 +50,11 @@ template <Way way, class T> void runChirp(const AnyDft<T>& dft, Values<const T> 
     T* const x = reinterpret_cast<T*>(work);
     uint8_t* const free = work + 2 * m * sizeof(T);
     const auto multiply = productKernel<T>();
-    if (src.form == Form::Parts) {
-        (sizeof(T) == 4 ? movement->join32 : movement->join64)(src.re, src.im, x, ptrdiff_t(n));
+    if (src.form == Form::Parts || src.form == Form::Reals) {
+        if (src.form == Form::Parts)
+            (sizeof(T) == 4 ? movement->join32 : movement->join64)(src.re, src.im, x, ptrdiff_t(n));
+        else
+            (sizeof(T) == 4 ? movement->onlyReal32 : movement->onlyReal64)(src.re, x, ptrdiff_t(n));
         multiply(x, dft.chirp, x, 2 * ptrdiff_t(n));
     } else {
         multiply(src.re, dft.chirp, x, 2 * ptrdiff_t(n));
@@ -112,7 +87,39 @@ template <class T> const DftKernels<T>* kernelsOf(const RealDft<T>& real) {
 
 }   // namespace
 
+// Bluestein's form of the transform as a convolution with a chirp (L. Bluestein, A linear filtering approach to the computation of the discrete Fourier transform, 1970).
+template <class T> void planChirp(AnyDft<T>& dft, int length, int flag, T* scratch, Carve& c, bool write) {
+    dft = {};
+    dft.length = length;
+    setScales(dft.scale, length, flag);
+    const auto n = uint64_t(dft.length), m = std::bit_ceil(2 * n - 1);
+    const int order = std::bit_width(m) - 1;
+    dft.workBytes = 2 * sizeof(T) * m;
+    if (order > kMaxOrder) return;   // more than any record may have
+    dft.workBytes += fftWork<T>(false, order) + kAlignmentRoom;
+    dft.convolution = int(m);
+    dft.fft = planFft<T>(false, order, NoScale, c, write);
+    T *const chirp = c.take<T>(2 * n), *const h = c.take<T>(2 * m);
+    dft.chirp = chirp;
+    dft.spectrum = h;
+    if (!write) return;
+    memset(h, 0, size_t(2 * m) * sizeof(T));
+    const T over = T(1) / T(m);
+    for (uint64_t k = 0, square = 0; k < n; ++k) {
+        const Root r = rootOfUnity(square, 2 * n);
+        chirp[2 * k] = T(r.re);
+        chirp[2 * k + 1] = T(r.im);
+        for (uint64_t at : {k, (m - k) % m}) {
+            h[2 * at] = T(r.re) * over;
+            h[2 * at + 1] = T(-r.im) * over;
+        }
+        square = (square + 2 * k + 1) % (2 * n);   // (k + 1)^2
+    }
+    transformBy<Way::Forward, T>(*dft.fft, Pairs<const T>{h}, Pairs<T>{h}, reinterpret_cast<uint8_t*>(scratch));
+}
+
 template <class T> void planDft(AnyDft<T>& dft, int length, int flag, T* scratch, Carve& c, bool write) {
+    if (!isPowerOfTwo(length) && !isMixedLength(length)) return planChirp(dft, length, flag, scratch, c, write);
     dft = {};
     dft.length = length;
     setScales(dft.scale, length, flag);
@@ -121,11 +128,9 @@ template <class T> void planDft(AnyDft<T>& dft, int length, int flag, T* scratch
         dft.fft = planFft<T>(false, order, flag, c, write);
         const uint64_t work = fftWork<T>(false, order);
         dft.workBytes = work ? work + kAlignmentRoom : 0;
-    } else if (isMixedLength(length)) {
+    } else {
         planMixedRadix(dft.mixed, length, c, write);
         dft.workBytes = length <= 4 ? 0 : 2 * sizeof(T) * uint64_t(length) + kAlignmentRoom;
-    } else {
-        planChirp(dft, scratch, c, write);
     }
 }
 
@@ -165,26 +170,22 @@ template <class T> void planDft(RealDft<T>& real, int length, int flag, T* scrat
     const bool even = length % 2 == 0;
     planDft(real.dft, even ? length / 2 : length, NoScale, scratch, c, write);
     setScales(real.dft.scale, length, flag);
-    T* const roots = c.take<T>(even ? n / 2 + 1 : n);
+    real.workBytes = roundUp16((even ? 1 : 2) * n * sizeof(T)) + real.dft.workBytes;
+    if (!even) return;
+    real.dft.scale[0] *= T(0.5);   // the recombination takes half the transform
+    T* const roots = c.take<T>((n / 2 + 1) / 2 * 2);
     real.roots = roots;
-    if (even) {
-        real.dft.scale[0] *= T(0.5);   // the recombination takes half the transform
-        for (uint64_t k = 0; write && k < (n / 2 + 1) / 2; ++k) {
-            const Root r = rootOfUnity(k, n);
-            roots[2 * k] = T(r.re);
-            roots[2 * k + 1] = T(r.im);
-        }
-        real.workBytes = roundUp16(n * sizeof(T)) + real.dft.workBytes;
-    } else {
-        if (write) memset(roots, 0, size_t(n) * sizeof(T));
-        real.workBytes = 3 * roundUp16(n * sizeof(T)) + real.dft.workBytes;
+    for (uint64_t k = 0; write && k < (n / 2 + 1) / 2; ++k) {
+        const Root r = rootOfUnity(k, n);
+        roots[2 * k] = T(r.re);
+        roots[2 * k + 1] = T(r.im);
     }
 }
 
 template <class T> void forwardReal(const RealDft<T>& real, const T* src, T* dst, Packing to, uint8_t* work) {
     if (real.fft) return forwardBy<T>(*real.fft, src, dst, to, work);
     const int n = real.length, half = n / 2;
-    const uint64_t area = roundUp16(uint64_t(n) * sizeof(T));
+    const uint64_t area = roundUp16((n % 2 == 0 ? 1 : 2) * uint64_t(n) * sizeof(T));
     T* const z = reinterpret_cast<T*>(work);
     T* const bins = dst + firstPair(to, n);   // X[1]
     if (n % 2 == 0) {
@@ -196,9 +197,8 @@ template <class T> void forwardReal(const RealDft<T>& real, const T* src, T* dst
         if (to == Packing::Ccs) dst[1] = dst[n + 1] = 0;
         return;
     }
-    T* const im = reinterpret_cast<T*>(work + area);
-    runDft<Way::Forward, T>(real.dft, {Form::Parts, src, real.roots}, {Form::Parts, z, im}, work + 3 * area);
-    (sizeof(T) == 4 ? movement->join32 : movement->join64)(z + 1, im + 1, bins, half);
+    runDft<Way::Forward, T>(real.dft, {Form::Reals, src, nullptr}, {Form::Pairs, z, nullptr}, work + area);
+    memcpy(bins, z + 2, 2 * size_t(half) * sizeof(T));
     dst[0] = z[0];
     if (to == Packing::Ccs) dst[1] = 0;
 }
@@ -206,7 +206,7 @@ template <class T> void forwardReal(const RealDft<T>& real, const T* src, T* dst
 template <class T> void inverseReal(const RealDft<T>& real, const T* src, T* dst, Packing from, uint8_t* work) {
     if (real.fft) return inverseBy<T>(*real.fft, src, dst, from, work);
     const int n = real.length, half = n / 2;
-    const uint64_t area = roundUp16(uint64_t(n) * sizeof(T));
+    const uint64_t area = roundUp16((n % 2 == 0 ? 1 : 2) * uint64_t(n) * sizeof(T));
     T* const z = reinterpret_cast<T*>(work);
     const T* const bins = src + firstPair(from, n);
     if (n % 2 == 0) {
@@ -217,18 +217,15 @@ template <class T> void inverseReal(const RealDft<T>& real, const T* src, T* dst
         runDft<Way::Inverse, T>(real.dft, {Form::Pairs, z, nullptr}, {Form::Pairs, dst, nullptr}, work + area);
         return;
     }
-    T *const im = reinterpret_cast<T*>(work + area), *const none = reinterpret_cast<T*>(work + 2 * area);
-    (sizeof(T) == 4 ? movement->split32 : movement->split64)(bins, z + 1, im + 1, half);
     z[0] = src[0];
-    im[0] = 0;
-    for (int k = 1; k <= half; ++k) {
-        z[n - k] = z[k];
-        im[n - k] = -im[k];
-    }
-    runDft<Way::Inverse, T>(real.dft, {Form::Parts, z, im}, {Form::Parts, dst, none}, work + 3 * area);
+    z[1] = 0;
+    (sizeof(T) == 4 ? movement->unfold32 : movement->unfold64)(bins, z + 2, z + 2 * (n - half), half);
+    runDft<Way::Inverse, T>(real.dft, {Form::Pairs, z, nullptr}, {Form::Pairs, z, nullptr}, work + area);
+    (sizeof(T) == 4 ? movement->real32 : movement->real64)(z, dst, n);
 }
 
 #define TEVS_ANY_DFT(T)                                                                         \
+    template void planChirp(AnyDft<T>&, int, int, T*, Carve&, bool);                            \
     template void planDft(AnyDft<T>&, int, int, T*, Carve&, bool);                              \
     template void planDft(RealDft<T>&, int, int, T*, Carve&, bool);                             \
     template void runDft<Way::Forward>(const AnyDft<T>&, Values<const T>, Values<T>, uint8_t*); \

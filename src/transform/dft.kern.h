@@ -129,6 +129,10 @@ template <int K, int Most, class T> TEVS_INLINE void take(Values<const T> a, ptr
         for (int j = 0; j < r; ++j) x[j] = inOrder<K>(Parts<const T>{a.re, a.im}, i + gap * j);
         return;
     }
+    if (a.form == Form::Reals) {
+        for (int j = 0; j < r; ++j) x[j] = {load<T, K>(a.re + i + gap * j), Vec<T, K>{}};
+        return;
+    }
     for (int j = 0; j < r; ++j) x[j] = inOrder<K>(Pairs<const T>{a.re}, i + gap * j);
     if (a.form == Form::SwappedPairs)
         for (int j = 0; j < r; ++j) x[j] = swapped(x[j]);

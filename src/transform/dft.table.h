@@ -39,10 +39,10 @@ template <class T> struct DftRows {
 };
 
 // Where the values of a transform lie, of source or destination. A forward transform between places with their parts exchanged is an inverse one.
-enum class Form { Parts, Pairs, SwappedPairs };
+enum class Form { Parts, Pairs, SwappedPairs, Reals };
 template <class T> struct Values {
     Form form;
-    T *re, *im;   // of pairs re is the first value's real part, and im is not used
+    T *re, *im;   // of pairs re is the first value's real part, and im is not used; nor is it of reals, which are a source alone
 };
 
 template <class T> struct DftKernels {

@@ -188,12 +188,15 @@ template <class T> void planMixedRadix(MixedRadix<T>& plan, int n, Carve& tables
     plan.width = &plan.kernels->width[s.width];
     plan.passes = s.passes.count;
     plan.rows = {n / s.columns, s.columns, nullptr, nullptr};
+    auto* const pass = tables.take<DftPass<T>>(uint64_t(plan.passes));
+    plan.pass = pass;
     int m = plan.rows.rows;
     ptrdiff_t run = s.columns;
     for (int i = 0; i < plan.passes; ++i) {
         const int radix = s.passes.r[i];
         m /= radix;
-        plan.pass[i] = {radix, m, run, passFactors<T>(tables, write, radix, m), radix > kMostRadix ? passTurns<T>(tables, write, radix) : nullptr};
+        const T *const factors = passFactors<T>(tables, write, radix, m), *const turns = radix > kMostRadix ? passTurns<T>(tables, write, radix) : nullptr;
+        if (write) pass[i] = {radix, m, run, factors, turns};
         run *= radix;
     }
     rowTables(plan.rows, tables, write, plan.width->lanes);
@@ -208,7 +211,10 @@ template <class T> void runMixedRadix(const MixedRadix<T>& plan, Values<const T>
     const auto slot = [](int radix) { return radix <= kMostRadix ? radix : 0; };
     const int columns = plan.rows.columns;
     Parts<const T> at{src.re, src.im};
-    if (plan.passes == 0 && src.form != Form::Parts) {
+    if (plan.passes == 0 && src.form == Form::Reals) {
+        memset(first.im, 0, count * sizeof(T));
+        at = {src.re, first.im};
+    } else if (plan.passes == 0 && src.form != Form::Parts) {
         const auto split = sizeof(T) == 4 ? movement->split32 : movement->split64;
         const bool swapped = src.form == Form::SwappedPairs;
         split(src.re, swapped ? first.im : first.re, swapped ? first.re : first.im, n);
@@ -223,7 +229,7 @@ template <class T> void runMixedRadix(const MixedRadix<T>& plan, Values<const T>
             memcpy(first.im, src.im, count * sizeof(T));
             src = parts(first);
         } else {
-            memcpy(work, src.re, 2 * count * sizeof(T));
+            memcpy(work, src.re, (src.form == Form::Reals ? 1 : 2) * count * sizeof(T));
             src.re = work;
         }
     }

@@ -16,7 +16,7 @@ template <class T> struct MixedRadix {
     int passes;
     const DftKernels<T>* kernels;   // the tables are in their layout: the library may choose others after a record is built before its constructor has run
     const typename DftKernels<T>::Width* width;
-    DftPass<T> pass[kMostPasses];
+    const DftPass<T>* pass;
     DftRows<T> rows;
 };
 

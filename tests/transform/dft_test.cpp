@@ -191,7 +191,7 @@ TEST(Dft, LongLengths) {
             const double limit = bound(form->of().number, n);
             for (size_t k : {size_t{0}, size_t{1}, n / 3, n / 2, n - 7}) {
                 Value want;
-                for (size_t t = 0; t < n; ++t) want += in[t] * std::conj(root(t * k % n, n));
+                for (size_t t = 0; t < n; ++t) want += in[t] * std::conj(root(size_t(uint64_t(t) * k % n), n));
                 EXPECT_LE(double(std::abs(want - out[k])), 6 * limit * std::sqrt(double(n))) << form->of().name << " " << n << " " << k;
             }
             long double off = 0, all = 0;
