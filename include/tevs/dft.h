@@ -91,8 +91,10 @@ Status tevsDFTGetBufSize_R_64f(const DFTSpec_R_64f* pSpec, int* pSize);
  */
 Status tevsDFTFwd_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const DFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
 Status tevsDFTInv_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const DFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
-Status tevsDFTFwd_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const DFTSpec_C_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
-Status tevsDFTInv_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const DFTSpec_C_16s* pSpec, int scaleFactor, uint8_t* pBuffer);
+Status tevsDFTFwd_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const DFTSpec_C_16s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
+Status tevsDFTInv_CToC_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDstRe, int16_t* pDstIm, const DFTSpec_C_16s* pSpec, int scaleFactor,
+                               uint8_t* pBuffer);
 Status tevsDFTFwd_CToC_32fc(const Complex32f* pSrc, Complex32f* pDst, const DFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
 Status tevsDFTInv_CToC_32fc(const Complex32f* pSrc, Complex32f* pDst, const DFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
 Status tevsDFTFwd_CToC_32f(const float* pSrcRe, const float* pSrcIm, float* pDstRe, float* pDstIm, const DFTSpec_C_32f* pSpec, uint8_t* pBuffer);

@@ -295,12 +295,26 @@ template <int K, class T> __attribute__((noinline)) void primeRows(const DftRows
 
 // ---- whole transforms in registers -----------------------------------------------------------------------------------------------------
 
+// In the first lane of vectors: from arrays of scalars the compiler would copy through memory.
 template <int N, class T> void whole(Values<const T> src, Values<T> dst, T scale) {
-    Cx<Vec<T, 1>> x[N];
-    take<1>(src, 0, 1, N, x);
+    using V = Vec<T, 16 / int(sizeof(T))>;
+    const int step = src.form == Form::Parts || src.form == Form::Reals ? 1 : 2;
+    const bool swap = src.form == Form::SwappedPairs;
+    const T* const re = swap ? src.re + 1 : src.re;
+    const T* const im = src.form == Form::Parts ? src.im : swap ? src.re : src.re + 1;
+    Cx<V> x[N];
+    if (src.form == Form::Reals)
+        for (int n = 0; n < N; ++n) x[n] = {V{re[n]}, V{}};
+    else
+        for (int n = 0; n < N; ++n) x[n] = {V{re[step * n]}, V{im[step * n]}};
     dft(x);
-    for (int n = 0; n < N; ++n) x[n] = times(x[n], scale);
-    give(dst, 0, 1, N, x);
+    const int gap = dst.form == Form::Parts ? 1 : 2;
+    T* const outRe = dst.form == Form::SwappedPairs ? dst.re + 1 : dst.re;
+    T* const outIm = dst.form == Form::Parts ? dst.im : dst.form == Form::SwappedPairs ? dst.re : dst.re + 1;
+    for (int n = 0; n < N; ++n) {
+        outRe[gap * n] = (x[n].re * same<V>(scale))[0];
+        outIm[gap * n] = (x[n].im * same<V>(scale))[0];
+    }
 }
 
 // ---- spectra of reals --------------------------------------------------------------------------------------------------------------------

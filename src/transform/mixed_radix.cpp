@@ -26,12 +26,15 @@ int smallestPrime(int n) {
 
 // ---- how to split a length -------------------------------------------------------------------------------------------------------------
 
-// Vector operations per value: of a pass of each radix with its factors, loads and stores; of primes above, as the sums that they are.
+// What a value costs in a pass of each radix, about: measured, where 16 registers hold a butterfly up to radix 8, and as the sums that they are for primes above 16.
 double passCost(int radix) {
-    static constexpr float kCosts[] = {0, 0, 9, 13, 12, 16, 17, 19, 16, 21, 20, 26, 20, 29, 25, 24, 22};
+    static constexpr float kCosts[] = {0, 0, 9.5, 12, 12, 14, 15, 19, 16, 26, 23, 31, 26, 38, 36, 38, 36};
     return radix <= kMostRadix ? double(kCosts[radix]) : 12 + 1.6 * radix;
 }
-double rowsCost(int columns) { return columns <= kMostRadix ? passCost(columns) + 8 : 16 + 2.4 * columns; }
+double rowsCost(int columns) {
+    static constexpr float kCosts[] = {0, 0, 18, 21, 20, 23, 24, 27, 24, 31, 28, 37, 29, 42, 38, 35, 34};
+    return columns <= kMostRadix ? double(kCosts[columns]) : 16 + 2.4 * columns;
+}
 
 struct Radixes {
     int count = 0;
