@@ -82,8 +82,9 @@ Status tevsDCTInvGetBufSize_64f(const DCTInvSpec_64f* pSpec, int* pSize);
  * pBuffer        at least GetBufSize bytes, at any address, contents of no matter: the call cannot fail for memory then; or NULL, and the call takes and returns
  *                memory of its own where it needs any (short transforms do not)
  *
- * The relative error in the Euclidean norm is below 0.8 * sqrt(1 + log2 N) * 2^-24, in double precision 2^-53, and twice that where N has a large prime factor;
- * docs/accuracy.md has the figures. Results are the same to the bit for any alignment, in place or not; they may differ in rounding between SIMD levels.
+ * The relative error in the Euclidean norm is below 1.3 * sqrt(1 + log2 N) * 2^-24, in double precision 2^-53, and below 2 * that where N is no power of two up to
+ * 100 or has a prime factor above 13; docs/accuracy.md has the figures. Results are the same to the bit for any alignment, in place or not; they may differ in
+ * rounding between SIMD levels.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSpec), StatusContextMismatch (pSpec is no record of this kind),
  * StatusNullPtr (data), StatusNoMemory (pBuffer NULL).

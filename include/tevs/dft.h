@@ -78,9 +78,9 @@ Status tevsDFTGetBufSize_R_64f(const DFTSpec_R_64f* pSpec, int* pSize);
  * pBuffer               at least GetBufSize bytes, at any address, contents of no matter: the call cannot fail for memory then; or NULL, and the call takes
  *                       and returns memory of its own where it needs any (short transforms do not)
  *
- * The relative error in the Euclidean norm is below 0.6 * sqrt(log2 N) * 2^-24, in double precision 2^-53, and twice that where N has a prime factor of
- * 150 or more; docs/accuracy.md has the figures. Results are the same to the bit for any alignment, in place or not; they may differ in rounding between SIMD levels (see
- * TEVS_LEVEL in the README).
+ * The relative error in the Euclidean norm is about 0.6 * sqrt(1 + log2 N) * 2^-24, in double precision 2^-53, and below twice that; where N has a prime factor
+ * above 13, about as much and below three times. docs/accuracy.md has the figures. Results are the same to the bit for any alignment, in place or not; they may
+ * differ in rounding between SIMD levels (see TEVS_LEVEL in the README).
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSpec), StatusContextMismatch (pSpec is no record of this kind),
  * StatusNullPtr (data), StatusNoMemory (pBuffer NULL).

@@ -44,7 +44,7 @@ template <class T> auto* productKernel() {
         return arithmetic->mul64fc;
 }
 
-template <Way way, class T> void runChirp(const AnyDft<T>& dft, Values<const T> src, Values<T> dst, uint8_t* work) {
+template <Way way, class T> void runChirp(const AnyDft<T>& dft, const Values<const T>& src, const Values<T>& dst, uint8_t* work) {
     if (reinterpret_cast<uintptr_t>(work) % 32 != 0) work += 16;
     const size_t n = size_t(dft.length), m = size_t(dft.convolution);
     T* const x = reinterpret_cast<T*>(work);
@@ -134,7 +134,7 @@ template <class T> void planDft(AnyDft<T>& dft, int length, int flag, T* scratch
     }
 }
 
-template <Way way, class T> void runDft(const AnyDft<T>& dft, Values<const T> src, Values<T> dst, uint8_t* work) {
+template <Way way, class T> void runDft(const AnyDft<T>& dft, const Values<const T>& src, const Values<T>& dst, uint8_t* work) {
     if (dft.convolution) return runChirp<way>(dft, src, dst, work);
     if (dft.fft) {
         if (src.form == Form::Parts)
@@ -143,17 +143,11 @@ template <Way way, class T> void runDft(const AnyDft<T>& dft, Values<const T> sr
             transformBy<way, T>(*dft.fft, Pairs<const T>{src.re}, Pairs<T>{dst.re}, work);
         return;
     }
-    if (way == Way::Inverse) {
-        const auto exchange = [](auto& v) {
-            if (v.form == Form::Parts)
-                std::swap(v.re, v.im);
-            else
-                v.form = Form::SwappedPairs;
-        };
-        exchange(src);
-        exchange(dst);
-    }
-    runMixedRadix(dft.mixed, src, dst, dft.scale[way == Way::Inverse], reinterpret_cast<T*>(work));
+    const T scale = dft.scale[way == Way::Inverse];
+    T* const area = reinterpret_cast<T*>(work);
+    if (way == Way::Forward) return runMixedRadix(dft.mixed, src, dst, scale, area);
+    const auto exchanged = []<class V>(const V& v) { return v.form == Form::Parts ? V{v.form, v.im, v.re} : V{Form::SwappedPairs, v.re, nullptr}; };
+    runMixedRadix(dft.mixed, exchanged(src), exchanged(dst), scale, area);
 }
 
 template <class T> void planDft(RealDft<T>& real, int length, int flag, T* scratch, Carve& c, bool write) {
@@ -224,13 +218,13 @@ template <class T> void inverseReal(const RealDft<T>& real, const T* src, T* dst
     (sizeof(T) == 4 ? movement->real32 : movement->real64)(z, dst, n);
 }
 
-#define TEVS_ANY_DFT(T)                                                                         \
-    template void planChirp(AnyDft<T>&, int, int, T*, Carve&, bool);                            \
-    template void planDft(AnyDft<T>&, int, int, T*, Carve&, bool);                              \
-    template void planDft(RealDft<T>&, int, int, T*, Carve&, bool);                             \
-    template void runDft<Way::Forward>(const AnyDft<T>&, Values<const T>, Values<T>, uint8_t*); \
-    template void runDft<Way::Inverse>(const AnyDft<T>&, Values<const T>, Values<T>, uint8_t*); \
-    template void forwardReal(const RealDft<T>&, const T*, T*, Packing, uint8_t*);              \
+#define TEVS_ANY_DFT(T)                                                                                       \
+    template void planChirp(AnyDft<T>&, int, int, T*, Carve&, bool);                                          \
+    template void planDft(AnyDft<T>&, int, int, T*, Carve&, bool);                                            \
+    template void planDft(RealDft<T>&, int, int, T*, Carve&, bool);                                           \
+    template void runDft<Way::Forward>(const AnyDft<T>&, const Values<const T>&, const Values<T>&, uint8_t*); \
+    template void runDft<Way::Inverse>(const AnyDft<T>&, const Values<const T>&, const Values<T>&, uint8_t*); \
+    template void forwardReal(const RealDft<T>&, const T*, T*, Packing, uint8_t*);                            \
     template void inverseReal(const RealDft<T>&, const T*, T*, Packing, uint8_t*);
 TEVS_ANY_DFT(float)
 TEVS_ANY_DFT(double)

@@ -29,7 +29,7 @@ template <class T> struct AnyDft {
 // Lays the transform's tables out behind it; over no block it only adds up.
 template <class T> void planDft(AnyDft<T>& dft, int length, int flag, T* scratch, Carve& c, bool write);
 template <class T> void planChirp(AnyDft<T>& dft, int length, int flag, T* scratch, Carve& c, bool write);   // by convolution, whatever the length
-template <Way way, class T> void runDft(const AnyDft<T>& dft, Values<const T> src, Values<T> dst, uint8_t* work);
+template <Way way, class T> void runDft(const AnyDft<T>& dft, const Values<const T>& src, const Values<T>& dst, uint8_t* work);
 
 // Of reals: of a power of two the real FFT; else of their pairs, or for an odd length as complex values.
 template <class T> struct RealDft {

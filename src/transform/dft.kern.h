@@ -123,21 +123,18 @@ template <class T, class V> TEVS_INLINE void put(Parts<T> a, ptrdiff_t i, Cx<V> 
     store(a.im + i, v.im);
 }
 
-// r values `gap` apart from i on. Which form it is, is asked once for all of them: a kernel for each would be three times the code.
-template <int K, int Most, class T> TEVS_INLINE void take(Values<const T> a, ptrdiff_t i, ptrdiff_t gap, int r, Cx<Vec<T, K>> (&x)[Most]) {
-    if (a.form == Form::Parts) {
-        for (int j = 0; j < r; ++j) x[j] = inOrder<K>(Parts<const T>{a.re, a.im}, i + gap * j);
-        return;
-    }
-    if (a.form == Form::Reals) {
-        for (int j = 0; j < r; ++j) x[j] = {load<T, K>(a.re + i + gap * j), Vec<T, K>{}};
-        return;
-    }
-    for (int j = 0; j < r; ++j) x[j] = inOrder<K>(Pairs<const T>{a.re}, i + gap * j);
-    if (a.form == Form::SwappedPairs)
-        for (int j = 0; j < r; ++j) x[j] = swapped(x[j]);
+// A block from a place of one form.
+template <int K, Form F, class T> TEVS_INLINE Cx<Vec<T, K>> take(Values<const T> a, ptrdiff_t i) {
+    if constexpr (F == Form::Parts)
+        return inOrder<K>(Parts<const T>{a.re, a.im}, i);
+    else if constexpr (F == Form::Reals)
+        return {load<T, K>(a.re + i), Vec<T, K>{}};
+    else if constexpr (F == Form::Pairs)
+        return inOrder<K>(Pairs<const T>{a.re}, i);
+    else
+        return swapped(inOrder<K>(Pairs<const T>{a.re}, i));
 }
-// The same of a destination; lanes are in the order of a block.
+// r blocks to places `gap` apart from i on. Which form that is, is asked once for all of them. Lanes are in the order of a block.
 template <int Most, class V, class T> TEVS_INLINE void give(Values<T> a, ptrdiff_t i, ptrdiff_t gap, int r, const Cx<V> (&x)[Most]) {
     if (a.form == Form::Pairs)
         for (int j = 0; j < r; ++j) write(Pairs<T>{a.re}, i + gap * j, x[j]);
@@ -183,13 +180,13 @@ template <int, class V, class T> TEVS_INLINE void butterfly(Cx<V> (&x)[kMostPrim
 }
 
 // One p of a pass. Where a run is no multiple of K, its last K values are not all new.
-template <int K, int R, bool Twiddled, class T>
+template <int K, int R, Form F, bool Twiddled, class T>
 TEVS_INLINE void columns(const DftPass<T>& a, Values<const T> in, ptrdiff_t from, Parts<T> out, ptrdiff_t to, const T* __restrict w) {
     const int r = R ? R : a.radix;
     const ptrdiff_t s = a.stride, gap = s * a.m;
     for (ptrdiff_t q = 0;;) {
         Cx<Vec<T, K>> x[R ? R : kMostPrime];
-        take<K>(in, from + q, gap, r, x);
+        for (int j = 0; j < r; ++j) x[j] = take<K, F>(in, from + q + gap * j);
         butterfly<R>(x, a);
         put(out, to + q, x[0]);
         for (int j = 1; j < r; ++j) put(out, to + q + s * j, Twiddled ? mul(x[j], w[2 * j - 2], w[2 * j - 1]) : x[j]);
@@ -198,11 +195,12 @@ TEVS_INLINE void columns(const DftPass<T>& a, Values<const T> in, ptrdiff_t from
     }
 }
 
-template <int K, int R, class T> __attribute__((noinline)) void pass(const DftPass<T>& a, Values<const T> src, Parts<T> dst) {
+template <int K, int R, Form F, class T> __attribute__((noinline)) void pass(const DftPass<T>& a, const Values<const T>& from, Parts<T> dst) {
+    const Values<const T> src = from;
     const int r = R ? R : a.radix;
     const T* w = a.factors;
-    columns<K, R, false>(a, src, 0, dst, 0, w);
-    for (int p = 1; p < a.m; ++p, w += 2 * (r - 1)) columns<K, R, true>(a, src, a.stride * p, dst, a.stride * r * p, w);
+    columns<K, R, F, false>(a, src, 0, dst, 0, w);
+    for (int p = 1; p < a.m; ++p, w += 2 * (r - 1)) columns<K, R, F, true>(a, src, a.stride * p, dst, a.stride * r * p, w);
 }
 
 // ---- rows --------------------------------------------------------------------------------------------------------------------------------
@@ -218,7 +216,8 @@ template <class T, int K, int... I> TEVS_INLINE Vec<T, K> gathered(const T* p, c
     return Vec<T, K>{p[row[laneAt(K, I, kGroup<Vec<T, K>>)]]...};
 }
 
-template <int K, int L, class T> __attribute__((noinline)) void rows(const DftRows<T>& a, Parts<const T> src, Values<T> dst, T scale) {
+template <int K, int L, class T> __attribute__((noinline)) void rows(const DftRows<T>& a, Parts<const T> src, const Values<T>& to, T scale) {
+    const Values<T> dst = to;
     using Block = Cx<Vec<T, K>>;
     const int m = a.rows;
     const T* w = a.factors;
@@ -254,7 +253,8 @@ template <int K, int L, class T> __attribute__((noinline)) void rows(const DftRo
 }
 
 // Rows of a prime of values, by symmetric sums, with vectors along the bins.
-template <int K, class T> __attribute__((noinline)) void primeRows(const DftRows<T>& a, Parts<const T> src, Values<T> dst, T scale) {
+template <int K, class T> __attribute__((noinline)) void primeRows(const DftRows<T>& a, Parts<const T> src, const Values<T>& to, T scale) {
+    const Values<T> dst = to;
     constexpr int kMost = kMostPrime / 2;
     using V = Vec<T, K>;
     const int r = a.columns, h = r / 2;
@@ -295,22 +295,21 @@ template <int K, class T> __attribute__((noinline)) void primeRows(const DftRows
 
 // ---- whole transforms in registers -----------------------------------------------------------------------------------------------------
 
-// In the first lane of vectors: from arrays of scalars the compiler would copy through memory.
-template <int N, class T> void whole(Values<const T> src, Values<T> dst, T scale) {
+// In the first lane of vectors: from arrays of scalars the compiler would copy through memory. Where things lie is in pointers and steps, so that there is one way through.
+template <int N, class T> void whole(const Values<const T>& src, const Values<T>& dst, T scale) {
     using V = Vec<T, 16 / int(sizeof(T))>;
-    const int step = src.form == Form::Parts || src.form == Form::Reals ? 1 : 2;
-    const bool swap = src.form == Form::SwappedPairs;
-    const T* const re = swap ? src.re + 1 : src.re;
-    const T* const im = src.form == Form::Parts ? src.im : swap ? src.re : src.re + 1;
+    static constexpr T kZero = 0;
+    const bool apart = src.form == Form::Parts || src.form == Form::Reals, swapIn = src.form == Form::SwappedPairs;
+    const T* const re = src.re + swapIn;
+    const T* const im = src.form == Form::Parts ? src.im : src.form == Form::Reals ? &kZero : src.re + !swapIn;
+    const ptrdiff_t step = apart ? 1 : 2, imStep = src.form == Form::Reals ? 0 : step;
     Cx<V> x[N];
-    if (src.form == Form::Reals)
-        for (int n = 0; n < N; ++n) x[n] = {V{re[n]}, V{}};
-    else
-        for (int n = 0; n < N; ++n) x[n] = {V{re[step * n]}, V{im[step * n]}};
+    for (int n = 0; n < N; ++n) x[n] = {V{re[step * n]}, V{im[imStep * n]}};
     dft(x);
-    const int gap = dst.form == Form::Parts ? 1 : 2;
-    T* const outRe = dst.form == Form::SwappedPairs ? dst.re + 1 : dst.re;
-    T* const outIm = dst.form == Form::Parts ? dst.im : dst.form == Form::SwappedPairs ? dst.re : dst.re + 1;
+    const bool swapOut = dst.form == Form::SwappedPairs;
+    T* const outRe = dst.re + swapOut;
+    T* const outIm = dst.form == Form::Parts ? dst.im : dst.re + !swapOut;
+    const ptrdiff_t gap = dst.form == Form::Parts ? 1 : 2;
     for (int n = 0; n < N; ++n) {
         outRe[gap * n] = (x[n].re * same<V>(scale))[0];
         outIm[gap * n] = (x[n].im * same<V>(scale))[0];
@@ -367,11 +366,11 @@ template <class T> void pairsOfBins(const T* bins, T* z, int n, const T* w) {
 
 // ---- the table ---------------------------------------------------------------------------------------------------------------------------
 
-template <class T, int K, int R> constexpr typename DftKernels<T>::Pass* passOf() {
-    if constexpr (R == 1)
-        return nullptr;
+template <class T, int K, Form F, int R> constexpr typename DftKernels<T>::Pass* passOf() {
+    if constexpr (isPassRadix(R) && (F != Form::Reals || R % 2 == 1 || R == 0))
+        return pass<K, R, F, T>;
     else
-        return pass<K, R, T>;
+        return nullptr;
 }
 template <class T, int K, int R> constexpr typename DftKernels<T>::Rows* rowsOf() {
     if constexpr (R == 0)
@@ -387,7 +386,14 @@ template <class T, int R> constexpr typename DftKernels<T>::Whole* wholeOf() {
     else
         return whole<R, T>;
 }
-template <class T, int K, int... R> constexpr typename DftKernels<T>::Width width(Lane<R...>) { return {K, {passOf<T, K, R>()...}, {rowsOf<T, K, R>()...}}; }
+template <class T, int K, int... R> constexpr typename DftKernels<T>::Width width(Lane<R...>) {
+    return {K,
+            {{passOf<T, K, Form::Parts, R>()...},
+             {passOf<T, K, Form::Pairs, R>()...},
+             {passOf<T, K, Form::SwappedPairs, R>()...},
+             {passOf<T, K, Form::Reals, R>()...}},
+            {rowsOf<T, K, R>()...}};
+}
 template <class T, int... R> constexpr DftKernels<T> dftKernels(Lane<R...> radices) {
     constexpr int kWide = (kRegisterBytes >= 32 ? 32 : 16) / int(sizeof(T)), kNarrow = 16 / int(sizeof(T));
     return {kWide > kNarrow ? 2 : 1, {width<T, kWide>(radices), width<T, kNarrow>(radices)}, {wholeOf<T, R>()...}, binsOfPairs<T>, pairsOfBins<T>};

@@ -24,6 +24,9 @@ constexpr int kMostRadix = 16;    // of the straight-line DFTs
 constexpr int kMostPrime = 149;   // other primes, by symmetric sums
 constexpr int kMostPasses = 16;
 
+// Radices whose butterflies registers hold, and those that nothing else can do. 0 is any prime above kMostRadix.
+constexpr bool isPassRadix(int r) { return r == 0 || (r >= 2 && r <= 8) || r == 10 || r == 11 || r == 13; }
+
 template <class T> struct DftPass {
     int radix, m;
     ptrdiff_t stride;   // s
@@ -38,7 +41,7 @@ template <class T> struct DftRows {
     const T* prime;   // for each block of `lanes` k from 1 on, for j = 1 .. (R-1)/2: the cosines and the sines of 2 pi j k / R
 };
 
-// Where the values of a transform lie, of source or destination. A forward transform between places with their parts exchanged is an inverse one.
+// Where the values of a transform lie, of source or destination. Handed on by reference: a copy would load what was just stored in other pieces, and wait. A forward transform between places with their parts exchanged is an inverse one.
 enum class Form { Parts, Pairs, SwappedPairs, Reals };
 template <class T> struct Values {
     Form form;
@@ -46,15 +49,15 @@ template <class T> struct Values {
 };
 
 template <class T> struct DftKernels {
-    using Pass = void(const DftPass<T>& pass, Values<const T> src, Parts<T> dst);
-    using Rows = void(const DftRows<T>& rows, Parts<const T> src, Values<T> dst, T scale);
-    using Whole = void(Values<const T> src, Values<T> dst, T scale);
+    using Pass = void(const DftPass<T>& pass, const Values<const T>& src, Parts<T> dst);
+    using Rows = void(const DftRows<T>& rows, Parts<const T> src, const Values<T>& dst, T scale);
+    using Whole = void(const Values<const T>& src, const Values<T>& dst, T scale);
 
     // Vectors of so many values. Short lengths are faster in half of a register.
     struct Width {
         int lanes;
-        Pass* pass[kMostRadix + 1];   // by radix; 0 is any prime above kMostRadix
-        Rows* rows[kMostRadix + 1];   // by columns; null below the lanes
+        Pass* pass[4][kMostRadix + 1];   // by the source's form, and by radix; 0 is any prime above kMostRadix. Reals have odd ones alone
+        Rows* rows[kMostRadix + 1];      // by columns; null below the lanes
     };
     int widths;
     Width width[2];

@@ -28,7 +28,7 @@ int smallestPrime(int n) {
 
 // What a value costs in a pass of each radix, about: measured, where 16 registers hold a butterfly up to radix 8, and as the sums that they are for primes above 16.
 double passCost(int radix) {
-    static constexpr float kCosts[] = {0, 0, 9.5, 12, 12, 14, 15, 19, 16, 26, 23, 31, 26, 38, 36, 38, 36};
+    static constexpr float kCosts[] = {0, 0, 9.5, 12, 12, 14, 15, 19, 16, 26, 27, 33, 26, 38, 36, 38, 36};
     return radix <= kMostRadix ? double(kCosts[radix]) : 12 + 1.6 * radix;
 }
 double rowsCost(int columns) {
@@ -62,7 +62,7 @@ Radixes cheapest(int n, double limit = 1e9, int most = kMostPrime) {
         return best;
     }
     for (int radix = std::min(most, kMostRadix); radix >= 2; --radix)
-        if (n % radix == 0) consider(radix);
+        if (n % radix == 0 && isPassRadix(radix)) consider(radix);
     return best;
 }
 
@@ -205,9 +205,10 @@ template <class T> void planMixedRadix(MixedRadix<T>& plan, int n, Carve& tables
     rowTables(plan.rows, tables, write, plan.width->lanes);
 }
 
-template <class T> void runMixedRadix(const MixedRadix<T>& plan, Values<const T> src, Values<T> dst, T scale, T* work) {
+template <class T> void runMixedRadix(const MixedRadix<T>& plan, const Values<const T>& from, const Values<T>& dst, T scale, T* work) {
     const int n = plan.length;
-    if (n <= kMostRadix) return plan.kernels->whole[n](src, dst, scale);
+    if (n <= kMostRadix) return plan.kernels->whole[n](from, dst, scale);
+    Values<const T> src = from;
     const size_t count = size_t(n);
     const Parts<T> first{work, work + count}, other = dst.form == Form::Parts ? Parts<T>{dst.re, dst.im} : Parts<T>{dst.re, dst.re + count};
     const auto parts = [](Parts<T> p) { return Values<const T>{Form::Parts, p.re, p.im}; };
@@ -238,7 +239,7 @@ template <class T> void runMixedRadix(const MixedRadix<T>& plan, Values<const T>
     }
     for (int i = 0; i < plan.passes; ++i) {
         const Parts<T> to = (i % 2 == 0) == even ? other : first;
-        plan.width->pass[slot(plan.pass[i].radix)](plan.pass[i], src, to);
+        plan.width->pass[int(src.form)][slot(plan.pass[i].radix)](plan.pass[i], src, to);
         src = parts(to);
         at = {to.re, to.im};
     }
@@ -247,7 +248,7 @@ template <class T> void runMixedRadix(const MixedRadix<T>& plan, Values<const T>
 
 template void planMixedRadix(MixedRadix<float>&, int, Carve&, bool);
 template void planMixedRadix(MixedRadix<double>&, int, Carve&, bool);
-template void runMixedRadix(const MixedRadix<float>&, Values<const float>, Values<float>, float, float*);
-template void runMixedRadix(const MixedRadix<double>&, Values<const double>, Values<double>, double, double*);
+template void runMixedRadix(const MixedRadix<float>&, const Values<const float>&, const Values<float>&, float, float*);
+template void runMixedRadix(const MixedRadix<double>&, const Values<const double>&, const Values<double>&, double, double*);
 
 }   // namespace tevs

@@ -24,6 +24,6 @@ template <class T> struct MixedRadix {
 template <class T> void planMixedRadix(MixedRadix<T>& plan, int n, Carve& tables, bool write);
 
 // The transform times scale. work holds as many values as the transform; src may be dst, or any array of one any array of the other.
-template <class T> void runMixedRadix(const MixedRadix<T>& plan, Values<const T> src, Values<T> dst, T scale, T* work);
+template <class T> void runMixedRadix(const MixedRadix<T>& plan, const Values<const T>& src, const Values<T>& dst, T scale, T* work);
 
 }   // namespace tevs
