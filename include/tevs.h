@@ -19,6 +19,9 @@
 #include "tevs/dotprod.h"    /* dot products */
 #include "tevs/elementary.h" /* exponential, logarithm, roots, squares, normalisation */
 #include "tevs/fft.h"        /* FFT records, complex and real transforms, packed spectra */
+#include "tevs/dft.h"        /* the same transforms of any length */
+#include "tevs/dct.h"        /* discrete cosine transforms of any length */
+#include "tevs/hilbert.h"    /* the analytic signal */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 #include "tevs/iir.h"        /* recursive filters, arbitrary order and second-order sections */
 #include "tevs/lms.h"        /* adaptive FIR filters */

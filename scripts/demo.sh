@@ -21,7 +21,7 @@ mkdir -p build "$out"
 sndfile-convert -pcm16 "$input" "$out/input.wav" > build/demo.log 2>&1 || fail "libsndfile cannot read $input: $(tail -n 1 build/demo.log)"
 
 for abi in "${kAbis[@]}"; do
-    if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target telephone_line telephone_codes telephone_echo windows; } > build/demo.log 2>&1; then
+    if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target telephone_line telephone_codes telephone_echo windows envelope; } > build/demo.log 2>&1; then
         grep -E -A 5 'error|FAILED' build/demo.log | head -n 40
         fail "$abi does not build: build/demo.log"
     fi
@@ -36,6 +36,9 @@ for abi in "${kAbis[@]}"; do
     "build/$abi/bin/telephone_echo" "$out/$abi/line-8k.wav" "$out/$abi" || fail "telephone_echo failed"
     echo
     "build/$abi/bin/windows" "$out/$abi/windows.txt" || fail "windows failed"
+    echo
+    "build/$abi/bin/envelope" "$out/$abi/line-8k.wav" "$out/$abi/envelope.txt" || fail "envelope failed"
+    "build/$abi/bin/envelope" "$out/input.wav" "$out/$abi/envelope-input.txt" || fail "envelope failed"
     echo
 done
 

@@ -83,4 +83,24 @@ inline Root unityRoot(uint64_t num, uint64_t den) {
     return {left ? -re : re, lower ? im : -im};
 }
 
+// exp(-2 pi i num / den) for any den below 2^34, each part with hardly an error but that of its last rounding. Folded likewise; the 16 upper bits of the angle come from the
+// tables, and the rest turns them by d < 2^-13: that correction needs no more than a double's digits.
+inline Root rootOfUnity(uint64_t num, uint64_t den) {
+    uint64_t x = 8 * (num % den);   // in units of 1/(8 den) turn
+    const bool lower = x >= 4 * den;
+    if (lower) x = 8 * den - x;
+    const bool left = x > 2 * den;
+    if (left) x = 4 * den - x;
+    const bool steep = x > den;
+    if (steep) x = 2 * den - x;
+    constexpr int kBits = 9 + RootTables::kDigit;
+    const uint64_t scaled = x << (kBits - 3), upper = scaled / den;
+    const double d = double(int64_t(scaled % den)) / double(int64_t(den)) * (6.283185307179586 / (1 << kBits));
+    const double sin = d - d * d * d * (1.0 / 6), versed = d * d * (0.5 - d * d * (1.0 / 24));
+    const WideRoot r = kRoots.of[0][upper >> RootTables::kDigit] * kRoots.of[1][upper & ((1 << RootTables::kDigit) - 1)];
+    const double c = r.cos.hi + (r.cos.lo - (r.cos.hi * versed + r.sin.hi * sin)), s = r.sin.hi + (r.sin.lo + (r.cos.hi * sin - r.sin.hi * versed));
+    const double re = steep ? s : c, im = steep ? c : s;
+    return {left ? -re : re, lower ? im : -im};
+}
+
 }   // namespace tevs

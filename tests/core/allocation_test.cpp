@@ -106,6 +106,64 @@ TEST(NoMemory, FftWorkBuffer) {
     failEachOfCall<int16_t>(TEVS_FORM(kR16s, Fwd_RToPerm, _16s, _Sfs, _ISfs, Reals, Perm));
 }
 
+// A power of two, mixed radices and a convolution: building, and calls that have no work buffer.
+TEST(NoMemory, TransformsOfAnyLength) {
+    std::vector<Complex32f> x(3000), y(3000);
+    for (int n : {1024, 1000, 1009}) {
+        failEachAllocation("DFTInitAlloc", [=] {
+            return lifecycle<DFTSpec_C_32fc>([=](auto** p) { return tevsDFTInitAlloc_C_32fc(p, n, NoScale, HintNone); }, tevsDFTFree_C_32fc);
+        });
+        failEachAllocation("DFTInitAlloc", [=] {
+            return lifecycle<DFTSpec_R_16s>([=](auto** p) { return tevsDFTInitAlloc_R_16s(p, n, NoScale, HintNone); }, tevsDFTFree_R_16s);
+        });
+        failEachAllocation("DCTFwdInitAlloc",
+                           [=] { return lifecycle<DCTFwdSpec_32f>([=](auto** p) { return tevsDCTFwdInitAlloc_32f(p, n, HintNone); }, tevsDCTFwdFree_32f); });
+        DFTSpec_C_32fc* dft = nullptr;
+        DCTInvSpec_32f* dct = nullptr;
+        HilbertSpec_16s16sc* hilbert = nullptr;
+        ASSERT_EQ(tevsDFTInitAlloc_C_32fc(&dft, n, NoScale, HintNone), StatusOk);
+        ASSERT_EQ(tevsDCTInvInitAlloc_32f(&dct, n, HintNone), StatusOk);
+        ASSERT_EQ(tevsHilbertInitAlloc_16s16sc(&hilbert, n, HintNone), StatusOk);
+        const auto keeps = [&](auto call) {
+            y[0].re = 3;
+            const Status s = call();
+            EXPECT_TRUE(s == StatusOk || y[0].re == 3);
+            return s;
+        };
+        failEachAllocation("DFTFwd", [&] { return keeps([&] { return tevsDFTFwd_CToC_32fc(x.data(), y.data(), dft, nullptr); }); });
+        failEachAllocation("DCTInv", [&] { return keeps([&] { return tevsDCTInv_32f(&x[0].re, &y[0].re, dct, nullptr); }); });
+        failEachAllocation("Hilbert", [&] {
+            return keeps([&] { return tevsHilbert_16s16sc_Sfs(reinterpret_cast<int16_t*>(x.data()), reinterpret_cast<Complex16s*>(y.data()), hilbert, 0); });
+        });
+        std::vector<uint8_t> buffer(size_t(1) << 17);
+        EXPECT_EQ(withAllocations(0, [&] { return tevsDFTFwd_CToC_32fc(x.data(), y.data(), dft, buffer.data()); }), StatusOk);
+        EXPECT_EQ(withAllocations(0, [&] { return tevsDCTInv_32f(&x[0].re, &y[0].re, dct, buffer.data()); }), StatusOk);
+        tevsDFTFree_C_32fc(dft);
+        tevsDCTInvFree_32f(dct);
+        tevsHilbertFree_16s16sc(hilbert);
+    }
+}
+
+// The record stays where the memory of a transform in it is refused; it is no use, and Free says so.
+TEST(NoMemory, HilbertRecord) {
+    for (int k = 0;; ++k) {
+        HilbertSpec_32f32fc* spec = reinterpret_cast<HilbertSpec_32f32fc*>(0x40);
+        const Status s = withAllocations(k, [&] { return tevsHilbertInitAlloc_32f32fc(&spec, 1009, HintNone); });
+        if (s == StatusOk) {
+            EXPECT_GE(k, 3);
+            EXPECT_EQ(tevsHilbertFree_32f32fc(spec), StatusOk);
+            return;
+        }
+        ASSERT_EQ(s, StatusNoMemory) << k;
+        EXPECT_EQ(live, spec ? 1 : 0) << k;
+        EXPECT_EQ(spec == nullptr, k == 0);
+        if (spec) {
+            EXPECT_EQ(tevsHilbertFree_32f32fc(spec), StatusNullPtr);
+        }
+        tevsFree(spec);
+    }
+}
+
 // A call that was given its work buffer, of the size reported, cannot fail: it does what it did with memory, but for rounding.
 template <class T> void expectNoNeed(const Form<T, T>& form, std::initializer_list<int> orders) {
     for (int order : orders) {

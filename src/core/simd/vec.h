@@ -187,6 +187,7 @@ template <class V> TEVS_INLINE V fma(V a, V b, V c) {
         if constexpr (sizeof(V) == 64) return (V)_mm512_fmadd_ps((__m512)a, (__m512)b, (__m512)c);
 #endif
     } else {
+        if constexpr (sizeof(V) == 8) return V{__builtin_fma(a[0], b[0], c[0])};
         if constexpr (sizeof(V) == 16) return (V)_mm_fmadd_pd((__m128d)a, (__m128d)b, (__m128d)c);
         if constexpr (sizeof(V) == 32) return (V)_mm256_fmadd_pd((__m256d)a, (__m256d)b, (__m256d)c);
 #ifdef __AVX512F__
