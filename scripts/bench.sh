@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # scripts/bench.sh [FILTER]
 #
-# Builds and runs the benchmarks: 64-bit beside the peers that Debian packages, 32-bit beside plain loops. FILTER is a regular expression over
+# Builds and runs the benchmarks: 64-bit beside the peers that Debian packages, 32-bit beside plain loops and FFTW. FILTER is a regular expression over
 # row names <operation>/<who>/<size>. Writes bench-out/<abi>.csv, bench-out/<abi>-ratios.csv and a plot of each operation. The 32-bit tables have, as
 # after256, each row's time in a process in which another library has run 256-bit code, over its time in a clean one.
 set -uo pipefail
@@ -13,10 +13,11 @@ out=bench-out
 need "${kBuildPackages[@]}" g++-multilib gnuplot-nox libbenchmark-dev libfftw3-dev libvolk2-dev libliquid-dev libspeexdsp-dev libsleef-dev libspandsp-dev
 mkdir -p build "$out"
 
-# The 32-bit library of Google Benchmark has no package: it is built from Debian's source package, fetched with an index of its own.
-benchmark_source() {
-    local dir=$PWD/build/benchmark-source uri suite component
-    [[ -f $dir/CMakeLists.txt ]] && return
+# The 32-bit libraries of Google Benchmark and FFTW have no package here: they are built from Debian's source packages, fetched with an index of its own.
+# source_of <package>: unpacked in build/<package>-source.
+source_of() {
+    local dir=$PWD/build/$1-source uri suite component
+    [[ -f $dir/unpacked ]] && return
     rm -rf "$dir" && mkdir -p "$dir/lists/partial" || return
     read -r uri suite component < <(apt-get indextargets --format '$(REPO_URI) $(CODENAME) $(COMPONENT)' 'Created-By: Packages' 'Label: Debian' \
                                                          'Component: main' 2> /dev/null)
@@ -25,8 +26,22 @@ benchmark_source() {
         cd "$dir" || exit
         apt=(apt-get -q -o "Dir::Etc::sourcelist=$dir/source.list" -o Dir::Etc::sourceparts=- -o "Dir::State::lists=$dir/lists"
              -o "Dir::Cache=$dir" -o APT::Sandbox::User=root)
-        "${apt[@]}" update && "${apt[@]}" source --download-only benchmark && tar --strip-components=1 -xf benchmark_*.orig.tar.*
+        "${apt[@]}" update && "${apt[@]}" source --download-only "$1" && tar --strip-components=1 -xf "$1"_*.orig.tar.* && touch unpacked
     ) > "$dir/log" 2>&1 < /dev/null
+}
+
+# FFTW for 32-bit with SSE2, the widest vectors that the library itself uses there; in build/fftw-i386.
+fftw_i386() {
+    local prefix=$PWD/build/fftw-i386 precision
+    [[ -f $prefix/lib/libfftw3.a ]] && return
+    source_of fftw3 || return
+    for precision in --enable-single ''; do
+        mkdir -p "build/fftw3-source/build$precision" || return
+        (
+            cd "build/fftw3-source/build$precision" && ../configure --quiet ${precision:+"$precision"} --enable-sse2 --disable-fortran --disable-doc \
+                --host=i686-linux-gnu --prefix="$prefix" CC='gcc -m32' && make -s -j "$(nproc)" install
+        ) > "build/fftw3-source/log$precision" 2>&1 < /dev/null || return
+    done
 }
 
 # build <preset> [<cmake option>...]
@@ -120,8 +135,9 @@ plot() {
 
 build bench
 measure x86_64 bench || exit 1
-if benchmark_source; then
-    build bench-i386 -DTEVS_BENCHMARK_SOURCE="$PWD/build/benchmark-source"
+if source_of benchmark; then
+    fftw_i386 || echo "no FFTW in the 32-bit rows: build/fftw3-source/log*"
+    build bench-i386 -DTEVS_BENCHMARK_SOURCE="$PWD/build/benchmark-source" -DTEVS_PEERS_I386="$PWD/build/fftw-i386"
     measure i386 bench-i386
 else
     echo "no 32-bit benchmarks: the source package of Google Benchmark cannot be had (build/benchmark-source/log)"

@@ -18,7 +18,7 @@ template <class T> uint64_t fftBytes(bool real, int order);
 // The scratch that a call is fastest with; workBytes will do.
 template <class T> constexpr uint64_t bestWorkBytes(const FftSpec<T>& spec) { return std::max(uint64_t(spec.workBytes), uint64_t(spec.tables.room)); }
 
-// Transforms, with workBytes of scratch from a multiple of 16 on. src may equal dst. Where workBytes are less than is best, a call tries to allocate that.
+// Transforms, with workBytes of scratch from a multiple of 32 on, or 16 more from one of 16 on (workIn). src may equal dst. Where workBytes are less than is best, a call tries to allocate that.
 template <Way way, class T> void transformBy(const FftSpec<T>& spec, Pairs<const T> src, Pairs<T> dst, uint8_t* work);
 template <Way way, class T> void transformBy(const FftSpec<T>& spec, Parts<const T> src, Parts<T> dst, uint8_t* work);
 template <class T> void forwardBy(const FftSpec<T>& spec, const T* src, T* dst, Packing to, uint8_t* work);
