@@ -11,7 +11,7 @@
 #include "wav.h"
 
 int main(int argc, char** argv) {
-    Wav wav;
+    Wav wav = {0};
     FILE* out = argc == 3 && readWav(argv[1], &wav) == 0 ? fopen(argv[2], "w") : NULL;
     if (!out) {
         fprintf(stderr, "usage: envelope IN.wav OUT.txt\n");
