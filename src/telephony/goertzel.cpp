@@ -14,18 +14,23 @@
 namespace tevs {
 namespace {
 
-// By squaring, in a type W that has the bits to spare which that loses: one for each power. The C library's sine and cosine may work in extended precision.
-template <class W> PhasePowers phasePowers(double omega) {
-    W re = std::cos(W(omega)), im = std::sin(W(omega));
-    PhasePowers z;
-    for (int i = 0; i < kPhasePowers; ++i) {
-        z.re[i] = double(re);
-        z.im[i] = double(im);
+// Those that a signal of len elements takes, three at least. By squaring, in a type W that has the bits to spare which that loses: one for each power. Every kFresh-th
+// comes from its own angle, an exact multiple, so that no power loses more. The C library's sine and cosine may work in extended precision.
+template <class W> void phasePowers(PhasePowers* z, double omega, int len) {
+    constexpr int kFresh = 14;
+    W re = 0, im = 0;
+    for (int i = 0; i < 3 || len >> i; ++i) {
+        if (i % kFresh == 0) {
+            const W angle = W(omega) * (1 << i);
+            re = std::cos(angle);
+            im = std::sin(angle);
+        }
+        z->re[i] = double(re);
+        z->im[i] = double(im);
         const W square = re * re - im * im;
         im = 2 * re * im;
         re = square;
     }
-    return z;
 }
 
 // What becomes of a part of the result: scaled, from single precision.
@@ -38,7 +43,7 @@ template <> int16_t rounded(double x, int scaleFactor) {
 template <int Count, class S, class D, class F> void evaluate(const S* src, int len, D* result, const F* frequencies, int scaleFactor, Goertzel<S> kernel) {
     using W = std::conditional_t<std::is_same_v<Scalar<S>, double>, long double, double>;
     PhasePowers z[Count];
-    for (int i = 0; i < Count; ++i) z[i] = inExtended(phasePowers<W>, 6.283185307179586 * frequencies[i]);
+    for (int i = 0; i < Count; ++i) inExtended(phasePowers<W>, &z[i], 6.283185307179586 * frequencies[i], len);
     Complex64f y[Count];
     kernel(src, len, z, y);
     for (int i = 0; i < Count; ++i) result[i] = eachPart<D>(y[i], [=](double x) { return rounded<Scalar<D>>(x, scaleFactor); });

@@ -14,7 +14,8 @@ namespace {
 //
 // Complex elements go as pairs of real ones that share a factor; the sums over real and over imaginary parts are told apart at the end. Sums are kept in 32 bytes
 // of lanes, which are added up in one order, and nothing is fused: results are the same at every level. After 16 blocks the lanes go into a sum in double
-// precision, so that errors do not grow with the length.
+// precision, and these sums are put together two by two: z^16B, rounded, would come into the first of them as often as there are others, each time with the same
+// error, and so each meets one power of z for every doubling of the length.
 constexpr int kBytes = 32, kSteps = 8, kBlocksAtOnce = 16;
 template <class T> constexpr int kTogether = kBytes / int(sizeof(T));
 template <class T> constexpr int kBlock = kSteps* kTogether<T>;
@@ -107,7 +108,7 @@ template <class T> struct Sums {
 template <class T, int Count, class S> void valueAt(const S* src, int len, const PhasePowers* z, Complex64f* y) {
     using P = Scalar<S>;
     constexpr int parts = kParts<S>, elements = kBlock<T> / parts, log2 = elements == 64 ? 6 : elements == 32 ? 5 : 4;
-    static_assert(1 << log2 == elements && elements * kBlocksAtOnce == 1 << (log2 + 4) && log2 + 4 < kPhasePowers);
+    static_assert(1 << log2 == elements && kBlocksAtOnce == 1 << 4);
     const auto loadParts = [](const P* p) { return loadLanes<T, kRegisterBytes, kBytes / kRegisterBytes>(p); };
 
     const int blocks = len / elements, rest = len % elements;
@@ -117,9 +118,13 @@ template <class T, int Count, class S> void valueAt(const S* src, int len, const
     for (int f = 0; f < Count; ++f) prepare<parts>(w[f], z[f], known);
 
     const P* p = partsOf(src);
-    Value sum[Count] = {};
+    // waiting[i] is the sum over 2^i times 16 blocks, or over fewer at the start, whose other half has yet to come; zero where there is none.
+    const int doublings = blocks > kBlocksAtOnce ? 32 - __builtin_clz(unsigned(blocks - 1) / kBlocksAtOnce) : 0;
+    Value sum[Count] = {}, waiting[Count][kPhasePowers - (log2 + 4)];
+    for (int f = 0; f < Count; ++f)
+        for (int i = 0; i < doublings; ++i) waiting[f][i] = {0, 0};
     for (int left = blocks; left > 0;) {
-        const int now = left % kBlocksAtOnce ? left % kBlocksAtOnce : kBlocksAtOnce;   // fewer the first time, when there is no sum yet to be turned
+        const int now = left % kBlocksAtOnce ? left % kBlocksAtOnce : kBlocksAtOnce;   // fewer the first time
         Sums<T> lanes[Count];
         for (int b = 0; b < now; ++b) {
             Sums<T> block[Count];
@@ -130,8 +135,13 @@ template <class T, int Count, class S> void valueAt(const S* src, int len, const
             }
             for (int f = 0; f < Count; ++f) lanes[f].turnAndAdd(T(z[f].re[log2]), T(z[f].im[log2]), block[f]);
         }
-        for (int f = 0; f < Count; ++f) sum[f] = sum[f] * Value{z[f].re[log2 + 4], z[f].im[log2 + 4]} + lanes[f].template total<parts>();
         left -= now;
+        for (int f = 0; f < Count; ++f) sum[f] = lanes[f].template total<parts>();
+        int i = 0;
+        for (; i < doublings && !(left >> (i + 4) & 1); ++i)
+            for (int f = 0; f < Count; ++f) sum[f] = waiting[f][i] * Value{z[f].re[log2 + 4 + i], z[f].im[log2 + 4 + i]} + sum[f];
+        if (left > 0)
+            for (int f = 0; f < Count; ++f) waiting[f][i] = sum[f];
     }
     if (blocks > 0)
         for (int f = 0; f < Count; ++f) sum[f] = sum[f] * Value{z[f].re[log2], z[f].im[log2]};

@@ -7,9 +7,8 @@
 
 namespace tevs {
 
-// z^(2^i) of the phase factor z = e^(j omega) of a frequency. Kernels go through signals in blocks of at most 2^6 elements, and put 2^4 blocks together at a
-// time.
-constexpr int kPhasePowers = 11;
+// z^(2^i) of the phase factor z = e^(j omega) of a frequency, for 2^i up to the length.
+constexpr int kPhasePowers = 31;
 struct PhasePowers {
     double re[kPhasePowers], im[kPhasePowers];
 };

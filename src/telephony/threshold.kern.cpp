@@ -72,9 +72,10 @@ template <class T, class Side> void limitedMagnitude(const T* src, T* dst, int l
     });
 }
 
-template <class V> TEVS_INLINE auto isInfinite(V v) { return (Bits<V>)abs(v) == (Bits<V>)constant<V>(__builtin_inf()); }
+template <class V> TEVS_INLINE auto isInfinite(V v) { return isAtMost(constant<V>(__builtin_inf()), abs(v)); }
 
-template <class T> bool inverted(const T* src, T* dst, int len, T level) {
+// Nothing becomes infinite where 1 / level is not.
+template <class T, bool MayOverflow> bool invertedBy(const T* src, T* dst, int len, T level) {
     bool infinite = false;
     map<kLanes<T>, kLeast<T>>(
         len, dst,
@@ -82,11 +83,14 @@ template <class T> bool inverted(const T* src, T* dst, int len, T level) {
             const auto x = load<T, w.n>(s);
             using V = decltype(x + x);
             const V y = constant<V>(1) / larger(abs(same<V>(level)), abs(x));
-            infinite |= any(isInfinite(y));
+            if constexpr (MayOverflow) infinite |= any(isInfinite(y));
             return withSign(y, signOf(x));
         },
         src);
     return infinite;
+}
+template <class T> bool inverted(const T* src, T* dst, int len, T level) {
+    return __builtin_isinf(1 / level) ? invertedBy<T, true>(src, dst, len, level) : invertedBy<T, false>(src, dst, len, level);
 }
 
 // ---- complex integers --------------------------------------------------------------------------------------------------------------------
@@ -254,15 +258,18 @@ template <class Complex> bool invertedComplex(const Complex* src, Complex* dst, 
     eachComplex(src, dst, len, [&](auto z) {
         using V = decltype(z.a);
         const auto mask = below(z);
+        const auto quotient = [&](Two<V> x, V square2, V first) {
+            const Two<V> conj = {x.a, flip(x.b, constant<V>(-0.0))};
+            if (!any(mask)) return times(times(conj, constant<V>(1) / square2), first);
+            const V divisor = select(mask, squareRoot(square2), square2), second = select(mask, same<V>(perUnit), constant<V>(1));
+            return times(times(times(conj, constant<V>(1) / divisor), select(mask, same<V>(perMantissa), first)), second);
+        };
+        // Where the squares are far from the bounds of the range there is nothing to scale, and no quotient is infinite.
+        constexpr double kLeastSquare = sizeof(T) == 8 ? 0x1p-898 : 0x1p-78, kLargestSquare = sizeof(T) == 8 ? 0x1p998 : 0x1p118;
+        if (const V s = square(z); all(isAtMost(constant<V>(kLeastSquare), s) & isAtMost(s, constant<V>(kLargestSquare)))) [[likely]]
+            return quotient(z, s, constant<V>(1));
         const Polar<V> p(z);
-        V divisor = p.square2, first = p.factor, second = constant<V>(1);
-        if (any(mask)) {
-            divisor = select(mask, squareRoot(p.square2), divisor);
-            first = select(mask, same<V>(perMantissa), first);
-            second = select(mask, same<V>(perUnit), second);
-        }
-        const Two<V> conj = {p.z.a, flip(p.z.b, constant<V>(-0.0))};
-        const Two<V> r = select(p.zero, Two<V>{same<V>(perLevel), V{}}, times(times(times(conj, constant<V>(1) / divisor), first), second));
+        const Two<V> r = select(p.zero, Two<V>{same<V>(perLevel), V{}}, quotient(p.z, p.square2, p.factor));
         infinite |= any(isInfinite(r.a) | isInfinite(r.b));
         return r;
     });

@@ -100,9 +100,11 @@ TEST(Triangle, TellingCases) {
     // No falling slope: up from -magn, and down at once.
     EXPECT_EQ(tevsTriangle_Direct_32f(x, 5, 2, 0.25f, -float(kPi), &(phase = 0)), StatusOk);
     EXPECT_TRUE(x[0] == -2 && x[1] == -1 && x[2] == 0 && x[3] == 1 && x[4] == -2);
-    // The last float below a full turn, and what steps onto one.
-    EXPECT_EQ(tevsTriangle_Direct_32f(x, 1, 1, 6e-8f, 0, &(phase = 6.283185f)), StatusOk);
-    EXPECT_TRUE(phase >= 0 && phase < 2 * kPi);
+    // From the last float below a full turn past it, and to where single precision rounds up to one.
+    for (float rFreq : {6e-8f, 4.3e-8f}) {
+        EXPECT_EQ(tevsTriangle_Direct_32f(x, 1, 1, rFreq, 0, &(phase = 6.283185f)), StatusOk);
+        EXPECT_TRUE(phase >= 0 && phase < 2 * kPi);
+    }
     // Between -magn and magn also where roundings add up.
     std::vector<double> v(100000);
     tevsTriangle_Direct_64f(v.data(), 100000, 0.1f, 0.00171f, 2.9f, &(phase = 0.3f));
