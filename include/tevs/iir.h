@@ -60,7 +60,7 @@ TEVS_BEGIN
  * On failure nothing is written: no output, no record, no pointer to one, no taps; a record keeps the filter that it had.
  *
  * Threads         One call per record at a time; no call starts threads.
- * Stability       is the caller's affair: poles on or outside the unit circle are filtered as they are. What grows beyond the range becomes infinite, and NaN from
+ * Stability       is the caller's affair: poles on or outside the unit circle are filtered as they are. What grows beyond the range becomes infinite, and infinite or NaN from
  *                 there on, and integer results saturate (NaN to the least integer), until SetDlyLine puts another state. The same goes for infinite and NaN
  *                 taps. Outputs before an infinity or NaN of the input do not change with it.
  * Denormals       At the end of a call, and at least every 1024 samples of a block, a state (of a section, or of the whole filter of arbitrary order) whose parts are all below the

@@ -40,7 +40,7 @@ public:
     }
     const T* past() const { return line_ + at_; }   // oldest first
     const T* push(T x) {                            // the past with x as its newest sample
-        line_[at_] = line_[at_ + tapsLen_] = x;
+        line_[at_] = line_[ptrdiff_t{at_} + tapsLen_] = x;
         if (++at_ == tapsLen_) at_ = 0;
         return past();
     }

@@ -130,10 +130,11 @@ template <class T> void settle(T* d, int n) {
     if (tiny) memset(d, 0, size_t(n) * sizeof(T));
 }
 
-template <class T> T stepSection(const Section<T>& s, T x, T* d) {
+// Of order 1 d[1] is 0, and stays so: 0 times an infinite x or y would be NaN.
+template <class T> T stepSection(const Section<T>& s, int order, T x, T* d) {
     const T y = sumOf(productOf(s.b0, x), d[0]);
     d[0] = next(s.b1, x, s.a1, y, d[1]);
-    d[1] = differenceOf(productOf(s.b2, x), productOf(s.a2, y));
+    if (order > 1) d[1] = differenceOf(productOf(s.b2, x), productOf(s.a2, y));
     return y;
 }
 template <class T> T stepArbitrary(const T* b, const T* a, int order, T x, T* d) {
@@ -297,7 +298,7 @@ public:
             memcpy(d(), pDlyLine, size_t(delayLen()) * sizeof(Kept));
         else
             memset(d(), 0, size_t(delayLen()) * sizeof(Kept));
-        if (form() == kArbitrary && s_->count == 1) d()[1] = {};   // the second part of what is filtered as a section
+        if (sectionOrder() == 1) d()[1] = {};
     }
     void getDelay(Kept* pDlyLine) const { memcpy(pDlyLine, d(), size_t(delayLen()) * sizeof(Kept)); }
 
@@ -306,7 +307,7 @@ public:
         for (int s = 0; s < s_->sections; ++s) {
             Kept* const delay = d() + 2 * ptrdiff_t{s};
             Kept now[2] = {delay[0], delay[1]};
-            y = stepSection(sections()[s], y, now);
+            y = stepSection(sections()[s], sectionOrder(), y, now);
             settle(now, 2);
             delay[0] = now[0];
             delay[1] = now[1];
@@ -341,6 +342,7 @@ private:
         if constexpr (std::is_same_v<Kept, Complex64f>) return iir->complex64f;
     }
     Form form() const { return s_->id == Kind::kIds[kBiQuad] ? kBiQuad : kArbitrary; }
+    int sectionOrder() const { return form() == kArbitrary && s_->count == 1 ? 1 : 2; }
     int delayLen() const { return form() == kBiQuad ? 2 * s_->count : s_->count; }
     Section<Kept>* sections() const { return static_cast<Section<Kept>*>(s_->taps); }
     Table* tables() const { return static_cast<Table*>(s_->tables); }
@@ -373,11 +375,12 @@ private:
     // Whole blocks by the table; what is left, or not finite, sample by sample.
     void section(int s, const Kept* x, Kept* y, int len, Kept* delay) const {
         const bool blocks = s < s_->tabled && tables()[s].usable;
+        const int order = sectionOrder();
         for (int n = 0; n < len;) {
             if (blocks) n += kernel().section(x + n, y + n, len - n, tables() + s, delay);
             const int end = blocks ? std::min(len, n + Table::kSamples) : len;
-            Kept d[2] = {delay[0], delay[1]};
-            for (; n < end; ++n) y[n] = stepSection(sections()[s], x[n], d);
+            Kept d[2] = {delay[0], order > 1 ? delay[1] : Kept{}};
+            for (; n < end; ++n) y[n] = stepSection(sections()[s], order, x[n], d);
             delay[0] = d[0];
             delay[1] = d[1];
         }

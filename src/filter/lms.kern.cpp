@@ -17,6 +17,14 @@ template <int N> TEVS_INLINE Vec<float, (N < 16 ? 16 : N) / 4> loadBytes(const f
         return (Vec<float, 4>)loadLow<N>(p);
 }
 
+// e in as many bytes, and zeros behind them likewise: no sum is to hold the product of an infinite e and a sample that is not there.
+template <int N> TEVS_INLINE auto sameBytes(float e) {
+    if constexpr (N >= 16)
+        return same<Vec<float, N / 4>>(e);
+    else
+        return (Vec<float, 4>)(N == 8 ? _mm_movelh_ps(_mm_set1_ps(e), _mm_setzero_ps()) : _mm_set_ss(e));
+}
+
 template <class V> TEVS_INLINE auto folded(V v) {
     if constexpr (sizeof(V) > 16)
         return low(v) + high(v);
@@ -33,7 +41,7 @@ template <bool Adapts, bool Sums> TEVS_INLINE float pass(const float* in, float*
     const auto at = [&](int j, auto bytes, auto& s) __attribute__((always_inline)) {
         auto t = loadBytes<bytes.n>(taps + j);
         if constexpr (Adapts) {
-            t = fma(same<decltype(t)>(e), loadBytes<bytes.n>(in + j), t);
+            t = fma(sameBytes<bytes.n>(e), loadBytes<bytes.n>(in + j), t);
             memcpy(taps + j, &t, bytes.n);
         }
         if constexpr (Sums) s = fma(t, loadBytes<bytes.n>(in + j + Adapts), s);

@@ -655,4 +655,19 @@ TEST(IirDirect, ChecksInOrder) {
     EXPECT_TRUE(y[0] == 7 && y[1] == 8 && d[0] == 1 && d[3] == 4);
 }
 
+// y[n] = x[n] + 4 y[n-1] has one state, which is infinite for good once it is too large.
+TEST(IirRecords, OrderOneStaysInfinite) {
+    const float taps[] = {1, 0, 1, -4};
+    const std::vector<float> x(200, 1);
+    std::vector<float> y(200), z(200);
+    IIRState_32f *blocks = nullptr, *samples = nullptr;
+    ASSERT_EQ(tevsIIRInitAlloc_32f(&blocks, taps, 1, nullptr), StatusOk);
+    ASSERT_EQ(tevsIIRInitAlloc_32f(&samples, taps, 1, nullptr), StatusOk);
+    EXPECT_EQ(tevsIIR_32f(x.data(), y.data(), 200, blocks), StatusOk);
+    for (size_t n = 0; n < 200; ++n) EXPECT_EQ(tevsIIROne_32f(x[n], &z[n], samples), StatusOk);
+    for (size_t n = 70; n < 200; ++n) ASSERT_TRUE(y[n] == INFINITY && z[n] == INFINITY) << n;
+    EXPECT_EQ(tevsIIRFree_32f(blocks), StatusOk);
+    EXPECT_EQ(tevsIIRFree_32f(samples), StatusOk);
+}
+
 }   // namespace

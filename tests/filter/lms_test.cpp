@@ -290,4 +290,16 @@ TEST(LmsQ15, FollowsTheRuleInExactIntegers) {
     EXPECT_EQ(y, 5);
 }
 
+// Far too large a step: outputs and taps become infinite, with no NaN from lanes behind the last tap.
+TEST(Lms16, OverflowsAlikeInBlocksAndSamples) {
+    for (int taps = 1; taps < 20; ++taps) {
+        const std::vector<int16_t> x(60, 3000), ref(60), past(size_t(taps), 0);
+        Record<int16_t> blocks(std::vector<float>(size_t(taps), 1.0f), past, 0), samples(std::vector<float>(size_t(taps), 1.0f), past, 0);
+        std::vector<int16_t> want(60), y(60);
+        for (size_t n = 0; n < 60; ++n) ASSERT_EQ(tevsFIRLMS32f_16s(&x[n], &ref[n], &want[n], 1, 1e20f, samples.state), StatusOk);
+        ASSERT_EQ(tevsFIRLMS32f_16s(x.data(), ref.data(), y.data(), 60, 1e20f, blocks.state), StatusOk);
+        ASSERT_TRUE(same(want, y)) << taps;
+    }
+}
+
 }   // namespace
