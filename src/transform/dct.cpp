@@ -55,7 +55,7 @@ template <class T> SpecSizes sizesOf(int length, int hint) {
         }
         default: {
             const SpecSizes fft = fftSizes<T>(false, order);
-            const uint64_t convolved = 2 * sizeof(T) << order;
+            const uint64_t convolved = uint64_t{2 * sizeof(T)} << order;
             return {fft.spec + convolved + 4 * values + kHead, fft.init + 16, fft.work + convolved + kAlignmentRoom};
         }
     }

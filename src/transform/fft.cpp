@@ -58,7 +58,7 @@ template <class T> constexpr SpecSizes sizesOf(bool real, int order) {
     const uint64_t record = sizeof(T) == 4 ? 96 : real || order <= 3 ? 100 : 112;
     if (order <= 3) return {record, 0, 0};
     const uint64_t init = roundUp16(((uint64_t{1} << order) / 4 + 1) * sizeof(T)) + kAlignmentRoom;
-    const uint64_t recombination = real ? 2 * roundUp16((2 * sizeof(T) << order) / 4) : 0;
+    const uint64_t recombination = real ? 2 * roundUp16((uint64_t{2 * sizeof(T)} << order) / 4) : 0;
     const int inner = real ? order - 1 : order;
     if (inner <= 3) return {record + recombination, init, 0};
     return {record + factorBytes<T>(inner) + permutationBytes(inner) + recombination, init, roundUp16(scratchBytes<T>(inner)) + kAlignmentRoom};

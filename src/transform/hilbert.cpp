@@ -78,8 +78,9 @@ template <class Spec> void analytic(const Spec& spec, const float* src, float* d
 // Up to two samples are their own analytic signal.
 constexpr bool isItself(int n) { return n <= 2; }
 
-// Calls body(work, more) with the transforms' work area and `bytes` more.
+// Calls body(work, more) with the transforms' work area and `bytes` more. A record that could not be built whole has no transforms.
 template <class Spec, class Body> Status withAreas(const Spec& spec, uint64_t bytes, const Body& body) {
+    if (Status s = Args().ptr(spec.real)) return s;
     const uint64_t both = roundUp16(std::max(spec.complex->dft.workBytes, spec.real->dft.workBytes) + kAlignmentRoom);
     NearestRounding guard;
     return withWorkOnStack<kDftStackBytes>(nullptr, both + bytes, [&](uint8_t* work) { body(work, reinterpret_cast<float*>(work + both)); });

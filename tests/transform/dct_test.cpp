@@ -269,4 +269,13 @@ TEST(DctRecord, ChecksInOrder) {
     }
 }
 
+// 8 or 16 bytes for each of 2^30 values are more than 32 bits count.
+TEST(DctRecord, SizesDoNotWrap) {
+    for (const Kind& kind : kKinds) {
+        int spec, init, work;
+        ASSERT_EQ(kind.getSize((1 << 28) + 1, 0, &spec, &init, &work), StatusOk);
+        EXPECT_TRUE(spec == INT_MAX && work == INT_MAX) << kind.name << ": " << spec << " " << work;
+    }
+}
+
 }   // namespace

@@ -154,4 +154,16 @@ TEST(Hilbert, ChecksInOrder) {
     }
 }
 
+TEST(Hilbert, RecordsWithoutTransformsAreRefused) {
+    for (const Kind& kind : kKinds) {
+        void* spec = nullptr;
+        EXPECT_EQ(kind.initAlloc(&spec, INT_MAX, 0), StatusNoMemory);
+        const Vector x = randomVector(kind.from, 6);
+        Vector y(kind.to, 6);
+        EXPECT_EQ(kind.transform(x, y, spec, {0}), StatusNullPtr);
+        EXPECT_TRUE(same(y, Vector(kind.to, 6)));
+        tevsFree(spec);
+    }
+}
+
 }   // namespace
