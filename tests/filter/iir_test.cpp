@@ -539,42 +539,35 @@ int16_t directStep(const int16_t* h, int order, int16_t x, int32_t* d) {
     return int16_t(std::clamp(y, -32768, 32767));
 }
 TEST(IirDirect, EqualsExactIntegers) {
+    const auto x = randomVector<int16_t>(200);
     for (int order : {1, 2, 3, 7, 20})
         for (int s = 0; s <= 40; ++s) {
             auto taps = randomVector<int16_t>(size_t(2 * order + 2));
             taps[size_t(order) + 1] = int16_t(s);
-            const auto x = randomVector<int16_t>(200);
             const auto before = randomVector<int32_t>(size_t(order));
             auto d = before, oracle = before, one = before, inPlace = before;
-            std::vector<int16_t> y(200), z(200), both = x, want(200);
-            for (size_t n = 0; n < 200; ++n) want[n] = directStep(taps.data(), order, x[n], oracle.data());
-            ASSERT_EQ(tevsIIR_Direct_16s(x.data(), y.data(), 150, taps.data(), order, d.data()), StatusOk);
-            ASSERT_EQ(tevsIIR_Direct_16s(&x[150], &y[150], 50, taps.data(), order, d.data()), StatusOk);
-            ASSERT_EQ(tevsIIR_Direct_16s_I(both.data(), 200, taps.data(), order, inPlace.data()), StatusOk);
-            for (size_t n = 0; n < 200; ++n) {
-                z[n] = x[n];
-                ASSERT_EQ(
-                    n % 2 ? tevsIIROne_Direct_16s(x[n], &z[n], taps.data(), order, one.data()) : tevsIIROne_Direct_16s_I(&z[n], taps.data(), order, one.data()),
-                    StatusOk);
-            }
+            auto y = x, z = x, both = x, want = x;
+            for (auto& v : want) v = directStep(taps.data(), order, v, oracle.data());
+            const int16_t* const h = taps.data();
+            expectEach(StatusOk, {tevsIIR_Direct_16s(&x[0], &y[0], 150, h, order, d.data()), tevsIIR_Direct_16s(&x[150], &y[150], 50, h, order, d.data()),
+                                  tevsIIR_Direct_16s_I(both.data(), 200, h, order, inPlace.data())});
+            for (size_t n = 0; n < 200; ++n)
+                ASSERT_EQ(n % 2 ? tevsIIROne_Direct_16s(x[n], &z[n], h, order, one.data()) : tevsIIROne_Direct_16s_I(&z[n], h, order, one.data()), StatusOk);
             ASSERT_TRUE(same(want, y) && same(want, z) && same(want, both)) << order << ", " << s;
             ASSERT_TRUE(same(oracle, d) && same(oracle, one) && same(oracle, inPlace));
         }
-}
-TEST(IirDirect, SectionsFollowOneAnother) {
     for (int sections : {1, 2, 5}) {
         auto taps = randomVector<int16_t>(size_t(6 * sections));
-        for (int s = 0; s < sections; ++s) taps[size_t(6 * s + 3)] = int16_t(15 - s);
-        const auto x = randomVector<int16_t>(100);
         const auto before = randomVector<int32_t>(size_t(2 * sections));
         auto d = before, oracle = before, inPlace = before;
-        auto want = x, both = x;
-        std::vector<int16_t> y(100);
-        for (int s = 0; s < sections; ++s)
+        auto y = x, both = x, want = x;
+        for (int s = 0; s < sections; ++s) {
+            taps[size_t(6 * s + 3)] = int16_t(15 - s);
             for (auto& v : want) v = directStep(&taps[size_t(6 * s)], 2, v, &oracle[size_t(2 * s)]);
-        ASSERT_EQ(tevsIIR_BiQuadDirect_16s(x.data(), y.data(), 100, taps.data(), sections, d.data()), StatusOk);
-        ASSERT_EQ(tevsIIR_BiQuadDirect_16s_I(both.data(), 100, taps.data(), sections, inPlace.data()), StatusOk);
-        EXPECT_TRUE(same(want, y) && same(want, both) && same(oracle, d) && same(oracle, inPlace));
+        }
+        expectEach(StatusOk, {tevsIIR_BiQuadDirect_16s(x.data(), y.data(), 200, taps.data(), sections, d.data()),
+                              tevsIIR_BiQuadDirect_16s_I(both.data(), 200, taps.data(), sections, inPlace.data())});
+        EXPECT_TRUE(same(want, y) && same(want, both) && same(oracle, d) && same(oracle, inPlace)) << sections;
     }
 }
 

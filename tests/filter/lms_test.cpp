@@ -12,28 +12,20 @@ namespace {
 constexpr float kMu = 0.003f;
 
 template <class T> struct Api;
-template <> struct Api<float> {
-    using State = FIRLMSState_32f;
-    static constexpr auto initAlloc = tevsFIRLMSInitAlloc_32f;
-    static constexpr auto free = tevsFIRLMSFree_32f;
-    static constexpr auto getTaps = tevsFIRLMSGetTaps_32f;
-    static constexpr auto getDlyLine = tevsFIRLMSGetDlyLine_32f;
-    static constexpr auto setDlyLine = tevsFIRLMSSetDlyLine_32f;
-    static constexpr auto filter = tevsFIRLMS_32f;
-    static constexpr auto one = tevsFIRLMSOne_Direct_32f;
-    static constexpr float mu = kMu;
-};
-template <> struct Api<int16_t> {
-    using State = FIRLMSState32f_16s;
-    static constexpr auto initAlloc = tevsFIRLMSInitAlloc32f_16s;
-    static constexpr auto free = tevsFIRLMSFree32f_16s;
-    static constexpr auto getTaps = tevsFIRLMSGetTaps32f_16s;
-    static constexpr auto getDlyLine = tevsFIRLMSGetDlyLine32f_16s;
-    static constexpr auto setDlyLine = tevsFIRLMSSetDlyLine32f_16s;
-    static constexpr auto filter = tevsFIRLMS32f_16s;
-    static constexpr auto one = tevsFIRLMSOne_Direct32f_16s;
-    static constexpr float mu = kMu / (1 << 30);
-};
+#define LMS_API(SAMPLE, T, D, MU)                                         \
+    template <> struct Api<SAMPLE> {                                      \
+        using State = FIRLMSState##T##_##D;                               \
+        static constexpr auto initAlloc = tevsFIRLMSInitAlloc##T##_##D;   \
+        static constexpr auto free = tevsFIRLMSFree##T##_##D;             \
+        static constexpr auto getTaps = tevsFIRLMSGetTaps##T##_##D;       \
+        static constexpr auto getDlyLine = tevsFIRLMSGetDlyLine##T##_##D; \
+        static constexpr auto setDlyLine = tevsFIRLMSSetDlyLine##T##_##D; \
+        static constexpr auto filter = tevsFIRLMS##T##_##D;               \
+        static constexpr auto one = tevsFIRLMSOne_Direct##T##_##D;        \
+        static constexpr float mu = MU;                                   \
+    }
+LMS_API(float, , 32f, kMu);
+LMS_API(int16_t, 32f, 16s, kMu / (1 << 30));
 
 template <class T> std::vector<T> noise(size_t n, double most = 0.9) {
     std::vector<T> v(n);
