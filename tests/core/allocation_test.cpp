@@ -48,21 +48,6 @@ template <class Call> Status withAllocations(int count, Call call) {
     return s;
 }
 
-// Builds a record and frees it again.
-template <class Record = void, class Init, class Free> Status lifecycle(Init init, Free free) {
-    Record* const mark = reinterpret_cast<Record*>(0x40);
-    Record* p = mark;
-    if (const Status s = init(&p); s != StatusOk) {
-        EXPECT_EQ(p, mark);
-        return s;
-    }
-    record = reinterpret_cast<const uint32_t*>(p);
-    const Status freed = free(p);
-    record = nullptr;
-    EXPECT_EQ(identifier, 0u) << "a record that is freed keeps its identifier";
-    return freed;
-}
-
 template <class Call> void failEachAllocation(const std::string& name, Call call) {
     for (int k = 0;; ++k) {
         const Status s = withAllocations(k, call);
@@ -76,6 +61,23 @@ template <class Call> void failEachAllocation(const std::string& name, Call call
     }
 }
 
+// Builds a record and frees it again.
+template <class Record = void, class Free, class Init> void failEachOfRecord(const std::string& name, Free free, Init init) {
+    failEachAllocation(name, [=]() -> Status {
+        Record* const mark = reinterpret_cast<Record*>(0x40);
+        Record* p = mark;
+        if (const Status s = init(&p); s != StatusOk) {
+            EXPECT_EQ(p, mark);
+            return s;
+        }
+        record = reinterpret_cast<const uint32_t*>(p);
+        const Status freed = free(p);
+        record = nullptr;
+        EXPECT_EQ(identifier, 0u) << "a record that is freed keeps its identifier";
+        return freed;
+    });
+}
+
 constexpr Kind kC32fc = TEVS_KIND(C_32fc, 4, 4), kC64fc = TEVS_KIND(C_64fc, 7, 4), kR32f = TEVS_KIND(R_32f, 6, 4), kC16sc = TEVS_KIND(C_16sc, 1, 1),
                kR16s = TEVS_KIND(R_16s, 3, 1), kR32s = TEVS_KIND(R_32s, 0x4C4D5366, 4);
 const Form<float, float> kFloats[] = TEVS_COMPLEX_FORMS(kC32fc, 32fc, , _I, Pairs);
@@ -85,7 +87,7 @@ TEST(NoMemory, FftRecords) {
     for (const Kind* kind : {&kC32fc, &kR32f, &kC16sc, &kR32s})
         for (int order : {0, 1, 4, 10, 16, 17})
             for (int flag : {ScaleInvByN, NoScale})
-                failEachAllocation(kind->name, [=] { return lifecycle([=](void** p) { return kind->initAlloc(p, order, flag, HintNone); }, kind->free); });
+                failEachOfRecord(kind->name, kind->free, [=](void** p) { return kind->initAlloc(p, order, flag, HintNone); });
 }
 
 template <class T> void failEachOfCall(const Form<T, T>& form) {
@@ -110,31 +112,26 @@ TEST(NoMemory, FftWorkBuffer) {
 TEST(NoMemory, TransformsOfAnyLength) {
     std::vector<Complex32f> x(3000), y(3000);
     for (int n : {1024, 1000, 1009}) {
-        failEachAllocation("DFTInitAlloc", [=] {
-            return lifecycle<DFTSpec_C_32fc>([=](auto** p) { return tevsDFTInitAlloc_C_32fc(p, n, NoScale, HintNone); }, tevsDFTFree_C_32fc);
-        });
-        failEachAllocation("DFTInitAlloc", [=] {
-            return lifecycle<DFTSpec_R_16s>([=](auto** p) { return tevsDFTInitAlloc_R_16s(p, n, NoScale, HintNone); }, tevsDFTFree_R_16s);
-        });
-        failEachAllocation("DCTFwdInitAlloc",
-                           [=] { return lifecycle<DCTFwdSpec_32f>([=](auto** p) { return tevsDCTFwdInitAlloc_32f(p, n, HintNone); }, tevsDCTFwdFree_32f); });
+        failEachOfRecord<DFTSpec_C_32fc>("DFT", tevsDFTFree_C_32fc, [=](auto** p) { return tevsDFTInitAlloc_C_32fc(p, n, NoScale, HintNone); });
+        failEachOfRecord<DFTSpec_R_16s>("DFT", tevsDFTFree_R_16s, [=](auto** p) { return tevsDFTInitAlloc_R_16s(p, n, NoScale, HintNone); });
+        failEachOfRecord<DCTFwdSpec_32f>("DCT", tevsDCTFwdFree_32f, [=](auto** p) { return tevsDCTFwdInitAlloc_32f(p, n, HintNone); });
         DFTSpec_C_32fc* dft = nullptr;
         DCTInvSpec_32f* dct = nullptr;
         HilbertSpec_16s16sc* hilbert = nullptr;
         ASSERT_EQ(tevsDFTInitAlloc_C_32fc(&dft, n, NoScale, HintNone), StatusOk);
         ASSERT_EQ(tevsDCTInvInitAlloc_32f(&dct, n, HintNone), StatusOk);
         ASSERT_EQ(tevsHilbertInitAlloc_16s16sc(&hilbert, n, HintNone), StatusOk);
-        const auto keeps = [&](auto call) {
-            y[0].re = 3;
-            const Status s = call();
-            EXPECT_TRUE(s == StatusOk || y[0].re == 3);
-            return s;
+        const auto failEach = [&](const char* name, auto call) {
+            failEachAllocation(name, [&] {
+                y[0].re = 3;
+                const Status s = call();
+                EXPECT_TRUE(s == StatusOk || y[0].re == 3);
+                return s;
+            });
         };
-        failEachAllocation("DFTFwd", [&] { return keeps([&] { return tevsDFTFwd_CToC_32fc(x.data(), y.data(), dft, nullptr); }); });
-        failEachAllocation("DCTInv", [&] { return keeps([&] { return tevsDCTInv_32f(&x[0].re, &y[0].re, dct, nullptr); }); });
-        failEachAllocation("Hilbert", [&] {
-            return keeps([&] { return tevsHilbert_16s16sc_Sfs(reinterpret_cast<int16_t*>(x.data()), reinterpret_cast<Complex16s*>(y.data()), hilbert, 0); });
-        });
+        failEach("DFTFwd", [&] { return tevsDFTFwd_CToC_32fc(x.data(), y.data(), dft, nullptr); });
+        failEach("DCTInv", [&] { return tevsDCTInv_32f(&x[0].re, &y[0].re, dct, nullptr); });
+        failEach("Hilbert", [&] { return tevsHilbert_16s16sc_Sfs(reinterpret_cast<int16_t*>(x.data()), reinterpret_cast<Complex16s*>(y.data()), hilbert, 0); });
         std::vector<uint8_t> buffer(size_t(1) << 17);
         EXPECT_EQ(withAllocations(0, [&] { return tevsDFTFwd_CToC_32fc(x.data(), y.data(), dft, buffer.data()); }), StatusOk);
         EXPECT_EQ(withAllocations(0, [&] { return tevsDCTInv_32f(&x[0].re, &y[0].re, dct, buffer.data()); }), StatusOk);
@@ -189,10 +186,8 @@ TEST(NoMemory, FirRecords) {
     for (const Api& api : kPairs)
         for (int taps : {1, 16, 100}) {
             const Vector h = randomVector(api.tap, 3000);
-            const auto one = [&](void** p) { return api.initAlloc(p, h, taps, Factor{0}, nullptr); };
-            const auto two = [&](void** p) { return api.rateInitAlloc(p, h, 30 * taps, Factor{0}, Factors{40, 3, 7, 2}, nullptr); };
-            failEachAllocation(api.name, [&] { return lifecycle(one, api.free); });
-            failEachAllocation(api.name, [&] { return lifecycle(two, api.free); });
+            failEachOfRecord(api.name, api.free, [&](void** p) { return api.initAlloc(p, h, taps, Factor{0}, nullptr); });
+            failEachOfRecord(api.name, api.free, [&](void** p) { return api.rateInitAlloc(p, h, 30 * taps, Factor{0}, Factors{40, 3, 7, 2}, nullptr); });
         }
 }
 
@@ -243,19 +238,14 @@ TEST(NoMemory, MultirateFilters) {
 TEST(NoMemory, RecursiveAndAdaptiveFilters) {
     const std::vector<float> taps(60, 0.5f);
     const std::vector<int32_t> integers(60, 5);
-    failEachAllocation("IIR_32f",
-                       [&] { return lifecycle<IIRState_32f>([&](auto p) { return tevsIIRInitAlloc_32f(p, taps.data(), 20, nullptr); }, tevsIIRFree_32f); });
-    failEachAllocation("IIR32s_BiQuad_16s", [&] {
-        return lifecycle<IIRState32s_16s>([&](auto p) { return tevsIIRInitAlloc32s_BiQuad_16s(p, integers.data(), 10, 3, nullptr); }, tevsIIRFree32s_16s);
-    });
-    failEachAllocation("FIRLMS32f_16s", [&] {
-        return lifecycle<FIRLMSState32f_16s>([&](auto p) { return tevsFIRLMSInitAlloc32f_16s(p, taps.data(), 60, nullptr, 0); }, tevsFIRLMSFree32f_16s);
-    });
+    failEachOfRecord<IIRState_32f>("IIR_32f", tevsIIRFree_32f, [&](auto p) { return tevsIIRInitAlloc_32f(p, taps.data(), 20, nullptr); });
+    failEachOfRecord<IIRState32s_16s>("BiQuad", tevsIIRFree32s_16s, [&](auto p) { return tevsIIRInitAlloc32s_BiQuad_16s(p, integers.data(), 10, 3, nullptr); });
+    failEachOfRecord<FIRLMSState32f_16s>("LMS", tevsFIRLMSFree32f_16s, [&](auto p) { return tevsFIRLMSInitAlloc32f_16s(p, taps.data(), 60, nullptr, 0); });
 }
 
 TEST(NoMemory, GeneratorRecords) {
     const auto record = []<class State, class T>(Status (*init)(State**, T, T, uint32_t), Status (*release)(State*)) {
-        failEachAllocation("random", [=] { return lifecycle<State>([=](auto p) { return init(p, T(1), T(100), 7); }, release); });
+        failEachOfRecord<State>("random", release, [=](auto p) { return init(p, T(1), T(100), 7); });
     };
     record(tevsRandUniformInitAlloc_8u, tevsRandUniformFree_8u);
     record(tevsRandUniformInitAlloc_16s, tevsRandUniformFree_16s);
@@ -263,8 +253,7 @@ TEST(NoMemory, GeneratorRecords) {
     record(tevsRandGaussInitAlloc_8u, tevsRandGaussFree_8u);
     record(tevsRandGaussInitAlloc_16s, tevsRandGaussFree_16s);
     record(tevsRandGaussInitAlloc_32f, tevsRandGaussFree_32f);
-    failEachAllocation("triangle",
-                       [] { return lifecycle<TriangleState_16s>([](auto p) { return tevsTriangleInitAllocQ15_16s(p, 100, 77, 0, 0); }, tevsTriangleFree); });
+    failEachOfRecord<TriangleState_16s>("triangle", tevsTriangleFree, [](auto p) { return tevsTriangleInitAllocQ15_16s(p, 100, 77, 0, 0); });
 }
 
 TEST(NoMemory, UnsignedChirps) {

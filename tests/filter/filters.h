@@ -243,10 +243,6 @@ private:
     std::unique_ptr<Guarded<uint8_t>> memory;
 };
 
-inline void expectEach(Status want, std::initializer_list<Status> all) {
-    for (const Status& got : all) EXPECT_EQ(got, want) << "call " << &got - all.begin();
-}
-
 struct Threads {   // the count while a scope lasts
     explicit Threads(int n) : before(tevGetNumThreads()) { tevSetNumThreads(n); }
     ~Threads() { tevSetNumThreads(before); }

@@ -19,12 +19,16 @@ inline Value root(size_t k, size_t n) {
 
 inline Values slowDft(const Values& x, int sign) {
     const size_t n = x.size();
-    Values y(n);
-    for (size_t k = 0; k < n; ++k)
-        for (size_t t = 0; t < n; ++t) {
-            const Value w = root(t * k % n, n);
-            y[k] += x[t] * (sign < 0 ? std::conj(w) : w);
+    Values w(n), y(n);
+    for (size_t k = 0; k < n; ++k) w[k] = sign < 0 ? std::conj(root(k, n)) : root(k, n);
+    for (size_t k = 0; k < n; ++k) {
+        long double re = 0, im = 0;
+        for (size_t t = 0, at = 0; t < n; ++t, at = at + k < n ? at + k : at + k - n) {
+            re += x[t].real() * w[at].real() - x[t].imag() * w[at].imag();
+            im += x[t].real() * w[at].imag() + x[t].imag() * w[at].real();
         }
+        y[k] = {re, im};
+    }
     return y;
 }
 

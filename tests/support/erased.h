@@ -1,6 +1,8 @@
 // Values and functions with their types erased: a test over many types is compiled once.
 #pragma once
 
+#include <cmath>
+#include <complex>
 #include <cstring>
 #include <tuple>
 #include <type_traits>
@@ -66,6 +68,16 @@ inline Vector randomVector(Type t, size_t n) {
 }
 inline ::testing::AssertionResult same(const Vector& a, const Vector& b) { return same(a.bytes, b.bytes); }
 
+// Error norm over signal norm.
+template <class Numbers> double distance(const Numbers& want, const Numbers& got) {
+    Real off = 0, all = 0;
+    for (size_t i = 0; i < want.size(); ++i) {
+        off += std::norm(want[i] - got[i]);
+        all += std::norm(want[i]);
+    }
+    return double(std::sqrt(off / all));
+}
+
 // ---- functions ------------------------------------------------------------------------------------------------------------------------------
 
 // Arguments that become what a function takes there: an address of anything, an element by value, and factors of taps and of results that only some functions take.
@@ -112,5 +124,9 @@ template <auto Function, bool F, bool S, class... A> Status call(A... a) {
         return call<Function, true, false>(a...);
 }
 template <auto Function> constexpr auto erased = []<class... A>(A... a) { return call<Function, true, true>(a...); };
+
+inline void expectEach(Status want, std::initializer_list<Status> all) {
+    for (const Status& got : all) EXPECT_EQ(got, want) << "call " << &got - all.begin();
+}
 
 }   // namespace test

@@ -68,14 +68,6 @@ private:
     unsigned char *map_, *inner_;
 };
 
-// Calls f(len, place) for every length from 1 to 70 and a long one, at several alignments and against both guard pages.
-template <class T, class F> void sweep(F f) {
-    constexpr int s = int(sizeof(T));
-    for (int len = 1; len <= 71; ++len)
-        for (Place at : {Place{0, false}, Place{s, false}, Place{2 * s, false}, Place{3 * s, false}, Place{0, true}}) f(len == 71 ? 1003 : len, at);
-    f(33, Place{1, true});   // not even a multiple of the element
-}
-
 // Equal to the bit; names the first element that is not.
 template <class T>::testing::AssertionResult same(const std::vector<T>& want, const std::vector<T>& got) {
     if (want.size() != got.size()) return ::testing::AssertionFailure() << "sizes " << want.size() << " and " << got.size();
