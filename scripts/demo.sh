@@ -61,7 +61,7 @@ compare() {
 }
 compare x86_64 i386
 cmp -s "$out/x86_64/line.wav" "$out/i386/line.wav" && cmp -s "$out/x86_64/spectrum.txt" "$out/i386/spectrum.txt" ||
-    echo "Filters and transforms add up in an order of their own at each SIMD level (i386 has none above 1), and in i386 for its eight registers."
+    echo "Filters and transforms add up in an order of their own at each SIMD level, and in i386 for its eight registers."
 
 gnuplot -c scripts/demo.gnuplot "$out/x86_64" "$out/telephone_line.png" "$(basename "$input")" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
 gnuplot -c scripts/windows.gnuplot "$out/x86_64/windows.txt" "$out/windows.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
