@@ -21,6 +21,11 @@ struct Radices {
     int count = 0;
     int r[10] = {};
     constexpr void push(int bits) { r[count++] = 1 << bits; }
+    // As radix 8, and as radix 4 first where 3 does not divide the bits.
+    constexpr void pushAll(int bits) {
+        for (; bits % 3 != 0; bits -= 2) push(2);
+        for (; bits > 0; bits -= 3) push(3);
+    }
 };
 
 // Passes over `bits` bits, after a first one where there is one.
@@ -36,8 +41,7 @@ constexpr Radices radicesOf(int bits, Radices r = {}) {
         r.push(4);
         return r;
     }
-    for (; bits % 3 != 0; bits -= 2) r.push(2);
-    for (; bits > 0; bits -= 3) r.push(3);
+    r.pushAll(bits);
     return r;
 }
 template <class T> constexpr Radices radicesAfterTurning(int order, Radices r) {
@@ -54,17 +58,14 @@ template <class T> constexpr Radices radicesAfterTurning(int order, Radices r) {
         for (; bits > 0; bits -= 4) r.push(4);
         return r;
     }
-    for (bits -= 2; bits % 3 != 0; bits -= 2) r.push(2);
-    for (; bits > 0; bits -= 3) r.push(3);
+    r.pushAll(bits - 2);
     r.push(2);
     return r;
 }
 #else
-// Radix 8, and radix 4 first where 3 does not divide the bits.
 constexpr int kTurningBits = 3;
 constexpr Radices radicesOf(int bits, Radices r = {}) {
-    for (; bits % 3 != 0; bits -= 2) r.push(2);
-    for (; bits > 0; bits -= 3) r.push(3);
+    r.pushAll(bits);
     return r;
 }
 template <class T> constexpr Radices radicesAfterTurning(int order, Radices r) { return radicesOf(order - kTurningBits, r); }
