@@ -11,6 +11,7 @@ namespace {
 // of 64-bit samples two, so that chains of additions are shared by two registers.
 constexpr int kDoubles = kLanes<double>;
 using Doubles = Vec<double, kDoubles>;
+using Single = Vec<double, 1>;
 template <class T> constexpr int kRegisters = sizeof(T) == 8 ? 2 : 8 / int(sizeof(T));
 template <class T> constexpr int kStep = kRegisters<T>* kDoubles;
 template <class T> using Step = Some<Doubles, kRegisters<T>>;
@@ -106,26 +107,32 @@ template <bool Power, class S> double track(const S* src, int len, double level,
         if (parts == 2) x += double(p[parts - 1]) * double(p[parts - 1]);
         return x;
     };
-    const bool inBlocks = alpha >= 0x1p-10 && alpha < 1;
+    const bool inBlocks = alpha >= 0x1p-10 && alpha < 1 && len >= 4 * block;
     const int alone = inBlocks ? len % block : len;
     const Scalar<S>* p = partsOf(src);
-    for (int i = 0; i < alone; ++i, p += parts) level = alpha * level + share * one(p);
-    if (alone == len) return level;
+    for (int i = 0; i < alone; ++i, p += parts) level = fma(Single{alpha}, Single{level}, Single{share * one(p)})[0];
+    if (!inBlocks) return level;
 
-    double l[kLevels] = {}, power = alpha;
-    for (int i = 1; i < block; i *= 2) power *= power;
+    const auto squared = [](double x, int from, int to) {
+        for (; from < to; from *= 2) x *= x;
+        return x;
+    };
+    const double acrossRegister = squared(alpha, 1, kDoubles / parts);
+    const Doubles acrossBlock = same<Doubles>(squared(acrossRegister, kDoubles / parts, block));
+    double l[kLevels] = {};
     l[kLevels - parts] = level;
     auto levels = loadLanes<double, kRegisterBytes, registers>(l);
     for (int i = alone; i < len; i += block, p += kLevels) {
         const auto x = loadLanes<double, kRegisterBytes, registers>(p);
         for (int k = 0; k < registers; ++k) {
             const Doubles y = Power ? x.v[k] * x.v[k] : x.v[k];
-            levels.v[k] = fma(same<Doubles>(power), levels.v[k], same<Doubles>(share) * y);
+            levels.v[k] = fma(acrossBlock, levels.v[k], same<Doubles>(share) * y);
         }
     }
-    store(l, levels);
+    Doubles last = levels.v[0];
+    for (int k = 1; k < registers; ++k) last = fma(same<Doubles>(acrossRegister), last, levels.v[k]);
     level = 0;
-    for (int j = 0; j < kLevels; j += parts) level = alpha * level + (parts == 2 ? l[j] + l[j + 1] : l[j]);
+    for (int j = 0; j < kDoubles; j += parts) level = fma(Single{alpha}, Single{level}, Single{parts == 2 ? last[j] + last[j + 1] : last[j]})[0];
     return level;
 }
 

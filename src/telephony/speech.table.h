@@ -22,7 +22,7 @@ template <class S, class D> using SumWindow = void (*)(const S* src, D* dst, int
 using Levinson = double (*)(const double* r, double* a, int order, double* k);
 
 // The widest mask of floats whose window is summed anew for every output; wider ones take memory for maskSize sums.
-constexpr int kSummedAnew = 16;
+constexpr int kSummedAnew = 12;
 
 struct SpeechKernels {
     PreEmphasis<int16_t> preEmphasis16s;

@@ -88,13 +88,12 @@ TEST(Emphasis, PairsUndoEachOther) {
 
 // ---- running levels -------------------------------------------------------------------------------------------------------------------
 
-constexpr auto levels = []<class S>(Status (*f)(const S*, int, double*, double)) {
-    const bool power = std::string_view(nameOf(f)).find("Power") != std::string_view::npos;
-    const auto sample = [=](const S& v) -> long double {
+template <bool Power, class S> void levels(Status (*f)(const S*, int, double*, double)) {
+    const auto sample = [](const S& v) -> long double {
         if constexpr (Complex<S>)
             return static_cast<long double>(v.re) * v.re + static_cast<long double>(v.im) * v.im;
         else
-            return power ? static_cast<long double>(v) * v : v;
+            return Power ? static_cast<long double>(v) * v : v;
     };
     for (const double alpha : {0.0, 1e-300, 0.001, 0.5, 0.9, 0.999, 1 - 1e-9, 1.0, 1.0001, -0.5}) {
         const auto check = [&](int len) {
@@ -120,9 +119,10 @@ constexpr auto levels = []<class S>(Status (*f)(const S*, int, double*, double))
     level = kInf;
     f(x.data(), 100, &level, 0.9);
     EXPECT_EQ(level, kInf);
-};
+}
 TEST(Track, IsTheRecursion) {
-    each(levels, tevsTrackMean_16s, tevsTrackMean_32f, tevsTrackMean_64f, tevsTrackPower_16s, tevsTrackPower_32f, tevsTrackPower_64f, tevsTrackPower_32fc);
+    each([](auto f) { levels<false>(f); }, tevsTrackMean_16s, tevsTrackMean_32f, tevsTrackMean_64f);
+    each([](auto f) { levels<true>(f); }, tevsTrackPower_16s, tevsTrackPower_32f, tevsTrackPower_64f, tevsTrackPower_32fc);
     const std::vector<double> most(1000, DBL_MAX / 2);
     double level = 0;
     tevsTrackMean_64f(most.data(), 1000, &level, 0.999);
@@ -131,7 +131,7 @@ TEST(Track, IsTheRecursion) {
 
 // ---- window sums ------------------------------------------------------------------------------------------------------------------------
 
-constexpr int kMasks[] = {1, 2, 3, 8, 15, 16, 17, 31, 32, 33, 100, 256, 257, 1000};
+constexpr int kMasks[] = {1, 2, 3, 11, 12, 13, 16, 31, 32, 33, 100, 256, 257, 1000};
 
 constexpr auto integerSums = []<class S>(Status (*f)(const S*, int32_t*, int, int)) {
     const auto check = [&](const std::vector<S>& x, int len, int mask) {
