@@ -28,6 +28,7 @@
 #include "tevs/g711.h"       /* A-law and mu-law companding */
 #include "tevs/goertzel.h"   /* the spectrum at one frequency, or two */
 #include "tevs/threshold.h"  /* elements below or above a level replaced */
+#include "tevs/speech.h"     /* emphasis, running levels, window sums, linear prediction */
 #include "tevs/window.h"     /* Bartlett, Hann, Hamming, Blackman and Kaiser windows */
 #include "tevs/random.h"     /* uniform and normal random numbers */
 #include "tevs/triangle.h"   /* triangle wave */
