@@ -43,6 +43,30 @@ typedef struct LibraryVersion {
 
 const LibraryVersion* tevsGetLibVersion(void);
 
+/* The version of this header: of what a program is compiled with, as tevsGetLibVersion tells what it runs with. One comparable number of it:
+ *
+ *     #if TEVS_VERSION >= TEVS_VERSION_NUMBER(5, 1, 0)
+ */
+#define TEVS_VERSION_MAJOR 5
+#define TEVS_VERSION_MINOR 1
+#define TEVS_VERSION_PATCH 1
+#define TEVS_VERSION_NUMBER(major, minor, patch) ((major) * 10000 + (minor) * 100 + (patch))
+#define TEVS_VERSION TEVS_VERSION_NUMBER(TEVS_VERSION_MAJOR, TEVS_VERSION_MINOR, TEVS_VERSION_PATCH)
+
+/* ---- GetStatusString ----------------------------------------------------------------------------------------------------------
+ *
+ * What a status says, in one line of English without a full stop; of a number that is none of Status, "unknown status". Static text, never released.
+ */
+const char* tevsGetStatusString(Status status);
+
+/* ---- GetLevel, GetLevelName ---------------------------------------------------------------------------------------------------
+ *
+ * The SIMD level that the library runs at, chosen for the processor when it was loaded and capped by the environment variable TEVS_LEVEL: 0 "SSE3", 1 "SSE4.1",
+ * 2 "AVX2", 3 "AVX-512". tevsGetLevelName gives these texts, static, and "unknown level" for other numbers.
+ */
+int tevsGetLevel(void);
+const char* tevsGetLevelName(int level);
+
 TEVS_END
 
 #endif

@@ -4,6 +4,8 @@
 #include <climits>
 #include <cmath>
 #include <cstring>
+#include <set>
+#include <string>
 
 #include "support/guarded.h"
 #include "tevcore.h"
@@ -50,6 +52,26 @@ TEST(Malloc, MoreThanThereAreAddresses) {
 }
 #endif
 
+TEST(GetStatusString, EachStatusHasALineOfItsOwn) {
+    std::set<std::string> lines;
+    for (int status = -256; status < 256; ++status) {
+        const std::string line = tevsGetStatusString(Status(status));
+        EXPECT_TRUE(!line.empty() && line.back() != '.' && line.find('\n') == line.npos) << line;
+        if (line != "unknown status") {
+            EXPECT_TRUE(lines.insert(line).second) << line;
+        }
+    }
+    EXPECT_EQ(lines.size(), 43u);
+    EXPECT_STREQ(tevsGetStatusString(StatusOk), "no error");
+    EXPECT_STREQ(tevsGetStatusString(StatusNullPtr), "a required pointer is null");
+}
+
+TEST(GetLevelName, NamesTheLevels) {
+    const char* const names[] = {"SSE3", "SSE4.1", "AVX2", "AVX-512"};
+    for (int level = 0; level < 4; ++level) EXPECT_STREQ(tevsGetLevelName(level), names[level]);
+    for (int level : {-1, 4, INT_MAX, INT_MIN}) EXPECT_STREQ(tevsGetLevelName(level), "unknown level");
+}
+
 TEST(GetLibVersion, OneConstantRecord) {
     const LibraryVersion* v = tevsGetLibVersion();
     EXPECT_EQ(v, tevsGetLibVersion());
@@ -57,6 +79,8 @@ TEST(GetLibVersion, OneConstantRecord) {
     EXPECT_EQ(v->minor, 1);
     EXPECT_EQ(v->majorBuild, 133);
     EXPECT_EQ(v->build, 274);
+    EXPECT_EQ(v->version, std::to_string(TEVS_VERSION_MAJOR) + "." + std::to_string(TEVS_VERSION_MINOR) + "." + std::to_string(TEVS_VERSION_PATCH));
+    static_assert(TEVS_VERSION > TEVS_VERSION_NUMBER(5, 1, 0) && TEVS_VERSION < TEVS_VERSION_NUMBER(5, 2, 0));
     EXPECT_EQ(std::memcmp(v->targetCpu, "q7\0\0", 4), 0);
     EXPECT_STREQ(v->name, "libtevsq7.so.5.1");
     EXPECT_STREQ(v->version, "5.1.1");

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "core/simd/families.h"
+#include "tevs/core.h"
 
 namespace tevs {
 namespace {
@@ -35,6 +36,7 @@ int cappedLevel() {
 
 TEST(Dispatch, EveryFamilyAtItsHighestAllowedLevel) {
     const int level = cappedLevel();
+    EXPECT_EQ(tevsGetLevel(), level);
 #ifdef __i386__
 #define LEVEL(name) (name == &level0::name ? 0 : name == &level1::name ? 1 : name == &level2::name ? 2 : -1)
 #else

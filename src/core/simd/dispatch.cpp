@@ -4,6 +4,8 @@
 #include <cpuid.h>
 #include <stdlib.h>
 
+#include "tevs/core.h"
+
 namespace tevs {
 
 // The base level serves calls that come before this library's constructor has run (from another library's constructor, say).
@@ -12,6 +14,8 @@ TEVS_FAMILIES(X)
 #undef X
 
 namespace {
+
+int levelInUse = kBaseLevel;
 
 // Not every compiler's __builtin_cpu_supports knows this one.
 bool hasHalfConversion() {
@@ -43,7 +47,7 @@ int chosenLevel() {
 template <class Table> const Table* pick(int level, int top, const Table* const (&tables)[kHighestLevel + 1]) { return tables[level < top ? level : top]; }
 
 __attribute__((constructor)) void choose() {
-    const int level = chosenLevel();
+    const int level = levelInUse = chosenLevel();
 #ifdef __i386__
 #define X(Type, name) name = pick<Type>(level, name##TopLevel, {&level0::name, &level1::name, &level2::name});
 #else
@@ -55,3 +59,9 @@ __attribute__((constructor)) void choose() {
 
 }   // namespace
 }   // namespace tevs
+
+int tevsGetLevel(void) { return tevs::levelInUse; }
+const char* tevsGetLevelName(int level) {
+    constexpr const char* names[] = {"SSE3", "SSE4.1", "AVX2", "AVX-512"};
+    return level >= 0 && level < 4 ? names[level] : "unknown level";
+}
