@@ -28,6 +28,6 @@ need() {
 }
 
 # What every build here needs beside g++ and cmake. The 32-bit side takes the compiler's multilib packages and no foreign architecture.
-kBuildPackages=(g++ cmake ninja-build)
+kBuildPackages=(g++ cmake ninja-build python3)
 kAbis=(x86_64 i386)
 [[ $(uname -m) == x86_64 ]] || fail "needs an x86_64 machine"
