@@ -24,13 +24,23 @@ endif()
 
 string(REGEX MATCHALL "tevs?[A-Za-z0-9_]+[ \n]*\\([^()]*\\)" prototypes "${text}")
 list(TRANSFORM prototypes REPLACE "[ \n]+" " ")
-list(TRANSFORM prototypes REPLACE "^([A-Za-z0-9_]+) ?(.*)$" "        function(\"\\1\", \\1, \"\\2\"),\n")
+list(TRANSFORM prototypes REPLACE "^([A-Za-z0-9_]+) ?(.*)$" "        {test::made<\\1>, \"\\1\", \"\\2\"},\n")
 string(JOIN "" prototypes ${prototypes})
 file(WRITE ${FUNCTIONS} "#include \"support/function.h\"
 
+// A table of pointers: one expression that made all of them would take the compiler minutes.
 const std::vector<test::Function>& test::functions() {
-    static const std::vector<Function> all = {
+    struct Row {
+        Function (*made)(std::string_view name, std::string_view prototype);
+        const char *name, *prototype;
+    };
+    static constexpr Row rows[] = {
 ${prototypes}    };
+    static const std::vector<Function> all = [] {
+        std::vector<Function> v;
+        for (const Row& row : rows) v.push_back(row.made(row.name, row.prototype));
+        return v;
+    }();
     return all;
 }
 ")

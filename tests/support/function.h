@@ -141,6 +141,8 @@ template <class R, class... P> Function function(std::string_view name, R (*f)(P
     return g;
 }
 
+template <auto f> Function made(std::string_view name, std::string_view prototype) { return function(name, f, prototype); }
+
 // Every function that the headers declare, in their order; the build writes the list.
 const std::vector<Function>& functions();
 
