@@ -245,6 +245,7 @@ TEST(NoMemory, RecursiveAndAdaptiveFilters) {
 
 // By transforms, in blocks and at once; directly nothing is allocated.
 TEST(NoMemory, ConvolutionAndCorrelation) {
+    const Threads one(1);
     std::vector<float> x(12000, 0.5f), y(12000);
     const auto failEach = [&](const char* name, auto call) {
         failEachAllocation(name, [&] {
