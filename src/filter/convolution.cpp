@@ -139,6 +139,7 @@ template <class T> void correlate(const Taps<T>& taps, const T* x, int xLen, int
     T room[kPiece], padded[kTile + kPiece], part[kTile];
     const bool atOnce = taps.len <= kPiece;
     const T* const all = atOnce ? taps.piece(0, taps.len, room) : nullptr;
+    if (atOnce && first >= 0 && first <= int64_t{xLen} - taps.len + 1 - count) return sums(x + first, all, taps.len, out, count);
     forEachTile(taps.len, xLen, first, count, atOnce ? INT_MAX : kTile, [&](int i, int n, int64_t at, int from, int to) {
         for (int j = from, m; j < to; j += m) {
             m = std::min(to - j, kPiece);
@@ -261,6 +262,12 @@ template <class D> void direct(const Taps<D>& taps, const D* x, int xLen, int64_
 
 // ---- by transforms --------------------------------------------------------------------------------------------------------------------------
 
+// What a record of that order would answer: there is none beyond the largest, and none in memory whose size an int does not hold.
+template <class T> Status possible(int order) {
+    if (order > kMaxOrder) return StatusFftOrder;
+    return fftSizes<Scalar<T>>(!kComplex<T>, order).fitInt() ? StatusOk : StatusNoMemory;
+}
+
 // A transform of the least power of two not below `points`, and vectors of its length, for one call.
 template <class T> class Transform {
 public:
@@ -268,7 +275,7 @@ public:
     template <class Body> static Status with(int64_t points, int vectors, Body body) {
         int order = 1;
         while (int64_t{1} << order < points) ++order;
-        if (order > kMaxOrder) return StatusFftOrder;
+        if (const Status s = possible<T>(order)) return s;
         const Scratch record(allocate<unsigned char>(FloatFft<T>::bytes(order)));
         if (!record) return StatusNoMemory;
         Transform t(FloatFft<T>::build(record.get(), order, ScaleInvByN), size_t{1} << order);
@@ -318,7 +325,7 @@ template <class D> Status convolveInBlocks(const D* pShort, int shortLen, const 
     using T = Computed<D>;
     int order = 2;
     while (int64_t{1} << order < 2 * int64_t{shortLen}) ++order;
-    if (++order > kMaxOrder) return StatusFftOrder;
+    if (const Status s = possible<T>(++order)) return s;
     const int areas = longLen > kParallelAbove ? std::max(omp_get_max_threads(), 1) : 1;
     OverlapSave<T>* const o = OverlapSave<T>::create(shortLen, order, areas);
     if (!o) return StatusNoMemory;
@@ -366,6 +373,7 @@ struct Support {
     Support(int64_t first, int count, int64_t low, int64_t high)
         : lead(int(std::clamp<int64_t>(low - first, 0, count))), inside(int(std::clamp<int64_t>(high + 1 - first, lead, count)) - lead) {}
     template <class D> void zeroRest(D* pDst, int count) const {
+        if (inside == count) return;
         memset(pDst, 0, size_t(lead) * sizeof(D));
         memset(pDst + lead + inside, 0, size_t(count - lead - inside) * sizeof(D));
     }

@@ -27,7 +27,7 @@ template <int Parts, int Bytes, int V, int U, class T> TEVS_INLINE void vectors(
         R tap[Parts];
 #pragma GCC unroll 2
         for (int p = 0; p < Parts; ++p) tap[p] = same<R>(taps[j * Parts + p]);
-#pragma GCC unroll 4
+#pragma GCC unroll 6
         for (int v = 0; v < V; ++v) {
             const R x = inRegister(load<T, K>(in + j * Parts + at(v)));
 #pragma GCC unroll 2
@@ -39,7 +39,7 @@ template <int Parts, int Bytes, int V, int U, class T> TEVS_INLINE void vectors(
 #pragma GCC unroll 8
         for (int u = 0; u < U; ++u) add(j + u, u);
     for (; j < tapsLen; ++j) add(j, 0);
-#pragma GCC unroll 4
+#pragma GCC unroll 6
     for (int v = 0; v < V; ++v) {
 #pragma GCC unroll 2
         for (int p = 0; p < Parts; ++p)
@@ -53,7 +53,7 @@ template <int Parts, int Bytes, int V, int U, class T> TEVS_INLINE void vectors(
 }
 
 template <class T, class Sample> struct Few {
-    static constexpr int kParts = int(sizeof(Sample) / sizeof(T)), K = kBytes / int(sizeof(T)), kVectors = kSums / kParts < 4 ? kSums / kParts : 4;
+    static constexpr int kParts = int(sizeof(Sample) / sizeof(T)), K = kBytes / int(sizeof(T)), kVectors = kSums / kParts / 2;
 
     template <int Bytes, int V> static TEVS_INLINE void turns(const T* in, const T* taps, int tapsLen, T* out, int scalars) {
         constexpr int most = kSums / (V * kParts), U = most > 8 ? 8 : most;
@@ -68,11 +68,15 @@ template <class T, class Sample> struct Few {
             if (scalars < K) return turns<16, 2>(x, h, tapsLen, y, scalars);
         }
         if (scalars <= K) return turns<kBytes, 1>(x, h, tapsLen, y, scalars);
-        if constexpr (kVectors >= 2)
-            if (scalars <= 2 * K) return turns<kBytes, 2>(x, h, tapsLen, y, scalars);
-        if constexpr (kVectors >= 3)
-            if (scalars <= 3 * K) return turns<kBytes, 3>(x, h, tapsLen, y, scalars);
-        if constexpr (kVectors >= 4) turns<kBytes, 4>(x, h, tapsLen, y, scalars);
+        more<2>(x, h, tapsLen, y, scalars);
+    }
+    template <int V> static TEVS_INLINE void more(const T* in, const T* taps, int tapsLen, T* out, int scalars) {
+        if constexpr (V <= kVectors) {
+            if (scalars <= V * K)
+                turns<kBytes, V>(in, taps, tapsLen, out, scalars);
+            else
+                more<V + 1>(in, taps, tapsLen, out, scalars);
+        }
     }
     static constexpr FewOutputs<Sample> entry = {int(16 / sizeof(Sample)), kVectors* kBytes / int(sizeof(Sample)), kernel};
 };
