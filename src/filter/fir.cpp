@@ -11,7 +11,7 @@
 #include "core/parallel.h"
 #include "core/rounding.h"
 #include "filter/delay_line.h"
-#include "filter/fir.table.h"
+#include "filter/fir_kernels.h"
 #include "filter/fir_taps.h"
 #include "filter/multirate.h"
 #include "filter/overlap_save.h"
@@ -25,15 +25,6 @@ constexpr int kLongestDirect = 511;   // samples of a block that is filtered dir
 
 // ---- what the engine asks of a type that taps and past are kept in ----------------------------------------------------------------------
 
-template <class Stored> auto& kernelOf(const FirKernels* fir) {
-    if constexpr (std::is_same_v<Stored, float>) return fir->real32f;
-    if constexpr (std::is_same_v<Stored, Complex32f>) return fir->complex32f;
-    if constexpr (std::is_same_v<Stored, double>) return fir->real64f;
-    if constexpr (std::is_same_v<Stored, Complex64f>) return fir->complex64f;
-    if constexpr (std::is_same_v<Stored, int16_t>) return fir->real16s;
-    if constexpr (std::is_same_v<Stored, Complex16s>) return fir->complex16s;
-}
-
 // The number of taps from which on InitAlloc prepares overlap-save.
 template <class Stored> constexpr int kFewestTransformed = kComplex<Stored> ? 16 : sizeof(Stored) == 4 ? 64 : 32;
 
@@ -43,15 +34,6 @@ int fftOrder(int tapsLen) {
     while (int64_t{1} << k <= tapsLen) ++k;
     return k + 1;
 }
-
-// 16-bit taps are multiplied two at a time and summed in 32 bits, which is exact as long as their magnitudes add up to less than 2^16: samples are
-// of 2^15 at most. Larger ones are taken as lower digit + 256 upper digit, of magnitudes up to 128, in runs short enough for that; the sums of runs are added in 64 bits.
-constexpr int64_t kMostAtOnce = 65535;
-template <class Stored> constexpr int kRun = kComplex<Stored> ? 240 : 496;
-static_assert(kRun<int16_t> * 128 <= kMostAtOnce && kRun<Complex16s> * 2 * 128 <= kMostAtOnce);
-
-int16_t lowerDigit(int16_t tap) { return int8_t(tap); }
-int16_t upperDigit(int16_t tap) { return int16_t((tap - int8_t(tap)) >> 8); }
 
 void setKernelTap(int16_t* to, int16_t h, int16_t) { *to = h; }
 void setKernelTap(TapMatrix* to, int16_t re, int16_t im) { *to = {{re, int16_t(-im)}, {im, re}}; }

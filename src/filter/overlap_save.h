@@ -14,6 +14,7 @@
 #include "core/memory.h"
 #include "core/parallel.h"
 #include "transform/float_fft.h"
+#include "vector/samples.h"
 
 namespace tevs {
 
@@ -36,19 +37,22 @@ public:
         release(o);
     }
 
-    void setTaps(const T* pTaps) {
+    template <class S> void setTaps(const S* pTaps) {
         const Area a = area(0);
-        memcpy(a.x, pTaps, size_t(kept_ + 1) * sizeof(T));
+        toStored(pTaps, a.x, kept_ + 1);
         memset(a.x + kept_ + 1, 0, size_t(fftLen_ - kept_ - 1) * sizeof(T));
         fft_->forward(a.x, spectrum_, a.work);
     }
 
     // `count` outputs. load(to, n, m) brings the samples x[n] .. x[n+m-1] of the signal, store(y, n, m) takes the outputs of as many; before x[0] stand the tapsLen - 1
-    // samples of `past`. A run of blocks goes to each of `team` threads, and every sample is loaded before the output in its place is stored.
+    // samples of `past`, or zeros where that is null. A run of blocks goes to each of `team` threads, and every sample is loaded before the output in its place is stored.
     template <class Load, class Store> void filter(const T* past, int count, int team, Load load, Store store) const {
         const int step = fftLen_ - kept_, blocks = (count - 1) / step + 1, shares = std::min(team, blocks);
         const auto first = [=](int share) { return int(int64_t{share} * blocks / shares); };
-        memcpy(area(0).past, past, size_t(kept_) * sizeof(T));
+        if (past)
+            memcpy(area(0).past, past, size_t(kept_) * sizeof(T));
+        else
+            memset(area(0).past, 0, size_t(kept_) * sizeof(T));
         for (int u = 1; u < shares; ++u) load(area(u).past, ptrdiff_t{first(u)} * step - kept_, kept_);
         const auto share = [=, this](int u) {
             const Area a = area(u);

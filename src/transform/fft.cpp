@@ -1,6 +1,7 @@
 // FFT records and the transforms that use them: lifecycle and tables, complex and real transforms.
 #include "transform/float_fft.h"
 
+#include <emmintrin.h>
 #include <string.h>
 
 #include <algorithm>
@@ -71,29 +72,49 @@ static_assert(sizesOf<double>(false, 20).spec == 17957008 && sizesOf<double>(tru
 // Lanes within 128 bits.
 template <class T> constexpr int kGroup = 16 / int(sizeof(T));
 
-// Writes exp(-2 pi i num / den), one after another, in blocks of `lanes` real and `lanes` imaginary parts (1: interleaved).
+// exp(-2 pi i num / den) as accurate as T is.
+template <class T> __m128d factor(uint64_t num, uint64_t den) {
+    if (den <= kMostListed) [[likely]]
+        return _mm_loadu_pd(&kListedRoots[uint32_t(den) + (uint32_t(num) & (uint32_t(den) - 1))].re);
+    const Root r = sizeof(T) == 4 ? turnedRoot(num, den) : unityRoot(num, den);
+    return _mm_setr_pd(r.re, r.im);
+}
+
+// A group of them, `apart` from each other in the second half of it, as their real and their imaginary parts.
+void putGroup(float* re, float* im, uint64_t num, uint64_t step, uint64_t apart, uint64_t den) {
+    const auto pair = [=](uint64_t n) { return _mm_movelh_ps(_mm_cvtpd_ps(factor<float>(n, den)), _mm_cvtpd_ps(factor<float>(n + step, den))); };
+    const __m128 a = pair(num), b = pair(num + apart);
+    _mm_storeu_ps(re, _mm_shuffle_ps(a, b, 0x88));
+    _mm_storeu_ps(im, _mm_shuffle_ps(a, b, 0xdd));
+}
+void putGroup(double* re, double* im, uint64_t num, uint64_t, uint64_t apart, uint64_t den) {
+    const __m128d a = factor<double>(num, den), b = factor<double>(num + apart, den);
+    _mm_storeu_pd(re, _mm_unpacklo_pd(a, b));
+    _mm_storeu_pd(im, _mm_unpackhi_pd(a, b));
+}
+void putPair(float* at, __m128d r) { _mm_storel_pi(reinterpret_cast<__m64*>(at), _mm_cvtpd_ps(r)); }
+void putPair(double* at, __m128d r) { _mm_storeu_pd(at, r); }
+
+// Writes such factors one after another, in blocks of `lanes` real and `lanes` imaginary parts (1: interleaved).
 template <class T> class FactorWriter {
 public:
     FactorWriter(T* at, int lanes) : at_(at), lanes_(lanes) {}
-    void put(uint64_t num, uint64_t den) {
-        const Root r = unityRoot(num, den);
-        at_[lane_] = T(r.re);
-        at_[lane_ + lanes_] = T(r.im);
-        if (++lane_ == lanes_) {
-            lane_ = 0;
-            at_ += 2 * lanes_;
-        }
-    }
-    // A block of num = first * step, (first + 1) * step, ... in the block's lane order.
+    // A block of num = first * step, (first + 1) * step, ... in the block's lane order (laneAt).
     void putBlock(uint64_t first, uint64_t step, uint64_t den) {
-        for (int l = 0; l < lanes_; ++l) put((first + uint64_t(laneAt(lanes_, l, kGroup<T>))) * step, den);
+        const uint64_t apart = uint64_t(lanes_ / 2) * step;
+        for (int l = 0; l < lanes_; l += kGroup<T>)
+            putGroup(at_ + l, at_ + lanes_ + l, (first + uint64_t(laneAt(lanes_, l, kGroup<T>))) * step, step, apart, den);
+        at_ += 2 * lanes_;
+    }
+    void put(uint64_t num, uint64_t den) {   // of one lane
+        putPair(at_, factor<T>(num, den));
+        at_ += 2;
     }
     T* end() const { return at_; }
 
 private:
     T* at_;
     const int lanes_;
-    int lane_ = 0;
 };
 
 // The factors of passes over `points` points, but for the last, which has none.

@@ -67,20 +67,34 @@ struct Root {
 };
 
 // exp(-2 pi i * num / den) for den a power of two up to 2^27, each part rounded once. The angle is folded into the first octant, so that mirrored entries agree to the bit.
-inline Root unityRoot(uint64_t num, uint64_t den) {
-    uint64_t x = 8 * (num % den);   // in units of 1/(8 den) turn
+constexpr Root unityRoot(uint64_t num, uint64_t den) {
+    uint64_t x = 8 * (num & (den - 1));   // in units of 1/(8 den) turn
     const bool lower = x >= 4 * den;
     if (lower) x = 8 * den - x;
     const bool left = x > 2 * den;
     if (left) x = 4 * den - x;
     const bool steep = x > den;
     if (steep) x = 2 * den - x;
-    x *= (uint64_t{1} << (RootTables::kBits - 3)) / den;
+    x <<= RootTables::kBits - 3 - __builtin_ctzll(den);
     WideRoot r = kRoots.of[0][x >> (RootTables::kBits - 9)];
     for (int d = 1; d < RootTables::kDigits; ++d)
         if (const auto digit = x >> (RootTables::kBits - 9 - RootTables::kDigit * d) & ((1 << RootTables::kDigit) - 1)) r = r * kRoots.of[d][digit];
     const double re = steep ? r.sin.hi : r.cos.hi, im = steep ? r.cos.hi : r.sin.hi;
     return {left ? -re : re, lower ? im : -im};
+}
+
+// These of every den up to 2^13, computed beforehand: a transform of one call's own would spend most of its time on its tables. Those of den stand together, from den on.
+constexpr uint32_t kMostListed = 1 << 13;
+extern const Root (&kListedRoots)[2 * kMostListed];
+
+// For den from 2^13 on with an error of 2^-52, which single precision does not see: a listed root, turned by less than 2^-13 of a turn.
+inline Root turnedRoot(uint64_t num, uint64_t den) {
+    const int bits = __builtin_ctzll(den) - 13;   // of num that are less than what is listed
+    const auto n = uint32_t(num & (den - 1));
+    const Root r = kListedRoots[kMostListed + (n >> bits)];
+    const double d = double(int32_t(n & ((1u << bits) - 1))) * (6.283185307179586 / double(int64_t(den)));
+    const double sin = d - d * d * d * (1.0 / 6), versed = d * d * (0.5 - d * d * (1.0 / 24));
+    return {r.re - (r.re * versed - r.im * sin), r.im - (r.im * versed + r.re * sin)};
 }
 
 // exp(-2 pi i num / den) for any den below 2^34, each part with hardly an error but that of its last rounding. Folded likewise; the 16 upper bits of the angle come from the

@@ -243,6 +243,32 @@ TEST(NoMemory, RecursiveAndAdaptiveFilters) {
     failEachOfRecord<FIRLMSState32f_16s>("LMS", tevsFIRLMSFree32f_16s, [&](auto p) { return tevsFIRLMSInitAlloc32f_16s(p, taps.data(), 60, nullptr, 0); });
 }
 
+// By transforms, in blocks and at once; directly nothing is allocated.
+TEST(NoMemory, ConvolutionAndCorrelation) {
+    const Threads one(1);
+    std::vector<float> x(12000, 0.5f), y(12000);
+    const auto failEach = [&](const char* name, auto call) {
+        failEachAllocation(name, [&] {
+            y[0] = 3;
+            const Status s = call();
+            EXPECT_EQ(y[0] == 3, s != StatusOk);
+            return s;
+        });
+    };
+    auto* const shorts = reinterpret_cast<int16_t*>(x.data());
+    auto* const to = reinterpret_cast<int16_t*>(y.data());
+    for (const auto& [m, n] : {std::pair{1000, 1000}, {100, 5000}}) {
+        failEach("Conv_32f", [&, m = m, n = n] { return tevsConv_32f(x.data(), m, x.data(), n, y.data()); });
+        failEach("Conv_16s", [&, m = m, n = n] { return tevsConv_16s_Sfs(shorts, m, shorts, n, to, 30); });
+    }
+    failEach("CrossCorr_16s", [&] { return tevsCrossCorr_16s_Sfs(shorts, 900, shorts, 900, to, 900, -5, 30); });
+    failEach("AutoCorr_NormB_32f", [&] { return tevsAutoCorr_NormB_32f(x.data(), 900, y.data(), 1000); });
+    EXPECT_EQ(withAllocations(0, [&] { return tevsConv_32f(x.data(), 63, x.data(), 9000, y.data()); }), StatusOk);
+    EXPECT_EQ(withAllocations(0, [&] { return tevsCrossCorr_32f(x.data(), 9000, x.data(), 9000, y.data(), 383, 0); }), StatusOk);
+    EXPECT_EQ(withAllocations(0, [&] { return tevsAutoCorr_NormB_32f(x.data(), 9000, y.data(), 855); }), StatusOk);
+    EXPECT_EQ(withAllocations(0, [&] { return tevsConvBiased_32f(x.data(), 900, x.data(), 900, y.data(), 900, 0); }), StatusOk);
+}
+
 TEST(NoMemory, GeneratorRecords) {
     const auto record = []<class State, class T>(Status (*init)(State**, T, T, uint32_t), Status (*release)(State*)) {
         failEachOfRecord<State>("random", release, [=](auto p) { return init(p, T(1), T(100), 7); });
