@@ -21,12 +21,13 @@ const std::map<std::string_view, std::vector<int>> kSeveral = {
     {"val", {7, 1, 40}},
     {"hint", {HintNone, HintFast}},
     {"rndMode", {RoundTowardZero, RoundNearest}},
-    {"relOp", {CmpLess, CmpGreater}}};
-const std::map<std::string_view, int> kOne = {{"src", 7},      {"nChannels", 3},  {"tapsLen", 7},      {"tapsFactor", 2},     {"upFactor", 2},
-                                              {"upPhase", 1},  {"downFactor", 3}, {"downPhase", 1},    {"srcBitOffset", 3},   {"dstBitOffset", 5},
-                                              {"order", 5},    {"numBq", 3},      {"length", 30},      {"flag", NoScale},     {"level", 7},
-                                              {"levelLT", -5}, {"valueLT", 3},    {"levelGT", 7},      {"valueGT", 9},        {"rFreq", 1},
-                                              {"magn", 100},   {"asymQ15", 7000}, {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}};
+    {"relOp", {CmpLess, CmpGreater}},
+    {"maskSize", {3, 4, 9, 22}}};
+const std::map<std::string_view, int> kOne = {
+    {"src", 7},       {"nChannels", 3},    {"tapsLen", 7},      {"tapsFactor", 2},   {"upFactor", 2},       {"upPhase", 1},        {"downFactor", 3},
+    {"downPhase", 1}, {"srcBitOffset", 3}, {"dstBitOffset", 5}, {"order", 5},        {"numBq", 3},          {"length", 30},        {"flag", NoScale},
+    {"level", 7},     {"levelLT", -5},     {"valueLT", 3},      {"levelGT", 7},      {"valueGT", 9},        {"rFreq", 1},          {"srcLen", 30},
+    {"factor", 3},    {"magn", 100},       {"asymQ15", 7000},   {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}};
 std::vector<int> valuesOf(const Function& f, const Parameter& p) {
     if (const auto several = kSeveral.find(p.name); several != kSeveral.end()) return several->second;
     const auto one = kOne.find(p.name);
@@ -45,7 +46,7 @@ bool isOfVectors(const Function& f) { return f.find("len") && !f.find("upFactor"
 // An element of the result depends on the elements at its place alone, or else the name says so here.
 bool isElementwise(const Function& f) {
     return std::none_of(f.find("len"), &f.parameters.back() + 1, [](const Parameter& p) { return p.pointer; }) &&
-           !names(f, {"Flip", "Pack", "Perm", "Win", "Rand", "Triangle", "Vector"});
+           !names(f, {"Flip", "Pack", "Perm", "Win", "Rand", "Triangle", "Vector", "Median"});
 }
 
 // A stray access ends the program: with the name of the function that made it.
