@@ -25,6 +25,7 @@
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 #include "tevs/iir.h"        /* recursive filters, arbitrary order and second-order sections */
 #include "tevs/lms.h"        /* adaptive FIR filters */
+#include "tevs/sparse.h"     /* filters given by their non-zero taps */
 #include "tevs/median.h"     /* median of a sliding window */
 #include "tevs/g711.h"       /* A-law and mu-law companding */
 #include "tevs/goertzel.h"   /* the spectrum at one frequency, or two */
