@@ -27,6 +27,7 @@
 #include "tevs/lms.h"        /* adaptive FIR filters */
 #include "tevs/sparse.h"     /* filters given by their non-zero taps */
 #include "tevs/median.h"     /* median of a sliding window */
+#include "tevs/sample.h"     /* sample-rate change without a filter */
 #include "tevs/g711.h"       /* A-law and mu-law companding */
 #include "tevs/goertzel.h"   /* the spectrum at one frequency, or two */
 #include "tevs/threshold.h"  /* elements below or above a level replaced */
