@@ -376,15 +376,26 @@ template <class T> bool plain(const T* s, ptrdiff_t n) {
     using V = Vec<T, N>;
     using I = Vec<Key<T>, N>;
     const I zero = (I)same<V>(T(-0.0));
-    I bad = {};
-    ptrdiff_t i = 0;
-    for (; i + 2 * N <= n; i += 2 * N) {
-        const V a = inRegister(load<T, N>(s + i)), b = inRegister(load<T, N>(s + i + N));
-        bad |= unordered(a, b) | ((I)a == zero) | ((I)b == zero);
+    if (n < 2 * N) {
+        bool good = true;
+        for (ptrdiff_t i = 0; i < n; ++i) good &= s[i] == s[i] && __builtin_bit_cast(Key<T>, s[i]) != __builtin_bit_cast(Key<T>, T(-0.0));
+        return good;
     }
-    bool good = !any(bad);
-    for (; i < n; ++i) good &= s[i] == s[i] && __builtin_bit_cast(Key<T>, s[i]) != __builtin_bit_cast(Key<T>, T(-0.0));
-    return good;
+    I bad = {}, least = {};
+    const auto look = [&](const T* p) __attribute__((always_inline)) {
+        const V a = inRegister(load<T, N>(p)), b = inRegister(load<T, N>(p + N));
+        bad |= unordered(a, b);
+        // As signed integers, -0 is the least of all.
+        if constexpr (TEVS_LEVEL >= 1 && sizeof(T) == 4)
+            least = minimum(minimum(least, (I)a), (I)b);
+        else
+            bad |= ((I)a == zero) | ((I)b == zero);
+    };
+    look(s + n - 2 * N);
+    ptrdiff_t i = 0;
+    for (; i + 4 * N <= n; i += 4 * N) look(s + i), look(s + i + 2 * N);
+    if (i + 2 * N <= n) look(s + i);
+    return !any(bad | (least == zero));
 }
 
 // With all bits but the sign turned where that is set, numbers are in the order of signed integers: negative NaN below -infinity, other NaN above +infinity. As integers

@@ -116,8 +116,8 @@ template <int Size> void down(const void* src, void* dst, ptrdiff_t n, int facto
     T* d = static_cast<T*>(dst);
     ptrdiff_t k = 0;
 #if TEVS_LEVEL >= 1
-    // Where several elements of a vector are wanted: `factor` vectors make one.
-    if (Size * factor < 16 && factor <= 4) {
+    // Where several elements of a vector are wanted, `factor` vectors make one; for a few it takes longer to say which.
+    if (Size * factor < 16 && factor <= 4 && n >= 96) {
         constexpr int kEach = 16 / Size;
         __m128i pattern[4] = {};
         unsigned char bytes[4][16];

@@ -24,10 +24,11 @@ const std::map<std::string_view, std::vector<int>> kSeveral = {
     {"relOp", {CmpLess, CmpGreater}},
     {"maskSize", {3, 4, 9, 22}}};
 const std::map<std::string_view, int> kOne = {
-    {"src", 7},       {"nChannels", 3},    {"tapsLen", 7},      {"tapsFactor", 2},   {"upFactor", 2},       {"upPhase", 1},        {"downFactor", 3},
-    {"downPhase", 1}, {"srcBitOffset", 3}, {"dstBitOffset", 5}, {"order", 5},        {"numBq", 3},          {"length", 30},        {"flag", NoScale},
-    {"level", 7},     {"levelLT", -5},     {"valueLT", 3},      {"levelGT", 7},      {"valueGT", 9},        {"rFreq", 1},          {"srcLen", 30},
-    {"factor", 3},    {"magn", 100},       {"asymQ15", 7000},   {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}};
+    {"src", 7},        {"nChannels", 3},    {"tapsLen", 7},        {"tapsFactor", 2},     {"upFactor", 2}, {"upPhase", 1}, {"downFactor", 3},
+    {"downPhase", 1},  {"srcBitOffset", 3}, {"dstBitOffset", 5},   {"order", 5},          {"numBq", 3},    {"length", 30}, {"flag", NoScale},
+    {"level", 7},      {"levelLT", -5},     {"valueLT", 3},        {"levelGT", 7},        {"valueGT", 9},  {"rFreq", 1},   {"srcLen", 10},
+    {"factor", 3},     {"nzTapsLen", 7},    {"nzTapsLen1", 7},     {"nzTapsLen2", 3},     {"order1", 5},   {"order2", 4},  {"magn", 100},
+    {"asymQ15", 7000}, {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}};
 std::vector<int> valuesOf(const Function& f, const Parameter& p) {
     if (const auto several = kSeveral.find(p.name); several != kSeveral.end()) return several->second;
     const auto one = kOne.find(p.name);
