@@ -24,8 +24,11 @@
 #include "tevs/hilbert.h"     /* the analytic signal */
 #include "tevs/fir.h"         /* FIR filters, with records and without */
 #include "tevs/iir.h"         /* recursive filters, arbitrary order and second-order sections */
+#include "tevs/sparse.h"      /* filters given by their non-zero taps */
 #include "tevs/lms.h"         /* adaptive FIR filters */
 #include "tevs/convolution.h" /* convolution and correlation */
+#include "tevs/median.h"      /* median of a sliding window */
+#include "tevs/sample.h"      /* sample-rate change without a filter */
 #include "tevs/g711.h"        /* A-law and mu-law companding */
 #include "tevs/goertzel.h"    /* the spectrum at one frequency, or two */
 #include "tevs/speech.h"      /* emphasis, running levels, window sums, linear prediction */

@@ -3,7 +3,8 @@
 #
 # Takes a recording (any file that libsndfile reads; by default a spoken "front, center" from Debian's alsa-utils) through a telephone line in both
 # ABIs, and draws what the line left of it; compands and expands it, dials a number and detects it, and cores noise; compares windows by what they make of a
-# spectral line; sends an echo back and cancels it; measures a room and plays the recording there. Writes the recordings, spectra and pictures to demo-out/.
+# spectral line; sends an echo back and cancels it; measures a room and plays the recording there; puts clicks on the recording and takes them off. Writes the
+# recordings, spectra and pictures to demo-out/.
 set -uo pipefail
 input=/usr/share/sounds/alsa/Front_Center.wav
 (($#)) && input=$(realpath -m -- "$1")
@@ -20,8 +21,9 @@ mkdir -p build "$out"
 # The examples read 16-bit WAV only: there is no 32-bit libsndfile to read the rest.
 sndfile-convert -pcm16 "$input" "$out/input.wav" > build/demo.log 2>&1 || fail "libsndfile cannot read $input: $(tail -n 1 build/demo.log)"
 
+programs=(telephone_line telephone_codes telephone_echo windows envelope room clicks)
 for abi in "${kAbis[@]}"; do
-    if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target telephone_line telephone_codes telephone_echo windows envelope room; } > build/demo.log 2>&1; then
+    if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target "${programs[@]}"; } > build/demo.log 2>&1; then
         grep -E -A 5 'error|FAILED' build/demo.log | head -n 40
         fail "$abi does not build: build/demo.log"
     fi
@@ -34,6 +36,8 @@ for abi in "${kAbis[@]}"; do
     "build/$abi/bin/telephone_codes" "$out/$abi/line-8k.wav" "$out/$abi" || fail "telephone_codes failed"
     echo
     "build/$abi/bin/telephone_echo" "$out/$abi/line-8k.wav" "$out/$abi" || fail "telephone_echo failed"
+    echo
+    "build/$abi/bin/clicks" "$out/input.wav" "$out/$abi" || fail "clicks failed"
     echo
     "build/$abi/bin/windows" "$out/$abi/windows.txt" || fail "windows failed"
     echo
@@ -69,4 +73,5 @@ gnuplot -c scripts/demo.gnuplot "$out/x86_64" "$out/telephone_line.png" "$(basen
 gnuplot -c scripts/windows.gnuplot "$out/x86_64/windows.txt" "$out/windows.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
 gnuplot -c scripts/echo.gnuplot "$out/x86_64" "$out/telephone_echo.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
 gnuplot -c scripts/room.gnuplot "$out/x86_64" "$out/room.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
-echo "written: $out/{telephone_line,telephone_echo,windows,room}.png, $out/{x86_64,i386}/{line,companded,dialled,noisy,cored,channel,echo,cancelled,room}.wav"
+echo "written: $out/{telephone_line,telephone_echo,windows,room}.png,"
+echo "         $out/{x86_64,i386}/{line,companded,dialled,noisy,cored,channel,echo,cancelled,room,clicked,repaired}.wav"

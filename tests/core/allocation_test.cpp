@@ -269,6 +269,18 @@ TEST(NoMemory, ConvolutionAndCorrelation) {
     EXPECT_EQ(withAllocations(0, [&] { return tevsConvBiased_32f(x.data(), 900, x.data(), 900, y.data(), 900, 0); }), StatusOk);
 }
 
+TEST(NoMemory, Medians) {
+    const std::vector<float> x(3000, 1.0f);
+    std::vector<float> y(3000);
+    for (int mask : {22, 1500, 2999})
+        failEachAllocation("FilterMedian_32f", [&] {
+            y[0] = 7;
+            const Status s = tevsFilterMedian_32f(x.data(), y.data(), 3000, mask);
+            EXPECT_EQ(y[0] == 7, s == StatusNoMemory);
+            return s == WarnEvenMedianMask ? StatusOk : s;
+        });
+}
+
 TEST(NoMemory, GeneratorRecords) {
     const auto record = []<class State, class T>(Status (*init)(State**, T, T, uint32_t), Status (*release)(State*)) {
         failEachOfRecord<State>("random", release, [=](auto p) { return init(p, T(1), T(100), 7); });
