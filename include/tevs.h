@@ -22,6 +22,7 @@
 #include "tevs/dft.h"        /* the same transforms of any length */
 #include "tevs/dct.h"        /* discrete cosine transforms of any length */
 #include "tevs/hilbert.h"    /* the analytic signal */
+#include "tevs/wavelet.h"    /* wavelets: taps, one level of pairs or of a stream, all levels of a signal */
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 #include "tevs/iir.h"        /* recursive filters, arbitrary order and second-order sections */
 #include "tevs/lms.h"        /* adaptive FIR filters */
