@@ -26,6 +26,7 @@
 #include "tevs/fir.h"        /* FIR filters, with records and without */
 #include "tevs/iir.h"        /* recursive filters, arbitrary order and second-order sections */
 #include "tevs/lms.h"        /* adaptive FIR filters */
+#include "tevs/design.h"     /* taps of FIR and recursive filters from edges and ripples, frequency responses */
 #include "tevs/g711.h"       /* A-law and mu-law companding */
 #include "tevs/goertzel.h"   /* the spectrum at one frequency, or two */
 #include "tevs/threshold.h"  /* elements below or above a level replaced */

@@ -45,13 +45,27 @@ template <class V> TEVS_INLINE V pairOf(const Element<V>* p) {
     }
 }
 
-// 16-bit and 32-bit integers at even and at odd places of 2 N.
-template <int N> TEVS_INLINE Two<Vec<int16_t, N>> splitInts(const int16_t* p) {
-    using W = Vec<int32_t, N / 2>;
-    const auto x = loadAs<W>(p), y = loadAs<W>(p + N);
-    return {pack16(x << 16 >> 16, y << 16 >> 16), pack16(x >> 16, y >> 16)};
+// N numbers at even and N at odd places.
+template <int N, class T> TEVS_INLINE Two<Vec<T, N>> split(const T* p) {
+    using V = Vec<T, N>;
+    if constexpr (sizeof(T) == 2) {
+        using W = Vec<int32_t, N / 2>;
+        const auto x = loadAs<W>(p), y = loadAs<W>(p + N);
+        return {pack16(x << 16 >> 16, y << 16 >> 16), pack16(x >> 16, y >> 16)};
+    } else {
+        const V x = load<T, N>(p), y = load<T, N>(p + N);
+#if TEVS_REGISTER_BYTES >= 32
+        if constexpr (sizeof(V) == 32) {   // in halves of blocks; the compiler's own way takes more steps
+            const auto ordered = [](auto v) __attribute__((always_inline)) { return (V)_mm256_permute4x64_pd((__m256d)v, 0xd8); };
+            if constexpr (sizeof(T) == 4)
+                return {ordered(_mm256_shuffle_ps((__m256)x, (__m256)y, 0x88)), ordered(_mm256_shuffle_ps((__m256)x, (__m256)y, 0xdd))};
+            else
+                return {ordered(_mm256_unpacklo_pd((__m256d)x, (__m256d)y)), ordered(_mm256_unpackhi_pd((__m256d)x, (__m256d)y))};
+        }
+#endif
+        return {evens(x, y), odds(x, y)};
+    }
 }
-template <int N> TEVS_INLINE Two<Vec<int32_t, N>> splitInts(const int32_t* p) { return loadSplit<int32_t, N>(p); }
 
 // The last lane of `before` and all but the last of v.
 template <class V, int... I> TEVS_INLINE V behindOf(V before, V v, Lane<I...>) { return __builtin_shufflevector(before, v, (int(sizeof...(I)) - 1 + I)...); }
@@ -72,7 +86,7 @@ template <class T> void haarAnalysis(const T* src, T* low, T* high, int len) {
     map<kLanes<T>, kLeast<T>>(
         len, Both<T>{low, high}, [](auto n, const LanePair<T>* p) __attribute__((always_inline)) {
             using V = Vec<T, n.n>;
-            const auto x = loadSplit<T, n.n>(reinterpret_cast<const T*>(p));
+            const auto x = split<n.n>(reinterpret_cast<const T*>(p));
             return Two<V>{(x.a + x.b) * constant<V>(kRootHalf), (x.a - x.b) * constant<V>(kRootHalf)};
         },
         reinterpret_cast<const LanePair<T>*>(src));
@@ -144,7 +158,7 @@ template <class T> T restoredOdd(T high, T left, T right) { return T(high + ((in
 template <class T> void liftHaarAnalysis(const T* src, T* low, T* high, int len) {
     map<kLanes<T>, kLeast<T>>(
         len, Both<T>{low, high}, [](auto n, const LanePair<T>* p) __attribute__((always_inline)) {
-            const auto x = splitInts<n.n>(reinterpret_cast<const T*>(p));
+            const auto x = split<n.n>(reinterpret_cast<const T*>(p));
             const auto h = wrappedDifference(x.a, x.b);
             return Two{wrappedSum(x.b, h >> 1), h};
         },
@@ -167,14 +181,8 @@ template <class T> void analysis53(const T* src, T* low, T* high, int srcLen) {
     if (highs > N) {
         auto before = same<Vec<T, N>>(predicted(src[0], src[1], even(1)));   // high[-1] is high[0]
         for (; n + N < lows; n += N) {
-            const auto x = splitInts<N>(src + 2 * n);
-            Vec<T, N> next;   // x[2n+2] and on: the last is at 2 (n + N) < srcLen
-            if constexpr (sizeof(T) == 2) {
-                const auto a = loadAs<Vec<int32_t, N / 2>>(src + 2 * n + 1), b = loadAs<Vec<int32_t, N / 2>>(src + 2 * n + 1 + N);
-                next = pack16(a >> 16, b >> 16);
-            } else {
-                next = odds(load<T, N>(src + 2 * n + 1), load<T, N>(src + 2 * n + 1 + N));
-            }
+            const auto x = split<N>(src + 2 * n);
+            const auto next = split<N>(src + 2 * n + 1).b;   // x[2n+2] and on: the last is at 2 (n + N) < srcLen
             const auto h = wrappedDifference(x.b, mean(x.a, next));
             store(high + n, h);
             store(low + n, wrappedSum(x.a, quarter(behind(before, h), h)));

@@ -23,11 +23,11 @@ const std::map<std::string_view, std::vector<int>> kSeveral = {
     {"rndMode", {RoundTowardZero, RoundNearest}},
     {"relOp", {CmpLess, CmpGreater}}};
 const std::map<std::string_view, int> kOne = {
-    {"src", 7},         {"nChannels", 3},    {"tapsLen", 7},        {"tapsFactor", 2},      {"upFactor", 2}, {"upPhase", 1},   {"downFactor", 3},
-    {"downPhase", 1},   {"srcBitOffset", 3}, {"dstBitOffset", 5},   {"order", 5},           {"numBq", 3},    {"length", 30},   {"flag", NoScale},
-    {"level", 7},       {"levelLT", -5},     {"valueLT", 3},        {"levelGT", 7},         {"valueGT", 9},  {"rFreq", 1},     {"magn", 100},
-    {"asymQ15", 7000},  {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}, {"family", 0},   {"lift", Lift53}, {"levels", 3},
-    {"ext", ExtMirror}, {"tapsLenLow", 7},   {"offsLow", 0},        {"tapsLenHigh", 4},     {"offsHigh", -1}};
+    {"src", 7},         {"nChannels", 3},    {"tapsLen", 7},        {"tapsFactor", 2},      {"upFactor", 2},  {"upPhase", 1},      {"downFactor", 3},
+    {"downPhase", 1},   {"srcBitOffset", 3}, {"dstBitOffset", 5},   {"order", 5},           {"numBq", 3},     {"length", 30},      {"flag", NoScale},
+    {"level", 7},       {"levelLT", -5},     {"valueLT", 3},        {"levelGT", 7},         {"valueGT", 9},   {"rFreq", 1},        {"magn", 100},
+    {"asymQ15", 7000},  {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}, {"family", 0},    {"lift", Lift53},    {"levels", 3},
+    {"ext", ExtMirror}, {"tapsLenLow", 7},   {"offsLow", 0},        {"tapsLenHigh", 4},     {"offsHigh", -1}, {"taper", TaperHann}};
 bool names(const Function& f, std::initializer_list<std::string_view> parts);
 std::vector<int> valuesOf(const Function& f, const Parameter& p) {
     if (p.is("tapsLen") && names(f, {"WtGen", "DWT"})) return {8};   // of wavelets, even
@@ -38,7 +38,9 @@ std::vector<int> valuesOf(const Function& f, const Parameter& p) {
 }
 
 // Where a range leaves no room for such numbers.
-const std::map<std::string_view, float> kFractions = {{"alpha", 0.004f}, {"rFreq", 0.1f}, {"asym", 0.5f}};
+const std::map<std::string_view, float> kFractions = {{"alpha", 0.004f}, {"rFreq", 0.1f},     {"asym", 0.5f},      {"rFreq1", 0.1f},
+                                                      {"rFreq2", 0.3f},  {"rFreqPass", 0.1f}, {"rFreqStop", 0.3f}, {"rWidth", 0.1f},
+                                                      {"ripple", 1.0f},  {"decibels", 30.0f}, {"rolloff", 0.25f}};
 
 bool names(const Function& f, std::initializer_list<std::string_view> parts) {
     return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) { return f.name.find(part) != f.name.npos; });
