@@ -3,7 +3,7 @@
 #
 # Takes a recording (any file that libsndfile reads; by default a spoken "front, center" from Debian's alsa-utils) through a telephone line in both
 # ABIs, and draws what the line left of it; compands and expands it, dials a number and detects it, and cores noise; compares windows by what they make of a
-# spectral line; sends an echo back and cancels it. Writes the recordings, spectra and pictures to demo-out/.
+# spectral line; sends an echo back and cancels it; takes noise off by wavelets; designs the line's filters and measures them. Writes the recordings, spectra and pictures to demo-out/.
 set -uo pipefail
 input=/usr/share/sounds/alsa/Front_Center.wav
 (($#)) && input=$(realpath -m -- "$1")
@@ -21,7 +21,7 @@ mkdir -p build "$out"
 sndfile-convert -pcm16 "$input" "$out/input.wav" > build/demo.log 2>&1 || fail "libsndfile cannot read $input: $(tail -n 1 build/demo.log)"
 
 for abi in "${kAbis[@]}"; do
-    if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target telephone_line telephone_codes telephone_echo windows envelope; } > build/demo.log 2>&1; then
+    if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target telephone_line telephone_codes telephone_echo windows envelope denoise line_filters; } > build/demo.log 2>&1; then
         grep -E -A 5 'error|FAILED' build/demo.log | head -n 40
         fail "$abi does not build: build/demo.log"
     fi
@@ -36,6 +36,10 @@ for abi in "${kAbis[@]}"; do
     "build/$abi/bin/telephone_echo" "$out/$abi/line-8k.wav" "$out/$abi" || fail "telephone_echo failed"
     echo
     "build/$abi/bin/windows" "$out/$abi/windows.txt" || fail "windows failed"
+    echo
+    "build/$abi/bin/denoise" "$out/$abi/line-8k.wav" "$out/$abi" || fail "denoise failed"
+    echo
+    "build/$abi/bin/line_filters" "$out/$abi/line-filters.txt" || fail "line_filters failed"
     echo
     "build/$abi/bin/envelope" "$out/$abi/line-8k.wav" "$out/$abi/envelope.txt" || fail "envelope failed"
     "build/$abi/bin/envelope" "$out/input.wav" "$out/$abi/envelope-input.txt" || fail "envelope failed"
@@ -66,4 +70,7 @@ cmp -s "$out/x86_64/line.wav" "$out/i386/line.wav" && cmp -s "$out/x86_64/spectr
 gnuplot -c scripts/demo.gnuplot "$out/x86_64" "$out/telephone_line.png" "$(basename "$input")" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
 gnuplot -c scripts/windows.gnuplot "$out/x86_64/windows.txt" "$out/windows.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
 gnuplot -c scripts/echo.gnuplot "$out/x86_64" "$out/telephone_echo.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
-echo "written: $out/{telephone_line,telephone_echo,windows}.png, $out/{x86_64,i386}/{line,companded,dialled,noisy,cored,channel,echo,cancelled}.wav"
+gnuplot -c scripts/denoise.gnuplot "$out/x86_64" "$out/denoise.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
+gnuplot -c scripts/line_filters.gnuplot "$out/x86_64/line-filters.txt" "$out/line_filters.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
+echo "written: $out/{telephone_line,telephone_echo,windows,denoise,line_filters}.png," \
+    "$out/{x86_64,i386}/{line,companded,dialled,noisy,cored,channel,echo,cancelled,noisy-wavelet,denoised}.wav"

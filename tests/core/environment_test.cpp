@@ -46,7 +46,7 @@ bool names(const Function& f, std::initializer_list<std::string_view> parts) {
     return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) { return f.name.find(part) != f.name.npos; });
 }
 // No source is longer than len.
-bool isOfVectors(const Function& f) { return f.find("len") && !f.find("upFactor") && !f.find("tapsLen") && !names(f, {"Copy_1u", "Ccs", "Direct", "WtHaar"}); }
+bool isOfVectors(const Function& f) { return f.find("len") && !f.find("upFactor") && !f.find("tapsLen") && !names(f, {"Copy_1u", "Ccs", "Direct", "WtHaar", "Response"}); }
 // An element of the result depends on the elements at its place alone, or else the name says so here.
 bool isElementwise(const Function& f) {
     return std::none_of(f.find("len"), &f.parameters.back() + 1, [](const Parameter& p) { return p.pointer; }) &&
