@@ -58,6 +58,7 @@ class Rotor {
 public:
     Rotor(const Frequency& f, int64_t twice) : f_(f), step_(unit(f.turns(2))), z_(unit(f.turns(twice))), twice_(twice) {}
     const Complex* operator->() const { return &z_; }
+    Complex operator*() const { return z_; }
     void step() {
         twice_ += 2;
         if (++steps_ % kRun == 0)
@@ -79,7 +80,7 @@ private:
 
 enum Shape { kLowpass, kHighpass, kBandpass, kBandstop };
 
-// put(i, t, odd) for the taps of the second half, i of them before the middle and 2t = twice samples from it.
+// put(i, twice) for each tap i of the second half, twice/2 samples from the middle.
 template <class Put> void eachOfHalf(int tapsLen, Put put) {
     for (int i = tapsLen / 2, twice = tapsLen % 2 ? 0 : 1; i < tapsLen; ++i, twice += 2) put(i, twice);
 }
@@ -153,29 +154,34 @@ Status firGen(double* pTaps, int tapsLen, double f1, double f2, int taper, Shape
     return StatusOk;
 }
 
-// With d = 4 beta s - 1 and p = pi s (1 - beta) the numerator is sin p - (1 + d) sin(p + pi d / 2): both it and the denominator have the factor d, which is left out here.
+// With d = 4 b s - 1 and p = pi s (1 - b) the numerator is sin p - (1 + d) sin(p + pi d / 2): both it and the denominator have the factor d, which is left out here
+// but for small s.
 //
 //     h = (2 cos(p + pi d / 4) sin(pi d / 4) / d + sin(p + pi d / 2)) / (pi s (2 + d))
-Real rootCosine(Real s, Real beta) {
-    if (s == 0) return 1 - beta + 4 * beta / kPi;
-    const Real p = kPi * s * (1 - beta), d = 4 * beta * s - 1;
-    if (d < -0.5L) return (sinl(p) + (1 + d) * cosl(kPi * s * (1 + beta))) / (kPi * s * -d * (2 + d));
-    const Real quarter = kPi * d / 4, ratio = fabsl(d) < 0x1p-34L ? kPi / 4 : sinl(quarter) / d;
-    return (2 * cosl(p + quarter) * ratio + sinl(p + 2 * quarter)) / (kPi * s * (2 + d));
+//
+// z is e^(i p), v is e^(i pi b s).
+Real rootCosine(Real s, Real b, Complex z, Complex v) {
+    if (s == 0) return 1 - b + 4 * b / kPi;
+    const Real d = 4 * b * s - 1;
+    if (d < -0.5L) return (z.im + (1 + d) * (z * (v * v)).re) / (kPi * s * -d * (2 + d));
+    constexpr Real kRoot = 0.70710678118654752440L;
+    const Complex quarter = v * Complex{kRoot, -kRoot}, near = z * quarter;   // e^(i pi d / 4)
+    const Real q = kPi * d / 4, q2 = q * q;
+    const Real series = kPi / 4 * (1 - q2 / 6 * (1 - q2 / 20 * (1 - q2 / 42 * (1 - q2 / 72 * (1 - q2 / 110 * (1 - q2 / 156))))));
+    return (2 * near.re * (fabsl(d) < 0.25L ? series : quarter.im / d) + (near * quarter).im) / (kPi * s * (2 + d));
 }
 void rootCosineTaps(double* pTaps, int tapsLen, double rFreq, double rolloff) {
+    const int first = tapsLen % 2 ? 0 : 1;
+    Rotor z(Frequency(Real(rFreq) * (1 - Real(rolloff)) / 2), first), v(Frequency(Real(rFreq) * rolloff / 2), first);
     Real energy = 0;
-    // Twice over, for there is no room for what is not rounded yet: first the energy alone.
-    for (const bool put : {false, true})
-        eachOfHalf(tapsLen, [&](int i, int twice) {
-            if (put) {
-                pTaps[i] = pTaps[tapsLen - 1 - i] = double(pTaps[i] / energy);
-                return;
-            }
-            pTaps[i] = double(rootCosine(Real(rFreq) * twice / 2, rolloff));
-            energy += (twice == 0 ? 1 : 2) * Real(pTaps[i]) * pTaps[i];
-            if (i == tapsLen - 1) energy = sqrtl(energy);
-        });
+    eachOfHalf(tapsLen, [&](int i, int twice) {
+        pTaps[i] = double(rootCosine(Real(rFreq) * twice / 2, rolloff, *z, *v));
+        energy += (twice == 0 ? 1 : 2) * Real(pTaps[i]) * pTaps[i];
+        z.step();
+        v.step();
+    });
+    const Real root = sqrtl(energy);
+    eachOfHalf(tapsLen, [&](int i, int) { pTaps[i] = pTaps[tapsLen - 1 - i] = double(pTaps[i] / root); });
 }
 
 struct Kaiser {
