@@ -22,6 +22,7 @@
 #include "tevs/dft.h"         /* the same transforms of any length */
 #include "tevs/dct.h"         /* discrete cosine transforms of any length */
 #include "tevs/hilbert.h"     /* the analytic signal */
+#include "tevs/wavelet.h"     /* wavelets: taps, one level of pairs or of a stream, all levels of a signal */
 #include "tevs/fir.h"         /* FIR filters, with records and without */
 #include "tevs/iir.h"         /* recursive filters, arbitrary order and second-order sections */
 #include "tevs/sparse.h"      /* filters given by their non-zero taps */
@@ -29,6 +30,7 @@
 #include "tevs/convolution.h" /* convolution and correlation */
 #include "tevs/median.h"      /* median of a sliding window */
 #include "tevs/sample.h"      /* sample-rate change without a filter */
+#include "tevs/design.h"      /* taps of FIR and recursive filters from edges and ripples, frequency responses */
 #include "tevs/g711.h"        /* A-law and mu-law companding */
 #include "tevs/goertzel.h"    /* the spectrum at one frequency, or two */
 #include "tevs/speech.h"      /* emphasis, running levels, window sums, linear prediction */

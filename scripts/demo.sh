@@ -2,9 +2,9 @@
 # scripts/demo.sh [FILE]
 #
 # Takes a recording (any file that libsndfile reads; by default a spoken "front, center" from Debian's alsa-utils) through a telephone line in both
-# ABIs, and draws what the line left of it; compands and expands it, dials a number and detects it, and cores noise; compares windows by what they make of a
-# spectral line; sends an echo back and cancels it; measures a room and plays the recording there; puts clicks on the recording and takes them off. Writes the
-# recordings, spectra and pictures to demo-out/.
+# ABIs, and draws what the line left of it; compands and expands it, dials a number and detects it, and cores noise; sends an echo back and cancels it; measures a
+# room and plays the recording there; puts clicks on the recording and takes them off; takes noise off by wavelets; designs the line's filters and measures them;
+# compares windows by what they make of a spectral line. Writes the recordings, spectra and pictures to demo-out/.
 set -uo pipefail
 input=/usr/share/sounds/alsa/Front_Center.wav
 (($#)) && input=$(realpath -m -- "$1")
@@ -21,7 +21,7 @@ mkdir -p build "$out"
 # The examples read 16-bit WAV only: there is no 32-bit libsndfile to read the rest.
 sndfile-convert -pcm16 "$input" "$out/input.wav" > build/demo.log 2>&1 || fail "libsndfile cannot read $input: $(tail -n 1 build/demo.log)"
 
-programs=(telephone_line telephone_codes telephone_echo windows envelope room clicks)
+programs=(telephone_line telephone_codes telephone_echo clicks denoise line_filters windows envelope room)
 for abi in "${kAbis[@]}"; do
     if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target "${programs[@]}"; } > build/demo.log 2>&1; then
         grep -E -A 5 'error|FAILED' build/demo.log | head -n 40
@@ -29,23 +29,23 @@ for abi in "${kAbis[@]}"; do
     fi
 done
 for abi in "${kAbis[@]}"; do
-    mkdir -p "$out/$abi"
+    to=$out/$abi
+    mkdir -p "$to"
     echo "== $abi"
-    "build/$abi/bin/telephone_line" "$out/input.wav" "$out/$abi" || fail "telephone_line failed"
-    echo
-    "build/$abi/bin/telephone_codes" "$out/$abi/line-8k.wav" "$out/$abi" || fail "telephone_codes failed"
-    echo
-    "build/$abi/bin/telephone_echo" "$out/$abi/line-8k.wav" "$out/$abi" || fail "telephone_echo failed"
-    echo
-    "build/$abi/bin/clicks" "$out/input.wav" "$out/$abi" || fail "clicks failed"
-    echo
-    "build/$abi/bin/windows" "$out/$abi/windows.txt" || fail "windows failed"
-    echo
-    "build/$abi/bin/envelope" "$out/$abi/line-8k.wav" "$out/$abi/envelope.txt" || fail "envelope failed"
-    "build/$abi/bin/envelope" "$out/input.wav" "$out/$abi/envelope-input.txt" || fail "envelope failed"
-    echo
-    "build/$abi/bin/room" "$out/input.wav" "$out/$abi" || fail "room failed"
-    echo
+    run() {
+        "build/$abi/bin/$1" "${@:2}" || fail "$1 failed"
+        echo
+    }
+    run telephone_line "$out/input.wav" "$to"
+    run telephone_codes "$to/line-8k.wav" "$to"
+    run telephone_echo "$to/line-8k.wav" "$to"
+    run clicks "$out/input.wav" "$to"
+    run denoise "$to/line-8k.wav" "$to"
+    run line_filters "$to/line-filters.txt"
+    run windows "$to/windows.txt"
+    run envelope "$to/line-8k.wav" "$to/envelope.txt"
+    run envelope "$out/input.wav" "$to/envelope-input.txt"
+    run room "$out/input.wav" "$to"
 done
 
 # compare <a> <b>: the filtered recordings (16-bit samples behind a header of 44 bytes) and the spectra (columns of numbers) of two runs.
@@ -69,9 +69,17 @@ compare x86_64 i386
 cmp -s "$out/x86_64/line.wav" "$out/i386/line.wav" && cmp -s "$out/x86_64/spectrum.txt" "$out/i386/spectrum.txt" ||
     echo "Filters and transforms add up in an order of their own at each SIMD level, and in i386 for its eight registers."
 
-gnuplot -c scripts/demo.gnuplot "$out/x86_64" "$out/telephone_line.png" "$(basename "$input")" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
-gnuplot -c scripts/windows.gnuplot "$out/x86_64/windows.txt" "$out/windows.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
-gnuplot -c scripts/echo.gnuplot "$out/x86_64" "$out/telephone_echo.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
-gnuplot -c scripts/room.gnuplot "$out/x86_64" "$out/room.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
-echo "written: $out/{telephone_line,telephone_echo,windows,room}.png,"
-echo "         $out/{x86_64,i386}/{line,companded,dialled,noisy,cored,channel,echo,cancelled,room,clicked,repaired}.wav"
+# draw <picture> <source> [title]
+pictures=()
+draw() {
+    gnuplot -c "scripts/$1.gnuplot" "$2" "$out/$1.png" "${@:3}" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
+    pictures+=("$1.png")
+}
+from=$out/x86_64
+draw telephone_line "$from" "$(basename "$input")"
+draw telephone_echo "$from"
+draw denoise "$from"
+draw line_filters "$from/line-filters.txt"
+draw windows "$from/windows.txt"
+draw room "$from"
+echo "written to $out: ${pictures[*]}, and in $(printf '%s ' "${kAbis[@]}")the recordings $(cd "$from" && echo *.wav)"

@@ -141,6 +141,25 @@ TEST(NoMemory, TransformsOfAnyLength) {
     }
 }
 
+TEST(NoMemory, Wavelets) {
+    std::vector<float> h(8), x(20000), y(20000);
+    const float* const p = h.data();
+    failEachOfRecord<WtState_32f>("WtAnalysis", tevsWtFree_32f, [=](auto** s) { return tevsWtAnalysisInitAlloc_32f(s, p, 8, -1, p, 8, -1); });
+    failEachOfRecord<WtState_32f>("WtSynthesis", tevsWtFree_32f, [=](auto** s) { return tevsWtSynthesisInitAlloc_32f(s, p, 8, -1, p, 8, -1); });
+    failEachOfRecord<DWTSpec_32f>("DWT", tevsDWTFree_32f, [=](auto** s) { return tevsDWTInitAlloc_32f(s, 20000, 5, p, p, p, p, 8, ExtPeriodic); });
+    DWTSpec_32f* spec = nullptr;
+    ASSERT_EQ(tevsDWTInitAlloc_32f(&spec, 20000, 5, p, p, p, p, 8, ExtPeriodic), StatusOk);
+    for (const auto call : {tevsDWTFwd_32f, tevsDWTInv_32f})
+        for (float* dst : {y.data(), x.data()})
+            failEachAllocation("DWT", [&] {
+                dst[0] = 3;
+                const Status s = call(x.data(), dst, spec, nullptr);
+                EXPECT_TRUE(s == StatusOk || dst[0] == 3);
+                return s;
+            });
+    tevsDWTFree_32f(spec);
+}
+
 // The record stays where the memory of a transform in it is refused; it is no use, and Free says so.
 TEST(NoMemory, HilbertRecord) {
     for (int k = 0;; ++k) {

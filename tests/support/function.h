@@ -55,7 +55,7 @@ struct Parameter {
     void (*constant)(Argument& a, int whole);        // for a parameter by value: (whole, -3), or 0.1 less where there are fractions
 
     bool is(std::string_view what) const { return name == what; }
-    bool isLength() const { return is("len") || is("numIters") || is("chanLen"); }
+    bool isLength() const { return is("len") || is("numIters") || is("chanLen") || is("srcLen") || is("dstLen"); }
 };
 
 struct Function {

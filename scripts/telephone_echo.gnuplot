@@ -1,4 +1,4 @@
-# gnuplot -c echo.gnuplot DIR OUT.png: channel filters, and an echo path and what an adaptive filter found of it.
+# gnuplot -c telephone_echo.gnuplot DIR OUT.png: channel filters, and an echo path and what an adaptive filter found of it.
 dir = ARG1
 set terminal pngcairo size 1200,1000 font "sans,11" background rgb "white"
 set output ARG2

@@ -1,4 +1,4 @@
-# gnuplot -c demo.gnuplot DIR OUT.png TITLE: spectrum and spectrograms of a recording before and after the telephone line.
+# gnuplot -c telephone_line.gnuplot DIR OUT.png TITLE: spectrum and spectrograms of a recording before and after the telephone line.
 dir = ARG1
 set terminal pngcairo size 1200,1000 font "sans,11" background rgb "white"
 set output ARG2
