@@ -32,5 +32,6 @@
 #include "tevs/random.h"     /* uniform and normal random numbers */
 #include "tevs/triangle.h"   /* triangle wave */
 #include "tevs/testvector.h" /* ramp, chirp */
+#include "tevs/tone.h"       /* sinusoids, chirps, frequency shifts */
 
 #endif

@@ -141,6 +141,10 @@ TEST(NoMemory, TransformsOfAnyLength) {
     }
 }
 
+TEST(NoMemory, Oscillators) {
+    failEachOfRecord<ToneState>("Tone", tevsToneFree, [](auto** p) { return tevsToneInitAlloc(p, 0.1, 1); });
+}
+
 // The record stays where the memory of a transform in it is refused; it is no use, and Free says so.
 TEST(NoMemory, HilbertRecord) {
     for (int k = 0;; ++k) {
