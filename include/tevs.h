@@ -27,6 +27,7 @@
 #include "tevs/lms.h"        /* adaptive FIR filters */
 #include "tevs/g711.h"       /* A-law and mu-law companding */
 #include "tevs/goertzel.h"   /* the spectrum at one frequency, or two */
+#include "tevs/viterbi.h"    /* convolutional codes, Viterbi decoding */
 #include "tevs/threshold.h"  /* elements below or above a level replaced */
 #include "tevs/window.h"     /* Bartlett, Hann, Hamming, Blackman and Kaiser windows */
 #include "tevs/random.h"     /* uniform and normal random numbers */

@@ -3,7 +3,7 @@
 #
 # Takes a recording (any file that libsndfile reads; by default a spoken "front, center" from Debian's alsa-utils) through a telephone line in both
 # ABIs, and draws what the line left of it; compands and expands it, dials a number and detects it, and cores noise; compares windows by what they make of a
-# spectral line; sends an echo back and cancels it. Writes the recordings, spectra and pictures to demo-out/.
+# spectral line; sends an echo back and cancels it; sends text through noise, uncoded and coded. Writes the recordings, spectra and pictures to demo-out/.
 set -uo pipefail
 input=/usr/share/sounds/alsa/Front_Center.wav
 (($#)) && input=$(realpath -m -- "$1")
@@ -21,7 +21,7 @@ mkdir -p build "$out"
 sndfile-convert -pcm16 "$input" "$out/input.wav" > build/demo.log 2>&1 || fail "libsndfile cannot read $input: $(tail -n 1 build/demo.log)"
 
 for abi in "${kAbis[@]}"; do
-    if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target telephone_line telephone_codes telephone_echo windows envelope; } > build/demo.log 2>&1; then
+    if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target telephone_line telephone_codes telephone_echo windows envelope dial coded_text; } > build/demo.log 2>&1; then
         grep -E -A 5 'error|FAILED' build/demo.log | head -n 40
         fail "$abi does not build: build/demo.log"
     fi
@@ -32,6 +32,10 @@ for abi in "${kAbis[@]}"; do
     "build/$abi/bin/telephone_line" "$out/input.wav" "$out/$abi" || fail "telephone_line failed"
     echo
     "build/$abi/bin/telephone_codes" "$out/$abi/line-8k.wav" "$out/$abi" || fail "telephone_codes failed"
+    echo
+    "build/$abi/bin/dial" "$out/$abi" || fail "dial failed"
+    echo
+    "build/$abi/bin/coded_text" "$out/$abi/coded-text.txt" || fail "coded_text failed"
     echo
     "build/$abi/bin/telephone_echo" "$out/$abi/line-8k.wav" "$out/$abi" || fail "telephone_echo failed"
     echo
@@ -65,5 +69,6 @@ cmp -s "$out/x86_64/line.wav" "$out/i386/line.wav" && cmp -s "$out/x86_64/spectr
 
 gnuplot -c scripts/demo.gnuplot "$out/x86_64" "$out/telephone_line.png" "$(basename "$input")" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
 gnuplot -c scripts/windows.gnuplot "$out/x86_64/windows.txt" "$out/windows.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
+gnuplot -c scripts/coded.gnuplot "$out/x86_64/coded-text.txt" "$out/coded_text.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
 gnuplot -c scripts/echo.gnuplot "$out/x86_64" "$out/telephone_echo.png" 2> build/demo.log || fail "gnuplot: $(head -n 1 build/demo.log)"
-echo "written: $out/{telephone_line,telephone_echo,windows}.png, $out/{x86_64,i386}/{line,companded,dialled,noisy,cored,channel,echo,cancelled}.wav"
+echo "written: $out/{telephone_line,telephone_echo,windows,coded_text}.png, $out/{x86_64,i386}/{line,companded,dialled,noisy,cored,channel,echo,cancelled}.wav"

@@ -141,7 +141,12 @@ TEST(NoMemory, TransformsOfAnyLength) {
     }
 }
 
-TEST(NoMemory, Oscillators) {
+TEST(NoMemory, OscillatorsAndDecoders) {
+    const int poly[] = {0171, 0133};
+    const int16_t next[] = {0, 1};
+    const uint8_t symbol[] = {1, 0};
+    failEachOfRecord<ViterbiState>("Viterbi", tevsViterbiFree, [&](auto** p) { return tevsViterbiInitAlloc(p, poly, 2, 7, 30); });
+    failEachOfRecord<ViterbiState>("Viterbi_Table", tevsViterbiFree, [&](auto** p) { return tevsViterbiInitAlloc_Table(p, next, symbol, 2, 1, 2, 9); });
     failEachOfRecord<ToneState>("Tone", tevsToneFree, [](auto** p) { return tevsToneInitAlloc(p, 0.1, 1); });
 }
 
