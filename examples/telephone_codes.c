@@ -1,9 +1,9 @@
-/* What the line codes of a telephone exchange cost, how it hears what is dialled, and how it quiets a noisy line.
+/* What the line codes of a telephone exchange cost, and how it quiets a noisy line.
  *
- *     telephone_codes IN.wav OUTDIR [NUMBER]
+ *     telephone_codes IN.wav OUTDIR
  *
- * Compands and expands a recording at 8 kHz by both laws of G.711 and prints the distance in dB; dials NUMBER in pairs of tones through A-law and noise and detects
- * it again; adds noise to the recording and takes it out by coring. Writes companded.wav, dialled.wav, noisy.wav and cored.wav into OUTDIR.
+ * Compands and expands a recording at 8 kHz by both laws of G.711 and prints the distance in dB; adds noise to the recording and takes it out by coring. Writes
+ * companded.wav, noisy.wav and cored.wav into OUTDIR.
  */
 #include <math.h>
 #include <tevs.h>
@@ -11,7 +11,7 @@
 
 #include "wav.h"
 
-enum { kRate = 8000, kRuns = 20, kBlock = 205, kTone = 400, kPause = 400, kNoise = 60 };
+enum { kRate = 8000, kRuns = 20, kNoise = 60 };
 
 static double now(void) {
     struct timespec t;
@@ -82,74 +82,13 @@ static void companding(const Wav* wav, const char* dir) {
     tevsFree(codes);
 }
 
-/* ---- Dialling (ITU-T Q.23) ------------------------------------------------------------------------------------------------------------ */
-
-static const char kKeys[] = "123A456B789C*0#D";
-static const float kHertz[8] = {697, 770, 852, 941, 1209, 1336, 1477, 1633}; /* rows, then columns */
+/* ---- Coring: what is below the level of the noise is taken away, and the rest comes down by as much ----------------------------------------- */
 
 /* Noise of that many steps at most, by a congruential generator. */
 static int16_t noise(uint32_t* seed, int steps) {
     *seed = *seed * 1664525u + 1013904223u;
     return (int16_t)((int)(*seed >> 16) % (2 * steps + 1) - steps);
 }
-
-/* The key of a block, or 0: one row and one column hold most of its power. */
-static char keyOf(const float* block, double* best) {
-    Complex32f y;
-    float power[8], energy;
-    const double start = now();
-    for (int i = 0; i < 8; ++i) {
-        must(tevsGoertz_32f(block, kBlock, &y, kHertz[i] / kRate), "tevsGoertz_32f");
-        must(tevsPowerSpectr_32fc(&y, &power[i], 1), "tevsPowerSpectr_32fc");
-    }
-    if (now() - start < *best) *best = now() - start;
-    float row, column;
-    int r, c;
-    must(tevsMaxIndx_32f(power, 4, &row, &r), "tevsMaxIndx_32f");
-    must(tevsMaxIndx_32f(power + 4, 4, &column, &c), "tevsMaxIndx_32f");
-    must(tevsNorm_L2_32f(block, kBlock, &energy), "tevsNorm_L2_32f");
-    /* A tone alone would give energy^2 * kBlock / 2. */
-    return energy > 1000 && row + column > 0.7f * energy * energy * kBlock / 2 && row < 8 * column && column < 8 * row ? kKeys[4 * r + c] : 0;
-}
-
-static void dialling(const char* number, const char* dir) {
-    const int digits = (int)strlen(number), len = digits * (kTone + kPause) + kPause;
-    int16_t* line = tevsMalloc_16s(len);
-    uint8_t* codes = tevsMalloc_8u(len);
-    float* heard = tevsMalloc_32f(len);
-    if (!line || !codes || !heard) must(StatusNoMemory, "buffers");
-    uint32_t seed = 1;
-    for (int n = 0; n < len; ++n) {
-        const int digit = (n - kPause) / (kTone + kPause), at = (n - kPause) - digit * (kTone + kPause);
-        double x = 0;
-        if (n >= kPause && at < kTone) {
-            const char* key = strchr(kKeys, number[digit]);
-            if (!key) must(StatusBadArg, "a key is one of 123A456B789C*0#D");
-            const int k = (int)(key - kKeys);
-            x = 6000 * (sin(6.283185307179586 * kHertz[k / 4] / kRate * n) + sin(6.283185307179586 * kHertz[4 + k % 4] / kRate * n));
-        }
-        line[n] = (int16_t)(lrint(x) + noise(&seed, 600));
-    }
-    must(tevsLinToALaw_16s8u(line, codes, len), "tevsLinToALaw_16s8u");
-    must(tevsALawToLin_8u32f(codes, heard, len), "tevsALawToLin_8u32f");
-    must(tevsMulC_32f_I(32768, heard, len), "tevsMulC_32f_I");
-
-    double best = 1e9;
-    char last = 0;
-    printf("dialled  %s\ndetected ", number);
-    for (int n = 0; n + kBlock <= len; n += kBlock) {
-        const char key = keyOf(heard + n, &best);
-        if (key && key != last) putchar(key);
-        last = key;
-    }
-    printf("\neight frequencies in blocks of %d samples, %.2f us a block: %.0f lines at once\n\n", kBlock, 1e6 * best, (double)kBlock / kRate / best);
-    write(dir, "dialled.wav", line, len);
-    tevsFree(heard);
-    tevsFree(codes);
-    tevsFree(line);
-}
-
-/* ---- Coring: what is below the level of the noise is taken away, and the rest comes down by as much ----------------------------------------- */
 
 static void coring(const Wav* wav, const char* dir) {
     int16_t *noisy = tevsMalloc_16s(wav->len), *cored = tevsMalloc_16s(wav->len);
@@ -174,8 +113,8 @@ static void coring(const Wav* wav, const char* dir) {
 
 int main(int argc, char** argv) {
     Wav wav = {0, 0, NULL};
-    if (argc < 3 || argc > 4) {
-        fprintf(stderr, "usage: telephone_codes IN.wav OUTDIR [NUMBER]\n");
+    if (argc != 3) {
+        fprintf(stderr, "usage: telephone_codes IN.wav OUTDIR\n");
         return 2;
     }
     if (readWav(argv[1], &wav) || wav.rate != kRate) {
@@ -183,7 +122,6 @@ int main(int argc, char** argv) {
         return 1;
     }
     companding(&wav, argv[2]);
-    dialling(argc > 3 ? argv[3] : "0123456789*#ABCD", argv[2]);
     coring(&wav, argv[2]);
     free(wav.samples);
     return 0;

@@ -34,9 +34,11 @@
 #include "tevs/g711.h"        /* A-law and mu-law companding */
 #include "tevs/goertzel.h"    /* the spectrum at one frequency, or two */
 #include "tevs/speech.h"      /* emphasis, running levels, window sums, linear prediction */
+#include "tevs/viterbi.h"     /* convolutional codes, Viterbi decoding */
 #include "tevs/threshold.h"   /* elements below or above a level replaced */
 #include "tevs/window.h"      /* Bartlett, Hann, Hamming, Blackman and Kaiser windows */
 #include "tevs/random.h"      /* uniform and normal random numbers */
+#include "tevs/tone.h"        /* sinusoids, chirps, frequency shifts */
 #include "tevs/triangle.h"    /* triangle wave */
 #include "tevs/testvector.h"  /* ramp, chirp */
 

@@ -2,9 +2,9 @@
 # scripts/demo.sh [FILE]
 #
 # Takes a recording (any file that libsndfile reads; by default a spoken "front, center" from Debian's alsa-utils) through a telephone line in both
-# ABIs, and draws what the line left of it; compands and expands it, dials a number and detects it, and cores noise; sends an echo back and cancels it; measures a
-# room and plays the recording there; puts clicks on the recording and takes them off; takes noise off by wavelets; designs the line's filters and measures them;
-# compares windows by what they make of a spectral line. Writes the recordings, spectra and pictures to demo-out/.
+# ABIs, and draws what the line left of it; compands and expands it, and cores noise; sends an echo back and cancels it; measures a room and plays the recording
+# there; puts clicks on the recording and takes them off; takes noise off by wavelets; designs the line's filters and measures them; dials a number and detects
+# it; sends text through noise, uncoded and coded; compares windows by what they make of a spectral line. Writes the recordings, spectra and pictures to demo-out/.
 set -uo pipefail
 input=/usr/share/sounds/alsa/Front_Center.wav
 (($#)) && input=$(realpath -m -- "$1")
@@ -21,7 +21,7 @@ mkdir -p build "$out"
 # The examples read 16-bit WAV only: there is no 32-bit libsndfile to read the rest.
 sndfile-convert -pcm16 "$input" "$out/input.wav" > build/demo.log 2>&1 || fail "libsndfile cannot read $input: $(tail -n 1 build/demo.log)"
 
-programs=(telephone_line telephone_codes telephone_echo clicks denoise line_filters windows envelope room)
+programs=(telephone_line telephone_codes telephone_echo clicks denoise line_filters dial coded_text windows envelope room)
 for abi in "${kAbis[@]}"; do
     if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target "${programs[@]}"; } > build/demo.log 2>&1; then
         grep -E -A 5 'error|FAILED' build/demo.log | head -n 40
@@ -42,6 +42,8 @@ for abi in "${kAbis[@]}"; do
     run clicks "$out/input.wav" "$to"
     run denoise "$to/line-8k.wav" "$to"
     run line_filters "$to/line-filters.txt"
+    run dial "$to"
+    run coded_text "$to/coded-text.txt"
     run windows "$to/windows.txt"
     run envelope "$to/line-8k.wav" "$to/envelope.txt"
     run envelope "$out/input.wav" "$to/envelope-input.txt"
@@ -80,6 +82,7 @@ draw telephone_line "$from" "$(basename "$input")"
 draw telephone_echo "$from"
 draw denoise "$from"
 draw line_filters "$from/line-filters.txt"
+draw coded_text "$from/coded-text.txt"
 draw windows "$from/windows.txt"
 draw room "$from"
 echo "written to $out: ${pictures[*]}, and in $(printf '%s ' "${kAbis[@]}")the recordings $(cd "$from" && echo *.wav)"

@@ -160,6 +160,15 @@ TEST(NoMemory, Wavelets) {
     tevsDWTFree_32f(spec);
 }
 
+TEST(NoMemory, OscillatorsAndDecoders) {
+    const int poly[] = {0171, 0133};
+    const int16_t next[] = {0, 1};
+    const uint8_t symbol[] = {1, 0};
+    failEachOfRecord<ViterbiState>("Viterbi", tevsViterbiFree, [&](auto** p) { return tevsViterbiInitAlloc(p, poly, 2, 7, 30); });
+    failEachOfRecord<ViterbiState>("Viterbi_Table", tevsViterbiFree, [&](auto** p) { return tevsViterbiInitAlloc_Table(p, next, symbol, 2, 1, 2, 9); });
+    failEachOfRecord<ToneState>("Tone", tevsToneFree, [](auto** p) { return tevsToneInitAlloc(p, 0.1, 1); });
+}
+
 // The record stays where the memory of a transform in it is refused; it is no use, and Free says so.
 TEST(NoMemory, HilbertRecord) {
     for (int k = 0;; ++k) {
