@@ -132,7 +132,8 @@ Bytes samplesOf(const Parameter& p, size_t n, Data data) {
 // meets the same samples as its twin.
 struct Call {
     Call(const Function& function, int length, Data data) : f(function), len(length), arguments(f.parameters.size()), vectors(f.parameters.size()) {
-        const size_t room = size_t(len) * (f.find("numPoly") || f.find("upFactor") || f.find("nChannels") || names(f, {"Viterbi", "WtHaar"}) ? 8 : 1) + 64;
+        const size_t room =
+            size_t(len) * (f.find("numPoly") || f.find("upFactor") || f.find("factor") || f.find("nChannels") || names(f, {"Viterbi", "WtHaar"}) ? 8 : 1) + 64;
         uint64_t source = 0;
         for (size_t i = 0; i < arguments.size(); ++i) {
             const Parameter& p = f.parameters[i];
