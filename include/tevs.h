@@ -15,6 +15,7 @@
 #include "tevs/conversion.h" /* between sample types */
 #include "tevs/polar.h"      /* arctangent, magnitude, phase, power, polar form */
 #include "tevs/extremes.h"   /* largest and smallest elements, where they are, their magnitudes */
+#include "tevs/search.h"     /* order, nearest values and vectors */
 #include "tevs/statistics.h" /* sums, means, deviations, norms, counts, sums of logarithms */
 #include "tevs/dotprod.h"    /* dot products */
 #include "tevs/elementary.h" /* exponential, logarithm, roots, squares, normalisation */

@@ -22,11 +22,12 @@ const std::map<std::string_view, std::vector<int>> kSeveral = {
     {"hint", {HintNone, HintFast}},
     {"rndMode", {RoundTowardZero, RoundNearest}},
     {"relOp", {CmpLess, CmpGreater}}};
-const std::map<std::string_view, int> kOne = {
-    {"src", 7},       {"nChannels", 3},    {"tapsLen", 7},      {"tapsFactor", 2},     {"upFactor", 2},       {"upPhase", 1}, {"downFactor", 3},
-    {"downPhase", 1}, {"srcBitOffset", 3}, {"dstBitOffset", 5}, {"order", 5},          {"numBq", 3},          {"length", 30}, {"flag", NoScale},
-    {"level", 7},     {"levelLT", -5},     {"valueLT", 3},      {"levelGT", 7},        {"valueGT", 9},        {"rFreq", 1},   {"magn", 100},
-    {"maskSize", 3},  {"asymQ15", 7000},   {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}};
+const std::map<std::string_view, int> kOne = {{"src", 7},        {"nChannels", 3},    {"tapsLen", 7},        {"tapsFactor", 2},     {"upFactor", 2},
+                                              {"upPhase", 1},    {"downFactor", 3},   {"downPhase", 1},      {"srcBitOffset", 3},   {"dstBitOffset", 5},
+                                              {"order", 5},      {"numBq", 3},        {"length", 30},        {"flag", NoScale},     {"level", 7},
+                                              {"levelLT", -5},   {"valueLT", 3},      {"levelGT", 7},        {"valueGT", 9},        {"rFreq", 1},
+                                              {"magn", 100},     {"maskSize", 3},     {"tableLen", 6},       {"bookLen", 4},        {"dim", 3},
+                                              {"asymQ15", 7000}, {"alphaQ15", -5243}, {"lowerBound", -1000}, {"upperBound", 100000}};
 std::vector<int> valuesOf(const Function& f, const Parameter& p) {
     if (const auto several = kSeveral.find(p.name); several != kSeveral.end()) return several->second;
     const auto one = kOne.find(p.name);
@@ -42,12 +43,13 @@ bool names(const Function& f, std::initializer_list<std::string_view> parts) {
 }
 // No source is longer than len.
 bool isOfVectors(const Function& f) {
-    return f.find("len") && !f.find("upFactor") && !f.find("tapsLen") && !f.find("maskSize") && !names(f, {"Copy_1u", "Ccs", "Direct"});
+    return f.find("len") && !f.find("upFactor") && !f.find("tapsLen") && !f.find("maskSize") && !f.find("tableLen") && !f.find("bookLen") &&
+           !names(f, {"Copy_1u", "Ccs", "Direct"});
 }
 // An element of the result depends on the elements at its place alone, or else the name says so here.
 bool isElementwise(const Function& f) {
     return std::none_of(f.find("len"), &f.parameters.back() + 1, [](const Parameter& p) { return p.pointer; }) &&
-           !names(f, {"Flip", "Pack", "Perm", "Win", "Rand", "Triangle", "Vector"});
+           !names(f, {"Flip", "Pack", "Perm", "Win", "Rand", "Triangle", "Vector", "Sort"});
 }
 
 // A stray access ends the program: with the name of the function that made it.
@@ -117,7 +119,7 @@ Bytes samplesOf(const Parameter& p, size_t n, Data data) {
 // meets the same samples as its twin.
 struct Call {
     Call(const Function& function, int length, Data data) : f(function), len(length), arguments(f.parameters.size()), vectors(f.parameters.size()) {
-        const size_t room = size_t(len) * (f.find("upFactor") || f.find("nChannels") ? 4 : 1) + 64;
+        const size_t room = size_t(len) * (f.find("upFactor") || f.find("nChannels") || f.find("dim") ? 4 : 1) + 64;
         uint64_t source = 0;
         for (size_t i = 0; i < arguments.size(); ++i) {
             const Parameter& p = f.parameters[i];
@@ -383,7 +385,7 @@ TEST(EveryFunction, WorksAtTheAddressOfASource) {
 // ---- arguments ----------------------------------------------------------------------------------------------------------------------------------
 
 bool isOptional(const Function& f, const Parameter& p) {
-    return p.is("pDlyLine") || p.is("pRefl") || p.is("pErr") || (p.is("pIndx") && f.name.find("Indx") != f.name.npos) ||
+    return p.is("pDlyLine") || p.is("pRefl") || p.is("pErr") || p.is("pDist") || (p.is("pIndx") && names(f, {"MaxIndx", "MinIndx"})) ||
            (f.name.find("RealToCplx") != f.name.npos && p.name.starts_with("pSrc"));
 }
 
