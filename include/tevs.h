@@ -18,6 +18,7 @@
 #include "tevs/statistics.h"  /* sums, means, deviations, norms, counts, sums of logarithms */
 #include "tevs/dotprod.h"     /* dot products */
 #include "tevs/elementary.h"  /* exponential, logarithm, roots, squares, normalisation */
+#include "tevs/search.h"      /* order, nearest values and vectors */
 #include "tevs/fft.h"         /* FFT records, complex and real transforms, packed spectra */
 #include "tevs/dft.h"         /* the same transforms of any length */
 #include "tevs/dct.h"         /* discrete cosine transforms of any length */
