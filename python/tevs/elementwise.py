@@ -404,6 +404,8 @@ def convert(x: ArrayLike, dtype: DTypeLike, scale: int = 0, rounding: str = "nea
         entry = forms.table.get((a.dtype, target))
         if entry is not None and (scale == 0 or entry[1] is not None):
             return _run("tevs.convert", entry[0], entry[1], (a,), parameters, _destination("tevs.convert", out, a.shape, target), scale, behind=True)
+    if a.dtype == np.float64 and target == np.int16:   # by int32, which rounds once; what then is left to do is to saturate
+        return convert(convert(a, np.int32, scale, rounding), target, out=out)
     raise TypeError(f"tevs.convert: no form from {type_name(a.dtype)} to {type_name(target)}{' with a scale' if scale else ''}")
 
 
