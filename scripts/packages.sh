@@ -29,5 +29,8 @@ need() {
 
 # What every build here needs beside g++ and cmake. The 32-bit side takes the compiler's multilib packages and no foreign architecture.
 kBuildPackages=(g++ cmake ninja-build python3)
+# The Python package is built and tested with Debian's Python, whose packages these are, whatever python3 is first in the path.
+kPython=/usr/bin/python3
+kPythonPackages=(python3-dev python3-setuptools python3-wheel python3-build python3-numpy python3-scipy python3-pytest binutils)
 kAbis=(x86_64 i386)
 [[ $(uname -m) == x86_64 ]] || fail "needs an x86_64 machine"
