@@ -194,7 +194,9 @@ TEST(Nearest, OfInfinities) {
         int got[6];
         ASSERT_EQ(tevsNearest_64f(x, got, 6, table.data(), int(table.size())), StatusOk);
         for (int i = 0; i < 6; ++i)
-            if (table.size() != 2 || i < 3) EXPECT_EQ(got[i], nearestTo(x[i], table)) << x[i] << " of " << table.size();
+            if (table.size() != 2 || i < 3) {
+                EXPECT_EQ(got[i], nearestTo(x[i], table)) << x[i] << " of " << table.size();
+            }
     }
 }
 
