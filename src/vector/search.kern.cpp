@@ -395,7 +395,7 @@ template <class T> void quickSort(T* p, ptrdiff_t n, T lo, T hi, int patient) {
     while (n > kShort<T>) {
         if (lo == hi) return;
         if constexpr (sizeof(T) == 2) {
-            if (hi - lo < kCounts && n >= kCounts) return countingSort(p, n, lo, hi);
+            if (hi - lo < kCounts && n / 8 > hi - lo) return countingSort(p, n, lo, hi);
         }
         if (patient < 0) return heapSort(p, n, [](T a, T b) { return a < b; });
         T pivot = middle<T>(n, [=](ptrdiff_t i) { return p[i]; });
@@ -635,48 +635,140 @@ template <class K, bool Float> void sortIndx(const K* src, int* indx, int n, boo
 
 // ---- the nearest value --------------------------------------------------------------------------------------------------------------------------
 
+// What a sample is searched as, and an integer as wide, for indices.
+template <class T> struct LaneOf { using type = T; };
+template <> struct LaneOf<int16_t> { using type = int32_t; };
+template <class T> struct IndexOf { using type = int32_t; };
+template <> struct IndexOf<double> { using type = int64_t; };
+template <class T> constexpr int kSought = kLanes<typename LaneOf<T>::type>;
+template <class T> using Sought = Vec<typename LaneOf<T>::type, kSought<T>>;
+template <class T> using Places = Vec<typename IndexOf<T>::type, kSought<T>>;
+
+// p[i] of every lane, each below n; Inner: below n - 1, where of 16-bit entries the next one can be read along. n >= 2.
+template <bool Inner, class T> TEVS_INLINE Sought<T> gathered(const T* p, Places<T> i, int n) {
+    using V = Sought<T>;
+#if TEVS_REGISTER_BYTES >= 32
+    if constexpr (sizeof(T) == 2) {
+        const V last = Inner ? V{} : greater(i, same<V>(n - 2)), at = i + last;
+#if TEVS_LEVEL >= 3
+        const auto two = (V)_mm512_mask_i32gather_epi32(__m512i{}, 0xffff, (__m512i)at, p, 2);
+#else
+        const auto two = (V)_mm256_i32gather_epi32(reinterpret_cast<const int*>(p), (__m256i)at, 2);
+#endif
+        const V first = two << 16 >> 16;
+        return Inner ? first : (first & ~last) | (two >> 16 & last);
+    }
+#if TEVS_LEVEL >= 3
+    if constexpr (sizeof(T) == 4) return (V)_mm512_mask_i32gather_epi32(__m512i{}, 0xffff, (__m512i)i, p, 4);
+    if constexpr (sizeof(T) == 8) return (V)_mm512_mask_i64gather_epi64(__m512i{}, 0xff, (__m512i)i, p, 8);
+#else
+    if constexpr (sizeof(T) == 4) return (V)_mm256_i32gather_epi32(reinterpret_cast<const int*>(p), (__m256i)i, 4);
+    if constexpr (sizeof(T) == 8) return (V)_mm256_i64gather_epi64(reinterpret_cast<const long long*>(p), (__m256i)i, 8);
+#endif
+#else
+    (void)n;
+    V v;
+    for (int k = 0; k < kSought<T>; ++k) v[k] = p[i[k]];
+    return v;
+#endif
+}
+
 // What rounding takes from a - b.
-template <class T> TEVS_INLINE T rest(T a, T b, T difference) {
-    const T back = a - difference;
+template <class V> TEVS_INLINE V rest(V a, V b, V difference) {
+    const V back = a - difference;
     return (a - (difference + back)) + (back - b);
 }
 
-// Whether b is nearer to x than a is, for a <= x <= b. Where x is infinite and equal to b its distance is NaN, and b is the nearer.
-template <class T> TEVS_INLINE bool isNearer(T a, T x, T b) {
-    if constexpr (T(0.5) != 0) {
-        const T below = x - a, above = b - x;
-        return !(below < above || (below == above && !(rest(b, x, above) < rest(x, a, below))));
+// The lanes in which b is nearer to x than a is, for a <= x <= b. Where x is infinite and equal to b its distance is NaN, and b is the nearer.
+template <class V> TEVS_INLINE auto isNearer(V a, V x, V b) {
+    const V below = x - a, above = b - x;
+    if constexpr (Element<V>(0.5) != 0) {
+        auto no = isLess(below, above);
+        const auto equal = isAtMost(below, above) & isAtMost(above, below);
+        if (any(equal)) [[unlikely]]
+            no |= equal & ~isLess(rest(b, x, above), rest(x, a, below));
+        return ~no;
     } else {
-        return uint32_t(b) - uint32_t(x) < uint32_t(x) - uint32_t(a);
+        return greater(below ^ INT32_MIN, above ^ INT32_MIN);   // they may be as great as 2^32 - 1
     }
 }
 
-// How many of n entries are below x.
-template <class T> TEVS_INLINE int below(const T* table, int n, T x) {
-    int base = 0;
-    for (; n > 1; n -= n / 2) base += table[base + n / 2 - 1] < x ? n / 2 : 0;
-    return base + (table[base] < x);
+template <class V> TEVS_INLINE auto isBelow(V a, V b) {
+    if constexpr (Element<V>(0.5) != 0)
+        return isLess(a, b);
+    else
+        return greater(b, a);
 }
 
-template <class T> TEVS_INLINE int chosen(const T* table, int n, int below, T x) {
-    const int a = below - (below > 0), b = below - (below == n), i = isNearer(table[a], x, table[b]) ? b : a;
-    if (i > 0 && table[i - 1] == table[i]) [[unlikely]]
-        return tevs::TEVS_LEVEL_NS::below(table, i, table[i]);
-    return i;
+// Equal entries before the one found: the first of them.
+template <class T> __attribute__((noinline, cold)) int firstEqual(const T* table, int i) {
+    int base = 0, n = i + 1;
+    for (; n > 1; n -= n / 2) base += table[base + n / 2 - 1] < table[i] ? n / 2 : 0;
+    return base;
+}
+
+// The lower halves of 64-bit lanes.
+template <class I> struct LowInts { I v; };
+template <class I> TEVS_INLINE void store(int* p, LowInts<I> low) {
+    for (int k = 0; k < kCount<I>; ++k) p[k] = int(low.v[k]);
+}
+
+// U searches abreast, each of which waits for its memory: how many entries are below, then which of the two neighbours is nearer.
+template <int U, class T> TEVS_INLINE auto nearestOf(const T* src, const T* table, int tableLen) {
+    constexpr int N = kSought<T>;
+    using V = Sought<T>;
+    using I = Places<T>;
+    const auto x = loadLanes<Element<V>, kRegisterBytes, U>(src);
+    Some<I, U> found = {};
+    for (int n = tableLen; n > 1; n -= n / 2) {
+        const auto half = same<I>(n / 2), probe = same<I>(n / 2 - 1);
+#pragma GCC unroll 4
+        for (int u = 0; u < U; ++u) found.v[u] += (I)isBelow(gathered<true>(table, found.v[u] + probe, tableLen), x.v[u]) & half;
+    }
+#pragma GCC unroll 4
+    for (int u = 0; u < U; ++u) {
+        const I below = found.v[u] - (I)isBelow(gathered<false>(table, found.v[u], tableLen), x.v[u]);   // of comparisons a lane that holds is -1
+        const I lower = below + greater(below, I{}), upper = below + greater(below, same<I>(tableLen - 1));
+        const V a = gathered<false>(table, lower, tableLen);
+        const I nearer = greater(upper, lower) & (I)isNearer(a, x.v[u], gathered<false>(table, upper, tableLen));
+        I i = (lower & ~nearer) | (upper & nearer);
+        const auto before = gathered<true>(table, lower + greater(lower, I{}), tableLen);
+        const I again = ~nearer & greater(lower, I{}) & ~(I)isBelow(before, a);
+        if (any(again)) [[unlikely]] {
+            Element<I> at[N], equal[N];
+            store(at, i);
+            store(equal, again);
+            for (int k = 0; k < N; ++k)
+                if (equal[k]) at[k] = firstEqual(table, int(at[k]));
+            i = load<Element<I>, N>(at);
+        }
+        found.v[u] = i;
+    }
+    if constexpr (sizeof(I{}[0]) == 4) {
+        return found;
+    } else {
+        constexpr int W = kRegisterBytes / 4;
+        if constexpr (U > 1)
+            return eachPair(
+                found, [](I p, I q) __attribute__((always_inline)) { return evens((Vec<int32_t, W>)p, (Vec<int32_t, W>)q); });
+        else
+            return LowInts<I>{found.v[0]};
+    }
 }
 
 template <class T> void nearest(const T* src, int* indx, int len, const T* table, int tableLen) {
-    constexpr int K = 4;   // searches side by side, each of which waits for its memory
-    int i = 0;
-    for (; i <= len - K; i += K) {
-        int base[K] = {};
-        for (int n = tableLen; n > 1; n -= n / 2)
-#pragma GCC unroll 4
-            for (int k = 0; k < K; ++k) base[k] += -int(table[base[k] + n / 2 - 1] < src[i + k]) & n / 2;
-#pragma GCC unroll 4
-        for (int k = 0; k < K; ++k) indx[i + k] = chosen(table, tableLen, base[k] + (table[base[k]] < src[i + k]), src[i + k]);
+    constexpr int N = kSought<T>, U = 4;
+    if (tableLen == 1) {
+        for (int i = 0; i < len; ++i) indx[i] = 0;
+        return;
     }
-    for (; i < len; ++i) indx[i] = chosen(table, tableLen, below(table, tableLen, src[i]), src[i]);
+    const int whole = len - len % (U * N);
+    for (int i = 0; i < whole; i += U * N) store(indx + i, nearestOf<U>(src + i, table, tableLen));
+    // The last vector of all may come a second time.
+    const int from = whole > 0 && len - whole < N ? len - N : whole;
+    if (len > whole)
+        map<N, N>(
+            len - from, indx + from, [=](auto, const T* s) __attribute__((always_inline)) { return nearestOf<1>(s, table, tableLen); }, src + from);
 }
 
 // ---- the nearest vector -------------------------------------------------------------------------------------------------------------------------
