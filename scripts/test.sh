@@ -24,13 +24,11 @@ record() {
     summary+=("$(printf '%-12s %5d passed %5d failed  %s' "$@")")
 }
 
-# The Python package beside the build of x86_64: a source distribution, the wheel made of that, and the tests of what the wheel holds.
+# The Python package beside the build of x86_64: the tests of what its wheel holds.
 python_package() {
     local out=build/python log=build/python.log begin=$SECONDS
     echo "== python"
-    rm -rf "$out"
-    if ! TEVS_LIBRARY_DIR=$PWD/build/x86_64/lib "$kPython" -m build --no-isolation --outdir "$out" python > "$log" 2>&1 < /dev/null ||
-        ! "$kPython" -m zipfile -e "$out"/*.whl "$out/site" >> "$log" 2>&1; then
+    if ! python_wheel "$out" "$log" build/x86_64/lib; then
         grep -E -A 5 'rror|no rule' "$log" | head -n 40
         record python 0 1 "does not build: $log"
         return

@@ -139,11 +139,16 @@ def array(x: ArrayLike) -> Array:
     return x if type(x) is ndarray else np.asarray(x)
 
 
+_FLOATS = frozenset(np.dtype(t) for t in ("f4", "f8", "c8", "c16"))
+
+
 def floating(x: ArrayLike) -> Array:
     """As SciPy reads samples: single precision stays, all else becomes double."""
     a = np.asarray(x)
-    if a.dtype in (np.float32, np.float64, np.complex64, np.complex128):
-        return a if a.dtype.isnative else a.astype(a.dtype.newbyteorder("="))
+    if a.dtype in _FLOATS:
+        return a
+    if a.dtype.kind in "fc" and not a.dtype.isnative:
+        return floating(a.astype(a.dtype.newbyteorder("=")))
     if a.dtype.kind in "biu" or a.dtype == np.float16:
         return a.astype(np.float32 if a.dtype == np.float16 else np.float64)
     raise TypeError(f"tevs: no samples of {a.dtype}")
@@ -171,12 +176,16 @@ def axis_of(where: str, x: Array, axis: int) -> int:
 
 def along(x: Array, axis: int) -> Array:
     """The vectors along an axis as the rows of a contiguous matrix."""
+    if x.ndim == 1:
+        return np.ascontiguousarray(x).reshape(1, -1)
     moved = np.moveaxis(x, axis, -1)
     return np.ascontiguousarray(moved).reshape(-1, x.shape[axis])
 
 
 def back(rows: Array, shape: tuple[int, ...], axis: int) -> Array:
     """Rows into the places that `along` took them from; they may have another length."""
+    if len(shape) == 1:
+        return rows.reshape(-1)
     outer = shape[:axis] + shape[axis + 1:]
     return np.moveaxis(rows.reshape(*outer, rows.shape[-1]), -1, axis)
 

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import math
+from functools import lru_cache
 from types import TracebackType
 from typing import Any
 
@@ -19,9 +20,9 @@ def _taps_for(where: str, taps: Array, dtype: np.dtype[Any]) -> Array:
     """Taps in a type for which the library has filters of such samples: as precise as they come, complex where the samples are."""
     if taps.dtype.kind in "biu":
         taps = taps.astype(np.float64)
-    if taps.dtype not in (np.float32, np.float64, np.complex64, np.complex128):
+    if taps.dtype.char not in "fdFD":
         raise TypeError(f"{where}: taps: no form for {type_name(taps.dtype)}")
-    double = taps.dtype in (np.float64, np.complex128) or dtype in (np.float64, np.complex128, np.int32) or dtype.kind == "V" and dtype.itemsize == 8
+    double = taps.dtype.char in "dD" or dtype.char in "dDi" or dtype.kind == "V" and dtype.itemsize == 8
     whole = dtype.kind == "c" or dtype.kind == "V"
     if taps.dtype.kind == "c" and not whole:
         raise TypeError(f"{where}: complex taps need complex samples, not {type_name(dtype)}")
@@ -147,6 +148,14 @@ class FIR(_Stream):
             self._set_delay(record, line)
 
 
+@lru_cache(maxsize=None)
+def _iir_functions(t: str, s: str, sections: bool) -> tuple[Any, Any, Any, Any]:
+    """What filters, sets and gets the state, and builds the record, of taps and samples with these codes."""
+    where, pair, middle = "tevs.IIR", f"{t}_{s}" if t != s else f"_{s}", "_BiQuad" if sections else ""
+    return (named(f"tevsIIR{pair}" + ("_Sfs" if "f" not in s else ""), where), named(f"tevsIIRSetDlyLine{pair}", where), named(f"tevsIIRGetDlyLine{pair}", where),
+            named(f"tevsIIRInitAlloc{t}{middle}_{s}" if t != s else f"tevsIIRInitAlloc{middle}_{s}", where))
+
+
 class IIR(_Stream):
     """A recursive filter of a stream, from numerator and denominator, or from second-order sections by sos=.
 
@@ -177,12 +186,7 @@ class IIR(_Stream):
             dtype = taps.dtype if taps.dtype.kind in "fc" else np.float64
         super().__init__(where, np.dtype(dtype), channels, 1, 1)
         taps = _taps_for(where, taps, self.dtype)
-        t, s = code(taps.dtype, where), code(self.dtype, where)
-        pair = f"{t}_{s}" if t != s else f"_{s}"
-        self._filter = named(f"tevsIIR{pair}" + ("_Sfs" if self._integer else ""), where)
-        self._set_delay, self._get_delay = named(f"tevsIIRSetDlyLine{pair}", where), named(f"tevsIIRGetDlyLine{pair}", where)
-        middle = "_BiQuad" if sos is not None else ""
-        init = named(f"tevsIIRInitAlloc{t}{middle}_{s}" if t != s else f"tevsIIRInitAlloc{middle}_{s}", where)
+        self._filter, self._set_delay, self._get_delay, init = _iir_functions(code(taps.dtype, where), code(self.dtype, where), sos is not None)
         self._state_shape = (self._size, 2) if sos is not None else (self._size,)
         self._state_dtype = taps.dtype
         for _ in range(channels or 1):
@@ -310,7 +314,8 @@ def _recursive(iir: IIR, signal: Array, axis: int, states: Array | None) -> tupl
     final = None if states is None else np.empty_like(states)
     for k, row in enumerate(rows):
         if states is None:
-            iir.reset()
+            if k:
+                iir.reset()
         else:
             iir.state = states[k].reshape(iir._state_shape)
         iir.process(row, out[k])

@@ -106,10 +106,12 @@ def _each(where: str, x: Array, n: int | None, length: int, dtype: np.dtype[Any]
     if (n if n is not None else length) < 1:
         raise ValueError(f"{where}: n: {n if n is not None else length}, needs at least 1")
     axis = axis_of(where, x, axis)
-    x = _sized(x, length, axis)
     record = _record(n if n is not None else length, dtype, norm)
     forward = direction == "forward"
     transform = record.forward if forward else record.inverse
+    if x.shape == (length,):
+        return transform(x.astype(record.dtype if forward else record.spectrum_dtype, copy=False))
+    x = _sized(x, length, axis)
     rows = along(x, axis).astype(record.dtype if forward else record.spectrum_dtype, copy=False)
     out = np.empty((rows.shape[0], record.bins if forward else record.n), record.spectrum_dtype if forward else record.dtype)
     for row, result in zip(rows, out):
@@ -117,8 +119,8 @@ def _each(where: str, x: Array, n: int | None, length: int, dtype: np.dtype[Any]
     return back(out, x.shape, axis)
 
 
-def _double(x: Array) -> bool:
-    return x.dtype in (np.float64, np.complex128)
+_DOUBLE = frozenset((np.dtype("f8"), np.dtype("c16")))
+_COMPLEX: dict[bool, np.dtype[Any]] = {False: np.dtype("c8"), True: np.dtype("c16")}
 
 
 def fft(x: ArrayLike, n: int | None = None, axis: int = -1, norm: str | None = None) -> Array:
@@ -128,13 +130,13 @@ def fft(x: ArrayLike, n: int | None = None, axis: int = -1, norm: str | None = N
     array([1.+0.j, 1.+0.j, 1.+0.j, 1.+0.j])
     """
     a = floating(x)
-    return _each("tevs.fft", a, n, n if n is not None else a.shape[axis], np.dtype("c16" if _double(a) else "c8"), axis, norm, "forward")
+    return _each("tevs.fft", a, n, n if n is not None else a.shape[axis], _COMPLEX[a.dtype in _DOUBLE], axis, norm, "forward")
 
 
 def ifft(x: ArrayLike, n: int | None = None, axis: int = -1, norm: str | None = None) -> Array:
     """The inverse of fft."""
     a = floating(x)
-    return _each("tevs.ifft", a, n, n if n is not None else a.shape[axis], np.dtype("c16" if _double(a) else "c8"), axis, norm, "inverse")
+    return _each("tevs.ifft", a, n, n if n is not None else a.shape[axis], _COMPLEX[a.dtype in _DOUBLE], axis, norm, "inverse")
 
 
 def rfft(x: ArrayLike, n: int | None = None, axis: int = -1, norm: str | None = None) -> Array:
@@ -153,7 +155,7 @@ def irfft(x: ArrayLike, n: int | None = None, axis: int = -1, norm: str | None =
     """The inverse of rfft, of n samples; 2 (bins - 1) by default."""
     a = floating(x)
     count = n if n is not None else 2 * (a.shape[axis] - 1)
-    return _each("tevs.irfft", a, count, count // 2 + 1, np.dtype("f8" if _double(a) else "f4"), axis, norm, "inverse")
+    return _each("tevs.irfft", a, count, count // 2 + 1, np.dtype("f8" if a.dtype in _DOUBLE else "f4"), axis, norm, "inverse")
 
 
 def fftfreq(n: int, d: float = 1.0) -> Array:
