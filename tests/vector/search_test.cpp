@@ -122,8 +122,11 @@ int signOfSum(std::initializer_list<double> terms) {
         const double m = std::frexp(x, &e);
         const int shift = std::max(e - 53 + 1074, 0);
         const auto whole = int64_t(std::ldexp(m, e + 1074 - shift));
-        const __int128 low = __int128(whole) << shift % 32;
-        for (int k = 0; k < 3; ++k) digits[size_t(shift / 32 + k)] += k < 2 ? int64_t(low >> 32 * k & 0xffffffff) : int64_t(low >> 64);
+        const uint64_t low = uint64_t(whole) << shift % 32;
+        int64_t* const digit = &digits[size_t(shift / 32)];
+        digit[0] += int64_t(low & 0xffffffff);
+        digit[1] += int64_t(low >> 32);
+        digit[2] += whole >> 32 >> (32 - shift % 32);
     }
     bool any = false;
     for (size_t k = 0; k + 1 < digits.size(); ++k) {
@@ -169,7 +172,7 @@ constexpr auto findsTheNearest = []<class T>(Status (*f)(const T*, int*, int, co
         // The entries, what lies between them and beside, and anything.
         std::vector<T> samples = std::is_integral_v<T> ? randomVector<T>(40) : wildFloats<T>(40);
         for (size_t i = 0; i < n; ++i) {
-            const T a = table[i], b = table[std::min(i + 1 + generator()() % 2, n - 1)], middle = T(a / 2 + b / 2);
+            const T a = table[i], b = table[std::min(i + 1 + size_t(generator()() % 2), n - 1)], middle = T(a / 2 + b / 2);
             for (const T x : {a, middle})
                 if constexpr (std::is_integral_v<T>)
                     samples.insert(samples.end(), {x, T(x + (x < std::numeric_limits<T>::max())), T(x - (x > std::numeric_limits<T>::min()))});
