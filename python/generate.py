@@ -24,7 +24,7 @@ ELEMENTS = {"int8_t": ("I8", "int8"), "uint8_t": ("U8", "uint8"), "int16_t": ("I
 
 # Parameters of one element, whatever the function.
 ONE = set("pSize pSpecSize pSpecBufferSize pMax pMin pMaxIndx pMinIndx pMaxAbs pMinAbs pOrder pSum pMean pStdDev pNorm pDp pCounts pSeed pPhase pPhaseQ15 pMem "
-          "pTrack pDlyLineIndex pDstLen pSrcLen pAlpha pTapsLen pErr pShift pCoefLen pOffset pLen pResult".split())
+          "pTrack pDlyLineIndex pDstLen pSrcLen pAlpha pTapsLen pShift pCoefLen pOffset pLen pResult".split())
 
 # Elements of a parameter by function (without "tevs", from its beginning) and name: the first rule that fits both. In an expression stand the function's
 # integers, R.x for an integer that the record was built with, size(p) for what the family's GetSize or GetBufSize stores in p, and the functions of raw.c.
@@ -39,6 +39,7 @@ LENGTHS = [
     (r"Copy_1u", r"pDst", "ceil_div(dstBitOffset + len, 8)"),
     (r"Levinson", r"pSrc|pDst", "order + 1"),
     (r"Levinson", r"pRefl", "order"),
+    (r"Levinson", r"pErr", "1"),
     (r"SumWindow", r"pSrc", "len + maskSize - 1"),
     (r"SampleUp", r"pDst", "factor * srcLen"),
     (r"SampleDown", r"pDst", "ceil_div(srcLen, factor)"),
@@ -67,6 +68,16 @@ LENGTHS = [
     (r"IIRSparseInit", r"pNZTap(s|Pos)", "(int64_t)nzTapsLen1 + nzTapsLen2"),
     (r"IIRSparseInit", r"pDlyLine",
      "element(pNZTapPos, nzTapsLen1 - 1) + (nzTapsLen2 > 0 ? element(pNZTapPos, (int64_t)nzTapsLen1 + nzTapsLen2 - 1) : 0)"),
+    (r"FIRLMSMRInit", r"pTaps", "tapsLen"),
+    (r"FIRLMSMRInit", r"pDlyLine", "ceil_div(tapsLen, upFactor) + downFactor"),
+    (r"FIRLMSMR[SG]etTaps", r"pTaps", "R.tapsLen"),
+    (r"FIRLMSMRSetDlyLine", r"pDlyLine", "ceil_div(R.tapsLen, R.upFactor) + R.downFactor"),
+    (r"FIRLMSMRGetDlyLine", r"pDlyLine", "len"),
+    (r"FIRLMSMRFilter", r"pSrc", "R.downFactor"),
+    (r"FIRLMSMRFilter", r"pDst", "R.upFactor"),
+    (r"FIRLMSMRAdapt", r"pErr", "R.upFactor"),
+    (r"FIRLMSMR", r"pSrc", "numIters * R.downFactor"),
+    (r"FIRLMSMR", r"pRef|pDst", "numIters * R.upFactor"),
     (r"FIRLMSGet", r"pOutTaps|pDlyLine", "R.tapsLen"),
     (r"FIRLMSSet", r"pDlyLine", "R.tapsLen"),
     (r"FIRLMSInit", r"pTaps|pDlyLine", "tapsLen"),

@@ -44,7 +44,7 @@ NUMBERS = [
     dict(len=600, len1=700, len2=80, srcLen=600, dstLen=601, numIters=520, tapsLen=10, order=9, numBq=2, length=315, upFactor=1, downFactor=1, nChannels=2, chanLen=100, maskSize=64),
 ]
 COMMON = dict(flag=8, hint=0, upPhase=0, downPhase=0, tapsFactor=0, scaleFactor=0, seed=1, low=0, high=9, mean=5, stdDev=2, srcBitOffset=3, dstBitOffset=5, factor=2, lowLag=-2,
-              bias=1, dlyLineIndex=1, rFreq=0.125, rFreq1=0.1, rFreq2=0.2, rFreqPass=0.1, rFreqStop=0.2, ripple=1, decibels=40, rolloff=0.5, rWidth=0.1, alpha=0.01, alphaQ15=100,
+              bias=1, dlyLineIndex=1, dlyIndex=1, rFreq=0.125, rFreq1=0.1, rFreq2=0.2, rFreqPass=0.1, rFreqStop=0.2, ripple=1, decibels=40, rolloff=0.5, rWidth=0.1, alpha=0.01, alphaQ15=100,
               magn=5, asym=0, phase=0, rFreqQ15=4096, asymQ15=0, phaseQ15=0, vDiv=2, nzTapsLen=4, nzTapsLen1=3, nzTapsLen2=2, order1=3, order2=2, constraintLen=4, numPoly=2,
               traceLen=9, numStates=4, numInputs=2, numSymbols=4, numPoints=8, patternLen=3, startState=0, endState=0, bookLen=5, dim=3, tableLen=5, levels=2, ext=0, family=0,
               lift=1, level=1, tapsLenLow=5, offsLow=2, tapsLenHigh=3, offsHigh=-1, taper=3, scale=1.0, glideLen=0, relOp=0, rndMode=1)
@@ -118,6 +118,8 @@ def main():
                 numbers = {**COMMON, **numbers}
                 if re.match(r"tevs(DWT|WtGen)", name):
                     numbers["length"], numbers["tapsLen"] = 64, 6
+                if re.match(r"tevsFIRLMSMRGetDlyLine", name):
+                    numbers["len"] = 3
                 if re.match(r"tevsFIRGen(High|Bandstop)", name):
                     numbers["tapsLen"] = 9
                 results.append(call(name, numbers, POOL, maker))
