@@ -64,16 +64,12 @@ void adapt(const float* x, float* h, int n, float g) { lms->adapt(x, h, n, g); }
 void adapt(const Complex32f* x, Complex32f* h, int n, Complex32f g) { multirateLms->adapt32fc(x, h, n, g); }
 
 // The sum of |x|^2 over n parts.
-double power(const int16_t* x, int n) {
+int64_t power(const int16_t* x, int n) {
     int64_t sum = 0;
     tevsDotProd_16s64s(x, x, n, &sum);
-    return toFloat<double>(sum);
-}
-float power(const float* x, int n) {
-    float sum = 0;
-    tevsDotProd_32f(x, x, n, &sum);
     return sum;
 }
+float power(const float* x, int n) { return multirateLms->power32f(x, n); }
 
 // ---- a record ---------------------------------------------------------------------------------------------------------------------------------
 
@@ -146,18 +142,11 @@ public:
         if (mu == 0) return;
         const Real step = stepOf(mu);
         forEachOutput([=](int m, Tap* h, const Data* x, int n) {
-            if (n == 0) return;
-            Step g = eachPart<Step>(pErr[m], [=](auto e) { return step * Real(e); });
-            if (norm > 0) {
-                const Real by = Real(norm) + power(partsOf(x), kParts<Data> * n);
-                g = eachPart<Step>(g, [=](Real part) { return part / by; });
-            }
-            adapt(x, h, n, g);
+            if (n > 0) adapt(x, h, n, gain(pErr[m], step, norm, norm > 0 ? realPower(power(partsOf(x), kParts<Data> * n)) : 0));
         });
     }
     void block(const Data* pSrc, const Data* pRef, Data* pDst, int numIters, float mu, float norm) {
-        if constexpr (std::is_same_v<K, Of_32f>)
-            if (s_->up == 1 && s_->down == 1 && !(norm > 0)) return singleRate(pSrc, pRef, pDst, numIters, mu);
+        if (s_->up == 1) return oneOutputEach(pSrc, pRef, pDst, numIters, mu, norm);
         for (int i = 0; i < numIters; ++i, pSrc += s_->down, pRef += s_->up, pDst += s_->up) {
             take(pSrc, s_->down);
             forEachOutput([=, this](int m, const Tap* h, const Data* x, int n) {
@@ -236,13 +225,58 @@ private:
             return 2 * mu;
     }
 
-    void singleRate(const float* pSrc, const float* pRef, float* pDst, int len, float mu) {
-        const int most = int(std::min<uint64_t>(lineLen_ - uint64_t(kept()), INT_MAX));
-        for (int m; len > 0; len -= m, pSrc += m, pRef += m, pDst += m) {
-            m = std::min(len, most);
-            const float* const x = take(pSrc, m);
-            lms->block(x + 1 - each_, pRef, pDst, m, 2 * mu, taps_, each_);
+    static Real realPower(int64_t sum) { return toFloat<double>(sum); }
+    static Real realPower(float sum) { return sum; }
+    static Step gain(Err e, Real step, float norm, Real power) {
+        const Step g = eachPart<Step>(e, [=](auto part) { return step * Real(part); });
+        return norm > 0 ? eachPart<Step>(g, [=](Real part) { return part / (Real(norm) + power); }) : g;
+    }
+
+    // As many iterations at a time as the line has room for: each has all taps and a window, `down` samples behind the one before.
+    void oneOutputEach(const Data* pSrc, const Data* pRef, Data* pDst, int numIters, float mu, float norm) {
+        const int down = s_->down, most = int(std::min<uint64_t>((lineLen_ - uint64_t(kept())) / uint64_t(down), INT_MAX));
+        for (int m; numIters > 0; numIters -= m, pSrc += ptrdiff_t{m} * down, pRef += m, pDst += m) {
+            m = std::min(numIters, most);
+            window(take(pSrc, m * down) + (s_->downPhase + 1 - each_), pRef, pDst, m, mu, norm);
         }
+    }
+    void window(const Data* x, const Data* pRef, Data* pDst, int count, float mu, float norm) {
+        const int n = each_, down = s_->down;
+        const Real step = stepOf(mu);
+        if constexpr (std::is_same_v<K, Of_32f>) {
+            if (down == 1 && !(norm > 0)) return lms->block(x, pRef, pDst, count, 2 * mu, taps_, n);
+            OutputAndPower at = multirateLms->dot32f(x, taps_, n);
+            for (int i = 0;; ++i, x += down) {
+                const float g = gain(difference(pRef[i], at.output), step, norm, at.power);
+                pDst[i] = at.output;
+                if (i == count - 1) {
+                    if (mu != 0) adapt(x, taps_, n, g);
+                    return;
+                }
+                at = mu == 0 ? multirateLms->dot32f(x + down, taps_, n) : multirateLms->adaptAndDot32f(x, g, x + down, taps_, n);
+            }
+        } else {
+            // Exact sums of squares move on with the samples.
+            using Sum = decltype(power(partsOf(x), 0));
+            Sum sum = norm > 0 ? power(partsOf(x), kParts<Data> * n) : Sum{};
+            for (int i = 0; i < count; ++i, x += down) {
+                const Data y = output(taps_, x, n);
+                const Err e = difference(pRef[i], y);
+                pDst[i] = y;
+                if (mu != 0) adapt(x, taps_, n, gain(e, step, norm, realPower(sum)));
+                if (norm > 0 && i < count - 1) {
+                    if (K::kWhole && down < n)
+                        sum += squares(x + n, down) - squares(x, down);
+                    else
+                        sum = power(partsOf(x + down), kParts<Data> * n);
+                }
+            }
+        }
+    }
+    static auto squares(const Data* x, int n) {
+        decltype(power(partsOf(x), 0)) sum = 0;
+        for (int i = 0; i < kParts<Data> * n; ++i) sum += decltype(sum)(partsOf(x)[i]) * decltype(sum)(partsOf(x)[i]);
+        return sum;
     }
 
     static constexpr uint64_t kRoom = 1024;
