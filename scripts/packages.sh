@@ -29,5 +29,7 @@ need() {
 
 # What every build here needs beside g++ and cmake. The 32-bit side takes the compiler's multilib packages and no foreign architecture.
 kBuildPackages=(g++ cmake ninja-build python3)
+# What the command-line tool needs besides.
+kToolPackages=(pkg-config libsndfile1-dev libcairo2-dev libcli11-dev)
 kAbis=(x86_64 i386)
 [[ $(uname -m) == x86_64 ]] || fail "needs an x86_64 machine"

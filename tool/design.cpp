@@ -12,15 +12,13 @@ double besselI0(double x) {
     return sum;
 }
 
-}   // namespace
-
-// Ripples of the pass-band and the stop-band are one, `attenuation` dB down. J. F. Kaiser, Nonrecursive Digital Filter Design Using the I0-sinh Window Function (1974).
-Samples kaiserTaps(Shape shape, double edge, double edge2, double width, double attenuation) {
+// Taps by Kaiser's estimate of their number and of the window's shape, from which the stop-band is `aim` dB down, or nearly.
+Samples estimatedTaps(Shape shape, double edge, double edge2, double width, double aim) {
     int len;
     float alpha;
-    tevs::firGenKaiser(width, attenuation, &len, &alpha);
+    tevs::firGenKaiser(width, aim, &len, &alpha);
     if (len > 1 << 22) throw Failure("the filter would have " + std::to_string(len) + " taps; a wider transition (--width) takes fewer");
-    Samples taps(size_t(len), 0.0);
+    Samples taps(static_cast<size_t>(len));
     switch (shape) {
         case Shape::Low:
             tevs::firGenLowpass(std::span(taps), edge, TaperNone);
@@ -40,9 +38,29 @@ Samples kaiserTaps(Shape shape, double edge, double edge2, double width, double 
         const double t = len > 1 ? 2.0 * n / (len - 1) - 1 : 0;
         taps[size_t(n)] *= besselI0(beta * std::sqrt(1 - t * t)) / top;
     }
-    const double at = shape == Shape::High ? 0.5 : shape == Shape::Band ? (edge + edge2) / 2 : 0;
-    Complex64f gain;
-    tevsFIRResponse_64f(taps.data(), len, &at, &gain, 1);
-    tevs::mulC(1 / std::hypot(gain.re, gain.im), std::span(taps));
     return taps;
+}
+
+double gainAt(const Samples& taps, double frequency) {
+    Complex64f gain;
+    tevsFIRResponse_64f(taps.data(), int(taps.size()), &frequency, &gain, 1);
+    return std::hypot(gain.re, gain.im);
+}
+
+}   // namespace
+
+// Ripples of the pass-band and the stop-band are one, `attenuation` dB down. J. F. Kaiser, Nonrecursive Digital Filter Design Using the I0-sinh Window Function (1974). His
+// estimate falls short by some dB where the attenuation is high; the stop-band is highest at its edge, so a look there tells by how much.
+Samples kaiserTaps(Shape shape, double edge, double edge2, double width, double attenuation) {
+    const double passed = shape == Shape::High ? 0.5 : shape == Shape::Band ? (edge + edge2) / 2 : 0;
+    const double stopped = edge + (shape == Shape::Low || shape == Shape::Stop ? width / 2 : -width / 2);
+    for (double aim = attenuation + 0.5;;) {
+        Samples taps = estimatedTaps(shape, edge, edge2, width, aim);
+        const double gain = gainAt(taps, passed), missing = attenuation + 20 * std::log10(gainAt(taps, stopped) / gain);
+        if (missing <= 0 || aim > attenuation + 20) {
+            tevs::mulC(1 / gain, std::span(taps));
+            return taps;
+        }
+        aim += missing + 0.5;
+    }
 }

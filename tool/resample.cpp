@@ -45,6 +45,10 @@ struct Plan {
     Samples response;   // of each bin twice, for its two parts
 };
 
+struct Copy : Process {
+    void block(std::span<const double> x, Samples& y) override { y.assign(x.begin(), x.end()); }
+};
+
 class Resampler : public Process {
 public:
     explicit Resampler(const Plan& plan)
@@ -91,6 +95,11 @@ private:
 
 void resample(const ResampleOptions& o) {
     Input input(o.files.input, o.files.rawIn);
+    if (o.rate == input.rate()) {
+        Output output(o.files.output, o.rate, input.channels(), input.frames(), &input);
+        run(input, output, [] { return std::make_unique<Copy>(); });
+        return;
+    }
     const Plan plan(input.rate(), o.rate, o.band / 100, o.attenuation);
     const int64_t frames = input.frames() < 0 ? -1 : int64_t(std::ceil(double(input.frames()) * o.rate / input.rate()));
     Output output(o.files.output, o.rate, input.channels(), frames, &input);
