@@ -38,5 +38,7 @@ python_wheel() {
     TEVS_LIBRARY_DIR=$PWD/$3 "$kPython" -m build --no-isolation --outdir "$1" python > "$2" 2>&1 < /dev/null &&
         "$kPython" -m zipfile -e "$1"/*.whl "$1/site" >> "$2" 2>&1
 }
+# What the command-line tool needs besides.
+kToolPackages=(libsndfile1-dev libcairo2-dev libcli11-dev)
 kAbis=(x86_64 i386)
 [[ $(uname -m) == x86_64 ]] || fail "needs an x86_64 machine"

@@ -1,0 +1,12 @@
+# The command-line tool is 64-bit, and needs libraries of its own: it is built where those are.
+set(tool_default OFF)
+if(PROJECT_IS_TOP_LEVEL AND CMAKE_SIZEOF_VOID_P EQUAL 8)
+    find_package(PkgConfig QUIET)
+    find_package(CLI11 QUIET)
+    find_package(Python3 QUIET COMPONENTS Interpreter)
+    if(PkgConfig_FOUND AND CLI11_FOUND AND Python3_FOUND)
+        pkg_check_modules(TEVS_TOOL_LIBRARIES QUIET IMPORTED_TARGET sndfile cairo)
+        set(tool_default ${TEVS_TOOL_LIBRARIES_FOUND})
+    endif()
+endif()
+option(TEVS_TOOL "Build the command-line tool tevs (needs libsndfile, cairo, CLI11 and Python)" ${tool_default})
