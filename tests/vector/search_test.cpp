@@ -1,4 +1,5 @@
 #include <array>
+#include <cfloat>
 #include <climits>
 #include <cmath>
 #include <functional>
@@ -116,19 +117,20 @@ TEST(Sort, KeepsEveryNaN) {
 
 // The sign of an exact sum of finite numbers, in units of the least of all.
 int signOfSum(std::initializer_list<double> terms) {
-    std::array<int64_t, 70> digits{};
+    std::array<int64_t, 140> digits{};   // of 16 bits, before carries
     for (const double x : terms) {
         int e;
         const double m = std::frexp(x, &e);
         const int shift = std::max(e - 53 + 1074, 0);
         const auto whole = int64_t(std::ldexp(m, e + 1074 - shift));
-        const __int128 low = __int128(whole) << shift % 32;
-        for (int k = 0; k < 3; ++k) digits[size_t(shift / 32 + k)] += k < 2 ? int64_t(low >> 32 * k & 0xffffffff) : int64_t(low >> 64);
+        const int64_t by = int64_t{1} << shift % 16;
+        digits[size_t(shift / 16)] += (whole & 0xffffffff) * by;
+        digits[size_t(shift / 16 + 2)] += (whole >> 32) * by;
     }
     bool any = false;
     for (size_t k = 0; k + 1 < digits.size(); ++k) {
-        digits[k + 1] += digits[k] >> 32;
-        any |= (digits[k] & 0xffffffff) != 0;
+        digits[k + 1] += digits[k] >> 16;
+        any |= (digits[k] & 0xffff) != 0;
     }
     return digits.back() < 0 ? -1 : any || digits.back() > 0;
 }
@@ -162,14 +164,15 @@ constexpr auto findsTheNearest = []<class T>(Status (*f)(const T*, int*, int, co
     for (int turn = 0; turn < 50; ++turn) {
         const size_t n = turn < 40 ? size_t(turn + 1) : 50 + generator()() % 120;
         std::vector<T> table(n);
-        for (T& x : table) do
-                x = turn % 3 == 0 ? wild<T>() : turn % 3 == 1 ? T(generator()() % 40) : randomValue<T>();
+        for (T& x : table) {
+            do x = turn % 3 == 0 ? wild<T>() : turn % 3 == 1 ? T(generator()() % 40) : randomValue<T>();
             while (std::isnan(double(x)));
+        }
         std::sort(table.begin(), table.end());
         // The entries, what lies between them and beside, and anything.
         std::vector<T> samples = std::is_integral_v<T> ? randomVector<T>(40) : wildFloats<T>(40);
         for (size_t i = 0; i < n; ++i) {
-            const T a = table[i], b = table[std::min(i + 1 + generator()() % 2, n - 1)], middle = T(a / 2 + b / 2);
+            const T a = table[i], b = table[std::min(i + 1 + size_t(generator()() % 2), n - 1)], middle = T(a / 2 + b / 2);
             for (const T x : {a, middle})
                 if constexpr (std::is_integral_v<T>)
                     samples.insert(samples.end(), {x, T(x + (x < std::numeric_limits<T>::max())), T(x - (x > std::numeric_limits<T>::min()))});
