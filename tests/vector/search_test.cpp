@@ -1,4 +1,5 @@
 #include <array>
+#include <cfloat>
 #include <climits>
 #include <cmath>
 #include <functional>
@@ -116,22 +117,20 @@ TEST(Sort, KeepsEveryNaN) {
 
 // The sign of an exact sum of finite numbers, in units of the least of all.
 int signOfSum(std::initializer_list<double> terms) {
-    std::array<int64_t, 70> digits{};
+    std::array<int64_t, 140> digits{};   // of 16 bits, before carries
     for (const double x : terms) {
         int e;
         const double m = std::frexp(x, &e);
         const int shift = std::max(e - 53 + 1074, 0);
         const auto whole = int64_t(std::ldexp(m, e + 1074 - shift));
-        const uint64_t low = uint64_t(whole) << shift % 32;
-        int64_t* const digit = &digits[size_t(shift / 32)];
-        digit[0] += int64_t(low & 0xffffffff);
-        digit[1] += int64_t(low >> 32);
-        digit[2] += whole >> 32 >> (32 - shift % 32);
+        const int64_t by = int64_t{1} << shift % 16;
+        digits[size_t(shift / 16)] += (whole & 0xffffffff) * by;
+        digits[size_t(shift / 16 + 2)] += (whole >> 32) * by;
     }
     bool any = false;
     for (size_t k = 0; k + 1 < digits.size(); ++k) {
-        digits[k + 1] += digits[k] >> 32;
-        any |= (digits[k] & 0xffffffff) != 0;
+        digits[k + 1] += digits[k] >> 16;
+        any |= (digits[k] & 0xffff) != 0;
     }
     return digits.back() < 0 ? -1 : any || digits.back() > 0;
 }
@@ -165,9 +164,10 @@ constexpr auto findsTheNearest = []<class T>(Status (*f)(const T*, int*, int, co
     for (int turn = 0; turn < 50; ++turn) {
         const size_t n = turn < 40 ? size_t(turn + 1) : 50 + generator()() % 120;
         std::vector<T> table(n);
-        for (T& x : table) do
-                x = turn % 3 == 0 ? wild<T>() : turn % 3 == 1 ? T(generator()() % 40) : randomValue<T>();
+        for (T& x : table) {
+            do x = turn % 3 == 0 ? wild<T>() : turn % 3 == 1 ? T(generator()() % 40) : randomValue<T>();
             while (std::isnan(double(x)));
+        }
         std::sort(table.begin(), table.end());
         // The entries, what lies between them and beside, and anything.
         std::vector<T> samples = std::is_integral_v<T> ? randomVector<T>(40) : wildFloats<T>(40);
