@@ -201,12 +201,13 @@ private:
 
 namespace detail {
 
-inline Status checked(Status status, [[maybe_unused]] const char* function) {
+// An int, since Xlib's macro of that name may have stood for Status where the prototypes were read.
+inline Status checked(int status, [[maybe_unused]] const char* function) {
 #if TEVS_EXCEPTIONS
     if (status < StatusOk) [[unlikely]]
-        throw Error(status, function);
+        throw Error(static_cast<Status>(status), function);
 #endif
-    return status;
+    return static_cast<Status>(status);
 }
 
 // The one length of all; 0, which every function refuses, where they differ or it is no int.
