@@ -4,7 +4,8 @@
 # Takes a recording (any file that libsndfile reads; by default a spoken "front, center" from Debian's alsa-utils) through a telephone line in both
 # ABIs, and draws what the line left of it; compands and expands it, and cores noise; sends an echo back and cancels it; measures a room and plays the recording
 # there; puts clicks on the recording and takes them off; takes noise off by wavelets; designs the line's filters and measures them; dials a number and detects
-# it; sends text through noise, uncoded and coded; compares windows by what they make of a spectral line. Writes the recordings, spectra and pictures to demo-out/.
+# it; sends text through noise, uncoded and coded; finds the formants of a vowel; compares windows by what they make of a spectral line. Writes the recordings,
+# spectra and pictures to demo-out/, and a page of it all, demo-out/index.html.
 set -uo pipefail
 input=/usr/share/sounds/alsa/Front_Center.wav
 (($#)) && input=$(realpath -m -- "$1")
@@ -21,7 +22,7 @@ mkdir -p build "$out"
 # The examples read 16-bit WAV only: there is no 32-bit libsndfile to read the rest.
 sndfile-convert -pcm16 "$input" "$out/input.wav" > build/demo.log 2>&1 || fail "libsndfile cannot read $input: $(tail -n 1 build/demo.log)"
 
-programs=(telephone_line telephone_codes telephone_echo clicks denoise line_filters dial coded_text windows envelope room)
+programs=(telephone_line telephone_codes telephone_echo clicks denoise line_filters dial coded_text windows formants envelope room)
 for abi in "${kAbis[@]}"; do
     if ! { cmake --preset "$abi" && cmake --build --preset "$abi" --target "${programs[@]}"; } > build/demo.log 2>&1; then
         grep -E -A 5 'error|FAILED' build/demo.log | head -n 40
@@ -31,9 +32,11 @@ done
 for abi in "${kAbis[@]}"; do
     to=$out/$abi
     mkdir -p "$to"
+    rm -f "$to"/*.log
     echo "== $abi"
     run() {
-        "build/$abi/bin/$1" "${@:2}" || fail "$1 failed"
+        "build/$abi/bin/$1" "${@:2}" | tee -a "$to/$1.log"
+        ((PIPESTATUS[0] == 0)) || fail "$1 failed"
         echo
     }
     run telephone_line "$out/input.wav" "$to"
@@ -45,6 +48,7 @@ for abi in "${kAbis[@]}"; do
     run dial "$to"
     run coded_text "$to/coded-text.txt"
     run windows "$to/windows.txt"
+    run formants "$to/line-8k.wav" "$to/formants.txt"
     run envelope "$to/line-8k.wav" "$to/envelope.txt"
     run envelope "$out/input.wav" "$to/envelope-input.txt"
     run room "$out/input.wav" "$to"
@@ -84,5 +88,7 @@ draw denoise "$from"
 draw line_filters "$from/line-filters.txt"
 draw coded_text "$from/coded-text.txt"
 draw windows "$from/windows.txt"
+draw formants "$from/formants.txt"
 draw room "$from"
-echo "written to $out: ${pictures[*]}, and in $(printf '%s ' "${kAbis[@]}")the recordings $(cd "$from" && echo *.wav)"
+"$kPython" scripts/demo_page.py "$out" "${programs[@]}" || fail "no page"
+echo "written to $out: index.html, which shows all, ${pictures[*]}, and in $(printf '%s ' "${kAbis[@]}")the recordings $(cd "$from" && echo *.wav)"
