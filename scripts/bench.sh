@@ -10,7 +10,7 @@ source scripts/packages.sh
 
 filter=${1:-.}
 out=bench-out
-need "${kBuildPackages[@]}" g++-multilib gnuplot-nox libbenchmark-dev libfftw3-dev libvolk2-dev libliquid-dev libspeexdsp-dev libsleef-dev libspandsp-dev libgsl-dev libosmocore-dev
+need "${kBuildPackages[@]}" g++-multilib gnuplot-nox libbenchmark-dev libfftw3-dev libvolk2-dev libliquid-dev libspeexdsp-dev libsleef-dev libspandsp-dev libgsl-dev libosmocore-dev libhwy-dev
 mkdir -p build "$out"
 
 # The 32-bit libraries of Google Benchmark and FFTW have no package here: they are built from Debian's source packages, fetched with an index of its own.

@@ -9,7 +9,7 @@ source scripts/packages.sh
 
 seconds=${1:-3600}
 [[ $seconds =~ ^[1-9][0-9]*$ ]] || fail "usage: scripts/compare_sox.sh [SECONDS]"
-need "${kBuildPackages[@]}" "${kToolPackages[@]}" googletest sox
+need "${kBuildPackages[@]}" "${kToolPackages[@]}" pkg-config googletest sox
 mkdir -p build bench-out
 if ! { cmake --preset x86_64 -DTEVS_TOOL=ON && cmake --build --preset x86_64 --target tevs_tool; } > build/compare_sox.log 2>&1; then
     grep -E -A 5 'error|FAILED' build/compare_sox.log | head -n 40

@@ -10,7 +10,7 @@ import pathlib
 import re
 import sys
 
-PROTOTYPE = re.compile(r"^([A-Za-z_]\w*(?: \w+)*?[ *]+)(tevs\w+)\(([^()]*)\);", re.M)
+PROTOTYPE = re.compile(r"^([A-Za-z_]\w*(?: \w+)*?[ *]+)(tev\w+)\(([^()]*)\);", re.M)
 CODE = r"(?:1u|8u|8s|8sc|16u|16s|16sc|16f|24u|24s|32u|32s|32sc|32f|32fc|64u|64s|64sc|64f|64fc)"
 SUFFIXES = {"I", "Sfs", "ISfs"}
 KEYWORDS = {"and", "or", "xor", "not"}
@@ -114,6 +114,12 @@ class Function:
         return None
 
 
+def read_header(path):
+    """Its functions as (result, name, parameters), and the aliases of its types."""
+    text = re.sub(r"/\*.*?\*/", "", path.read_text(), flags=re.S)
+    return PROTOTYPE.findall(re.sub(r"\n[ \t]+", " ", text)), re.findall(r"^typedef (\w+) (\w+);", text, flags=re.M)
+
+
 def declared(parameters):
     return ", ".join(p.declared() for p in parameters)
 
@@ -195,12 +201,13 @@ private:
 
 namespace detail {
 
-inline Status checked(Status status, [[maybe_unused]] const char* function) {
+// An int, since Xlib's macro of that name may have stood for Status where the prototypes were read.
+inline Status checked(int status, [[maybe_unused]] const char* function) {
 #if TEVS_EXCEPTIONS
     if (status < StatusOk) [[unlikely]]
-        throw Error(status, function);
+        throw Error(static_cast<Status>(status), function);
 #endif
-    return status;
+    return static_cast<Status>(status);
 }
 
 // The one length of all; 0, which every function refuses, where they differ or it is no int.
@@ -248,9 +255,9 @@ def main():
     headers, output = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
     functions, alias = [], {}
     for family in re.findall(r'#include "(tevs/\w+\.h)"', (headers / "tevs.h").read_text()):
-        text = re.sub(r"/\*.*?\*/", "", (headers / family).read_text(), flags=re.S)
-        alias.update((name, alias.get(of, of)) for of, name in re.findall(r"^typedef (\w+) (\w+);", text, flags=re.M))
-        functions += [(family, Function(*m)) for m in PROTOTYPE.findall(re.sub(r"\n[ \t]+", " ", text))]
+        prototypes, names = read_header(headers / family)
+        alias.update((name, alias.get(of, of)) for of, name in names)
+        functions += [(family, Function(*m)) for m in prototypes]
 
     releases, calls, values = {}, {}, collections.Counter()
     for family, f in functions:
@@ -277,4 +284,5 @@ def main():
     output.write_text("".join(lines))
 
 
-main()
+if __name__ == "__main__":
+    main()

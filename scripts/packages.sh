@@ -29,7 +29,16 @@ need() {
 
 # What every build here needs beside g++ and cmake. The 32-bit side takes the compiler's multilib packages and no foreign architecture.
 kBuildPackages=(g++ cmake ninja-build python3)
+# The Python package is built and tested with Debian's Python, whose packages these are, whatever python3 is first in the path.
+kPython=/usr/bin/python3
+kPythonPackages=(python3-dev python3-setuptools python3-wheel python3-build python3-numpy python3-scipy python3-pytest binutils)
+# python_wheel <directory> <log> <libraries>: a source distribution of the Python package, the wheel made of that, and its files in <directory>/site.
+python_wheel() {
+    rm -rf "$1"
+    TEVS_LIBRARY_DIR=$PWD/$3 "$kPython" -m build --no-isolation --outdir "$1" python > "$2" 2>&1 < /dev/null &&
+        "$kPython" -m zipfile -e "$1"/*.whl "$1/site" >> "$2" 2>&1
+}
 # What the command-line tool needs besides.
-kToolPackages=(pkg-config libsndfile1-dev libcairo2-dev libcli11-dev)
+kToolPackages=(libsndfile1-dev libcairo2-dev libcli11-dev)
 kAbis=(x86_64 i386)
 [[ $(uname -m) == x86_64 ]] || fail "needs an x86_64 machine"

@@ -7,7 +7,9 @@
 #include "tevs.h"
 
 #if TEVS_PEER_OSMOCORE
+extern "C" {
 #include <osmocom/core/conv.h>
+}
 #endif
 
 namespace {

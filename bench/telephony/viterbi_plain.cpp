@@ -43,17 +43,21 @@ void Viterbi::decode(const int8_t* src, uint8_t* dst) {
             for (int i = 0; i < numPoly_; ++i) metric[y] += y >> (numPoly_ - 1 - i) & 1 ? -src[i] : src[i];
         }
         uint8_t* const odd = odd_ + size_t(n) * size_t(states_);
-        for (int s = 0; s < states_; ++s) {
-            const int r = 2 * s % states_ + s / (states_ / 2) * states_, from = r % states_;
-            const int a = now_[from] + metric[symbols_[r]], b = now_[from + 1] + metric[symbols_[r + 1]];
-            next_[s] = std::max(a, b);
-            odd[s] = b > a;
+        const int half = states_ / 2;
+        for (int i = 0; i < half; ++i) {
+            const int even = now_[2 * i], up = now_[2 * i + 1];
+            const int a = even + metric[symbols_[2 * i]], b = up + metric[symbols_[2 * i + 1]];
+            const int c = even + metric[symbols_[states_ + 2 * i]], d = up + metric[symbols_[states_ + 2 * i + 1]];
+            next_[i] = std::max(a, b);
+            next_[i + half] = std::max(c, d);
+            odd[i] = b > a;
+            odd[i + half] = d > c;
         }
         std::swap(now_, next_);
     }
     for (int n = len_ - 1, s = 0; n >= 0; --n) {
-        dst[n] = uint8_t(s / (states_ / 2));
-        s = (2 * s + odd_[size_t(n) * size_t(states_) + size_t(s)]) % states_;
+        dst[n] = uint8_t(s >= states_ / 2);
+        s = (2 * s + odd_[size_t(n) * size_t(states_) + size_t(s)]) & (states_ - 1);
     }
 }
 

@@ -179,6 +179,9 @@ struct FilterSize {
     int tapsLen, offs;
 };
 
+// Values that a channel's line takes on at a time: no fewer than make a vector of outputs.
+constexpr int64_t headOf(int64_t past) { return past > 8 ? past : 8; }
+
 // What a record of filters of these sizes takes; with a block, also lays it out there.
 template <class State> uint64_t layOut(Direction direction, FilterSize low, FilterSize high, void* block) {
     using T = typename State::Sample;
@@ -197,7 +200,7 @@ template <class State> uint64_t layOut(Direction direction, FilterSize low, Filt
         const SynthesisShape y(tapsLen, offs);
         const int64_t past = floorHalf(int64_t{tapsLen} + offs);
         T* const taps = c.take<T>(direction == kAnalysis ? a.values() : y.values());
-        T* const line = direction == kAnalysis ? nullptr : c.take<T>(2 * uint64_t(past));
+        T* const line = direction == kAnalysis ? nullptr : c.take<T>(uint64_t(past + headOf(past)));
         inputs = std::max(inputs, int64_t{tapsLen} + offs - 1);
         if (!s) continue;
         s->taps[i] = taps;
@@ -342,9 +345,10 @@ template <class State, class T> Status synthesise(const T* pSrcLow, const T* pSr
         kernelOf<T>(pState->kernels).synthesis(low - pState->synthesis[0].oldest, high - pState->synthesis[1].oldest, taps, taps + 1, pDst + 2 * at, n);
     };
     // Each channel from its line as long as its filter reaches into the past; the rest where it lies.
-    int from[3] = {0, std::min(len, std::min(pState->past[0], pState->past[1])), std::min(len, std::max(pState->past[0], pState->past[1]))};
-    for (int i = 0; i < 2; ++i) memcpy(pState->line[i] + pState->past[i], src[i], size_t(std::min(len, pState->past[i])) * sizeof(T));
-    const auto at = [&](int i, int n) { return n < pState->past[i] ? pState->line[i] + pState->past[i] + n : src[i] + n; };
+    const int heads[2] = {int(std::min<int64_t>(len, headOf(pState->past[0]))), int(std::min<int64_t>(len, headOf(pState->past[1])))};
+    const int from[3] = {0, std::min(heads[0], heads[1]), std::max(heads[0], heads[1])};
+    for (int i = 0; i < 2; ++i) memcpy(pState->line[i] + pState->past[i], src[i], size_t(heads[i]) * sizeof(T));
+    const auto at = [&](int i, int n) { return n < heads[i] ? pState->line[i] + pState->past[i] + n : src[i] + n; };
     for (int piece = 0; piece < 3; ++piece) {
         const int n = from[piece], end = piece < 2 ? from[piece + 1] : len;
         if (end > n) run(at(0, n), at(1, n), n, end - n);

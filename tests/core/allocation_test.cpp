@@ -268,6 +268,8 @@ TEST(NoMemory, RecursiveAndAdaptiveFilters) {
     const std::vector<int32_t> integers(60, 5);
     failEachOfRecord<IIRState_32f>("IIR_32f", tevsIIRFree_32f, [&](auto p) { return tevsIIRInitAlloc_32f(p, taps.data(), 20, nullptr); });
     failEachOfRecord<IIRState32s_16s>("BiQuad", tevsIIRFree32s_16s, [&](auto p) { return tevsIIRInitAlloc32s_BiQuad_16s(p, integers.data(), 10, 3, nullptr); });
+    failEachOfRecord<FIRLMSMRState_32f>("multirate LMS", tevsFIRLMSMRFree_32f,
+                                        [&](auto p) { return tevsFIRLMSMRInitAlloc_32f(p, taps.data(), 60, 2, 1, 3, 2, nullptr); });
     failEachOfRecord<FIRLMSState32f_16s>("LMS", tevsFIRLMSFree32f_16s, [&](auto p) { return tevsFIRLMSInitAlloc32f_16s(p, taps.data(), 60, nullptr, 0); });
 }
 

@@ -32,6 +32,8 @@ const std::map<std::string_view, std::vector<int>> kValues = {
     // filters
     {"tapsLen", {7}}, {"tapsFactor", {2}}, {"numBq", {3}}, {"upFactor", {2}}, {"upPhase", {1}}, {"downFactor", {3}}, {"downPhase", {1}}, {"factor", {3}},
     {"nzTapsLen", {7}}, {"nzTapsLen1", {7}}, {"nzTapsLen2", {3}}, {"order1", {5}}, {"order2", {4}}, {"src", {7}}, {"taper", {TaperHann}}, {"numPoints", {6}},
+    // searches
+    {"tableLen", {6}}, {"bookLen", {4}}, {"dim", {3}},
     // thresholds and signals
     {"level", {7}}, {"levelLT", {-5}}, {"valueLT", {3}}, {"levelGT", {7}}, {"valueGT", {9}}, {"rFreq", {1}}, {"magn", {100}}, {"asymQ15", {7000}},
     {"alphaQ15", {-5243}}, {"lowerBound", {-1000}}, {"upperBound", {100000}},
@@ -56,12 +58,13 @@ const std::map<std::string_view, float> kFractions = {{"alpha", 0.004f}, {"rFreq
 
 // No source is longer than len.
 bool isOfVectors(const Function& f) {
-    return f.find("len") && !f.find("upFactor") && !f.find("tapsLen") && !names(f, {"SumWindow", "Copy_1u", "Ccs", "Direct", "WtHaar", "Response", "Viterbi"});
+    return f.find("len") && !f.find("upFactor") && !f.find("tapsLen") &&
+           !names(f, {"SumWindow", "Nearest", "Copy_1u", "Ccs", "Direct", "WtHaar", "Response", "Viterbi"});
 }
 // An element of the result depends on the elements at its place alone, or else the name says so here.
 bool isElementwise(const Function& f) {
     return std::none_of(f.find("len"), &f.parameters.back() + 1, [](const Parameter& p) { return p.pointer; }) &&
-           !names(f, {"Flip", "Pack", "Perm", "Win", "Rand", "Triangle", "Vector", "Median"});
+           !names(f, {"Flip", "Pack", "Perm", "Win", "Rand", "Triangle", "Vector", "Median", "Sort"});
 }
 
 // A stray access ends the program: with the name of the function that made it.
@@ -132,7 +135,11 @@ Bytes samplesOf(const Parameter& p, size_t n, Data data) {
 // meets the same samples as its twin.
 struct Call {
     Call(const Function& function, int length, Data data) : f(function), len(length), arguments(f.parameters.size()), vectors(f.parameters.size()) {
-        const size_t room = size_t(len) * (f.find("numPoly") || f.find("upFactor") || f.find("nChannels") || names(f, {"Viterbi", "WtHaar"}) ? 8 : 1) + 64;
+        const size_t room =
+            size_t(len) *
+                (f.find("numPoly") || f.find("upFactor") || f.find("factor") || f.find("nChannels") || f.find("dim") || names(f, {"Viterbi", "WtHaar"}) ? 8
+                                                                                                                                                        : 1) +
+            64;
         uint64_t source = 0;
         for (size_t i = 0; i < arguments.size(); ++i) {
             const Parameter& p = f.parameters[i];
@@ -400,7 +407,8 @@ TEST(EveryFunction, WorksAtTheAddressOfASource) {
 // ---- arguments ----------------------------------------------------------------------------------------------------------------------------------
 
 bool isOptional(const Function& f, const Parameter& p) {
-    return p.is("pDlyLine") || p.is("pRefl") || p.is("pErr") || (p.is("pIndx") && names(f, {"Indx", "ViterbiMetric"})) ||
+    return p.is("pDlyLine") || p.is("pRefl") || p.is("pErr") || p.is("pDist") ||
+           (p.is("pIndx") && names(f, {"Indx", "ViterbiMetric"}) && !names(f, {"Sort"})) ||
            (f.name.find("RealToCplx") != f.name.npos && p.name.starts_with("pSrc"));
 }
 

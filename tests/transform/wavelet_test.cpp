@@ -287,9 +287,9 @@ constexpr FilterSize kSizes[] = {{1, -1}, {1, 0},  {1, 1}, {2, -1}, {2, 0},   {3
 template <class T> Real before(const std::vector<T>& x, const std::vector<T>& past, int64_t i) {
     return i >= 0 ? Real(x[size_t(i)]) : i >= -int64_t(past.size()) ? Real(past[size_t(-i - 1)]) : 0;
 }
-// A result within its bound of 2 tapsLen u sum |tap| |sample|.
+// A result within its bound of 2 tapsLen u sum |tap| |sample|, or one that has underflowed.
 template <class T>::testing::AssertionResult isNear(T got, Real want, Real magnitude, int tapsLen) {
-    if (std::fabs(got - want) <= 2 * tapsLen * kUnit<T> * magnitude) return ::testing::AssertionSuccess();
+    if (std::fabs(got - want) <= 2 * tapsLen * kUnit<T> * magnitude + std::numeric_limits<T>::min()) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << got << ", want " << want;
 }
 
@@ -703,10 +703,7 @@ TYPED_TEST(Wavelet, DwtIsAccurate) {
                     EXPECT_LE(distance(samples, dwt.inverse(y)), (coarse ? 7 : 3 * levels + 6) * kUnit<T>);
                 }
     });
-    expectOwnModes([] {
-        const auto x = randomVector<T>(0);
-        return Dwt<T>(300, 4, Bank<T>(8, WaveletSymlet), ExtMirror).forward(std::vector<T>(300, T(0.3)));
-    });
+    expectOwnModes([] { return Dwt<T>(300, 4, Bank<T>(8, WaveletSymlet), ExtMirror).forward(std::vector<T>(300, T(0.3))); });
 }
 
 TYPED_TEST(Wavelet, DwtChecksItsArguments) {

@@ -1,0 +1,396 @@
+"""Filters: records that follow a stream block by block, and functions with SciPy's names over whole signals."""
+
+from __future__ import annotations
+
+import math
+from functools import lru_cache
+from types import TracebackType
+from typing import Any
+
+import numpy as np
+from numpy.typing import ArrayLike, DTypeLike
+
+from . import raw
+from ._core import Array, along, array, axis_of, back, call, checked_out, code, floating, named, type_name
+from .elementwise import multiply
+
+
+
+def _taps_for(where: str, taps: Array, dtype: np.dtype[Any]) -> Array:
+    """Taps in a type for which the library has filters of such samples: as precise as they come, complex where the samples are."""
+    if taps.dtype.kind in "biu":
+        taps = taps.astype(np.float64)
+    if taps.dtype.char not in "fdFD":
+        raise TypeError(f"{where}: taps: no form for {type_name(taps.dtype)}")
+    double = taps.dtype.char in "dD" or dtype.char in "dDi" or dtype.kind == "V" and dtype.itemsize == 8
+    whole = dtype.kind == "c" or dtype.kind == "V"
+    if taps.dtype.kind == "c" and not whole:
+        raise TypeError(f"{where}: complex taps need complex samples, not {type_name(dtype)}")
+    return np.ascontiguousarray(taps, {(0, 0): np.float32, (0, 1): np.float64, (1, 0): np.complex64, (1, 1): np.complex128}[whole, double])
+
+
+class _Stream:
+    """One record a channel, and the rows of a block filtered by them."""
+
+    _where: str
+    _filter: Any
+    _set_delay: Any
+
+    def __init__(self, where: str, dtype: np.dtype[Any], channels: int | None, up: int, down: int) -> None:
+        if channels is not None and channels < 1:
+            raise ValueError(f"{where}: channels: {channels}, needs at least 1")
+        self._where, self.dtype, self.channels, self.up, self.down = where, dtype, channels, up, down
+        self._records: list[Any] = []
+        self._integer = dtype.kind in "iV"
+
+    def process(self, x: ArrayLike, out: Array | None = None, scale: int = 0) -> Array:
+        """The next block of the stream, of any length (between rates: a multiple of `down`); with channels a matrix, one channel a row. In place with out=x.
+        Integer samples are stored times 2**-scale, rounded and saturated."""
+        where = self._where + ".process"
+        a = array(x)
+        if a.dtype != self.dtype:
+            raise TypeError(f"{where}: x: {type_name(a.dtype)}, needs {type_name(self.dtype)}")
+        if a.ndim != (1 if self.channels is None else 2) or self.channels is not None and a.shape[0] != self.channels:
+            raise ValueError(f"{where}: x: shape {a.shape}, needs {'(n,)' if self.channels is None else f'({self.channels}, n)'}")
+        if scale and not self._integer:
+            raise TypeError(f"{where}: scale: only integers are scaled, not {type_name(self.dtype)}")
+        iterations, rest = divmod(a.shape[-1], self.down)
+        if rest:
+            raise ValueError(f"{where}: x: {a.shape[-1]} samples, needs a multiple of {self.down}")
+        shape = (*a.shape[:-1], iterations * self.up)
+        result = np.empty(shape, self.dtype) if out is None else checked_out(where, out, shape, self.dtype)
+        if iterations:
+            rows = ((a, result),) if self.channels is None else zip(a, result)
+            for record, (source, destination) in zip(self._records, rows):
+                call(where, self._filter, destination, source, destination, iterations, record, *((scale,) if self._integer else ()))
+        return result
+
+    __call__ = process
+
+    def reset(self) -> None:
+        """As if nothing had been filtered."""
+        for record in self._records:
+            self._set_delay(record, None)
+
+    def close(self) -> None:
+        """Gives the memory back; calls are refused from now on."""
+        for record in self._records:
+            record.close()
+
+    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
+        self.close()
+
+
+class FIR(_Stream):
+    """A finite impulse response filter of a stream: y[n] = sum of taps[k] x[n-k]; with up and down also from one rate to another.
+
+    dtype is that of the samples: float32, float64, complex64, complex128, int16, int32, complex_int16, complex_int32; by default that of the taps. Double-precision taps
+    keep their precision with all of these. channels=k filters the rows of k x n blocks, each by itself. One thread at a time; another one waits.
+
+    >>> fir = FIR([0.5, 0.5], np.float32)
+    >>> fir.process(np.array([2, 4, 6], np.float32))
+    array([1., 3., 5.], dtype=float32)
+    >>> fir.process(np.array([8], np.float32))
+    array([7.], dtype=float32)
+    """
+
+    def __init__(self, taps: ArrayLike, dtype: DTypeLike = None, up: int = 1, down: int = 1, up_phase: int = 0, down_phase: int = 0, channels: int | None = None) -> None:
+        h = np.asarray(taps)
+        if dtype is None:
+            dtype = h.dtype if h.dtype.kind in "fc" else np.float64
+        super().__init__("tevs.FIR", np.dtype(dtype), channels, up, down)
+        if h.ndim != 1 or not h.size:
+            raise ValueError(f"tevs.FIR: taps: shape {h.shape}, needs a vector")
+        h = self._taps = _taps_for("tevs.FIR", h, self.dtype)
+        t, s = code(h.dtype, "tevs.FIR"), code(self.dtype, "tevs.FIR")
+        pair = f"{t}_{s}" if t != s else f"_{s}"
+        self._filter = named(f"tevsFIR{pair}" + ("_Sfs" if self._integer else ""), "tevs.FIR")
+        self._set_delay, self._get_delay = named(f"tevsFIRSetDlyLine{pair}", "tevs.FIR"), named(f"tevsFIRGetDlyLine{pair}", "tevs.FIR")
+        self._set_taps = named(f"tevsFIRSetTaps{pair}", "tevs.FIR")
+        multirate = (up, down, up_phase, down_phase) != (1, 1, 0, 0)
+        init = named(f"tevsFIR{'MR' if multirate else ''}InitAlloc{pair}", "tevs.FIR")
+        for _ in range(channels or 1):
+            self._records.append(init(h, h.size, up, up_phase, down, down_phase, None) if multirate else init(h, h.size, None))
+
+    def __enter__(self) -> FIR:
+        return self
+
+    @property
+    def taps(self) -> Array:
+        """The taps; as many others may be assigned, and the stream goes on."""
+        return self._taps.copy()
+
+    @taps.setter
+    def taps(self, taps: ArrayLike) -> None:
+        h = np.asarray(taps)
+        if h.shape != self._taps.shape:
+            raise ValueError(f"tevs.FIR.taps: shape {h.shape}, needs {self._taps.shape}")
+        self._taps = np.ascontiguousarray(h, self._taps.dtype)
+        for record in self._records:
+            self._set_taps(self._taps, record)
+
+    @property
+    def delay_line(self) -> Array:
+        """The samples before the next one, newest first; a row a channel."""
+        n = math.ceil(self._taps.size / self.up)
+        lines: Array = np.empty((len(self._records), n), self.dtype)
+        for record, line in zip(self._records, lines):
+            self._get_delay(record, line)
+        return lines.reshape(n) if self.channels is None else lines
+
+    @delay_line.setter
+    def delay_line(self, samples: ArrayLike) -> None:
+        n = math.ceil(self._taps.size / self.up)
+        lines = np.ascontiguousarray(samples, self.dtype).reshape(-1, n)
+        if lines.shape[0] != len(self._records):
+            raise ValueError(f"tevs.FIR.delay_line: {lines.size} samples, needs {len(self._records) * n}")
+        for record, line in zip(self._records, lines):
+            self._set_delay(record, line)
+
+
+@lru_cache(maxsize=None)
+def _iir_functions(t: str, s: str, sections: bool) -> tuple[Any, Any, Any, Any]:
+    """What filters, sets and gets the state, and builds the record, of taps and samples with these codes."""
+    where, pair, middle = "tevs.IIR", f"{t}_{s}" if t != s else f"_{s}", "_BiQuad" if sections else ""
+    return (named(f"tevsIIR{pair}" + ("_Sfs" if "f" not in s else ""), where), named(f"tevsIIRSetDlyLine{pair}", where), named(f"tevsIIRGetDlyLine{pair}", where),
+            named(f"tevsIIRInitAlloc{t}{middle}_{s}" if t != s else f"tevsIIRInitAlloc{middle}_{s}", where))
+
+
+class IIR(_Stream):
+    """A recursive filter of a stream, from numerator and denominator, or from second-order sections by sos=.
+
+    dtype and channels: as of FIR. The state is that of the transposed direct form II, as SciPy's zi.
+
+    >>> iir = IIR([1], [1, -0.5])
+    >>> iir.process(np.array([1.0, 0, 0]))
+    array([1.  , 0.5 , 0.25])
+    """
+
+    def __init__(self, b: ArrayLike | None = None, a: ArrayLike | None = None, dtype: DTypeLike = None, *, sos: ArrayLike | None = None, channels: int | None = None) -> None:
+        where = "tevs.IIR"
+        if (sos is None) == (b is None or a is None):
+            raise ValueError(f"{where}: needs b and a, or sos")
+        if sos is not None:
+            sections = np.asarray(sos)
+            if sections.ndim != 2 or sections.shape[1] != 6 or not len(sections):
+                raise ValueError(f"{where}: sos: shape {sections.shape}, needs (n, 6)")
+            taps, self._size = sections.ravel(), len(sections)
+        else:
+            numerator, denominator = np.atleast_1d(b), np.atleast_1d(a)   # type: ignore[arg-type]
+            if numerator.ndim != 1 or denominator.ndim != 1 or not numerator.size or not denominator.size:
+                raise ValueError(f"{where}: b and a: need vectors")
+            self._size = max(numerator.size, denominator.size, 2) - 1
+            taps = np.zeros(2 * (self._size + 1), np.result_type(numerator, denominator, np.float32))
+            taps[:numerator.size], taps[self._size + 1:self._size + 1 + denominator.size] = numerator, denominator
+        if dtype is None:
+            dtype = taps.dtype if taps.dtype.kind in "fc" else np.float64
+        super().__init__(where, np.dtype(dtype), channels, 1, 1)
+        taps = _taps_for(where, taps, self.dtype)
+        self._filter, self._set_delay, self._get_delay, init = _iir_functions(code(taps.dtype, where), code(self.dtype, where), sos is not None)
+        self._state_shape = (self._size, 2) if sos is not None else (self._size,)
+        self._state_dtype = taps.dtype
+        for _ in range(channels or 1):
+            self._records.append(init(taps, self._size, None))
+
+    def __enter__(self) -> IIR:
+        return self
+
+    @property
+    def state(self) -> Array:
+        """What the filter remembers: (order,), or (sections, 2); channels in front."""
+        states = np.empty((len(self._records), *self._state_shape), self._state_dtype)
+        for record, state in zip(self._records, states):
+            self._get_delay(record, state)
+        return states.reshape(self._state_shape) if self.channels is None else states
+
+    @state.setter
+    def state(self, value: ArrayLike) -> None:
+        states = np.ascontiguousarray(value, self._state_dtype)
+        shape = self._state_shape if self.channels is None else (len(self._records), *self._state_shape)
+        if states.shape != shape:
+            raise ValueError(f"tevs.IIR.state: shape {states.shape}, needs {shape}")
+        for record, state in zip(self._records, states.reshape(len(self._records), *self._state_shape)):
+            self._set_delay(record, state)
+
+
+class LMS:
+    """An adaptive FIR filter that follows a reference by least mean squares; float32 or int16 samples.
+
+    >>> x = np.sign(np.sin(np.arange(2000) ** 2)).astype(np.float32)
+    >>> lms = LMS(2, 0.02)
+    >>> y = lms.process(x, 0.5 * x)
+    >>> lms.taps.round(3)
+    array([0.5, 0. ], dtype=float32)
+    """
+
+    def __init__(self, taps: int | ArrayLike, mu: float, dtype: DTypeLike = np.float32) -> None:
+        where = "tevs.LMS"
+        self.dtype, self.mu = np.dtype(dtype), mu
+        start = None if isinstance(taps, int) else np.ascontiguousarray(taps, np.float32)
+        self._length = taps if isinstance(taps, int) else start.size   # type: ignore[union-attr]
+        letters = code(dtype, where)
+        self._pair = "_32f" if letters == "32f" else f"32f_{letters}"
+        self._filter = named(f"tevsFIRLMS{self._pair}", where)
+        self._record = named(f"tevsFIRLMSInitAlloc{self._pair}", where)(start, self._length, None, 0)
+
+    def process(self, x: ArrayLike, reference: ArrayLike, out: Array | None = None) -> Array:
+        """The next block, and the taps moved on after every sample."""
+        where = "tevs.LMS.process"
+        a, r = array(x), array(reference)
+        for name, v in (("x", a), ("reference", r)):
+            if v.dtype != self.dtype:
+                raise TypeError(f"{where}: {name}: {type_name(v.dtype)}, needs {type_name(self.dtype)}")
+        if a.ndim != 1 or a.shape != r.shape:
+            raise ValueError(f"{where}: reference: shape {r.shape}, needs that of x, {a.shape}")
+        result = np.empty(a.shape, self.dtype) if out is None else checked_out(where, out, a.shape, self.dtype)
+        if a.size:
+            call(where, self._filter, result, a, r, result, a.size, self.mu, self._record)
+        return result
+
+    @property
+    def taps(self) -> Array:
+        """The taps as they are now."""
+        taps = np.empty(self._length, np.float32)
+        getattr(raw, f"tevsFIRLMSGetTaps{self._pair}")(self._record, taps)
+        return taps
+
+    def close(self) -> None:
+        """Gives the memory back."""
+        self._record.close()
+
+    def __enter__(self) -> LMS:
+        return self
+
+    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
+        self.close()
+
+
+def _common(*arrays: ArrayLike) -> np.dtype[Any]:
+    """The type in which SciPy would filter."""
+    return np.result_type(*(floating(a).dtype for a in arrays))
+
+
+def lfilter(b: ArrayLike, a: ArrayLike, x: ArrayLike, axis: int = -1, zi: ArrayLike | None = None) -> Any:
+    """x filtered along an axis by numerator b and denominator a, as scipy.signal.lfilter; with zi also the final state.
+
+    >>> lfilter([1], [1, -0.5], [1.0, 0, 0])
+    array([1.  , 0.5 , 0.25])
+    """
+    where = "tevs.lfilter"
+    dtype = _common(b, a, x) if zi is None else _common(b, a, x, zi)
+    numerator, denominator = np.atleast_1d(b).astype(dtype), np.atleast_1d(a).astype(dtype)
+    if numerator.ndim != 1 or denominator.ndim != 1:
+        raise ValueError(f"{where}: b and a: need vectors")
+    signal = floating(x).astype(dtype, copy=False)
+    axis = axis_of(where, signal, axis)
+    if not denominator.size or denominator[0] == 0:
+        raise ValueError(f"{where}: a: the first is 0")
+    order = max(numerator.size, denominator.size) - 1
+    if zi is None and not np.any(denominator[1:]):   # no recursion: long filters go by FFT
+        rows = along(signal, axis)
+        out = np.empty_like(rows)
+        with FIR(numerator / denominator[0], dtype) as fir:
+            for row, result in zip(rows, out):
+                fir.process(row, result)
+                fir.reset()
+        return back(out, signal.shape, axis)
+    if order == 0:
+        return np.asarray(multiply(signal, (numerator[0] / denominator[0]).item())), np.asarray(zi)
+    state = None
+    if zi is not None:
+        state = np.asarray(zi, dtype)
+        shape = (*signal.shape[:axis], order, *signal.shape[axis + 1:])
+        if state.shape != shape:
+            raise ValueError(f"{where}: zi: shape {state.shape}, needs {shape}")
+    with IIR(numerator, denominator, dtype) as iir:
+        filtered, final = _recursive(iir, signal, axis, None if state is None else along(state, axis))
+        return filtered if state is None or final is None else (filtered, back(final, state.shape, axis))
+
+
+def _recursive(iir: IIR, signal: Array, axis: int, states: Array | None) -> tuple[Array, Array | None]:
+    """The vectors along an axis filtered from the rows of `states`, and those at the end."""
+    rows = along(signal, axis)
+    out = np.empty_like(rows)
+    final = None if states is None else np.empty_like(states)
+    for k, row in enumerate(rows):
+        if states is None:
+            if k:
+                iir.reset()
+        else:
+            iir.state = states[k].reshape(iir._state_shape)
+        iir.process(row, out[k])
+        if final is not None:
+            final[k] = iir.state.reshape(final[k].shape)
+    return back(out, signal.shape, axis), final
+
+
+def sosfilt(sos: ArrayLike, x: ArrayLike, axis: int = -1, zi: ArrayLike | None = None) -> Any:
+    """x filtered along an axis by second-order sections, as scipy.signal.sosfilt; with zi, (sections, .., 2, ..), also the final state.
+
+    >>> sosfilt([[1, 0, 0, 1, -0.5, 0]], [1.0, 0, 0])
+    array([1.  , 0.5 , 0.25])
+    """
+    where = "tevs.sosfilt"
+    dtype = _common(sos, x) if zi is None else _common(sos, x, zi)
+    sections = np.asarray(sos, dtype)
+    if sections.ndim != 2 or sections.shape[1] != 6 or not len(sections):
+        raise ValueError(f"{where}: sos: shape {sections.shape}, needs (n, 6)")
+    if not np.all(sections[:, 3] == 1):
+        raise ValueError(f"{where}: sos: a0 has to be 1 in every section")
+    signal = floating(x).astype(dtype, copy=False)
+    axis = axis_of(where, signal, axis)
+    state = None
+    if zi is not None:
+        state = np.asarray(zi, dtype)
+        shape = (len(sections), *signal.shape[:axis], 2, *signal.shape[axis + 1:])
+        if state.shape != shape:
+            raise ValueError(f"{where}: zi: shape {state.shape}, needs {shape}")
+    if np.any(sections[:, 0] == 0):   # a section without b0 the library has only as a filter of its own
+        final = None if state is None else np.empty_like(state)
+        for k, section in enumerate(sections):
+            done = lfilter(section[:3], section[3:], signal, axis, None if state is None else state[k])
+            if final is None:
+                signal = done
+            else:
+                signal, final[k] = done
+        return signal if final is None else (signal, final)
+    with IIR(dtype=dtype, sos=sections) as iir:
+        if state is None:
+            return _recursive(iir, signal, axis, None)[0]
+        moved = np.moveaxis(state, axis + 1, -1)                     # sections, vectors .., 2
+        states = np.moveaxis(moved, 0, -2).reshape(-1, len(sections) * 2)
+        filtered, final = _recursive(iir, signal, axis, states)
+        assert final is not None
+        shaped = final.reshape(*moved.shape[1:-1], len(sections), 2)
+        return filtered, np.moveaxis(np.moveaxis(shaped, -2, 0), -1, axis + 1)
+
+
+def upfirdn(h: ArrayLike, x: ArrayLike, up: int = 1, down: int = 1, axis: int = -1) -> Array:
+    """x with up - 1 zeros behind every sample, filtered by h, and every down-th value of that, as scipy.signal.upfirdn.
+
+    >>> upfirdn([1, 1, 1], [1.0, 2, 3], up=3)
+    array([1., 1., 1., 2., 2., 2., 3., 3., 3.])
+    """
+    where = "tevs.upfirdn"
+    if up < 1 or down < 1:
+        raise ValueError(f"{where}: up, down: {up}, {down}, need at least 1")
+    dtype = _common(h, x)
+    taps, signal = np.asarray(h, dtype), floating(x).astype(dtype, copy=False)
+    axis = axis_of(where, signal, axis)
+    if taps.ndim != 1 or not taps.size or not signal.shape[axis]:
+        raise ValueError(f"{where}: h and x: need at least one element")
+    rows = along(signal, axis)
+    count = ((rows.shape[1] - 1) * up + taps.size - 1) // down + 1
+    iterations = -(-count // up)
+    source = np.zeros(iterations * down, dtype)
+    out = np.empty((rows.shape[0], iterations * up), dtype)
+    n = min(rows.shape[1], source.size)
+    with FIR(taps, dtype, up, down) as fir:
+        for row, result in zip(rows, out):
+            source[:n] = row[:n]
+            fir.process(source, result)
+            fir.reset()
+    return back(np.ascontiguousarray(out[:, :count]), signal.shape, axis)
+
+
+__all__ = ["FIR", "IIR", "LMS", "lfilter", "sosfilt", "upfirdn"]
