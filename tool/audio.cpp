@@ -50,11 +50,11 @@ int parseContainer(const std::string& path) {
         const char* extension;
         int format;
     } kContainers[] = {
-        {"wav", SF_FORMAT_WAV},   {"flac", SF_FORMAT_FLAC}, {"ogg", SF_FORMAT_OGG},  {"oga", SF_FORMAT_OGG},  {"opus", SF_FORMAT_OGG},  {"mp3", SF_FORMAT_MPEG},
-        {"aiff", SF_FORMAT_AIFF}, {"aif", SF_FORMAT_AIFF},  {"au", SF_FORMAT_AU},    {"snd", SF_FORMAT_AU},   {"caf", SF_FORMAT_CAF},   {"w64", SF_FORMAT_W64},
-        {"rf64", SF_FORMAT_RF64}, {"voc", SF_FORMAT_VOC},   {"mat", SF_FORMAT_MAT5}, {"sf", SF_FORMAT_IRCAM}, {"nist", SF_FORMAT_NIST}, {"sph", SF_FORMAT_NIST},
-        {"paf", SF_FORMAT_PAF},   {"pvf", SF_FORMAT_PVF},   {"svx", SF_FORMAT_SVX},  {"avr", SF_FORMAT_AVR},  {"htk", SF_FORMAT_HTK},   {"sd2", SF_FORMAT_SD2},
-        {"wve", SF_FORMAT_WVE},   {"mpc", SF_FORMAT_MPC2K}, {"xi", SF_FORMAT_XI},
+        {"wav", SF_FORMAT_WAV},  {"flac", SF_FORMAT_FLAC}, {"ogg", SF_FORMAT_OGG},   {"oga", SF_FORMAT_OGG},   {"opus", SF_FORMAT_OGG},
+        {"mp3", SF_FORMAT_MPEG}, {"aiff", SF_FORMAT_AIFF}, {"aif", SF_FORMAT_AIFF},  {"au", SF_FORMAT_AU},     {"snd", SF_FORMAT_AU},
+        {"caf", SF_FORMAT_CAF},  {"w64", SF_FORMAT_W64},   {"rf64", SF_FORMAT_RF64}, {"voc", SF_FORMAT_VOC},   {"mat", SF_FORMAT_MAT5},
+        {"sf", SF_FORMAT_IRCAM}, {"nist", SF_FORMAT_NIST}, {"sph", SF_FORMAT_NIST},  {"paf", SF_FORMAT_PAF},   {"pvf", SF_FORMAT_PVF},
+        {"svx", SF_FORMAT_SVX},  {"avr", SF_FORMAT_AVR},   {"htk", SF_FORMAT_HTK},   {"mpc", SF_FORMAT_MPC2K}, {"xi", SF_FORMAT_XI},
     };
     std::string extension = path.substr(std::min(path.size(), path.rfind('.') + 1));
     if (path.rfind('.') == std::string::npos || extension.find('/') != std::string::npos) extension.clear();
@@ -69,6 +69,9 @@ int defaultSubtype(SF_INFO info, int container, const std::string& path, const I
     std::vector<int> candidates;
     if (path.ends_with(".opus")) candidates.push_back(SF_FORMAT_OPUS);
     const Type* type = like ? typeOf(like->format()) : nullptr;
+    // Coded samples stay coded in their own container alone: for WAV, libsndfile says that it takes MP3, and then does not.
+    constexpr int kPlain[] = {SF_FORMAT_PCM_S8, SF_FORMAT_PCM_U8, SF_FORMAT_PCM_16, SF_FORMAT_PCM_24, SF_FORMAT_PCM_32, SF_FORMAT_FLOAT, SF_FORMAT_DOUBLE};
+    if (type && !std::ranges::count(kPlain, type->subtype) && (like->format() & SF_FORMAT_TYPEMASK) != container) type = nullptr;
     if (type) candidates.push_back(type->subtype);
     if (type && type->bits == 0) candidates.insert(candidates.end(), {SF_FORMAT_FLOAT, SF_FORMAT_PCM_24});
     candidates.insert(candidates.end(), {SF_FORMAT_PCM_16, SF_FORMAT_VORBIS, SF_FORMAT_MPEG_LAYER_III, SF_FORMAT_PCM_S8, SF_FORMAT_FLOAT, SF_FORMAT_DPCM_16});

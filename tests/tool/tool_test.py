@@ -140,6 +140,9 @@ class Formats(Case):
         for name, kind in (("b.flac", "s24"), ("b.ogg", "vorbis"), ("b.opus", "opus"), ("b.mp3", "mp3"), ("b.aiff", "s24")):
             self.tevs("convert", "a.wav", name)
             self.assertRegex(self.tevs("info", name).decode(), rf"samples +{kind}\n")
+            self.tevs("convert", name, "c.wav")   # what is coded is not in another container
+            self.assertRegex(self.tevs("info", "c.wav").decode(), rf"samples +{kind if kind == 's24' else 's16'}\n")
+            self.assertRegex(self.tevs("info", "c.wav").decode(), r"frames +48000\n")
 
     def test_lengths_that_a_pipe_does_not_tell(self):
         data = random.Random(4).randbytes(2 * 100001)
