@@ -257,7 +257,7 @@ template <class T, class V> TEVS_INLINE int splitTo(T* l, T* r, V v, uint32_t ab
 // Brings the elements of which `above` does not hold in front of the others, and returns how many they are. Some vectors at both ends are held back; that leaves
 // room into which every further one is split, read from the side that has less of it: both then have room for the whole of it.
 template <class T, class F> __attribute__((noinline)) ptrdiff_t partition(T* p, ptrdiff_t n, F above) {
-    constexpr int N = kSplit<T>, K = N >= 8 ? 4 : 8, kStep = K * N;
+    constexpr int N = kSplit<T>, K = N > 8 ? 4 : 8, kStep = K * N;
     using V = Vec<T, N>;
     T held[3 * kStep], high[3 * kStep + N];
 
@@ -841,6 +841,14 @@ __attribute__((noinline, cold)) Found firstNumber(const float* x, const float* b
     return {__builtin_nanf(""), 0};
 }
 
+template <class V> TEVS_INLINE float total(V v) {
+    constexpr int n = kCount<V>;
+    if constexpr (n > 2)
+        return total(low(v) + high(v));
+    else
+        return v[0] + v[1];
+}
+
 struct Search {
     const float *src, *book;
     int bookLen, dim;
@@ -928,11 +936,7 @@ struct Search {
                 const int k = dim - kFloats;
                 const Floats d = (Floats)((Ints)(load<float, kFloats>(x + k) - load<float, kFloats>(y + ptrdiff_t{q} * dim + k)) & fresh);
                 s[q] = fma(d, d, s[q]);
-                float lane[kFloats];
-                store(lane, s[q]);
-                for (int n = kFloats / 2; n > 0; n /= 2)
-                    for (int l = 0; l < n; ++l) lane[l] += lane[l + n];
-                out[q] = lane[0];
+                out[q] = total(s[q]);
             }
         };
         for (int i = 0; i < len; ++i) {
@@ -956,7 +960,7 @@ struct Search {
 
 void nearestVec(const float* src, int* indx, float* dist, int len, const float* book, int bookLen, int dim) {
     const Search search = {src, book, bookLen, dim, indx, dist};
-    if (dim > kAreaDim)
+    if (dim > kAreaDim || (len < 4 && dim >= 2 * kFloats))
         search.along(len);
     else if (len < kFloats)
         search.byRows(len);
