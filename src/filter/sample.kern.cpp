@@ -27,11 +27,11 @@ template <class T> void spread(const T* s, T* d, ptrdiff_t n, int factor, int ph
 // Each 16 bytes of input make `factor` times as many: that is one permutation of bytes after the other, in which a negative index is a zero.
 constexpr int kMostPatterns = 16;
 struct Patterns {
-    alignas(32) unsigned char bytes[2 * kMostPatterns][16];   // twice over
+    alignas(32) unsigned char bytes[2 * kMostPatterns * 16];   // twice over
     template <int Size> TEVS_INLINE void make(int factor, int phase) {
         memset(bytes, 0x80, size_t(factor) * 16);
-        for (int b = 0; b < 16; ++b) bytes[0][(b / Size * factor + phase) * Size + b % Size] = (unsigned char)b;
-        memcpy(bytes[factor], bytes[0], size_t(factor) * 16);
+        for (int b = 0; b < 16; ++b) bytes[(b / Size * factor + phase) * Size + b % Size] = (unsigned char)b;
+        memcpy(bytes + factor * 16, bytes, size_t(factor) * 16);
     }
 };
 
@@ -117,7 +117,7 @@ template <int Size> void down(const void* src, void* dst, ptrdiff_t n, int facto
     ptrdiff_t k = 0;
 #if TEVS_LEVEL >= 1
     // Where several elements of a vector are wanted, `factor` vectors make one; for a few it takes longer to say which.
-    if (Size * factor < 16 && factor <= 4 && n >= 96) {
+    if (factor <= 4 && Size * factor < 16 && n >= 96) {
         constexpr int kEach = 16 / Size;
         __m128i pattern[4] = {};
         unsigned char bytes[4][16];

@@ -588,8 +588,8 @@ private:
         }
         for (int i = 0; i < n_; ++i) indx_[ends[bucket(i)]++] = i;
         for (int b = 0, begin = 0; b < 1 << bits; begin = ends[b++]) {
-            const K first = K(uint64_t(lo) + (uint64_t(b) << shift));
-            sortIndices(indx_ + begin, ends[b] - begin, first, K(uint64_t(first) + ((uint64_t{1} << shift) - 1)), patience(n_));
+            const uint64_t from = uint64_t(b) << shift, to = from + ((uint64_t{1} << shift) - 1);
+            sortIndices(indx_ + begin, ends[b] - begin, K(uint64_t(lo) + from), K(uint64_t(lo) + (to < width ? to : width)), patience(n_));
         }
     }
 
@@ -681,14 +681,16 @@ template <class V> TEVS_INLINE V rest(V a, V b, V difference) {
 
 // The lanes in which b is nearer to x than a is, for a <= x <= b. Where x is infinite and equal to b its distance is NaN, and b is the nearer.
 template <class V> TEVS_INLINE auto isNearer(V a, V x, V b) {
-    const V below = x - a, above = b - x;
     if constexpr (Element<V>(0.5) != 0) {
+        const V below = x - a, above = b - x;
         auto no = isLess(below, above);
         const auto equal = isAtMost(below, above) & isAtMost(above, below);
         if (any(equal)) [[unlikely]]
             no |= equal & ~isLess(rest(b, x, above), rest(x, a, below));
         return ~no;
     } else {
+        using Unsigned = Vec<uint32_t, kCount<V>>;
+        const auto below = (V)((Unsigned)x - (Unsigned)a), above = (V)((Unsigned)b - (Unsigned)x);
         return greater(below ^ INT32_MIN, above ^ INT32_MIN);   // they may be as great as 2^32 - 1
     }
 }

@@ -17,8 +17,8 @@ template <class T> std::vector<T> around(T level, size_t n = kMany) {
     for (T& x : v) {
         const uint64_t r = generator()();
         if (r % 4) continue;
-        x = (r & 16) ? T(-level) : level;
-        if (r & 32) x = std::is_integral_v<T> ? T(x + 1) : T(std::nextafter(x, T(INFINITY)));
+        x = !(r & 16) ? level : std::is_integral_v<T> ? T(-int64_t(level)) : T(-level);
+        if (r & 32) x = std::is_integral_v<T> ? T(int64_t(x) + 1) : T(std::nextafter(x, T(INFINITY)));
     }
     return v;
 }

@@ -73,7 +73,7 @@ template <class T> std::vector<T> source(size_t n) {
             if (r % 4 < 2)
                 x = T(uint64_t(x >> a) << (r >> 10) % bits);
             else if (r % 4 == 2)
-                x = T((r >> 30 & 1 ? uint64_t{1} : ~uint64_t{0}) << a) + T(int(r >> 32 & 3) - 2);
+                x = T(((r >> 30 & 1 ? uint64_t{1} : ~uint64_t{0}) << a) + (r >> 32 & 3) - 2);
         }
         return v;
     } else {
