@@ -1,6 +1,5 @@
+// Multirate LMS filters of every type of samples, with the types erased.
 #include <climits>
-#include <cmath>
-#include <complex>
 
 #include "support/control_words.h"
 #include "support/erased.h"
@@ -10,396 +9,273 @@ using namespace test;
 
 namespace {
 
-template <class T> struct Api;   // by the type of the samples
-#define API(DATA, TAP, ERR, CODE)                                              \
-    template <> struct Api<DATA> {                                             \
-        using Tap = TAP;                                                       \
-        using Err = ERR;                                                       \
-        using State = FIRLMSMRState##CODE;                                     \
-        static constexpr auto stateSize = tevsFIRLMSMRGetStateSize##CODE;      \
-        static constexpr auto init = erased<tevsFIRLMSMRInit##CODE>;           \
-        static constexpr auto initAlloc = erased<tevsFIRLMSMRInitAlloc##CODE>; \
-        static constexpr auto free = tevsFIRLMSMRFree##CODE;                   \
-        static constexpr auto setTaps = tevsFIRLMSMRSetTaps##CODE;             \
-        static constexpr auto getTaps = tevsFIRLMSMRGetTaps##CODE;             \
-        static constexpr auto setDlyLine = tevsFIRLMSMRSetDlyLine##CODE;       \
-        static constexpr auto getDlyLine = tevsFIRLMSMRGetDlyLine##CODE;       \
-        static constexpr auto filter = tevsFIRLMSMRFilter##CODE;               \
-        static constexpr auto adapt = tevsFIRLMSMRAdapt##CODE;                 \
-        static constexpr auto block = tevsFIRLMSMR##CODE;                      \
-    }
-API(int16_t, int32_t, int32_t, 32s_16s);
-API(Complex16s, Complex32s, Complex32s, 32sc_16sc);
-API(float, float, float, _32f);
-API(Complex32f, Complex32f, Complex32f, _32fc);
-
-template <class T> constexpr bool kComplexType = Complex<T>;
-template <class T> constexpr bool kWhole = typeOf<T>().number == Number::i16;
-
 using Z = std::complex<double>;
-template <class T> Z number(T x) {
-    if constexpr (Complex<T>)
-        return {double(x.re), double(x.im)};
-    else
-        return {double(x), 0};
-}
-template <class T> T element(Z z) {
-    if constexpr (Complex<T>)
-        return {decltype(T::re)(z.real()), decltype(T::im)(z.imag())};
-    else
-        return T(z.real());
-}
-template <class T> std::vector<T> noise(size_t n, double most) {
-    std::vector<T> v(n);
-    for (T& x : v) x = element<T>({randomValue<double>() * most, randomValue<double>() * most});
+
+constexpr int kFactor = -28;
+struct Shape {
+    int taps, up, upPhase, down, downPhase, factor = kFactor;
+    auto arguments() const { return std::tuple{up, upPhase, down, downPhase}; }
+    int kept() const { return (taps + up - 1) / up + down; }
+};
+
+Vector noise(Type type, int n, Real most) {
+    Vector v(type, size_t(n));
+    for (size_t i = 0; i < v.parts(); ++i) v.setPart(i, most * Real(randomValue<double>()));
     return v;
 }
+struct Api {
+    const char* name;
+    Type sample, tap;   // errors are of the type of the taps
+    Status (*stateSize)(int taps, int up, int down, Ptr);
+    Status (*init)(Ptr state, Ptr h, int taps, Factor, Shape, Ptr past, Ptr buffer);
+    Status (*initAlloc)(Ptr state, Ptr h, int taps, Factor, Shape, Ptr past);
+    Status (*free)(Ptr);
+    Status (*setTaps)(Ptr h, Ptr state);
+    Status (*getTaps)(Ptr state, Ptr h);
+    Status (*setDlyLine)(Ptr state, Ptr past);
+    Status (*getDlyLine)(Ptr state, Ptr past, int len, int from);
+    Status (*filter)(Ptr src, Ptr dst, Ptr state);
+    Status (*adapt)(Ptr errors, float mu, float norm, Ptr state);
+    Status (*block)(Ptr src, Ptr ref, Ptr dst, int, float mu, float norm, Ptr state);
 
-struct Shape {
-    int taps, up, upPhase, down, downPhase, factor = -28;
-    int each() const { return (taps + up - 1) / up; }
-    int kept() const { return each() + down; }
+    bool whole() const { return tap.whole(); }
+    double tolerance() const { return whole() ? 0 : 2e-5; }
+    Vector taps(int n) const { return noise(tap, n, whole() ? 0x1p26L : 0.25L); }
+    Vector samples(int n) const { return noise(sample, n, whole() ? 20000 : 0.7L); }
 };
-void PrintTo(const Shape& s, std::ostream* o) { *o << s.taps << " taps, " << s.up << " from " << s.upPhase << ", " << s.down << " from " << s.downPhase; }
+// clang-format off
+#define API(SAMPLE, TAP, CODE)                                                                                                                            \
+    {#CODE, typeOf<SAMPLE>(), typeOf<TAP>(), erased<tevsFIRLMSMRGetStateSize##CODE>, erased<tevsFIRLMSMRInit##CODE>, erased<tevsFIRLMSMRInitAlloc##CODE>, \
+     erased<tevsFIRLMSMRFree##CODE>, erased<tevsFIRLMSMRSetTaps##CODE>, erased<tevsFIRLMSMRGetTaps##CODE>, erased<tevsFIRLMSMRSetDlyLine##CODE>,          \
+     erased<tevsFIRLMSMRGetDlyLine##CODE>, erased<tevsFIRLMSMRFilter##CODE>, erased<tevsFIRLMSMRAdapt##CODE>, erased<tevsFIRLMSMR##CODE>}
+// clang-format on
+const Api kApis[] = {API(int16_t, int32_t, 32s_16s), API(Complex16s, Complex32s, 32sc_16sc), API(float, float, _32f), API(Complex32f, Complex32f, _32fc)};
+void PrintTo(const Api& api, std::ostream* out) { *out << api.name; }
 
-// The rule as it reads, tick by tick. Integers: the 64-bit sum and every operation of a step by themselves.
-template <class T> struct Oracle {
+std::vector<Z> numbers(const Vector& v) {
+    std::vector<Z> all;
+    for (size_t i = 0; i < v.parts(); i += size_t(v.type.parts)) all.push_back({double(v.part(i)), v.type.parts == 2 ? double(v.part(i + 1)) : 0});
+    return all;
+}
+::testing::AssertionResult agree(const std::vector<Z>& want, const Vector& v, double tolerance) {
+    const auto got = numbers(v);
+    for (size_t i = 0; i < got.size(); ++i)
+        if (!(std::abs(got[i] - want.at(i)) <= tolerance))
+            return ::testing::AssertionFailure() << "at " << i << " of " << got.size() << ": want " << want[i] << ", got " << got[i];
+    return ::testing::AssertionSuccess();
+}
+
+// The rule as it reads. Integers: the 64-bit sum and every operation of a step by themselves.
+struct Oracle {
+    const Api& api;
     Shape s;
-    std::vector<Z> h, line;                        // line: newest first
-    std::vector<std::pair<int, size_t>> outputs;   // of the last iteration: phase, and the samples that came after
-    Oracle(const Shape& shape, const std::vector<typename Api<T>::Tap>& taps, const std::vector<T>& past) : s(shape) {
-        for (const auto& t : taps) h.push_back(number(t));
-        for (const T& x : past) line.push_back(number(x));
-        walk([] { return Z(0); }, nullptr);   // as Adapt before any Filter takes it
-        line.erase(line.begin(), line.begin() + s.down);
+    std::vector<Z> h, x;   // all samples so far, oldest first
+    Oracle(const Api& a, const Shape& shape, const Vector& taps, const Vector& past) : api(a), s(shape), h(numbers(taps)), x(numbers(past)) {
+        std::reverse(x.begin(), x.end());
     }
-    template <class Next> void walk(Next next, std::vector<Z>* y) {
-        outputs.clear();
-        int u = (s.up - s.upPhase) % s.up, d = (s.down - s.downPhase) % s.down, entered = 0;
-        std::vector<std::pair<int, int>> at;
-        for (int tick = 0; tick < s.up * s.down; ++tick) {
-            if (u == 0) line.insert(line.begin(), next()), ++entered;
-            if (d == 0) {
-                at.push_back({u, entered});
-                if (y) y->push_back(output(u, 0));
-            }
-            u = (u + 1) % s.up, d = (d + 1) % s.down;
-        }
-        for (const auto& [phase, so_far] : at) outputs.push_back({phase, size_t(entered - so_far)});
-        line.resize(size_t(s.kept() + s.down));
+    // The taps and samples of an output of the last iteration.
+    template <class F> void each(int output, F f) {
+        const int since = output * s.down + s.downPhase - s.upPhase + s.up;   // ticks from the input before the iteration's first possible one
+        const Z* from = x.data() + x.size() - s.down + since / s.up;
+        for (size_t k = size_t(since % s.up); k < h.size(); k += size_t(s.up)) f(h[k], *--from);
     }
-    Z output(int u, size_t after) const {
-        int64_t re = 0, im = 0;
-        Z sum = 0;
-        for (size_t k = size_t(u), j = after; k < h.size(); k += size_t(s.up), ++j) {
-            const auto whole = [](double v) { return static_cast<int64_t>(v); };
-            if (kWhole<T>) {
-                re += whole(h[k].real()) * whole(line[j].real()) - whole(h[k].imag()) * whole(line[j].imag());
-                im += whole(h[k].real()) * whole(line[j].imag()) + whole(h[k].imag()) * whole(line[j].real());
-            } else {
-                sum += h[k] * line[j];
-            }
+    std::vector<Z> filter(const std::vector<Z>& samples) {
+        x.insert(x.end(), samples.begin(), samples.end());
+        std::vector<Z> y;
+        for (int m = 0; m < s.up; ++m) {
+            int64_t re = 0, im = 0;
+            Z sum = 0;
+            each(m, [&](Z tap, Z sample) {
+                const int64_t hr(tap.real()), hi(tap.imag()), xr(sample.real()), xi(sample.imag());
+                re += hr * xr - hi * xi;
+                im += hr * xi + hi * xr;
+                sum += tap * sample;
+            });
+            const auto stored = [&](int64_t v) {
+                return double(std::clamp<Real>(std::nearbyint(std::ldexp(Real(v), std::clamp(s.factor, -4000, 4000))), -32768, 32767));
+            };
+            y.push_back(api.whole() ? Z(stored(re), stored(im)) : sum);
         }
-        if (!kWhole<T>) return sum;
-        const auto stored = [&](int64_t v) {
-            return double(std::clamp<long double>(std::nearbyint(std::ldexp(static_cast<long double>(v), s.factor)), -32768, 32767));
-        };
-        return {stored(re), stored(im)};
+        return y;
     }
     void adapt(const std::vector<Z>& e, float mu, float norm) {
-        if (mu == 0) return;
-        for (size_t m = 0; m < outputs.size(); ++m) {
-            const auto [u, after] = outputs[m];
+        for (int m = 0; m < (mu == 0 ? 0 : s.up); ++m) {
             double power = 0;
-            for (size_t k = size_t(u), j = after; k < h.size(); k += size_t(s.up), ++j) power += std::norm(line[j]);
-            const double c = kWhole<T> ? std::ldexp(2 * double(mu), -s.factor) : 2 * double(mu), by = double(norm) + power;
-            double gr = c * e[m].real(), gi = c * e[m].imag();
-            if (norm > 0) gr /= by, gi /= by;
-            for (size_t k = size_t(u), j = after; k < h.size(); k += size_t(s.up), ++j) {
-                const double xr = line[j].real(), xi = line[j].imag();
-                double re = gr * xr, im = 0;
-                if (kComplexType<T>) re = gr * xr + gi * xi, im = gi * xr - gr * xi;
-                if (kWhole<T>) {
-                    const auto moved = [](double tap, double by_) {
-                        const long double step = std::isnan(by_) ? 0 : std::nearbyint(static_cast<long double>(by_));
-                        return double(std::clamp<long double>(tap + step, INT_MIN, INT_MAX));
-                    };
-                    h[k] = {moved(h[k].real(), re), moved(h[k].imag(), im)};
-                } else {
-                    h[k] += Z(re, im);
-                }
-            }
+            each(m, [&](Z, Z sample) { power += std::norm(sample); });
+            const double c = std::ldexp(2 * double(mu), api.whole() ? -std::clamp(s.factor, -4000, 4000) : 0), by = norm > 0 ? double(norm) + power : 1;
+            const double gr = c * e[size_t(m)].real() / by, gi = c * e[size_t(m)].imag() / by;
+            const auto moved = [&](double tap, double step) {
+                if (!api.whole()) return tap + step;
+                return double(std::clamp<Real>(tap + (std::isnan(step) ? 0 : std::nearbyint(Real(step))), INT_MIN, INT_MAX));
+            };
+            each(m, [&](Z& tap, Z x) {
+                if (api.tap.parts == 2)
+                    tap = {moved(tap.real(), gr * x.real() + gi * x.imag()), moved(tap.imag(), gi * x.real() - gr * x.imag())};
+                else
+                    tap = moved(tap.real(), gr * x.real());
+            });
         }
     }
 };
 
-// A record, in a buffer of the reported size at any address or in memory of its own.
-template <class T> struct Record {
-    using A = Api<T>;
-    typename A::State* state = nullptr;
-    std::unique_ptr<Guarded<uint8_t>> buffer;
-    Shape s;
-    Record(const Shape& shape, const std::vector<typename A::Tap>* taps, const std::vector<T>* past, int offset = -1) : s(shape) {
-        const Ptr h = taps ? Ptr(taps->data()) : Ptr(nullptr), line = past ? Ptr(past->data()) : Ptr(nullptr);
-        if (offset >= 0) {
-            int size = 0;
-            EXPECT_EQ(A::stateSize(s.taps, s.up, s.down, &size), StatusOk);
-            buffer = std::make_unique<Guarded<uint8_t>>(size_t(size), Place{offset, offset % 2 == 0});
-            EXPECT_EQ(A::init(Ptr(&state), h, s.taps, Factor{s.factor}, s.up, s.upPhase, s.down, s.downPhase, line, Ptr(buffer->data())), StatusOk);
-        } else {
-            EXPECT_EQ(A::initAlloc(Ptr(&state), h, s.taps, Factor{s.factor}, s.up, s.upPhase, s.down, s.downPhase, line), StatusOk);
-        }
+// What call(address) writes there.
+template <class Call> Vector written(Type type, size_t n, Call call) {
+    Guarded<uint8_t> to(n * type.size());
+    EXPECT_EQ(call(Ptr(to.data())), StatusOk);
+    EXPECT_TRUE(to.intact());
+    return {type, to.values()};
+}
+
+// A record, in a buffer of the reported size at any address, which stays one when it is freed, or in memory of its own.
+struct Filter {
+    const Api& api;
+    const Shape s;
+    const bool owned;
+    Guarded<uint8_t> memory;
+    void* state = nullptr;
+    Filter(const Api& a, const Shape& shape, Ptr h, Ptr past, int offset = -1)
+        : api(a), s(shape), owned(offset < 0), memory(size(), {std::max(offset, 0), offset % 2 == 0}) {
+        const Factor factor{s.factor};
+        EXPECT_EQ(owned ? api.initAlloc(&state, h, s.taps, factor, s, past) : api.init(&state, h, s.taps, factor, s, past, memory.data()), StatusOk);
     }
-    ~Record() {
-        const uint32_t id = *reinterpret_cast<uint32_t*>(state);
-        EXPECT_EQ(A::free(state), StatusOk);
-        if (buffer) {
-            EXPECT_EQ(*reinterpret_cast<uint32_t*>(state), id);
-            EXPECT_TRUE(buffer->intact());
-        }
+    ~Filter() {
+        EXPECT_EQ(api.free(state), StatusOk);
+        EXPECT_TRUE(owned || (api.setTaps(nullptr, state) == StatusOk && memory.intact()));
     }
-    std::vector<typename A::Tap> taps() const {
-        Guarded<typename A::Tap> h(size_t(s.taps));
-        EXPECT_EQ(A::getTaps(state, h.data()), StatusOk);
-        return h.values();
+    size_t size() const {
+        int size = 0;
+        EXPECT_EQ(api.stateSize(s.taps, s.up, s.down, &size), StatusOk);
+        return size_t(size);
     }
-    std::vector<T> past() const {
-        Guarded<T> line(size_t(s.kept()));
-        EXPECT_EQ(A::getDlyLine(state, line.data(), s.kept(), 0), StatusOk);
-        return line.values();
+    operator Ptr() const { return state; }
+    Vector taps() const {
+        return written(api.tap, size_t(s.taps), [this](Ptr to) { return api.getTaps(state, to); });
+    }
+    Vector past() const {
+        return written(api.sample, size_t(s.kept()), [this](Ptr to) { return api.getDlyLine(state, to, s.kept(), 0); });
     }
 };
 
-template <class T> class MultirateLms : public ::testing::Test {
+// Adapt before any Filter and twice in a row; then iterations in halves, in one block, and in two blocks over the reference.
+void check(const Api& api, const Shape& s, int numIters, float mu, float norm) {
+    SCOPED_TRACE(::testing::Message() << s.taps << " taps, " << s.up << " from " << s.upPhase << ", " << s.down << " from " << s.downPhase << ", factor "
+                                      << s.factor << ", step " << mu << ", norm " << norm);
+    Vector h = api.taps(s.taps), past = api.samples(s.kept()), x = api.samples(numIters * s.down), ref = api.samples(numIters * s.up);
+    if (s.factor != kFactor)
+        for (Vector* v : {&h, &past, &x, &ref}) *v = randomVector(v->type, v->size());
+    Filter halves(api, s, h, past), whole(api, s, h, past, s.taps % 16), cut(api, s, h, past);
+    Oracle oracle(api, s, h, past);
+    const auto adapt = [&](const std::vector<Z>& e, std::initializer_list<Ptr> filters) {
+        Vector errors(api.tap, e.size());
+        for (size_t i = 0; i < errors.parts(); ++i) errors.setPart(i, api.tap.parts == 1 ? e[i].real() : i % 2 ? e[i / 2].imag() : e[i / 2].real());
+        oracle.adapt(numbers(errors), mu, norm);
+        for (const Ptr filter : filters) ASSERT_EQ(api.adapt(Guarded<uint8_t>(errors.bytes).data(), mu, norm, filter), StatusOk);
+    };
+    const size_t in = size_t(s.down), out = size_t(s.up);
+    for (int turn = 0; turn < 2; ++turn) adapt(numbers(ref.slice(0, out)), {halves, whole, cut});
+    std::vector<Z> want;
+    for (size_t i = 0; i < size_t(numIters); ++i) {
+        const Guarded<uint8_t> src(x.slice(i * in, in).bytes);
+        const auto y = oracle.filter(numbers(x.slice(i * in, in)));
+        ASSERT_TRUE(agree(y, written(api.sample, out, [&](Ptr dst) { return api.filter(src.data(), dst, halves); }), api.tolerance())) << "iteration " << i;
+        auto e = numbers(ref.slice(i * out, out));
+        for (size_t m = 0; m < out; ++m) e[m] -= y[m];
+        adapt(e, {halves});
+        want.insert(want.end(), y.begin(), y.end());
+    }
+    const Guarded<uint8_t> src(x.bytes), reference(ref.bytes);
+    const Vector y = written(api.sample, ref.size(), [&](Ptr dst) { return api.block(src.data(), reference.data(), dst, numIters, mu, norm, whole); });
+    ASSERT_TRUE(agree(want, y, api.tolerance()));
+    for (const Filter* f : {&halves, &whole})
+        ASSERT_TRUE(agree(oracle.h, f->taps(), api.tolerance()) && agree({oracle.x.rbegin(), oracle.x.rend()}, f->past(), 0) &&
+                    (mu != 0 || same(h, f->taps())));
+    const int first = numIters / 3;
+    uint8_t* const second = ref.at(size_t(first) * out);
+    ASSERT_EQ(api.block(x, ref, ref, first, mu, norm, cut), StatusOk);
+    ASSERT_EQ(api.block(x.at(size_t(first) * in), second, second, numIters - first, mu, norm, cut), StatusOk);
+    ASSERT_TRUE(same(y, ref) && same(whole.taps(), cut.taps()));
+}
+
+class MultirateLms : public ::testing::TestWithParam<Api> {
 protected:
-    using A = Api<T>;
-    using Tap = typename A::Tap;
-    using Err = typename A::Err;
-    static constexpr double kTop = kWhole<T> ? 20000 : 0.7, kTapTop = kWhole<T> ? 0x1p26 : 0.25;
-    static float step(float norm, int each) { return norm > 0 ? 0.3f : kWhole<T> ? 2e-10f / float(each) : 0.1f / float(each); }
-
-    template <class V> static ::testing::AssertionResult agree(const std::vector<Z>& want, const std::vector<V>& got, double tolerance) {
-        for (size_t i = 0; i < want.size(); ++i)
-            if (!(std::abs(number(got[i]) - want[i]) <= tolerance))
-                return ::testing::AssertionFailure() << "at " << i << " of " << want.size() << ": want " << want[i] << ", got " << number(got[i]);
-        return ::testing::AssertionSuccess();
-    }
-
-    static void check(const Shape& s, int numIters, float norm, float mu) {
-        SCOPED_TRACE(::testing::PrintToString(s));
-        const auto h = noise<Tap>(size_t(s.taps), kTapTop);
-        const auto past = noise<T>(size_t(s.kept()), kTop), x = noise<T>(size_t(numIters) * size_t(s.down), kTop),
-                   ref = noise<T>(size_t(numIters) * size_t(s.up), kTop);
-        Record<T> halves(s, &h, &past), whole(s, &h, &past, s.taps % 16);
-        Oracle<T> oracle(s, h, past);
-        const Guarded<T> src(x), reference(ref);
-        Guarded<T> out(ref.size()), both(ref);
-        std::vector<Z> want;
-        for (int i = 0; i < numIters; ++i) {
-            std::vector<Z> y, e;
-            const T* in = &x[size_t(i) * size_t(s.down)];
-            oracle.walk([&] { return number(*in++); }, &y);
-            std::vector<Err> errors;
-            for (size_t m = 0; m < size_t(s.up); ++m) e.push_back(number(ref[size_t(i) * size_t(s.up) + m]) - y[m]), errors.push_back(element<Err>(e.back()));
-            oracle.adapt(e, mu, norm);
-            want.insert(want.end(), y.begin(), y.end());
-            const Guarded<T> piece(std::vector<T>(in - s.down, in));
-            Guarded<T> result(size_t(s.up));
-            ASSERT_EQ(A::filter(piece.data(), result.data(), halves.state), StatusOk);
-            ASSERT_TRUE(agree(y, result.values(), kWhole<T> ? 0 : 2e-5) && result.intact()) << "iteration " << i;
-            ASSERT_EQ(A::adapt(Guarded<Err>(errors).data(), mu, norm, halves.state), StatusOk);
-        }
-        ASSERT_EQ(A::block(src.data(), reference.data(), out.data(), numIters, mu, norm, whole.state), StatusOk);
-        ASSERT_TRUE(agree(want, out.values(), kWhole<T> ? 0 : 2e-5) && out.intact());
-        for (const Record<T>* r : {&halves, &whole}) {
-            ASSERT_TRUE(agree(oracle.h, r->taps(), kWhole<T> ? 0 : 2e-5));
-            ASSERT_TRUE(agree({oracle.line.begin(), oracle.line.begin() + s.kept()}, r->past(), 0));
-            ASSERT_TRUE(mu != 0 || same(h, r->taps()));
-        }
-        // Over the reference, and cut in two.
-        Record<T> again(s, &h, &past);
-        const int first = numIters / 3;
-        if (first) {
-            ASSERT_EQ(A::block(src.data(), both.data(), both.data(), first, mu, norm, again.state), StatusOk);
-        }
-        ASSERT_EQ(A::block(src.data() + first * s.down, both.data() + first * s.up, both.data() + first * s.up, numIters - first, mu, norm, again.state),
-                  StatusOk);
-        ASSERT_TRUE(same(out.values(), both.values()) && same(whole.taps(), again.taps()));
-    }
+    const Api& api = GetParam();
 };
-using Types = ::testing::Types<int16_t, Complex16s, float, Complex32f>;
-TYPED_TEST_SUITE(MultirateLms, Types);
+INSTANTIATE_TEST_SUITE_P(Types, MultirateLms, ::testing::ValuesIn(kApis), [](const auto& info) { return std::string(info.param.name); });
 
-TYPED_TEST(MultirateLms, FollowsTheRule) {
-    for (int up = 1; up <= 4; ++up)
-        for (int down = 1; down <= 4; ++down)
-            for (int upPhase = 0; upPhase < up; ++upPhase)
-                for (int downPhase = 0; downPhase < down; ++downPhase) {
-                    const int taps = 1 + int(generator()() % 40);
-                    const Shape s{taps, up, upPhase, down, downPhase};
-                    const float norm = float(generator()() % 2);
-                    this->check(s, 11, norm, this->step(norm, s.each()));
-                }
+TEST_P(MultirateLms, FollowsTheRule) {
+    const auto step = [this](float norm, const Shape& s) { return norm > 0 ? 0.3f : (api.whole() ? 2e-10f : 0.1f) / float(s.kept() - s.down); };
+    for (int rates = 0; rates < 256; ++rates) {
+        const Shape s{1 + int(generator()() % 40), 1 + rates % 4, rates / 4 % 4, 1 + rates / 16 % 4, rates / 64};
+        const float norm = float(generator()() % 2);
+        if (s.upPhase < s.up && s.downPhase < s.down) check(api, s, 11, step(norm, s), norm);
+    }
     for (const Shape& s :
          {Shape{3, 7, 5, 4, 2}, Shape{1, 1, 0, 1, 0}, Shape{300, 1, 0, 2, 1}, Shape{1200, 1, 0, 1, 0}, Shape{50, 1, 0, 700, 13}, Shape{64, 16, 3, 10, 9}})
-        for (float norm : {0.0f, 2.5f, -1.0f}) this->check(s, 60, norm, this->step(norm, s.each()));
-    this->check({33, 1, 0, 1, 0}, 1500, 0, this->step(0, 33));
-    for (const Shape& s : {Shape{9, 2, 1, 3, 1}, Shape{9, 1, 0, 1, 0}}) this->check(s, 20, 0, 0);
+        for (float norm : {0.0f, 2.5f, -1.0f}) check(api, s, 60, step(norm, s), norm);
+    check(api, {33, 1, 0, 1, 0}, 1500, step(0, {33, 1, 0, 1, 0}), 0);
+    for (const Shape& s : {Shape{9, 2, 1, 3, 1}, Shape{9, 1, 0, 1, 0}}) check(api, s, 20, 0, 0);
+    // Integers: saturation of taps and outputs, steps that are no numbers or too large for any, scales beyond all bits.
+    for (int factor : {-70, -62, -33, 0, 20, 1100, INT_MAX, INT_MIN})
+        for (float mu : {1e-30f, 1e-10f, 1.0f, -1e30f, INFINITY, NAN})
+            for (float norm : {0.0f, 1e-3f, INFINITY})
+                if (api.whole()) check(api, {7, 1, 0, 1, 0, factor}, 20, mu, norm);
 }
 
-// Errors of silence move nothing; Adapt before any Filter, and twice in a row.
-TYPED_TEST(MultirateLms, AdaptsToTheLineAsItIs) {
-    using T = TypeParam;
-    using A = Api<T>;
-    const Shape s{21, 2, 1, 3, 2};
-    const auto h = noise<typename A::Tap>(21, this->kTapTop);
-    const auto past = noise<T>(size_t(s.kept()), this->kTop);
-    const auto e = noise<typename A::Err>(2, this->kTop);
-    Record<T> r(s, &h, &past);
-    Oracle<T> oracle(s, h, past);
-    const std::vector<Z> errors = {number(e[0]), number(e[1])};
-    for (int turn = 0; turn < 2; ++turn) {
-        ASSERT_EQ(A::adapt(e.data(), 0.4f, 1.0f, r.state), StatusOk);
-        oracle.adapt(errors, 0.4f, 1.0f);
-    }
-    EXPECT_TRUE(this->agree(oracle.h, r.taps(), kWhole<T> ? 0 : 1e-5));
-}
-
-TYPED_TEST(MultirateLms, FindsAPath) {
-    using T = TypeParam;
-    using A = Api<T>;
-    const Shape s{32, 1, 0, 1, 0, -30};
-    const auto path = noise<typename A::Tap>(32, kWhole<T> ? 0x1p27 : 0.125);
-    const auto x = noise<T>(6000, kWhole<T> ? 15000 : 0.5);
-    std::vector<T> ref(6000), y(6000);
-    Record<T> truth(s, &path, nullptr), r(s, nullptr, nullptr);
-    ASSERT_EQ(A::block(x.data(), ref.data(), ref.data(), 6000, 0, 0, truth.state), StatusOk);
-    ASSERT_EQ(A::block(x.data(), ref.data(), y.data(), 6000, 0.25f, 1.0f, r.state), StatusOk);
-    for (size_t n = 5000; n < 6000; ++n) ASSERT_LE(std::abs(number(ref[n]) - number(y[n])), kWhole<T> ? 1.5 : 1e-5) << n;
-}
-
-// Saturation of taps and outputs, steps that are no numbers or too large for any, scales beyond all bits.
-TYPED_TEST(MultirateLms, OfIntegersAtTheirLimits) {
-    using T = TypeParam;
-    if constexpr (kWhole<T>) {
-        using A = Api<T>;
-        for (int factor : {-70, -62, -33, 0, 20, 1100, INT_MAX, INT_MIN})
-            for (float mu : {1e-30f, 1e-10f, 1.0f, -1e30f, INFINITY, NAN})
-                for (float norm : {0.0f, 1e-3f, INFINITY}) {
-                    const Shape s{7, 1, 0, 1, 0, factor};
-                    auto h = randomVector<typename A::Tap>(7);
-                    auto x = randomVector<T>(20), ref = randomVector<T>(20);
-                    const auto past = randomVector<T>(8);
-                    x[3] = T{};
-                    Record<T> r(s, &h, &past);
-                    Shape clamped = s;
-                    clamped.factor = std::clamp(factor, -4000, 4000);
-                    Oracle<T> oracle(clamped, h, past);
-                    std::vector<T> got(20);
-                    std::vector<Z> want;
-                    for (size_t n = 0; n < 20; ++n) {
-                        std::vector<Z> y;
-                        oracle.walk([&] { return number(x[n]); }, &y);
-                        oracle.adapt({number(ref[n]) - y[0]}, mu, norm);
-                        want.push_back(y[0]);
-                    }
-                    ASSERT_EQ(A::block(x.data(), ref.data(), got.data(), 20, mu, norm, r.state), StatusOk);
-                    ASSERT_TRUE(this->agree(want, got, 0)) << factor << ", " << mu << ", " << norm;
-                    ASSERT_TRUE(this->agree(oracle.h, r.taps(), 0)) << factor << ", " << mu << ", " << norm;
-                }
-    }
-}
-
-TYPED_TEST(MultirateLms, IgnoresTheControlWords) {
-    using T = TypeParam;
-    const Shape s{40, 2, 1, 3, 2};
-    const auto h = noise<typename Api<T>::Tap>(40, this->kTapTop);
-    const auto x = noise<T>(300, this->kTop), ref = noise<T>(200, this->kTop);
+TEST_P(MultirateLms, IgnoresTheControlWords) {
+    const Vector h = api.taps(40), x = api.samples(300), ref = api.samples(200);
     expectOwnModes([&] {
-        Record<T> r(s, &h, nullptr);
-        std::vector<T> y(200);
-        EXPECT_EQ(Api<T>::block(x.data(), ref.data(), y.data(), 100, 0.2f, 1.0f, r.state), StatusOk);
-        std::vector<uint8_t> all(reinterpret_cast<uint8_t*>(y.data()), reinterpret_cast<uint8_t*>(y.data() + 200));
-        const auto taps = r.taps();
-        all.insert(all.end(), reinterpret_cast<const uint8_t*>(taps.data()), reinterpret_cast<const uint8_t*>(taps.data() + 40));
-        return all;
+        Filter f(api, {40, 2, 1, 3, 2}, h, nullptr);
+        Vector y(ref);
+        EXPECT_EQ(api.block(x, ref, y, 100, 0.2f, 1.0f, f), StatusOk);
+        return y.bytes;
     });
 }
 
-TYPED_TEST(MultirateLms, GivesWhatItWasSet) {
-    using T = TypeParam;
-    using A = Api<T>;
-    const Shape s{10, 3, 1, 4, 2};   // D is 7
-    Record<T> r(s, nullptr, nullptr);
-    EXPECT_TRUE(same(r.taps(), std::vector<typename A::Tap>(10)) && same(r.past(), std::vector<T>(8)));
-    const auto h = randomVector<typename A::Tap>(10);
-    const auto line = randomVector<T>(8);
-    ASSERT_EQ(A::setTaps(h.data(), r.state), StatusOk);
-    ASSERT_EQ(A::setDlyLine(r.state, line.data()), StatusOk);
-    EXPECT_TRUE(same(r.taps(), h) && same(r.past(), line));
-    T got[8] = {};
-    for (int index = -1; index <= 9; ++index)
-        for (int len = 1; len <= 9; ++len) {
-            const bool good = index >= 0 && index + len <= 8;
-            ASSERT_EQ(A::getDlyLine(r.state, got, len, index), good ? StatusOk : StatusBadArg) << index << ", " << len;
-            if (good) {
-                ASSERT_EQ(std::memcmp(got, &line[size_t(index)], size_t(len) * sizeof(T)), 0);
-            }
+TEST_P(MultirateLms, GivesWhatItWasSet) {
+    const Filter f(api, {10, 3, 1, 4, 2}, nullptr, nullptr);   // which keeps 8 samples
+    const Vector h = randomVector(api.tap, 10), line = randomVector(api.sample, 8), noTaps(api.tap, 10), silence(api.sample, 8);
+    EXPECT_TRUE(same(f.taps(), noTaps) && same(f.past(), silence));
+    expectEach(StatusOk, {api.setTaps(h, f), api.setDlyLine(f, line)});
+    EXPECT_TRUE(same(f.taps(), h) && same(f.past(), line));
+    for (int index : {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, INT_MAX})
+        for (int len : {1, 2, 3, 4, 5, 6, 7, 8, 9, INT_MAX}) {
+            const bool good = index >= 0 && int64_t{index} + len <= 8;
+            Vector got(api.sample, 8);
+            ASSERT_EQ(api.getDlyLine(f, got, len, index), good ? StatusOk : StatusBadArg) << index << ", " << len;
+            ASSERT_TRUE(same(got.slice(0, good ? size_t(len) : 0), line.slice(good ? size_t(index) : 0, good ? size_t(len) : 0)));
         }
-    for (int len : {1, INT_MAX}) EXPECT_EQ(A::getDlyLine(r.state, got, len, INT_MAX), StatusBadArg);
-    ASSERT_EQ(A::setTaps(nullptr, r.state), StatusOk);
-    ASSERT_EQ(A::setDlyLine(r.state, nullptr), StatusOk);
-    EXPECT_TRUE(same(r.taps(), std::vector<typename A::Tap>(10)) && same(r.past(), std::vector<T>(8)));
+    expectEach(StatusOk, {api.setTaps(nullptr, f), api.setDlyLine(f, nullptr)});
+    EXPECT_TRUE(same(f.taps(), noTaps) && same(f.past(), silence));
 }
 
-TYPED_TEST(MultirateLms, ChecksInOrder) {
-    using T = TypeParam;
-    using A = Api<T>;
-    typename A::Tap h[4] = {};
-    typename A::Err e[4] = {};
-    T x[4] = {}, y[4] = {};
+TEST_P(MultirateLms, ChecksInOrder) {
+    Vector h(api.tap, 4), x(api.sample, 4), y(x);
     alignas(16) uint8_t block[64] = {};
-    auto* const other = reinterpret_cast<typename A::State*>(block);
-    auto* state = other;
+    const Ptr other = block;
+    void* state = block;
     int size = 7;
-    const auto init = [&](int taps, int up, int upPhase, int down, int downPhase) {
-        const Status a = A::init(Ptr(&state), Ptr(h), taps, Factor{0}, up, upPhase, down, downPhase, Ptr(x), Ptr(block));
-        EXPECT_EQ(A::initAlloc(Ptr(&state), Ptr(h), taps, Factor{0}, up, upPhase, down, downPhase, Ptr(x)), a);
-        return a;
-    };
-    expectEach(StatusNullPtr, {A::stateSize(0, 0, 0, nullptr),
-                               A::init(Ptr(nullptr), Ptr(h), 0, Factor{0}, 0, 0, 0, 0, Ptr(x), Ptr(block)),
-                               A::init(Ptr(&state), Ptr(h), 0, Factor{0}, 0, 0, 0, 0, Ptr(x), Ptr(nullptr)),
-                               A::initAlloc(Ptr(nullptr), Ptr(h), 0, Factor{0}, 0, 0, 0, 0, Ptr(x)),
-                               A::free(nullptr),
-                               A::setTaps(h, nullptr),
-                               A::getTaps(nullptr, h),
-                               A::getTaps(other, nullptr),
-                               A::setDlyLine(nullptr, x),
-                               A::getDlyLine(nullptr, x, 0, -1),
-                               A::getDlyLine(other, nullptr, 0, -1),
-                               A::filter(nullptr, y, other),
-                               A::filter(x, nullptr, other),
-                               A::filter(x, y, nullptr),
-                               A::adapt(nullptr, 1, 1, other),
-                               A::adapt(e, 1, 1, nullptr),
-                               A::block(nullptr, x, y, 0, 1, 1, other),
-                               A::block(x, nullptr, y, 0, 1, 1, other),
-                               A::block(x, x, nullptr, 0, 1, 1, other),
-                               A::block(x, x, y, 0, 1, 1, nullptr)});
-    expectEach(StatusBadSize, {A::getDlyLine(other, x, 0, -1), A::block(x, x, y, 0, 1, 1, other), A::block(x, x, y, INT_MIN, 1, 1, other)});
-    expectEach(StatusContextMismatch, {A::free(other), A::setTaps(h, other), A::getTaps(other, h), A::setDlyLine(other, x), A::getDlyLine(other, x, 1, -1),
-                                       A::filter(x, y, other), A::adapt(e, 1, 1, other), A::block(x, x, y, 1, 1, 1, other)});
-    expectEach(StatusFilterLength,
-               {A::stateSize(0, 0, 0, &size), A::stateSize(INT_MAX, 1, 1, &size), init(0, 0, 0, 0, 0), init(INT_MIN, 1, 0, 1, 0), init(INT_MAX, 1, 0, 1, 0)});
-    expectEach(StatusRateFactor, {A::stateSize(4, 0, 1, &size), A::stateSize(4, 1, 0, &size), A::stateSize(4, 1, INT_MAX, &size), init(4, 0, 9, 1, 9),
-                                  init(4, 1, 9, INT_MIN, 9), init(4, 1, 0, INT_MAX, 0), init(4, INT_MAX, 0, 1, 0)});
-    expectEach(StatusRatePhase, {init(4, 2, 2, 1, 0), init(4, 2, -1, 1, 0), init(4, 1, 0, 3, 3), init(4, 1, 0, 3, INT_MIN)});
-    const Status longest = A::stateSize(32769, 1, 1, &size);
-    EXPECT_EQ(longest, kWhole<T> ? StatusFilterLength : StatusOk);
-    EXPECT_EQ(A::stateSize(32769, 2, 1, &size), StatusOk);
-    EXPECT_TRUE(state == other && std::all_of(block, block + 64, [](uint8_t c) { return c == 0; }) && std::memcmp(x, y, sizeof x) == 0);
-    Record<T> freed(Shape{4, 1, 0, 1, 0}, nullptr, nullptr);
+    const Factor none{0};
+    expectEach(StatusNullPtr, {api.stateSize(0, 0, 0, nullptr), api.init(nullptr, h, 0, none, {}, x, block), api.init(&state, h, 0, none, {}, x, nullptr),
+                               api.initAlloc(nullptr, h, 0, none, {}, x), api.getDlyLine(nullptr, x, 0, -1), api.getDlyLine(other, nullptr, 0, -1)});
+    expectEach(StatusNullPtr, {api.free(nullptr), api.setTaps(h, nullptr), api.getTaps(nullptr, h), api.getTaps(other, nullptr), api.setDlyLine(nullptr, x)});
+    expectEach(StatusNullPtr, {api.filter(nullptr, y, other), api.filter(x, nullptr, other), api.filter(x, y, nullptr), api.adapt(nullptr, 1, 1, other),
+                               api.adapt(h, 1, 1, nullptr), api.block(nullptr, x, y, 0, 1, 1, other), api.block(x, nullptr, y, 0, 1, 1, other),
+                               api.block(x, x, nullptr, 0, 1, 1, other), api.block(x, x, y, 0, 1, 1, nullptr)});
+    expectEach(StatusBadSize, {api.getDlyLine(other, x, 0, -1), api.block(x, x, y, 0, 1, 1, other), api.block(x, x, y, INT_MIN, 1, 1, other)});
+    expectEach(StatusContextMismatch, {api.free(other), api.setTaps(h, other), api.getTaps(other, h), api.setDlyLine(other, x), api.getDlyLine(other, x, 1, -1),
+                                       api.filter(x, y, other), api.adapt(h, 1, 1, other), api.block(x, x, y, 1, 1, 1, other)});
+    using Row = std::pair<Shape, Status>;
+    for (const auto& [s, want] :
+         {Row{{0, 0, 0, 0, 0}, StatusFilterLength}, Row{{INT_MIN, 1, 0, 1, 0}, StatusFilterLength}, Row{{INT_MAX, 1, 0, 1, 0}, StatusFilterLength},
+          Row{{4, 0, 9, 1, 9}, StatusRateFactor}, Row{{4, 1, 9, 0, 9}, StatusRateFactor}, Row{{4, 1, 9, INT_MIN, 9}, StatusRateFactor},
+          Row{{4, 1, 0, INT_MAX, 0}, StatusRateFactor}, Row{{4, INT_MAX, 0, 1, 0}, StatusRateFactor}, Row{{4, 2, 2, 1, 0}, StatusRatePhase},
+          Row{{4, 2, -1, 1, 0}, StatusRatePhase}, Row{{4, 1, 0, 3, 3}, StatusRatePhase}, Row{{4, 1, 0, 3, INT_MIN}, StatusRatePhase}}) {
+        expectEach(want, {api.init(&state, h, s.taps, none, s, x, block), api.initAlloc(&state, h, s.taps, none, s, x)});
+        EXPECT_EQ(api.stateSize(s.taps, s.up, s.down, &size), want == StatusRatePhase ? StatusOk : want);
+    }
+    EXPECT_EQ(api.stateSize(32769, 1, 1, &size), api.whole() ? StatusFilterLength : StatusOk);
+    EXPECT_EQ(api.stateSize(32769, 2, 1, &size), StatusOk);
+    EXPECT_TRUE(state == block && std::count(block, block + 64, 0) == 64 && same(x, y));
 }
 
 }   // namespace
