@@ -52,20 +52,19 @@ struct Oracle {
 // A record over taps and past, which are given from guarded memory.
 template <class T> struct Record {
     typename Api<T>::State* state = nullptr;
-    const size_t n;
-    Record(const std::vector<float>& taps, const std::vector<T>& past, int index) : n(taps.size()) {
+    Record(const std::vector<float>& taps, const std::vector<T>& past, int index) {
         const Guarded<float> h(taps);
         const Guarded<T> line(past);
-        EXPECT_EQ(Api<T>::initAlloc(&state, h.data(), int(n), line.data(), index), StatusOk);
+        EXPECT_EQ(Api<T>::initAlloc(&state, h.data(), int(taps.size()), line.data(), index), StatusOk);
     }
     ~Record() { EXPECT_EQ(Api<T>::free(state), StatusOk); }
-    std::vector<float> taps() const {
+    std::vector<float> taps(size_t n) const {
         Guarded<float> h(n);
         EXPECT_EQ(Api<T>::getTaps(state, h.data()), StatusOk);
         EXPECT_TRUE(h.intact());
         return h.values();
     }
-    std::vector<T> past(int* index) const {
+    std::vector<T> past(size_t n, int* index) const {
         Guarded<T> line(n);
         EXPECT_EQ(Api<T>::getDlyLine(state, line.data(), index), StatusOk);
         EXPECT_TRUE(line.intact());
@@ -97,11 +96,11 @@ template <class T> void checkRule(const std::vector<float>& h, size_t len, float
         if (std::is_integral_v<T>) want = std::clamp(want, -32768.0, 32767.0);
         ASSERT_NEAR(double(dst.data()[n]), want, std::is_integral_v<T> ? 0.5 + 32768e-5 : 1e-5) << n;
     }
-    const auto now = record.taps();
+    const auto now = record.taps(taps);
     for (size_t k = 0; k < taps; ++k) ASSERT_NEAR(now[k], oracle.h[k], 1e-5) << k;
     ASSERT_TRUE(mu != 0 || same(h, now));
     int left = 77;
-    const auto line = record.past(&left);
+    const auto line = record.past(taps, &left);
     ASSERT_TRUE(std::equal(line.begin(), line.end(), oracle.x.end() - long(taps)));
     ASSERT_EQ(left, taps < 80 ? 0 : int((size_t(index) + len) % taps));
 }
@@ -136,7 +135,7 @@ TYPED_TEST(Lms, AnySplitGivesTheSameBits) {
                 ASSERT_EQ(Api<T>::filter(most == 2 ? &y[n] : &x[n], most == 2 ? &ref[n] : &y[n], &y[n], int(m), mu, pieces.state), StatusOk);
             }
             ASSERT_TRUE(same(want, y)) << taps << ", " << most;
-            ASSERT_TRUE(same(whole.taps(), pieces.taps()));
+            ASSERT_TRUE(same(whole.taps(taps), pieces.taps(taps)));
         }
         std::vector<float> t(h.rbegin(), h.rend());
         std::vector<T> line = past, one(len);
@@ -151,9 +150,28 @@ TYPED_TEST(Lms, AnySplitGivesTheSameBits) {
         std::reverse(now.begin(), now.end());
         if (taps <= 1024) {
             ASSERT_TRUE(same(want, one)) << taps;
-            ASSERT_TRUE(same(whole.taps(), now)) << taps;
+            ASSERT_TRUE(same(whole.taps(taps), now)) << taps;
         }
     }
+}
+
+TYPED_TEST(Lms, FindsAnEchoPath) {
+    using T = TypeParam;
+    const std::vector<float> path = {0, 0.5f, -0.3f, 0.2f, 0.1f, 0, -0.05f};
+    const auto x = noise<T>(20000, 0.5);
+    std::vector<T> ref(x.size()), y(x.size());
+    for (size_t n = 0; n < x.size(); ++n) {
+        float sum = 0;
+        for (size_t k = 0; k < std::min(path.size(), n + 1); ++k) sum += path[k] * float(x[n - k]);
+        ref[n] = T(std::is_integral_v<T> ? std::nearbyint(sum) : sum);
+    }
+    typename Api<T>::State* state;
+    ASSERT_EQ(Api<T>::initAlloc(&state, nullptr, 16, nullptr, 0), StatusOk);
+    ASSERT_EQ(Api<T>::filter(x.data(), ref.data(), y.data(), int(x.size()), Api<T>::mu * 4, state), StatusOk);
+    float found[16];
+    ASSERT_EQ(Api<T>::getTaps(state, found), StatusOk);
+    for (size_t k = 0; k < 16; ++k) EXPECT_NEAR(found[k], k < path.size() ? path[k] : 0, 1e-3) << k;
+    EXPECT_EQ(Api<T>::free(state), StatusOk);
 }
 
 TYPED_TEST(Lms, IndexIsKeptAsGiven) {
@@ -167,14 +185,14 @@ TYPED_TEST(Lms, IndexIsKeptAsGiven) {
             auto want = past;
             std::rotate(want.begin(), want.begin() + (good ? index : 0), want.end());
             int got;
-            EXPECT_TRUE(same(want, record.past(&got)));
+            EXPECT_TRUE(same(want, record.past(taps, &got)));
             EXPECT_EQ(got, index);
             T y[3];
             ASSERT_EQ(Api<T>::filter(past.data(), past.data(), y, 3, 0, record.state), StatusOk);
-            record.past(&got);
+            record.past(taps, &got);
             EXPECT_EQ(got, taps < 80 ? 0 : (good ? index : 0) + 3);
             ASSERT_EQ(Api<T>::setDlyLine(record.state, nullptr, 4), StatusOk);
-            EXPECT_TRUE(same(std::vector<T>(taps), record.past(&got)));
+            EXPECT_TRUE(same(std::vector<T>(taps), record.past(taps, &got)));
             EXPECT_EQ(got, 4);
         }
 }
@@ -191,9 +209,10 @@ TYPED_TEST(Lms, ChecksInOrder) {
     expectEach(StatusNullPtr, {A::initAlloc(nullptr, h, 0, x, 0), A::free(nullptr), A::getTaps(nullptr, h), A::getTaps(other, nullptr),
                                A::getDlyLine(nullptr, x, &index), A::getDlyLine(other, nullptr, &index), A::getDlyLine(other, x, nullptr),
                                A::setDlyLine(nullptr, x, 0), A::filter(x, x, y, 0, 1, nullptr), A::filter(nullptr, x, y, 0, 1, other),
-                               A::filter(x, nullptr, y, 0, 1, other), A::filter(x, x, nullptr, 0, 1, other), A::one(1, 1, y, h, 0, 1, nullptr, &index)});
+                               A::filter(x, nullptr, y, 0, 1, other), A::filter(x, x, nullptr, 0, 1, other), A::one(1, 1, nullptr, h, 0, 1, x, &index),
+                               A::one(1, 1, y, nullptr, 0, 1, x, &index), A::one(1, 1, y, h, 0, 1, nullptr, &index), A::one(1, 1, y, h, 0, 1, x, nullptr)});
     expectEach(StatusBadSize, {A::initAlloc(&state, h, 0, x, 0), A::initAlloc(&state, h, INT_MIN, x, 0), A::filter(x, x, y, 0, 1, other),
-                               A::filter(x, x, y, INT_MIN, 1, other)});
+                               A::filter(x, x, y, INT_MIN, 1, other), A::one(1, 1, y, h, 0, 1, x, &index)});
     expectEach(StatusContextMismatch,
                {A::free(other), A::getTaps(other, h), A::getDlyLine(other, x, &index), A::setDlyLine(other, x, 0), A::filter(x, x, y, 4, 1, other)});
     EXPECT_EQ(A::initAlloc(&state, nullptr, INT_MAX, nullptr, 0), StatusNoMemory);
@@ -240,6 +259,12 @@ TEST(LmsQ15, FollowsTheRuleInExactIntegers) {
             }
             EXPECT_TRUE(h.intact() && dly.intact());
         }
+    int16_t y = 5, h[2] = {}, d[4] = {};
+    int index = 2;
+    EXPECT_EQ(tevsFIRLMSOne_DirectQ15_16s(1, 1, nullptr, h, 2, 1, d, &index), StatusNullPtr);
+    EXPECT_EQ(tevsFIRLMSOne_DirectQ15_16s(1, 1, &y, h, 0, 1, d, &index), StatusBadSize);
+    EXPECT_EQ(tevsFIRLMSOne_DirectQ15_16s(1, 1, &y, h, 2, 1, d, &index), StatusDelayIndex);
+    EXPECT_EQ(y, 5);
 }
 
 // Far too large a step: outputs and taps become infinite, with no NaN from lanes behind the last tap.
