@@ -82,6 +82,15 @@ int defaultSubtype(SF_INFO info, int container, const std::string& path, const I
     throw Failure("libsndfile cannot write " + path);
 }
 
+// Packed samples of 24 bits that lie in the file as they do in this library's vectors, the least significant byte first.
+bool isPacked24(int format) {
+    const int container = format & SF_FORMAT_TYPEMASK, order = format & SF_FORMAT_ENDMASK;
+    return (format & SF_FORMAT_SUBMASK) == SF_FORMAT_PCM_24 &&
+           (container == SF_FORMAT_RAW ? order == SF_ENDIAN_LITTLE
+                                       : order != SF_ENDIAN_BIG && (container == SF_FORMAT_WAV || container == SF_FORMAT_WAVEX || container == SF_FORMAT_RF64 ||
+                                                                    container == SF_FORMAT_W64));
+}
+
 void interleave(const Channels& block, int frames, Samples& out) {
     const size_t n = block.size();
     out.resize(n * size_t(frames));
@@ -271,6 +280,12 @@ void Output::write(const Channels& block, int frames) {
             clipped_ += std::ranges::count_if(x, [full](double v) { return v < -1 - 0.5 / full || v >= 1 - 0.5 / full; });
         ints_.resize(size);
         tevs::convert(std::span<const double>(x), std::span(ints_), RoundNearest, 1 - bits_);
+        if (isPacked24(info_.format)) {
+            bytes_.resize(3 * size);
+            tevsConvert_32s24s_Sfs(ints_.data(), bytes_.data(), int(size), 0);
+            written = sf_write_raw(file_.get(), bytes_.data(), int64_t(3 * size)) / int64_t(3 * block.size());
+            return check(written, frames);
+        }
         const int wide = bits_ > 16 ? 32 : 16, least32 = int(-full), most32 = int(full - 1);
         if (wide > bits_) {
             tevs::thresholdLTValGTVal(std::span(ints_), least32, least32, most32, most32);
@@ -284,6 +299,10 @@ void Output::write(const Channels& block, int frames) {
             written = sf_writef_int(file_.get(), ints_.data(), frames);
         }
     }
+    check(written, frames);
+}
+
+void Output::check(int64_t written, int frames) const {
     if (written != frames || sf_error(file_.get())) {
         const int error = errno;
         throw Failure("cannot write " + target_.path() + ": " +

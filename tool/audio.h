@@ -16,10 +16,18 @@ struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-using Samples = std::vector<double>;
+// Vectors that resize() leaves as they are: what is about to be written need not be zeroed.
+template <class T> struct Unset : std::allocator<T> {
+    template <class U> struct rebind { using other = Unset<U>; };
+    template <class U> void construct(U* p) { ::new (static_cast<void*>(p)) U; }
+    template <class U, class... Values> void construct(U* p, Values&&... values) { ::new (static_cast<void*>(p)) U(std::forward<Values>(values)...); }
+};
+template <class T> using Buffer = std::vector<T, Unset<T>>;
+
+using Samples = Buffer<double>;
 using Channels = std::vector<Samples>;   // a vector a channel, all of one length; full scale is 1
 
-constexpr int kBlockFrames = 1 << 15;
+constexpr int kBlockFrames = 1 << 13;   // a block and its copies stay in the second-level cache
 
 // Closes what it holds; not the descriptor below it.
 using SoundFile = std::unique_ptr<SNDFILE, decltype(&sf_close)>;
@@ -49,8 +57,9 @@ private:
     SF_INFO info_ = {};
     SoundFile file_{nullptr, sf_close};
     int64_t frames_ = -1, read_ = 0;
-    std::vector<int16_t> shorts_;
-    std::vector<int32_t> ints_;
+    Buffer<int16_t> shorts_;
+    Buffer<int32_t> ints_;
+    Buffer<uint8_t> bytes_;
     Samples interleaved_;
 };
 
@@ -68,6 +77,8 @@ public:
     void finish();
 
 private:
+    void check(int64_t written, int frames) const;
+
     OutputFile target_;
     SF_INFO info_ = {};
     SoundFile file_{nullptr, sf_close};
@@ -76,8 +87,9 @@ private:
     unsigned seed_ = 1;
     int64_t clipped_ = 0;
     Samples interleaved_, noise_;
-    std::vector<int32_t> ints_;
-    std::vector<int16_t> shorts_;
+    Buffer<int32_t> ints_;
+    Buffer<int16_t> shorts_;
+    Buffer<uint8_t> bytes_;
 };
 
 // What a command makes of one channel: takes blocks, and appends what comes out of them.

@@ -54,7 +54,7 @@ double gainAt(const Samples& taps, double frequency) {
 Samples kaiserTaps(Shape shape, double edge, double edge2, double width, double attenuation) {
     const double passed = shape == Shape::High ? 0.5 : shape == Shape::Band ? (edge + edge2) / 2 : 0;
     const double stopped = edge + (shape == Shape::Low || shape == Shape::Stop ? width / 2 : -width / 2);
-    for (double aim = attenuation + 0.5;;) {
+    for (double aim = attenuation + 1;;) {
         Samples taps = estimatedTaps(shape, edge, edge2, width, aim);
         const double gain = gainAt(taps, passed), missing = attenuation + 20 * std::log10(gainAt(taps, stopped) / gain);
         if (missing <= 0 || aim > attenuation + 20) {

@@ -3,31 +3,9 @@
 #include <tevs.hpp>
 
 #include "commands.h"
+#include "overlap_save.h"
 
 namespace {
-
-// A linear-phase filter, moved back by its delay of (taps - 1) / 2: the output lies where the input does, and is as long.
-class Fir : public Process {
-public:
-    explicit Fir(const Samples& taps)
-        : record_(tevs::firInitAlloc<FIRState_64f>(std::span<const double>(taps), nullptr)), delay_(taps.size() / 2), ahead_(delay_) {}
-
-    void block(std::span<const double> x, Samples& y) override {
-        const size_t at = y.size();
-        y.resize(at + x.size());
-        tevsFIR_64f(x.data(), y.data() + at, int(x.size()), record_);
-        const size_t dropped = std::min(ahead_, x.size());
-        y.erase(y.begin() + ptrdiff_t(at), y.begin() + ptrdiff_t(at + dropped));
-        ahead_ -= dropped;
-    }
-    void end(Samples& y) override {
-        if (delay_) block(Samples(delay_, 0.0), y);
-    }
-
-private:
-    tevs::Record<FIRState_64f> record_;
-    size_t delay_, ahead_;
-};
 
 class Iir : public Process {
 public:
@@ -89,7 +67,7 @@ void filter(const FilterOptions& o) {
     const double room = 2 * std::min({f1, 0.5 - f2, edges.size() == 2 ? (f2 - f1) / 2 : 1.0});
     const double width = o.width ? *o.width / rate : std::min(std::max(f1 / 10, 20 / rate), room);
     if (!(width > 0 && width <= room)) throw UsageError("--width is above 0 and at most " + std::to_string(room * rate) + " Hz here");
-    const Samples taps = kaiserTaps(shape, f1, f2, std::min(width, 0.499), o.attenuation);
+    const Plan plan(kaiserTaps(shape, f1, f2, std::min(width, 0.499), o.attenuation), 1, 1);
     Output output(o.files.output, input.rate(), input.channels(), input.frames(), &input);
-    run(input, output, [&] { return std::make_unique<Fir>(taps); });
+    run(input, output, [&] { return std::make_unique<OverlapSave>(plan); });
 }

@@ -91,7 +91,7 @@ void spectrum(const PictureOptions& o) {
 
     if (isPicture(o.output)) {
         std::vector<Curve> curves;
-        for (size_t k = 0; k < sums.size(); ++k) curves.push_back({"channel " + std::to_string(k + 1), sums[k]});
+        for (size_t k = 0; k < sums.size(); ++k) curves.push_back({"channel " + std::to_string(k + 1), {sums[k].begin(), sums[k].end()}});
         const bool kilo = input.rate() > 4000;
         drawCurves(o.output, o.width, o.height, "Spectrum of " + input.path(), {kilo ? "kHz" : "Hz", 0, input.rate() / (kilo ? 2000.0 : 2.0)},
                    {"dBFS, a sine of full scale is 0", -o.range, 5}, curves);
