@@ -25,7 +25,8 @@ extern const double tevConstantOfNAN_64f;
 extern const float tevConstantOfINF_32f;
 extern const double tevConstantOfINF_64f;
 
-/* Sets the calling thread's SSE control and status word (MXCSR) and returns the one before. The reserved bits of cw must be 0. */
+/* Sets the calling thread's SSE control and status word (MXCSR) and returns the one before. The reserved bits of cw
+ * must be 0. */
 uint32_t tev_set_cw_ssx(uint32_t cw);
 
 /* Sets only the rounding field of that word and returns the whole word before, ready for tev_set_cw_ssx.
@@ -33,11 +34,12 @@ uint32_t tev_set_cw_ssx(uint32_t cw);
 uint32_t tev_set_rc_ssx(uint32_t rc);
 
 /* How many threads the signal library asks for where a call is long enough to be shared out; below 1 counts as 1.
- * At load time: OMP_NUM_THREADS if it is set, else the number of processors that the process may use.
- * Filter records size their per-thread areas by it when they are built and never use more threads than they have areas for.
+ * At load time: OMP_NUM_THREADS if it is set, else the number of processors that the process may use. Filter records
+ * size their per-thread areas by it when they are built and never use more threads than they have areas for.
  *
- * The threads of a team belong to the process that started them. In a forked child, the thread that called fork works alone if it has had a team in the parent, and gets
- * the same results. That holds for the teams of this library: a program that has OpenMP regions of its own before it forks sets the number to 1 in the child. */
+ * The threads of a team belong to the process that started them. In a forked child, the thread that called fork works
+ * alone if it has had a team in the parent, and gets the same results. That holds for the teams of this library: a
+ * program that has OpenMP regions of its own before it forks sets the number to 1 in the child. */
 extern int32_t threads_omp_of_n_tev;
 void tevSetNumThreads(int32_t n);
 int32_t tevGetNumThreads(void);

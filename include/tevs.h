@@ -1,7 +1,7 @@
 /* Signal-processing primitives over one-dimensional vectors of integer, floating-point and complex samples.
  *
- * This is the one header that callers include. tevs/types.h says what all functions share: names, sample types, statuses, the rules on
- * overlap, alignment and threads; each family's header is its manual.
+ * This is the one header that callers include. tevs/types.h says what all functions share: names, sample types,
+ * statuses, the rules on overlap, alignment and threads; each family's header is its manual.
  */
 #ifndef TEVS_H
 #define TEVS_H

@@ -5,28 +5,31 @@
 
 TEVS_BEGIN
 
-/* ---- Add, Sub, Mul, AddProduct: two vectors, element by element ----------------------------------------------------------
+/* ---- Add, Sub, Mul, AddProduct: two vectors, element by element -----------------------------------------------------
  *
  *     Add           pDst[n] = pSrc1[n] + pSrc2[n]
- *     Sub           pDst[n] = pSrc2[n] - pSrc1[n]                 the first source is the subtrahend; in place pSrcDst[n] - pSrc[n]
+ *     Sub           pDst[n] = pSrc2[n] - pSrc1[n]                 the first source is the subtrahend; in place
+ *                                                                 pSrcDst[n] - pSrc[n]
  *     Mul           pDst[n] = pSrc1[n] * pSrc2[n]
  *     AddProduct    pSrcDst[n] = pSrcDst[n] + pSrc1[n] * pSrc2[n]
  *
  *     complex       (a + ib) (c + id) = (ac - bd) + i (ad + bc)
  *
- * pSrc1, pSrc2, pSrc, pDst, pSrcDst    len >= 1 elements each; the destination may equal any source whose elements are at least as wide
- * scaleFactor                          _Sfs forms store r * 2^-scaleFactor of the exact result r, to nearest, ties to even, saturated; any integer
- *                                      will do. In AddProduct r is the whole sum.
+ * pSrc1, pSrc2, pSrc, pDst, pSrcDst    len >= 1 elements each; the destination may equal any source whose elements are
+ *                                      at least as wide
+ * scaleFactor                          _Sfs forms store r * 2^-scaleFactor of the exact result r, to nearest, ties to
+ *                                      even, saturated; any integer will do. In AddProduct r is the whole sum.
  *
- * Integer forms without a scale store r saturated; none wraps. The parts of a complex result saturate each by itself. Float forms are plain IEEE 754
- * arithmetic in the type of the elements: each product and each sum is rounded, to nearest. Of two type codes the first is that of the sources, the second that of the
- * destination; of 32f32fc, 32s32sc and 16u16s that of the first and of the second source, the latter the destination's too; Add_16s32s_I adds
- * 16-bit elements to 32-bit ones.
+ * Integer forms without a scale store r saturated; none wraps. The parts of a complex result saturate each by itself.
+ * Float forms are plain IEEE 754 arithmetic in the type of the elements: each product and each sum is rounded, to
+ * nearest. Of two type codes the first is that of the sources, the second that of the destination; of 32f32fc, 32s32sc
+ * and 16u16s that of the first and of the second source, the latter the destination's too; Add_16s32s_I adds 16-bit
+ * elements to 32-bit ones.
  *
  * Mul_Low_32s_Sfs stores what Mul_32s_Sfs stores.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1). Add_16u_Sfs with
- * scaleFactor > 17, where only zeros are left, looks at pDst and len alone.
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1). Add_16u_Sfs with scaleFactor > 17, where only zeros are left, looks at pDst and len alone.
  */
 Status tevsAdd_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len);
 Status tevsAdd_32f_I(const float* pSrc, float* pSrcDst, int len);
@@ -120,7 +123,7 @@ Status tevsAddProduct_16s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int16_
 Status tevsAddProduct_32s_Sfs(const int32_t* pSrc1, const int32_t* pSrc2, int32_t* pSrcDst, int len, int scaleFactor);
 Status tevsAddProduct_16s32s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int32_t* pSrcDst, int len, int scaleFactor);
 
-/* ---- AddC, SubC, SubCRev, MulC, AddProductC: a vector and a constant --------------------------------------------------------
+/* ---- AddC, SubC, SubCRev, MulC, AddProductC: a vector and a constant ------------------------------------------------
  *
  *     AddC           pDst[n] = pSrc[n] + val
  *     SubC           pDst[n] = pSrc[n] - val
@@ -128,8 +131,8 @@ Status tevsAddProduct_16s32s_Sfs(const int16_t* pSrc1, const int16_t* pSrc2, int
  *     MulC           pDst[n] = pSrc[n] * val
  *     AddProductC    pSrcDst[n] = pSrcDst[n] + pSrc[n] * val
  *
- * Arguments, rounding and statuses as above. val comes first in place. MulC_32f16s_Sfs rounds the product to single precision, then scales it; a product that is NaN
- * becomes -32768. MulC_Low_32f16s is the same with a scale of 0.
+ * Arguments, rounding and statuses as above. val comes first in place. MulC_32f16s_Sfs rounds the product to single
+ * precision, then scales it; a product that is NaN becomes -32768. MulC_Low_32f16s is the same with a scale of 0.
  */
 Status tevsAddC_32f(const float* pSrc, float val, float* pDst, int len);
 Status tevsAddC_32f_I(float val, float* pSrcDst, int len);
@@ -222,7 +225,7 @@ Status tevsMulC_Low_32f16s(const float* pSrc, float val, int16_t* pDst, int len)
 
 Status tevsAddProductC_32f(const float* pSrc, float val, float* pSrcDst, int len);
 
-/* ---- Div, DivC, DivCRev: quotients ---------------------------------------------------------------------------------------------
+/* ---- Div, DivC, DivCRev: quotients ----------------------------------------------------------------------------------
  *
  *     Div        pDst[n] = pSrc2[n] / pSrc1[n]          the first source is the divisor; in place pSrcDst[n] / pSrc[n]
  *     DivC       pDst[n] = pSrc[n] / val
@@ -230,13 +233,16 @@ Status tevsAddProductC_32f(const float* pSrc, float val, float* pSrcDst, int len
  *
  *     complex    x / y = x conj(y) / |y|^2
  *
- * pSrc1, pSrc2, pSrc, pDst, pSrcDst    len >= 1 elements each; the destination may equal any source whose elements are at least as wide
- * scaleFactor                          _Sfs forms store the quotient * 2^-scaleFactor, to nearest, ties to even, saturated; any integer will do
+ * pSrc1, pSrc2, pSrc, pDst, pSrcDst    len >= 1 elements each; the destination may equal any source whose elements are
+ *                                      at least as wide
+ * scaleFactor                          _Sfs forms store the quotient * 2^-scaleFactor, to nearest, ties to even,
+ *                                      saturated; any integer will do
  *
- * Integer quotients are rounded once, from the exact value. Below a scaleFactor of -32, Div_16sc_Sfs stores for each part of x conj(y) that is not 0
- * the extreme of its sign. Float Div and DivCRev are correctly rounded; 32fc is computed in double precision, 64fc without overflow or underflow
- * on the way. Float DivC multiplies by 1 / val, complex DivC by (val.re / m, -val.im / m) with m = val.re^2 + val.im^2, all rounded in the type of the
- * elements: the last bit may differ from a division's.
+ * Integer quotients are rounded once, from the exact value. Below a scaleFactor of -32, Div_16sc_Sfs stores for each
+ * part of x conj(y) that is not 0 the extreme of its sign. Float Div and DivCRev are correctly rounded; 32fc is
+ * computed in double precision, 64fc without overflow or underflow on the way. Float DivC multiplies by 1 / val,
+ * complex DivC by (val.re / m, -val.im / m) with m = val.re^2 + val.im^2, all rounded in the type of the elements: the
+ * last bit may differ from a division's.
  *
  * Where a divisor is zero, of either sign, and whatever the scale:
  *
@@ -244,10 +250,12 @@ Status tevsAddProductC_32f(const float* pSrc, float val, float* pSrcDst, int len
  *     > 0          maximum    maximum           0       +infinity    NaN
  *     < 0                     minimum           0       -infinity    NaN
  *     0            0          0                 0       NaN          NaN
- *     NaN                                               NaN          NaN         NaN is 0x7FC00000 or 0x7FF8000000000000
+ *     NaN                                               NaN          NaN         NaN is 0x7FC00000 or
+ *                                                                                0x7FF8000000000000
  *
- * Returns StatusOk; WarnDivByZero if a divisor element was zero, with the whole destination written; or the first that applies, with nothing written:
- * StatusNullPtr (any pointer), StatusBadSize (len < 1), StatusDivByZeroErr (DivC: val is zero or NaN; of a complex float val, m is).
+ * Returns StatusOk; WarnDivByZero if a divisor element was zero, with the whole destination written; or the first that
+ * applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1), StatusDivByZeroErr (DivC: val is
+ * zero or NaN; of a complex float val, m is).
  */
 Status tevsDiv_32f(const float* pSrc1, const float* pSrc2, float* pDst, int len);
 Status tevsDiv_32f_I(const float* pSrc, float* pSrcDst, int len);
@@ -299,13 +307,15 @@ Status tevsDivCRev_32f_I(float val, float* pSrcDst, int len);
 Status tevsDivCRev_16u(const uint16_t* pSrc, uint16_t val, uint16_t* pDst, int len);
 Status tevsDivCRev_16u_I(uint16_t val, uint16_t* pSrcDst, int len);
 
-/* ---- Abs: absolute value -----------------------------------------------------------------------------------------------------
+/* ---- Abs: absolute value --------------------------------------------------------------------------------------------
  *
  *     pDst[n] = |pSrc[n]|
  *
- * pSrc, pDst, pSrcDst    len >= 1 elements each. The minimum of an integer type gives its maximum. Of a float the sign bit is cleared, a NaN's too.
+ * pSrc, pDst, pSrcDst    len >= 1 elements each. The minimum of an integer type gives its maximum. Of a float the sign
+ *                        bit is cleared, a NaN's too.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1).
  */
 Status tevsAbs_32f(const float* pSrc, float* pDst, int len);
 Status tevsAbs_32f_I(float* pSrcDst, int len);

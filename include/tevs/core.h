@@ -5,11 +5,12 @@
 
 TEVS_BEGIN
 
-/* ---- Malloc, Free: aligned memory -----------------------------------------------------------------------------------------
+/* ---- Malloc, Free: aligned memory -----------------------------------------------------------------------------------
  *
- * tevsMalloc_<type> returns memory for len elements at an address that is a multiple of 32 bytes, not cleared, or a null pointer if
- * len < 1 or the system has no memory. tevsFree gives it back; a null pointer is let pass, and any other that did not come from
- * tevsMalloc is a fault of the caller. Both are as safe to call from several threads as malloc and free.
+ * tevsMalloc_<type> returns memory for len elements at an address that is a multiple of 32 bytes, not cleared, or a
+ * null pointer if len < 1 or the system has no memory. tevsFree gives it back; a null pointer is let pass, and any
+ * other that did not come from tevsMalloc is a fault of the caller. Both are as safe to call from several threads as
+ * malloc and free.
  */
 uint8_t* tevsMalloc_8u(int len);
 uint16_t* tevsMalloc_16u(int len);
@@ -28,7 +29,7 @@ Complex32f* tevsMalloc_32fc(int len);
 Complex64f* tevsMalloc_64fc(int len);
 void tevsFree(void* ptr);
 
-/* ---- GetLibVersion ----------------------------------------------------------------------------------------------------------
+/* ---- GetLibVersion --------------------------------------------------------------------------------------------------
  *
  * The library's one version record, constant and never released; every call returns the same pointer.
  */
@@ -43,7 +44,8 @@ typedef struct LibraryVersion {
 
 const LibraryVersion* tevsGetLibVersion(void);
 
-/* The version of this header: of what a program is compiled with, as tevsGetLibVersion tells what it runs with. One comparable number of it:
+/* The version of this header: of what a program is compiled with, as tevsGetLibVersion tells what it runs with. One
+ * comparable number of it:
  *
  *     #if TEVS_VERSION >= TEVS_VERSION_NUMBER(5, 1, 0)
  */
@@ -53,16 +55,18 @@ const LibraryVersion* tevsGetLibVersion(void);
 #define TEVS_VERSION_NUMBER(major, minor, patch) ((major) * 10000 + (minor) * 100 + (patch))
 #define TEVS_VERSION TEVS_VERSION_NUMBER(TEVS_VERSION_MAJOR, TEVS_VERSION_MINOR, TEVS_VERSION_PATCH)
 
-/* ---- GetStatusString ----------------------------------------------------------------------------------------------------------
+/* ---- GetStatusString ------------------------------------------------------------------------------------------------
  *
- * What a status says, in one line of English without a full stop; of a number that is none of Status, "unknown status". Static text, never released.
+ * What a status says, in one line of English without a full stop; of a number that is none of Status, "unknown status".
+ * Static text, never released.
  */
 const char* tevsGetStatusString(Status status);
 
-/* ---- GetLevel, GetLevelName ---------------------------------------------------------------------------------------------------
+/* ---- GetLevel, GetLevelName -----------------------------------------------------------------------------------------
  *
- * The SIMD level that the library runs at, chosen for the processor when it was loaded and capped by the environment variable TEVS_LEVEL: 0 "SSE3", 1 "SSE4.1",
- * 2 "AVX2", 3 "AVX-512". tevsGetLevelName gives these texts, static, and "unknown level" for other numbers.
+ * The SIMD level that the library runs at, chosen for the processor when it was loaded and capped by the environment
+ * variable TEVS_LEVEL: 0 "SSE3", 1 "SSE4.1", 2 "AVX2", 3 "AVX-512". tevsGetLevelName gives these texts, static, and
+ * "unknown level" for other numbers.
  */
 int tevsGetLevel(void);
 const char* tevsGetLevelName(int level);

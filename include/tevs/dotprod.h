@@ -5,22 +5,24 @@
 
 TEVS_BEGIN
 
-/* ---- DotProd: dot product ---------------------------------------------------------------------------------------------------------
+/* ---- DotProd: dot product -------------------------------------------------------------------------------------------
  *
  *     *pDp = sum over n = 0 .. len-1 of  pSrc1[n] * pSrc2[n]
  *
- * with no conjugation. The type codes are those of both sources, or of a real and a complex one, then that of the result where it differs:
- * 32f32fc is float times Complex32f, 16sc32sc Complex16s times Complex16s with a Complex32s result.
+ * with no conjugation. The type codes are those of both sources, or of a real and a complex one, then that of the
+ * result where it differs: 32f32fc is float times Complex32f, 16sc32sc Complex16s times Complex16s with a Complex32s
+ * result.
  *
  * pSrc1, pSrc2   len >= 1 elements each; they may be the same vector
  * pDp            one value
- * scaleFactor    _Sfs forms: the exact sum * 2^-scaleFactor, to nearest, ties to even, saturated. Any integer will do; in forms with results of
- *                16 bits a factor above 31 acts as 31 and one below -15 as -15.
+ * scaleFactor    _Sfs forms: the exact sum * 2^-scaleFactor, to nearest, ties to even, saturated. Any integer will do;
+ *                in forms with results of 16 bits a factor above 31 acts as 31 and one below -15 as -15.
  *
- * Integer products and their sums are exact; a float result of integers is the exact sum, rounded once. Sums of floats are formed in double
- * precision, in an order that depends on len and the SIMD level only, and rounded once.
+ * Integer products and their sums are exact; a float result of integers is the exact sum, rounded once. Sums of floats
+ * are formed in double precision, in an order that depends on len and the SIMD level only, and rounded once.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1).
  */
 Status tevsDotProd_32f(const float* pSrc1, const float* pSrc2, int len, float* pDp);
 Status tevsDotProd_64f(const double* pSrc1, const double* pSrc2, int len, double* pDp);

@@ -3,19 +3,21 @@
 
 #include "tevs/types.h"
 
-/* What all of these share. Vectors hold len >= 1 elements each; a destination may equal a source of the same width (the _I forms are that call).
- * A result in floating point is within one unit in the last place of the exact value (most are within 0.6 in single precision), over the whole range of
- * the type, subnormal numbers included, and the same on every machine; docs/accuracy.md has the measured errors. NaN gives NaN and no warning.
- * An integer result is the exact value times 2^-scaleFactor, rounded to nearest, ties to even, and saturated, for any scaleFactor; where the exact value is
+/* What all of these share. Vectors hold len >= 1 elements each; a destination may equal a source of the same width (the
+ * _I forms are that call). A result in floating point is within one unit in the last place of the exact value (most are
+ * within 0.6 in single precision), over the whole range of the type, subnormal numbers included, and the same on every
+ * machine; docs/accuracy.md has the measured errors. NaN gives NaN and no warning. An integer result is the exact value
+ * times 2^-scaleFactor, rounded to nearest, ties to even, and saturated, for any scaleFactor; where the exact value is
  * irrational, it is rounded from extended precision or from double precision where that gives the same.
  *
- * Returns StatusOk, or the first error that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1), and what the
- * functions name. A warning does not end the call: the whole destination is written, and the first offending element decides which warning it is.
+ * Returns StatusOk, or the first error that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize
+ * (len < 1), and what the functions name. A warning does not end the call: the whole destination is written, and the
+ * first offending element decides which warning it is.
  */
 
 TEVS_BEGIN
 
-/* ---- Exp: exponential -----------------------------------------------------------------------------------------------------------
+/* ---- Exp: exponential -----------------------------------------------------------------------------------------------
  *
  *     pDst[n] = e^pSrc[n]
  *
@@ -33,7 +35,7 @@ Status tevsExp_64s_Sfs(const int64_t* pSrc, int64_t* pDst, int len, int scaleFac
 Status tevsExp_64s_ISfs(int64_t* pSrcDst, int len, int scaleFactor);
 Status tevsExp_32f64f(const float* pSrc, double* pDst, int len);
 
-/* ---- Ln: natural logarithm -----------------------------------------------------------------------------------------------------
+/* ---- Ln: natural logarithm ------------------------------------------------------------------------------------------
  *
  *     pDst[n] = ln pSrc[n]
  *
@@ -51,7 +53,7 @@ Status tevsLn_32s_ISfs(int32_t* pSrcDst, int len, int scaleFactor);
 Status tevsLn_64f32f(const double* pSrc, float* pDst, int len);
 Status tevsLn_32s16s_Sfs(const int32_t* pSrc, int16_t* pDst, int len, int scaleFactor);
 
-/* ---- 10Log10: decibels of a power --------------------------------------------------------------------------------------------
+/* ---- 10Log10: decibels of a power -----------------------------------------------------------------------------------
  *
  *     pDst[n] = 10 log10 pSrc[n]
  *
@@ -60,11 +62,12 @@ Status tevsLn_32s16s_Sfs(const int32_t* pSrc, int16_t* pDst, int len, int scaleF
 Status tevs10Log10_32s_Sfs(const int32_t* pSrc, int32_t* pDst, int len, int scaleFactor);
 Status tevs10Log10_32s_ISfs(int32_t* pSrcDst, int len, int scaleFactor);
 
-/* ---- Sqr: square ---------------------------------------------------------------------------------------------------------------------
+/* ---- Sqr: square ----------------------------------------------------------------------------------------------------
  *
  *     pDst[n] = pSrc[n]^2
  *
- * Floating point: one rounding, or for complex elements, (re^2 - im^2) + i (re im + im re), one for each operation. Integers: exact before the scale.
+ * Floating point: one rounding, or for complex elements, (re^2 - im^2) + i (re im + im re), one for each operation.
+ * Integers: exact before the scale.
  */
 Status tevsSqr_32f(const float* pSrc, float* pDst, int len);
 Status tevsSqr_32f_I(float* pSrcDst, int len);
@@ -83,13 +86,15 @@ Status tevsSqr_16s_ISfs(int16_t* pSrcDst, int len, int scaleFactor);
 Status tevsSqr_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, int len, int scaleFactor);
 Status tevsSqr_16sc_ISfs(Complex16s* pSrcDst, int len, int scaleFactor);
 
-/* ---- Sqrt: square root -----------------------------------------------------------------------------------------------------------
+/* ---- Sqrt: square root ----------------------------------------------------------------------------------------------
  *
  *     pDst[n] = sqrt(pSrc[n])
  *
- * real        correctly rounded. A negative element gives NaN with its sign bit set, or the integer 0, and WarnSqrtNegArg; -0.0 gives -0.0.
- * complex     the principal root, whose real part is not negative and whose imaginary part has the sign of the element's; infinities as in C's csqrt.
- *             32fc within 0.51 units in the last place of each part, 64fc within 0.75; 16sc rounded from double precision. Never a warning.
+ * real        correctly rounded. A negative element gives NaN with its sign bit set, or the integer 0, and
+ *             WarnSqrtNegArg; -0.0 gives -0.0.
+ * complex     the principal root, whose real part is not negative and whose imaginary part has the sign of the
+ *             element's; infinities as in C's csqrt. 32fc within 0.51 units in the last place of each part, 64fc within
+ *             0.75; 16sc rounded from double precision. Never a warning.
  */
 Status tevsSqrt_32f(const float* pSrc, float* pDst, int len);
 Status tevsSqrt_32f_I(float* pSrcDst, int len);
@@ -112,7 +117,7 @@ Status tevsSqrt_64s_ISfs(int64_t* pSrcDst, int len, int scaleFactor);
 Status tevsSqrt_32s16s_Sfs(const int32_t* pSrc, int16_t* pDst, int len, int scaleFactor);
 Status tevsSqrt_64s16s_Sfs(const int64_t* pSrc, int16_t* pDst, int len, int scaleFactor);
 
-/* ---- Cubrt: cube root --------------------------------------------------------------------------------------------------------------
+/* ---- Cubrt: cube root -----------------------------------------------------------------------------------------------
  *
  *     pDst[n] = cbrt(pSrc[n])
  *
@@ -121,14 +126,16 @@ Status tevsSqrt_64s16s_Sfs(const int64_t* pSrc, int16_t* pDst, int len, int scal
 Status tevsCubrt_32f(const float* pSrc, float* pDst, int len);
 Status tevsCubrt_32s16s_Sfs(const int32_t* pSrc, int16_t* pDst, int len, int scaleFactor);
 
-/* ---- Normalize: subtract and divide by constants --------------------------------------------------------------------------
+/* ---- Normalize: subtract and divide by constants --------------------------------------------------------------------
  *
  *     pDst[n] = (pSrc[n] - vSub) * (1 / vDiv)
  *
- * The reciprocal is computed once and rounded; in floating point the difference and the product are each rounded as well, so results may differ from a division's in the
- * last place. Integers: the difference is exact, the reciprocal and the product are rounded to double precision before the scale.
+ * The reciprocal is computed once and rounded; in floating point the difference and the product are each rounded as
+ * well, so results may differ from a division's in the last place. Integers: the difference is exact, the reciprocal
+ * and the product are rounded to double precision before the scale.
  *
- * Returns also StatusDivByZeroErr: |vDiv| is below the smallest normal number of single precision (2^-126), in double precision too, or 0 for integers.
+ * Returns also StatusDivByZeroErr: |vDiv| is below the smallest normal number of single precision (2^-126), in double
+ * precision too, or 0 for integers.
  */
 Status tevsNormalize_32f(const float* pSrc, float* pDst, int len, float vSub, float vDiv);
 Status tevsNormalize_64f(const double* pSrc, double* pDst, int len, double vSub, double vDiv);

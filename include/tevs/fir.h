@@ -5,13 +5,13 @@
 
 TEVS_BEGIN
 
-/* ---- FIR: finite impulse response filter --------------------------------------------------------------------------------------
+/* ---- FIR: finite impulse response filter ----------------------------------------------------------------------------
  *
  *     y[t] = sum over k = 0 .. tapsLen-1 of  h[k] * x[t-k]
  *
- * A record holds the taps h and the delay line, the last tapsLen inputs, and filters a stream in blocks of any length, or sample by sample; the two
- * may be mixed. Wherever a stream is cut into blocks, direct filtering gives the same results to the bit. A record is used where it was built: it must not be
- * copied or moved.
+ * A record holds the taps h and the delay line, the last tapsLen inputs, and filters a stream in blocks of any length,
+ * or sample by sample; the two may be mixed. Wherever a stream is cut into blocks, direct filtering gives the same
+ * results to the bit. A record is used where it was built: it must not be copied or moved.
  *
  *                   taps               samples             sums in           by FFT from   threads above
  *     _32f          single             single              single            64 taps       160000 samples
@@ -30,46 +30,56 @@ TEVS_BEGIN
  *     64fc_16sc     complex double     complex 16-bit      double            16                 -
  *
  * pTaps           h[0] .. h[tapsLen-1] in the order of the formula; tapsLen >= 1
- * tapsFactor      of 32-bit taps: they stand for pTaps[k] * 2^tapsFactor. They are kept in 16 bits: all are shifted to the right by one count, the least that
- *                 brings the largest magnitude below 32767.
- *                 32s_16s32f, 32sc_16sc32fc build the same records from single-precision taps: all are multiplied by one power of two, which brings the
- *                 largest magnitude (but infinities) to between 16383.5 and 32767, and rounded to nearest, halves away from zero. NaN counts as 0.
- * scaleFactor     of integer samples: results are stored times 2^-scaleFactor, to nearest, ties to even, saturated; any value will do
- * pDlyLine        the tapsLen samples before the next input, newest first: x[-1] .. x[-tapsLen]. The oldest is kept, though no output needs it.
- *                 Where a record is built or set, NULL stands for silence.
+ * tapsFactor      of 32-bit taps: they stand for pTaps[k] * 2^tapsFactor. They are kept in 16 bits: all are shifted to
+ *                 the right by one count, the least that brings the largest magnitude below 32767. 32s_16s32f,
+ *                 32sc_16sc32fc build the same records from single-precision taps: all are multiplied by one power of
+ *                 two, which brings the largest magnitude (but infinities) to between 16383.5 and 32767, and rounded to
+ *                 nearest, halves away from zero. NaN counts as 0.
+ * scaleFactor     of integer samples: results are stored times 2^-scaleFactor, to nearest, ties to even, saturated; any
+ *                 value will do
+ * pDlyLine        the tapsLen samples before the next input, newest first: x[-1] .. x[-tapsLen]. The oldest is kept,
+ *                 though no output needs it. Where a record is built or set, NULL stands for silence.
  * pSrc, pDst      numIters >= 1 samples each; equal pointers filter in place, other overlaps do not work
  *
- * GetStateSize    The bytes of a record in the caller's memory, at any address: most of them for the samples that a block in place or of another type goes
- *                 through, so 16784 for _32f with 8 taps and one thread. The size depends on the thread count (tevcore.h) at the time of the call, which
- *                 Init need not find again. Returns StatusOk, StatusNullPtr (pSize), StatusFilterLength (tapsLen < 1, or so large that the size is beyond
- *                 INT_MAX).
+ * GetStateSize    The bytes of a record in the caller's memory, at any address: most of them for the samples that a
+ *                 block in place or of another type goes through, so 16784 for _32f with 8 taps and one thread. The
+ *                 size depends on the thread count (tevcore.h) at the time of the call, which Init need not find again.
+ *                 Returns StatusOk, StatusNullPtr (pSize), StatusFilterLength (tapsLen < 1, or so large that the size
+ *                 is beyond INT_MAX).
  * Init            Builds a record in pBuffer and stores its address. Such a record filters directly at every length.
- *                 Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength (as GetStateSize for one thread).
- * InitAlloc       The same in memory of its own. With as many taps as the table says, blocks of 512 samples and more are filtered by FFT.
- *                 Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength (tapsLen < 1), StatusFftOrder (from 2^29 taps on, where there would be an
- *                 FFT), StatusNoMemory.
- * Free            Gives back what InitAlloc took, and clears the record's identifier before. A record in the caller's memory is left as it is and may still be used,
- *                 unlike a transform's, which FFTFree makes invalid.
+ *                 Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength (as GetStateSize for
+ *                 one thread).
+ * InitAlloc       The same in memory of its own. With as many taps as the table says, blocks of 512 samples and more
+ *                 are filtered by FFT. Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength (tapsLen <
+ *                 1), StatusFftOrder (from 2^29 taps on, where there would be an FFT), StatusNoMemory.
+ * Free            Gives back what InitAlloc took, and clears the record's identifier before. A record in the caller's
+ *                 memory is left as it is and may still be used, unlike a transform's, which FFTFree makes invalid.
  *                 Returns StatusOk, StatusNullPtr, StatusContextMismatch (not a record of this type).
- * SetTaps         Other taps, as many as before; the delay line stays. GetTaps reads them back: of 16-bit taps the 16 bits, or, as single precision, what they stand
- *                 for.
- * SetDlyLine      Another past. GetDlyLine reads it. All four: StatusOk, StatusNullPtr (either pointer; pDlyLine of SetDlyLine may be NULL),
+ * SetTaps         Other taps, as many as before; the delay line stays. GetTaps reads them back: of 16-bit taps the 16
+ *                 bits, or, as single precision, what they stand for.
+ * SetDlyLine      Another past. GetDlyLine reads it. All four: StatusOk, StatusNullPtr (either pointer; pDlyLine of
+ *                 SetDlyLine may be NULL), StatusContextMismatch.
+ * FIR             Filters a block. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (numIters < 1),
  *                 StatusContextMismatch.
- * FIR             Filters a block. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (numIters < 1), StatusContextMismatch.
  * FIROne          Filters one sample. Returns StatusOk, StatusNullPtr, StatusContextMismatch.
  *
  * On failure nothing is written: no output, no record, no pointer to one, no taps.
  *
- * Threads         One call per record at a time. Blocks of more samples than the table says are shared out over an OpenMP team of at most as many threads as
- *                 threads_omp_of_n_tev said when the record was built; the results are the same for any number.
- * Method          Direct: each output summed in one order whatever the other arguments. FFT: overlap-save with transforms
- *                 of four times the largest power of two not above tapsLen (Oppenheim and Schafer, Discrete-Time Signal Processing, ch. 8); the error is
- *                 then relative to the largest output of a transform's block, and an infinity or NaN among its inputs reaches all of its outputs, earlier ones too.
- *                 Results in floating point may differ in rounding between SIMD levels, between blocks and single samples, and between blocks filtered by FFT
- *                 and directly. A record from Init, or blocks of less than 512 samples, are filtered directly whatever the taps.
- * Memory          Of these calls only InitAlloc returns StatusNoMemory. A record from InitAlloc owns what its blocks are transformed in. A block that threads share
- *                 in place, or with samples of another type than the sums, is filtered directly by way of memory taken for the call; without any, one thread
- *                 filters it. The threads themselves are the OpenMP runtime's, which ends the process where it has no memory to start them with.
+ * Threads         One call per record at a time. Blocks of more samples than the table says are shared out over an
+ *                 OpenMP team of at most as many threads as threads_omp_of_n_tev said when the record was built; the
+ *                 results are the same for any number.
+ * Method          Direct: each output summed in one order whatever the other arguments. FFT: overlap-save with
+ *                 transforms of four times the largest power of two not above tapsLen (Oppenheim and Schafer,
+ *                 Discrete-Time Signal Processing, ch. 8); the error is then relative to the largest output of a
+ *                 transform's block, and an infinity or NaN among its inputs reaches all of its outputs, earlier ones
+ *                 too. Results in floating point may differ in rounding between SIMD levels, between blocks and single
+ *                 samples, and between blocks filtered by FFT and directly. A record from Init, or blocks of less than
+ *                 512 samples, are filtered directly whatever the taps.
+ * Memory          Of these calls only InitAlloc returns StatusNoMemory. A record from InitAlloc owns what its blocks
+ *                 are transformed in. A block that threads share in place, or with samples of another type than the
+ *                 sums, is filtered directly by way of memory taken for the call; without any, one thread filters it.
+ *                 The threads themselves are the OpenMP runtime's, which ends the process where it has no memory to
+ *                 start them with.
  */
 typedef struct FIRState_32f FIRState_32f;
 typedef struct FIRState_32fc FIRState_32fc;
@@ -295,23 +305,24 @@ Status tevsFIROne64fc_32sc_Sfs(Complex32s src, Complex32s* pDst, FIRState64fc_32
 Status tevsFIROne64f_16s_Sfs(int16_t src, int16_t* pDst, FIRState64f_16s* pState, int scaleFactor);
 Status tevsFIROne64fc_16sc_Sfs(Complex16s src, Complex16s* pDst, FIRState64fc_16sc* pState, int scaleFactor);
 
-/* ---- FIR_Direct: the same filter without a record --------------------------------------------------------------------------------
+/* ---- FIR_Direct: the same filter without a record -------------------------------------------------------------------
  *
  * pTaps            tapsLen >= 1 taps in the order of the formula
- * pDlyLine         2 * tapsLen samples: the past twice over, oldest first from *pDlyLineIndex on in a circle of tapsLen. Zeros and an index of 0 to begin with;
- *                  every call leaves it ready for the next.
+ * pDlyLine         2 * tapsLen samples: the past twice over, oldest first from *pDlyLineIndex on in a circle of
+ *                  tapsLen. Zeros and an index of 0 to begin with; every call leaves it ready for the next.
  * pDlyLineIndex    0 .. tapsLen-1; any other value is taken modulo tapsLen
  *
- * Sums are formed in double precision and rounded once; 32-bit taps are brought into 16 bits as for records, in every call. Wherever a stream is cut into blocks the
- * results are the same to the bit. Single samples, from FIROne, may differ from them in the rounding of the sum, and are quicker in double precision than blocks of
- * one to three, which are summed in the order of long ones.
- * _16s: pTapsQ15 stand for taps * 2^-15; sums are formed in 32 bits, and wrap; they are stored times 2^-(scaleFactor + 15), to nearest, ties to even, saturated.
+ * Sums are formed in double precision and rounded once; 32-bit taps are brought into 16 bits as for records, in every
+ * call. Wherever a stream is cut into blocks the results are the same to the bit. Single samples, from FIROne, may
+ * differ from them in the rounding of the sum, and are quicker in double precision than blocks of one to three, which
+ * are summed in the order of long ones. _16s: pTapsQ15 stand for taps * 2^-15; sums are formed in 32 bits, and wrap;
+ * they are stored times 2^-(scaleFactor + 15), to nearest, ties to even, saturated.
  *
  * Equal pSrc and pDst filter in place; taps, delay line and samples lie apart.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSrc, pDst), StatusBadSize (numIters < 1), StatusNullPtr (pTaps),
- * StatusFilterLength (tapsLen < 1), StatusNullPtr (pDlyLine, pDlyLineIndex), of _16s alone StatusDelayIndex (*pDlyLineIndex outside 0 .. tapsLen-1).
- * FIROne filters one sample and has no numIters.
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSrc, pDst), StatusBadSize
+ * (numIters < 1), StatusNullPtr (pTaps), StatusFilterLength (tapsLen < 1), StatusNullPtr (pDlyLine, pDlyLineIndex), of
+ * _16s alone StatusDelayIndex (*pDlyLineIndex outside 0 .. tapsLen-1). FIROne filters one sample and has no numIters.
  */
 Status tevsFIR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
 Status tevsFIR_Direct_32f_I(float* pSrcDst, int numIters, const float* pTaps, int tapsLen, float* pDlyLine, int* pDlyLineIndex);
@@ -404,34 +415,43 @@ Status tevsFIROne64fc_Direct_16sc_ISfs(Complex16s* pSrcDst, const Complex64f* pT
 Status tevsFIROne_Direct_16s_Sfs(int16_t src, int16_t* pDst, const int16_t* pTapsQ15, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
 Status tevsFIROne_Direct_16s_ISfs(int16_t* pSrcDst, const int16_t* pTapsQ15, int tapsLen, int16_t* pDlyLine, int* pDlyLineIndex, int scaleFactor);
 
-/* ---- FIRMR: the same filter between two rates -------------------------------------------------------------------------------------
+/* ---- FIRMR: the same filter between two rates -----------------------------------------------------------------------
  *
- * upFactor - 1 zeros follow every input, the first of which comes at time upPhase; h filters all of that; and of the result every downFactor-th value
- * is kept, from time downPhase on. With t = downPhase + m * downFactor - upPhase, output m of a stream is
+ * upFactor - 1 zeros follow every input, the first of which comes at time upPhase; h filters all of that; and of the
+ * result every downFactor-th value is kept, from time downPhase on. With t = downPhase + m * downFactor - upPhase,
+ * output m of a stream is
  *
- *     y[m] = sum over j of  h[t mod upFactor + j * upFactor] * x[floor(t / upFactor) - j],    the index of h below tapsLen
+ *     y[m] = sum over j of  h[t mod upFactor + j * upFactor] * x[floor(t / upFactor) - j],  h up to tapsLen - 1
  *
- * A record of this kind is used through the calls above: Free, SetTaps, GetTaps, SetDlyLine, GetDlyLine, and FIR, which makes numIters * upFactor outputs
- * from numIters * downFactor inputs. FIROne refuses it. Its delay line has ceil(tapsLen / upFactor) samples, newest first. With both factors 1 it is a
- * record for one rate, as from FIRInit or FIRInitAlloc.
+ * A record of this kind is used through the calls above: Free, SetTaps, GetTaps, SetDlyLine, GetDlyLine, and FIR, which
+ * makes numIters * upFactor outputs from numIters * downFactor inputs. FIROne refuses it. Its delay line has
+ * ceil(tapsLen / upFactor) samples, newest first. With both factors 1 it is a record for one rate, as from FIRInit or
+ * FIRInitAlloc.
  *
  * upFactor, downFactor     at least 1
  * upPhase, downPhase       0 .. factor - 1
- * pSrc, pDst               equal pointers filter in place; the vector then holds numIters * max(upFactor, downFactor) samples
+ * pSrc, pDst               equal pointers filter in place; the vector then holds numIters * max(upFactor, downFactor)
+ *                          samples
  * all others               as above; upFactor times downFactor need not fit in an int, nor numIters times either
  *
- * GetStateSize    The bytes of a record in the caller's memory, at any address, whatever its phases. Returns StatusOk, StatusNullPtr (pSize),
- *                 StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusFilterLength (beyond INT_MAX bytes).
- * Init            Builds a record in pBuffer. Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterLength (tapsLen < 1), StatusRateFactor
- *                 (a factor < 1), StatusRatePhase (a phase out of range), StatusFilterLength (a size beyond INT_MAX bytes).
- * InitAlloc       The same in memory of its own. Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength (tapsLen < 1), StatusRateFactor,
- *                 StatusRatePhase, StatusNoMemory (for a size beyond INT_MAX bytes too).
+ * GetStateSize    The bytes of a record in the caller's memory, at any address, whatever its phases. Returns StatusOk,
+ *                 StatusNullPtr (pSize), StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1),
+ *                 StatusFilterLength (beyond INT_MAX bytes).
+ * Init            Builds a record in pBuffer. Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer),
+ *                 StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusRatePhase (a phase out of
+ *                 range), StatusFilterLength (a size beyond INT_MAX bytes).
+ * InitAlloc       The same in memory of its own. Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterLength
+ *                 (tapsLen < 1), StatusRateFactor, StatusRatePhase, StatusNoMemory (for a size beyond INT_MAX bytes
+ *                 too).
  *
- * Threads         Blocks of more iterations than the samples stated above are shared out over a team in the same way; the results are the same to the bit. The
- *                 team works in memory that is taken for the call; without any, one thread filters the block.
- * Method          Each phase of h as a filter of its own at the lower rate (Crochiere and Rabiner, Multirate Digital Signal Processing, ch. 3); of the results only
- *                 those that are kept are computed. Products in the precision of the taps, 16-bit taps exactly; each output is summed from its oldest input
- *                 to its newest, whatever the other arguments, so wherever a stream is cut the results are the same to the bit.
+ * Threads         Blocks of more iterations than the samples stated above are shared out over a team in the same way;
+ *                 the results are the same to the bit. The team works in memory that is taken for the call; without
+ *                 any, one thread filters the block.
+ * Method          Each phase of h as a filter of its own at the lower rate (Crochiere and Rabiner, Multirate Digital
+ *                 Signal Processing, ch. 3); of the results only those that are kept are computed. Products in the
+ *                 precision of the taps, 16-bit taps exactly; each output is summed from its oldest input to its
+ *                 newest, whatever the other arguments, so wherever a stream is cut the results are the same to the
+ *                 bit.
  */
 Status tevsFIRMRGetStateSize_32f(int tapsLen, int upFactor, int downFactor, int* pSize);
 Status tevsFIRMRGetStateSize_32fc(int tapsLen, int upFactor, int downFactor, int* pSize);
@@ -521,17 +541,20 @@ Status tevsFIRMRInitAlloc64f_16s(FIRState64f_16s** ppState, const double* pTaps,
 Status tevsFIRMRInitAlloc64fc_16sc(FIRState64fc_16sc** ppState, const Complex64f* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor, int downPhase,
                                    const Complex16s* pDlyLine);
 
-/* ---- FIRMR_Direct: the same without a record -----------------------------------------------------------------------------------------
+/* ---- FIRMR_Direct: the same without a record ------------------------------------------------------------------------
  *
- * pDlyLine        ceil(tapsLen / upFactor) samples before the first of pSrc, newest first. Zeros to begin with; every call leaves it ready for the next.
+ * pDlyLine        ceil(tapsLen / upFactor) samples before the first of pSrc, newest first. Zeros to begin with; every
+ *                 call leaves it ready for the next.
  * all others      as above; tapsFactor and scaleFactor as for the single rate
  *
- * Sums are formed in double precision and rounded once; of integer taps they are exact up to 2^23 taps for each phase. Each call makes whole periods of both rates, so a
- * stream may be cut after any iteration. A call works through all taps before the first output: a record spares that.
+ * Sums are formed in double precision and rounded once; of integer taps they are exact up to 2^23 taps for each phase.
+ * Each call makes whole periods of both rates, so a stream may be cut after any iteration. A call works through all
+ * taps before the first output: a record spares that.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSrc, pDst), StatusBadSize (numIters < 1), StatusNullPtr (pTaps),
- * StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1), StatusRatePhase (a phase out of range), StatusNullPtr (pDlyLine), StatusNoMemory (for
- * taps and delay line of more than 1024 together).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (pSrc, pDst), StatusBadSize
+ * (numIters < 1), StatusNullPtr (pTaps), StatusFilterLength (tapsLen < 1), StatusRateFactor (a factor < 1),
+ * StatusRatePhase (a phase out of range), StatusNullPtr (pDlyLine), StatusNoMemory (for taps and delay line of more
+ * than 1024 together).
  */
 Status tevsFIRMR_Direct_32f(const float* pSrc, float* pDst, int numIters, const float* pTaps, int tapsLen, int upFactor, int upPhase, int downFactor,
                             int downPhase, float* pDlyLine);

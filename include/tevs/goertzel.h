@@ -5,24 +5,29 @@
 
 TEVS_BEGIN
 
-/* ---- Goertz: the spectrum of a block at one frequency -------------------------------------------------------------------------------
+/* ---- Goertz: the spectrum of a block at one frequency ---------------------------------------------------------------
  *
  *     y = e^(j omega len) * sum over n = 0 .. len-1 of  x[n] * e^(-j omega n)         omega = 2 pi rFreq
  *
- * which is what the Goertzel recurrence s[n] = x[n] + 2 cos(omega) s[n-1] - s[n-2] ends in, y = e^(j omega) s[len-1] - s[len-2]; for rFreq = k/len it is bin k
- * of the DFT. G. Goertzel, An Algorithm for the Evaluation of Finite Trigonometric Series, American Mathematical Monthly 65 (1958).
+ * which is what the Goertzel recurrence s[n] = x[n] + 2 cos(omega) s[n-1] - s[n-2] ends in, y = e^(j omega) s[len-1] -
+ * s[len-2]; for rFreq = k/len it is bin k of the DFT. G. Goertzel, An Algorithm for the Evaluation of Finite
+ * Trigonometric Series, American Mathematical Monthly 65 (1958).
  *
- * GoertzTwo     the same at two frequencies: pResult[0] at pRFreq[0] and pResult[1] at pRFreq[1], each to the bit as Goertz gives it
+ * GoertzTwo     the same at two frequencies: pResult[0] at pRFreq[0] and pResult[1] at pRFreq[1], each to the bit as
+ *               Goertz gives it
  * pSrc          len >= 1 samples; any length is served, and costs no accuracy
  * pResult       one complex value for each frequency; it may lie anywhere, in the source too
  * rFreq         of the sampling rate, in [0, 1). Q15 forms: rFreqQ15 / 32768
- * scaleFactor   _Sfs forms: y * 2^-scaleFactor, of y rounded to single precision, to nearest, ties to even, saturated; any integer
+ * scaleFactor   _Sfs forms: y * 2^-scaleFactor, of y rounded to single precision, to nearest, ties to even, saturated;
+ *               any integer
  *
- * Accuracy      the 64fc forms work in double precision, the others in single and, between blocks, double precision. Off by no more than 2^-21, of 64fc
- *               2^-49, of the sum of the samples' magnitudes. Results are the same at every SIMD level.
+ * Accuracy      the 64fc forms work in double precision, the others in single and, between blocks, double precision.
+ *               Off by no more than 2^-21, of 64fc 2^-49, of the sum of the samples' magnitudes. Results are the same
+ *               at every SIMD level.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1), StatusRelFreq (a frequency
- * that is not in [0, 1), NaN too). Q15 forms look at the frequencies first: StatusRelFreq comes before all others, but for a null pRFreqQ15.
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1), StatusRelFreq (a frequency that is not in [0, 1), NaN too). Q15 forms look at the frequencies first:
+ * StatusRelFreq comes before all others, but for a null pRFreqQ15.
  */
 Status tevsGoertz_32f(const float* pSrc, int len, Complex32f* pResult, float rFreq);
 Status tevsGoertz_32fc(const Complex32f* pSrc, int len, Complex32f* pResult, float rFreq);

@@ -5,15 +5,18 @@
 
 TEVS_BEGIN
 
-/* ---- IIR: infinite impulse response filter ------------------------------------------------------------------------------------
+/* ---- IIR: infinite impulse response filter --------------------------------------------------------------------------
  *
  *              b0 + b1 z^-1 + ... + bN z^-N
- *     H(z) =  ------------------------------        a0 y[n] = sum over k = 0..N of b_k x[n-k]  -  sum over k = 1..N of a_k y[n-k]
+ *     H(z) =  ------------------------------
  *              a0 + a1 z^-1 + ... + aN z^-N
  *
- * of arbitrary order N, or as a cascade of second-order sections (BiQuad), each of which filters the output of the one before. A record holds the taps,
- * divided by a0, and a state d; it filters a stream in blocks of any length, or sample by sample; the two may be mixed. One sample, in the
- * transposed direct form II (Oppenheim and Schafer, Discrete-Time Signal Processing, ch. 6), with d[N] = 0:
+ *     a0 y[n] = sum over k = 0..N of b_k x[n-k]  -  sum over k = 1..N of a_k y[n-k]
+ *
+ * of arbitrary order N, or as a cascade of second-order sections (BiQuad), each of which filters the output of the one
+ * before. A record holds the taps, divided by a0, and a state d; it filters a stream in blocks of any length, or sample
+ * by sample; the two may be mixed. One sample, in the transposed direct form II (Oppenheim and Schafer, Discrete-Time
+ * Signal Processing, ch. 6), with d[N] = 0:
  *
  *     y = b0 x + d[0]
  *     d[k] = b_(k+1) x - a_(k+1) y + d[k+1]                for k = 0 .. N-1
@@ -23,7 +26,8 @@ TEVS_BEGIN
  *     _32fc         complex single     complex single      single
  *     32f_16s       single             16-bit              single
  *     32fc_16sc     complex single     complex 16-bit      single
- *     32s_16s       32-bit, exponent   16-bit              single       also built from single-precision taps: 32s_16s32f
+ *     32s_16s       32-bit, exponent   16-bit              single       also built from single-precision taps:
+ *                                                                       32s_16s32f
  *     32sc_16sc     complex 32-bit     complex 16-bit      single       32sc_16sc32fc
  *     _64f          double             double              double
  *     _64fc         complex double     complex double      double
@@ -36,39 +40,54 @@ TEVS_BEGIN
  *
  * pTaps           arbitrary order, 2 (order + 1) values:    b0 b1 .. bN   a0 a1 .. aN
  *                 sections, 6 numBq values:                 b0 b1 b2 a0 a1 a2   b0 b1 b2 a0 a1 a2   ...
- * tapsFactor      of 32-bit taps: they stand for pTaps[k] * 2^-tapsFactor, rounded to single precision, with tapsFactor taken as -112 .. 126 at most. (The exponent
- *                 of FIR taps has the other sign.)
+ * tapsFactor      of 32-bit taps: they stand for pTaps[k] * 2^-tapsFactor, rounded to single precision, with tapsFactor
+ *                 taken as -112 .. 126 at most. (The exponent of FIR taps has the other sign.)
  * order, numBq    at least 1
- * pDlyLine        the state, in the type computed in: d[0] .. d[order-1], or d[0] d[1] of each section. Where a record is built or set, NULL stands for zeros.
- * scaleFactor     of integer samples: results are stored times 2^-scaleFactor, to nearest, ties to even, saturated; any value will do. This is the only time that they
- *                 are rounded to integers: sections hand on what they compute.
+ * pDlyLine        the state, in the type computed in: d[0] .. d[order-1], or d[0] d[1] of each section. Where a record
+ *                 is built or set, NULL stands for zeros.
+ * scaleFactor     of integer samples: results are stored times 2^-scaleFactor, to nearest, ties to even, saturated; any
+ *                 value will do. This is the only time that they are rounded to integers: sections hand on what they
+ *                 compute.
  * pSrc, pDst      len >= 1 samples each; equal pointers filter in place, other overlaps do not work
  *
- * GetStateSize    The bytes of a record in the caller's memory, at any address: 4472 for _32f of order 4, 4408 for one section. Returns StatusOk, StatusNullPtr
- *                 (pSize), StatusFilterOrder (order or numBq < 1, or so large that the size is beyond INT_MAX).
- * Init            Builds a record in pBuffer and stores its address. Returns StatusOk, StatusNullPtr (ppState, pTaps, pBuffer), StatusFilterOrder (as
- *                 GetStateSize), StatusDivByZeroErr (a0 is 0 or NaN or, in any section, b0 is 0; of complex taps, both parts 0 or either part of a0 NaN).
- * InitAlloc       The same in memory of its own. Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterOrder (order or numBq < 1), StatusNoMemory (the size
- *                 is beyond INT_MAX), StatusDivByZeroErr, StatusNoMemory.
- * Free            Gives back what InitAlloc took, and clears the record's identifier before. A record in the caller's memory is left as it is and may still be
- *                 used. Returns StatusOk, StatusNullPtr, StatusContextMismatch (not a record of this type).
- * SetTaps         Other taps, as many as before; the state stays. Returns StatusOk, StatusNullPtr, StatusContextMismatch, StatusDivByZeroErr.
- * SetDlyLine      Another state. GetDlyLine reads it. Both: StatusOk, StatusNullPtr (either pointer; pDlyLine of SetDlyLine may be NULL), StatusContextMismatch.
- * IIR             Filters a block. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1), StatusContextMismatch.
+ * GetStateSize    The bytes of a record in the caller's memory, at any address: 4472 for _32f of order 4, 4408 for one
+ *                 section. Returns StatusOk, StatusNullPtr (pSize), StatusFilterOrder (order or numBq < 1, or so large
+ *                 that the size is beyond INT_MAX).
+ * Init            Builds a record in pBuffer and stores its address. Returns StatusOk, StatusNullPtr (ppState, pTaps,
+ *                 pBuffer), StatusFilterOrder (as GetStateSize), StatusDivByZeroErr (a0 is 0 or NaN or, in any section,
+ *                 b0 is 0; of complex taps, both parts 0 or either part of a0 NaN).
+ * InitAlloc       The same in memory of its own. Returns StatusOk, StatusNullPtr (ppState, pTaps), StatusFilterOrder
+ *                 (order or numBq < 1), StatusNoMemory (the size is beyond INT_MAX), StatusDivByZeroErr,
+ *                 StatusNoMemory.
+ * Free            Gives back what InitAlloc took, and clears the record's identifier before. A record in the caller's
+ *                 memory is left as it is and may still be used. Returns StatusOk, StatusNullPtr, StatusContextMismatch
+ *                 (not a record of this type).
+ * SetTaps         Other taps, as many as before; the state stays. Returns StatusOk, StatusNullPtr,
+ *                 StatusContextMismatch, StatusDivByZeroErr.
+ * SetDlyLine      Another state. GetDlyLine reads it. Both: StatusOk, StatusNullPtr (either pointer; pDlyLine of
+ *                 SetDlyLine may be NULL), StatusContextMismatch.
+ * IIR             Filters a block. Returns StatusOk, StatusNullPtr (any pointer), StatusBadSize (len < 1),
+ *                 StatusContextMismatch.
  * IIROne          Filters one sample. Returns StatusOk, StatusNullPtr, StatusContextMismatch.
  *
- * On failure nothing is written: no output, no record, no pointer to one, no taps; a record keeps the filter that it had.
+ * On failure nothing is written: no output, no record, no pointer to one, no taps; a record keeps the filter that it
+ * had.
  *
  * Threads         One call per record at a time; no call starts threads.
- * Stability       is the caller's affair: poles on or outside the unit circle are filtered as they are. What grows beyond the range becomes infinite, and infinite or NaN from
- *                 there on, and integer results saturate (NaN to the least integer), until SetDlyLine puts another state. The same goes for infinite and NaN
+ * Stability       is the caller's affair: poles on or outside the unit circle are filtered as they are. What grows
+ *                 beyond the range becomes infinite, and infinite or NaN from there on, and integer results saturate
+ *                 (NaN to the least integer), until SetDlyLine puts another state. The same goes for infinite and NaN
  *                 taps. Outputs before an infinity or NaN of the input do not change with it.
- * Denormals       At the end of a call, and at least every 1024 samples of a block, a state (of a section, or of the whole filter of arbitrary order) whose parts are all below the
- *                 smallest normal number becomes 0. So a decaying filter reaches zero instead of staying among the subnormal numbers, whose arithmetic is slow on some
- *                 processors, and spends no more than those samples there. A state that SetDlyLine puts is read back as it is.
- * Method          Blocks take a section (and order 2 or less) by maps of eight real or four complex samples at a time, with the state in double precision in between;
- *                 higher orders by 16 bytes of outputs at a time. Their error is at most about that of single samples, and much less where poles lie near the unit circle.
- *                 Results in floating point may differ in rounding between SIMD levels, between blocks and single samples, and with where a stream is cut into blocks.
+ * Denormals       At the end of a call, and at least every 1024 samples of a block, a state (of a section, or of the
+ *                 whole filter of arbitrary order) whose parts are all below the smallest normal number becomes 0. So a
+ *                 decaying filter reaches zero instead of staying among the subnormal numbers, whose arithmetic is slow
+ *                 on some processors, and spends no more than those samples there. A state that SetDlyLine puts is read
+ *                 back as it is.
+ * Method          Blocks take a section (and order 2 or less) by maps of eight real or four complex samples at a time,
+ *                 with the state in double precision in between; higher orders by 16 bytes of outputs at a time. Their
+ *                 error is at most about that of single samples, and much less where poles lie near the unit circle.
+ *                 Results in floating point may differ in rounding between SIMD levels, between blocks and single
+ *                 samples, and with where a stream is cut into blocks.
  */
 typedef struct IIRState_32f IIRState_32f;
 typedef struct IIRState_32fc IIRState_32fc;
@@ -295,25 +314,28 @@ Status tevsIIROne64fc_32sc_Sfs(Complex32s src, Complex32s* pDst, IIRState64fc_32
 Status tevsIIROne64f_16s_Sfs(int16_t src, int16_t* pDst, IIRState64f_16s* pState, int scaleFactor);
 Status tevsIIROne64fc_16sc_Sfs(Complex16s src, Complex16s* pDst, IIRState64fc_16sc* pState, int scaleFactor);
 
-/* ---- IIR without a record: 16-bit samples and taps, 32-bit state ---------------------------------------------------------------
+/* ---- IIR without a record: 16-bit samples and taps, 32-bit state ----------------------------------------------------
  *
  * pTaps           arbitrary order, 2 (order + 1) values:    b0 b1 .. bN   s a1 .. aN
- *                 sections, 6 numBq values:                 b0 b1 b2 s a1 a2   b0 b1 b2 s a1 a2   ...
- *                 with the exponent s in the place of a0, which stands for a0 = 2^s. As a shift count it is taken modulo 32.
+ *                 sections, 6 numBq values:                 b0 b1 b2 s a1 a2   b0 b1 b2 s a1 a2   ... with the exponent
+ *                 s in the place of a0, which stands for a0 = 2^s. As a shift count it is taken modulo 32.
  * pDlyLine        the state, read and written: d[0] .. d[order-1], or d[0] d[1] of each section, 32 bits each
  *
  * One sample, in 32-bit integers that wrap, with arithmetic shifts and d[N] = 0:
  *
  *     v = b0 x + d[0]
- *     y = (v + 2^((s+31) mod 32) - 1 + (v >> s) % 2) >> s            that is v * 2^-s to nearest, ties to even, for s > 0
+ *     y = (v + 2^((s+31) mod 32) - 1 + (v >> s) % 2) >> s            that is v * 2^-s to nearest, ties to even, for s >
+ *                                                                    0
  *     d[k] = b_(k+1) x - a_(k+1) y + d[k+1]                         for k = 0 .. N-1
  *
- * The output is y saturated to 16 bits; what is fed back is y as it is. For s = 0 the term added is 2^31, whose sign is what the output then shows: 0 gives
- * 32767, 1 gives -32768. Of order 0, without a state, y = (v + 2^((s+31) mod 32)) >> s: halves round up. Each section takes the saturated output of the one before.
+ * The output is y saturated to 16 bits; what is fed back is y as it is. For s = 0 the term added is 2^31, whose sign is
+ * what the output then shows: 0 gives 32767, 1 gives -32768. Of order 0, without a state, y = (v + 2^((s+31) mod 32))
+ * >> s: halves round up. Each section takes the saturated output of the one before.
  *
  * IIR_Direct, IIROne_Direct, IIR_BiQuadDirect
- *                 Return StatusOk, or the first that applies: StatusFilterOrder (order < 0, numBq < 1), StatusNullPtr (any pointer), StatusTapsFactor (s < 0, in any
- *                 section), StatusBadSize (len < 1). Equal pointers filter in place, other overlaps do not work. On failure nothing is written.
+ *                 Return StatusOk, or the first that applies: StatusFilterOrder (order < 0, numBq < 1), StatusNullPtr
+ *                 (any pointer), StatusTapsFactor (s < 0, in any section), StatusBadSize (len < 1). Equal pointers
+ *                 filter in place, other overlaps do not work. On failure nothing is written.
  */
 Status tevsIIROne_Direct_16s(int16_t src, int16_t* pDst, const int16_t* pTaps, int order, int32_t* pDlyLine);
 Status tevsIIROne_Direct_16s_I(int16_t* pSrcDst, const int16_t* pTaps, int order, int32_t* pDlyLine);

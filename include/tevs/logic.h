@@ -14,7 +14,8 @@ TEVS_BEGIN
  *
  * Vectors hold len >= 1 elements each; a destination may equal a source.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1).
  */
 Status tevsAnd_8u(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int len);
 Status tevsAnd_8u_I(const uint8_t* pSrc, uint8_t* pSrcDst, int len);
@@ -63,13 +64,16 @@ Status tevsNot_32u_I(uint32_t* pSrcDst, int len);
 
 /* ---- LShiftC, RShiftC: shifts by a constant -------------------------------------------------------------------------
  *
- *     LShiftC    pDst[n] = pSrc[n] << val    bits that leave the element are dropped, of signed types too: nothing saturates
+ *     LShiftC    pDst[n] = pSrc[n] << val    bits that leave the element are dropped, of signed types too: nothing
+ *                                            saturates
  *     RShiftC    pDst[n] = pSrc[n] >> val    zeros enter an unsigned element, copies of the sign a signed one
  *
  * pSrc, pDst    len >= 1 elements each; equal pointers work
- * val           >= 0. At the element's width and above, LShiftC and the unsigned RShiftC leave zeros, the signed RShiftC 0 or -1.
+ * val           >= 0. At the element's width and above, LShiftC and the unsigned RShiftC leave zeros, the signed
+ *               RShiftC 0 or -1.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1), StatusShift (val < 0).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1), StatusShift (val < 0).
  */
 Status tevsLShiftC_8u(const uint8_t* pSrc, int val, uint8_t* pDst, int len);
 Status tevsLShiftC_8u_I(int val, uint8_t* pSrcDst, int len);

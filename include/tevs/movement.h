@@ -12,9 +12,11 @@ TEVS_BEGIN
  *     Set     pDst[n] = val
  *     Zero    pDst[n] = 0
  *
- * pSrc, pDst    len >= 1 elements each; bits are moved as they are, a NaN keeps its payload. Copy takes equal pointers, but no other overlap.
+ * pSrc, pDst    len >= 1 elements each; bits are moved as they are, a NaN keeps its payload. Copy takes equal pointers,
+ *               but no other overlap.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1).
  */
 Status tevsCopy_8u(const uint8_t* pSrc, uint8_t* pDst, int len);
 Status tevsCopy_16s(const int16_t* pSrc, int16_t* pDst, int len);
@@ -74,12 +76,14 @@ Status tevsZero_64fc(Complex64f* pDst, int len);
  *     bit      0 1 2 3 4 5 6 7    8 9 10 ...
  *     value    128 64 ... 2 1     128 64 ...
  *
- * pSrc, pDst        only bytes that hold a bit of the string are touched; the other bits of pDst's first and last byte keep their values
+ * pSrc, pDst        only bytes that hold a bit of the string are touched; the other bits of pDst's first and last byte
+ *                   keep their values
  * len               bits, >= 1
  * srcBitOffset,
  * dstBitOffset      >= 0, also beyond 7. Strings must not overlap, unless pointers and offsets are equal.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1, then a negative offset).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1, then a negative offset).
  */
 Status tevsCopy_1u(const uint8_t* pSrc, uint8_t* pDst, int len, int srcBitOffset, int dstBitOffset);
 
@@ -90,7 +94,8 @@ Status tevsCopy_1u(const uint8_t* pSrc, uint8_t* pDst, int len, int srcBitOffset
  *
  * pSrc, pDst    len >= 1 elements each; equal pointers work
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1).
  */
 Status tevsFlip_8u(const uint8_t* pSrc, uint8_t* pDst, int len);
 Status tevsFlip_8u_I(uint8_t* pSrcDst, int len);
@@ -119,8 +124,8 @@ Status tevsSwapBytes_64u_I(uint64_t* pSrcDst, int len);
  *
  * Sources and destinations hold len >= 1 elements each.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer; of RealToCplx the destination), StatusBadSize (len < 1),
- * StatusNullPtr (of RealToCplx both sources).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer; of RealToCplx the
+ * destination), StatusBadSize (len < 1), StatusNullPtr (of RealToCplx both sources).
  */
 Status tevsReal_16sc(const Complex16s* pSrc, int16_t* pDst, int len);
 Status tevsReal_32fc(const Complex32f* pSrc, float* pDst, int len);
@@ -142,10 +147,11 @@ Status tevsRealToCplx_64f(const double* pSrcRe, const double* pSrcIm, Complex64f
  *     Conj        pDst[n] = (pSrc[n].re, -pSrc[n].im)
  *     ConjFlip    pDst[n] = (pSrc[len-1-n].re, -pSrc[len-1-n].im)
  *
- * pSrc, pDst    len >= 1 elements each; equal pointers work. The negative of -32768 is 32767; of a floating-point part the sign bit is flipped, of zeros
- *               and NaN too.
+ * pSrc, pDst    len >= 1 elements each; equal pointers work. The negative of -32768 is 32767; of a floating-point part
+ *               the sign bit is flipped, of zeros and NaN too.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1).
  */
 Status tevsConj_16sc(const Complex16s* pSrc, Complex16s* pDst, int len);
 Status tevsConj_16sc_I(Complex16s* pSrcDst, int len);

@@ -5,38 +5,43 @@
 
 TEVS_BEGIN
 
-/* ---- Arctan: arctangent -----------------------------------------------------------------------------------------------
+/* ---- Arctan: arctangent ---------------------------------------------------------------------------------------------
  *
  *     pDst[n] = atan(pSrc[n]), in -pi/2 .. pi/2 radians
  *
- * pSrc, pDst    len >= 1 elements each; equal pointers work. Off by 0.51 units in the last place at most, in double precision by 0.6. -0 gives -0,
- *               an infinity +-pi/2, NaN gives NaN.
+ * pSrc, pDst    len >= 1 elements each; equal pointers work. Off by 0.51 units in the last place at most, in double
+ *               precision by 0.6. -0 gives -0, an infinity +-pi/2, NaN gives NaN.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1).
  */
 Status tevsArctan_32f(const float* pSrc, float* pDst, int len);
 Status tevsArctan_32f_I(float* pSrcDst, int len);
 Status tevsArctan_64f(const double* pSrc, double* pDst, int len);
 Status tevsArctan_64f_I(double* pSrcDst, int len);
 
-/* ---- Magnitude, Phase, PowerSpectr: of complex samples, or of their parts in two vectors -----------------------------------------
+/* ---- Magnitude, Phase, PowerSpectr: of complex samples, or of their parts in two vectors ----------------------------
  *
  *     Magnitude      pDst[n] = sqrt(re^2 + im^2)
- *     Phase          pDst[n] = atan2(im, re), in -pi .. pi radians: positive where im > 0, 0 along the positive real axis, pi along the negative one
+ *     Phase          pDst[n] = atan2(im, re), in -pi .. pi radians: positive where im > 0, 0 along the positive real
+ *                    axis, pi along the negative one
  *     PowerSpectr    pDst[n] = re^2 + im^2
  *
  * pSrc             re = pSrc[n].re, im = pSrc[n].im
  * pSrcRe, pSrcIm   re = pSrcRe[n], im = pSrcIm[n]
  * pDst             len >= 1 elements, as the sources have; it may equal a source whose elements are as wide
- * scaleFactor      _Sfs forms: stores the result times 2^-scaleFactor, to nearest, ties to even, saturated, for any scaleFactor. The Phase of integers is in radians as
- *                  well: scaleFactor -13 stores it in units of 2^-13, which just holds pi in 16 bits.
+ * scaleFactor      _Sfs forms: stores the result times 2^-scaleFactor, to nearest, ties to even, saturated, for any
+ *                  scaleFactor. The Phase of integers is in radians as well: scaleFactor -13 stores it in units of
+ *                  2^-13, which just holds pi in 16 bits.
  *
- * Magnitude is off by 0.86 units in the last place at most (below the normal range 1), over the whole range: it overflows or underflows only where the result does. An infinite
- * part gives infinity, whatever the other one is; NaN beside a finite part gives NaN. Phase is off by 0.51 units, in double precision by 0.65, and follows C's
- * atan2: (+0, +-0) gives +-0, (-0, +-0) gives +-pi, infinities give multiples of pi/4, NaN gives NaN. PowerSpectr is rounded from a
+ * Magnitude is off by 0.86 units in the last place at most (below the normal range 1), over the whole range: it
+ * overflows or underflows only where the result does. An infinite part gives infinity, whatever the other one is; NaN
+ * beside a finite part gives NaN. Phase is off by 0.51 units, in double precision by 0.65, and follows C's atan2: (+0,
+ * +-0) gives +-0, (-0, +-0) gives +-pi, infinities give multiples of pi/4, NaN gives NaN. PowerSpectr is rounded from a
  * sum in double precision, 0.5 + 2^-30 units off at most; in double precision 0.75.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1).
  */
 Status tevsMagnitude_32fc(const Complex32f* pSrc, float* pDst, int len);
 Status tevsMagnitude_64fc(const Complex64f* pSrc, double* pDst, int len);
@@ -66,18 +71,22 @@ Status tevsPowerSpectr_64f(const double* pSrcRe, const double* pSrcIm, double* p
 Status tevsPowerSpectr_16s_Sfs(const int16_t* pSrcRe, const int16_t* pSrcIm, int16_t* pDst, int len, int scaleFactor);
 Status tevsPowerSpectr_16s32f(const int16_t* pSrcRe, const int16_t* pSrcIm, float* pDst, int len);
 
-/* ---- CartToPolar, PolarToCart: polar form and back ------------------------------------------------------------------------------
+/* ---- CartToPolar, PolarToCart: polar form and back ------------------------------------------------------------------
  *
  *     CartToPolar    pDstMagn[n] = Magnitude, pDstPhase[n] = Phase, as above and equal to them to the bit
- *     PolarToCart    re = magn * cos(phase), im = magn * sin(phase) of magn = pSrcMagn[n], phase = pSrcPhase[n] in radians
+ *     PolarToCart    re = magn * cos(phase), im = magn * sin(phase) of magn = pSrcMagn[n], phase = pSrcPhase[n] in
+ *                    radians
  *
  * Sources and destinations hold len >= 1 elements each; a destination may equal a source whose elements are as wide.
- * scaleFactor   _Sfs forms: both results times 2^-scaleFactor, to nearest, ties to even, saturated. Integer phases are whole radians; 32sc is stored unscaled.
+ * scaleFactor   _Sfs forms: both results times 2^-scaleFactor, to nearest, ties to even, saturated. Integer phases are
+ *               whole radians; 32sc is stored unscaled.
  *
- * PolarToCart is off by 0.51 units in the last place at most, in double precision by 1, for every finite phase however large. A negative magnitude is a half turn; an infinite one gives
- * infinities, or NaN for a part that is 0. An infinite phase, or NaN, gives NaN.
+ * PolarToCart is off by 0.51 units in the last place at most, in double precision by 1, for every finite phase however
+ * large. A negative magnitude is a half turn; an infinite one gives infinities, or NaN for a part that is 0. An
+ * infinite phase, or NaN, gives NaN.
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1).
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1).
  */
 Status tevsCartToPolar_32fc(const Complex32f* pSrc, float* pDstMagn, float* pDstPhase, int len);
 Status tevsCartToPolar_64fc(const Complex64f* pSrc, double* pDstMagn, double* pDstPhase, int len);

@@ -8,7 +8,7 @@ TEVS_BEGIN
 /* Comparison codes: relOp of tevsThreshold. */
 enum { CmpLess = 0, CmpLessOrEqual = 1, CmpEqual = 2, CmpGreaterOrEqual = 3, CmpGreater = 4 };
 
-/* ---- Threshold: elements below or above a level replaced ---------------------------------------------------------------------
+/* ---- Threshold: elements below or above a level replaced ------------------------------------------------------------
  *
  *     Threshold_LT           x < level  gives level                      every other element stays as it is
  *     Threshold_GT           x > level  gives level
@@ -20,25 +20,29 @@ enum { CmpLess = 0, CmpLessOrEqual = 1, CmpEqual = 2, CmpGreaterOrEqual = 3, Cmp
  *     Threshold_GTAbs        |x| > level  gives level with the sign of x
  *     Threshold_LTInv        1/x,  and where |x| < level  1/level with the sign of x
  *
- * Complex elements are compared by magnitude: re^2 + im^2 with level^2, the squares of 16-bit and single-precision parts without rounding error. What is
- * limited keeps its phase and gets the magnitude of the level, x * level / |x|; a zero, which has no phase, becomes (level, 0). Level 0 is decided without
- * magnitudes: GT fills the destination with zeros, LT copies. LTInv gives conj(x) / |x|^2, and below the level conj(x) / (|x| level), of a zero
- * (1/level, 0). Neither squares nor quotients overflow or vanish between; parts of results are off by at most 3 units in the last place of the larger
- * part (16sc: rounded to the nearest integer). Of an infinite element only the direction of its infinite parts counts.
+ * Complex elements are compared by magnitude: re^2 + im^2 with level^2, the squares of 16-bit and single-precision
+ * parts without rounding error. What is limited keeps its phase and gets the magnitude of the level, x * level / |x|; a
+ * zero, which has no phase, becomes (level, 0). Level 0 is decided without magnitudes: GT fills the destination with
+ * zeros, LT copies. LTInv gives conj(x) / |x|^2, and below the level conj(x) / (|x| level), of a zero (1/level, 0).
+ * Neither squares nor quotients overflow or vanish between; parts of results are off by at most 3 units in the last
+ * place of the larger part (16sc: rounded to the nearest integer). Of an infinite element only the direction of its
+ * infinite parts counts.
  *
- * Signs of zero   LT and GT replace a zero by a level of zero, whatever the two signs. Abs forms and LTInv go by the sign bit of floats, so that -0.0
- *                 gives -level; integers below 0 are negative.
- * NaN elements    LT and GT of reals, and GTAbs, replace them by level, GTAbs with their sign; level 0 of complex elements as said; all other forms
- *                 keep them, and LTInv too.
+ * Signs of zero   LT and GT replace a zero by a level of zero, whatever the two signs. Abs forms and LTInv go by the
+ *                 sign bit of floats, so that -0.0 gives -level; integers below 0 are negative.
+ * NaN elements    LT and GT of reals, and GTAbs, replace them by level, GTAbs with their sign; level 0 of complex
+ *                 elements as said; all other forms keep them, and LTInv too.
  * -2^15, -2^31    magnitudes count as 2^15 and 2^31
  * pSrc, pDst      len >= 1 elements each; equal pointers work in place, as the _I forms do
  *
- * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len < 1), then, NaN levels included,
+ * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
+ * 1), then, NaN levels included,
  *
  *     StatusThresholdNegLevel   complex elements and LTInv: level is not >= 0
  *     StatusThresholdErr        Abs forms: level is not >= 0; LTValGTVal: levelGT is not >= levelLT
  *
- * LTInv returns WarnInvZero, with everything written, if a part of a result is infinite: of a zero at level 0, or where 1/x or 1/level is beyond the range.
+ * LTInv returns WarnInvZero, with everything written, if a part of a result is infinite: of a zero at level 0, or where
+ * 1/x or 1/level is beyond the range.
  */
 Status tevsThreshold_16s(const int16_t* pSrc, int16_t* pDst, int len, int16_t level, int relOp);
 Status tevsThreshold_16s_I(int16_t* pSrcDst, int len, int16_t level, int relOp);

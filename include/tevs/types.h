@@ -13,25 +13,29 @@
  *   C, CRev      a constant operand; the constant comes first in the formula
  *   _Direct      a stateless form of a filter: taps and delay line are arguments
  *
- * Arguments    sources, destination, length, parameters, scaleFactor, work buffer. A constant follows the source out of place
- *              and comes first in place. Lengths count elements (a complex one is one) and are at least 1: 0 is an error, so an
- *              empty vector is the caller's to leave out.
+ * Arguments    sources, destination, length, parameters, scaleFactor, work buffer. A constant follows the source out of
+ *              place and comes first in place. Lengths count elements (a complex one is one) and are at least 1: 0 is
+ *              an error, so an empty vector is the caller's to leave out.
  * Alignment    none is asked of any pointer.
- * Overlap      a destination may equal a source whose elements are at least as wide. Where it is wider than its source, and wherever vectors overlap
- *              in part, results are wrong, except in the Move functions and where a family says so.
- * Results      never follow the calling thread's rounding mode or precision control (MXCSR, x87), and never change them. Its flush bits (FTZ, DAZ) count as it
- *              has set them, but for tevsConvert from floating point to the nearest integer, which in a mode other than to nearest reads subnormal
- *              numbers as they are. No function prints, throws or exits.
- * Threads      distinct outputs and records may be worked on by any number of threads. A filter record serves one call at a time; a transform
- *              record any number, each call with its own work buffer. Calls that are long enough may share their work out (tevcore.h), with
- *              the caller's control word and so the same results.
- *              The library keeps no mutable state of its own, but for which threads have had a team when the process forks.
- * Records      GetSize or GetStateSize, then Init, build one in the caller's memory, at any address; InitAlloc builds it in memory of its own. A record holds
- *              addresses of its own parts: it cannot be copied or moved. Free gives back what InitAlloc took. Of a record built by Init it takes no
- *              memory: a transform record is one no longer, a filter record remains as it was, and either's memory is the caller's to reuse.
- * Statuses     checks run in the order of the arguments unless a family says otherwise (as a rule pointers, then lengths, then the
- *              record's identifier, then parameters); the first that fails decides. An error is below 0 and leaves every destination as it was (the memory for a record need not be); a
- *              warning is above 0 and has written the whole destination. So test status < 0, or warnings pass for failures.
+ * Overlap      a destination may equal a source whose elements are at least as wide. Where it is wider than its source,
+ *              and wherever vectors overlap in part, results are wrong, except in the Move functions and where a family
+ *              says so.
+ * Results      never follow the calling thread's rounding mode or precision control (MXCSR, x87), and never change
+ *              them. Its flush bits (FTZ, DAZ) count as it has set them, but for tevsConvert from floating point to the
+ *              nearest integer, which in a mode other than to nearest reads subnormal numbers as they are. No function
+ *              prints, throws or exits.
+ * Threads      distinct outputs and records may be worked on by any number of threads. A filter record serves one call
+ *              at a time; a transform record any number, each call with its own work buffer. Calls that are long enough
+ *              may share their work out (tevcore.h), with the caller's control word and so the same results. The
+ *              library keeps no mutable state of its own, but for which threads have had a team when the process forks.
+ * Records      GetSize or GetStateSize, then Init, build one in the caller's memory, at any address; InitAlloc builds
+ *              it in memory of its own. A record holds addresses of its own parts: it cannot be copied or moved. Free
+ *              gives back what InitAlloc took. Of a record built by Init it takes no memory: a transform record is one
+ *              no longer, a filter record remains as it was, and either's memory is the caller's to reuse.
+ * Statuses     checks run in the order of the arguments unless a family says otherwise (as a rule pointers, then
+ *              lengths, then the record's identifier, then parameters); the first that fails decides. An error is below
+ *              0 and leaves every destination as it was (the memory for a record need not be); a warning is above 0 and
+ *              has written the whole destination. So test status < 0, or warnings pass for failures.
  */
 #ifndef TEVS_TYPES_H
 #define TEVS_TYPES_H
@@ -56,7 +60,8 @@ typedef struct { float re, im; } Complex32f;
 typedef struct { double re, im; } Complex64f;
 /* clang-format on */
 
-/* Xlib.h defines a macro of this name. Where it comes first, Status stays that macro to the caller (an int), and the prototypes are read with it. */
+/* Xlib.h defines a macro of this name. Where it comes first, Status stays that macro to the caller (an int), and the
+ * prototypes are read with it. */
 #pragma push_macro("Status")
 #undef Status
 typedef enum Status {

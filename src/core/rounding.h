@@ -44,9 +44,12 @@ private:
 };
 using NearestRounding = Nearest<0>;
 
-// Makes a value known only from here on, and computed by now: a volatile statement that uses and changes it, which stays where it is among others.
+// Makes a value known only from here on, and computed by now: a volatile statement that uses and changes it, which stays where it is among others. A pointer to data
+// keeps its value, and what it points to is pinned: a pointer that comes out of a statement is taken by GCC to point to no local of the caller.
 template <class T> void pin(T& value) {
-    if constexpr (std::is_integral_v<T> || std::is_enum_v<T> || std::is_pointer_v<T>)
+    if constexpr (std::is_pointer_v<T> && !std::is_function_v<std::remove_pointer_t<T>>)
+        asm volatile("" : : "rm"(value) : "memory");
+    else if constexpr (std::is_integral_v<T> || std::is_enum_v<T> || std::is_pointer_v<T>)
         asm volatile("" : "+rm"(value));
     else if constexpr (std::is_same_v<T, float> || std::is_same_v<T, double>)
         asm volatile("" : "+xm"(value));
@@ -62,8 +65,10 @@ template <class Guard, class F, class... V> auto guarded(F f, V... values) {
     (pin(values), ...);
     if constexpr (std::is_void_v<decltype(f(values...))>) {
         f(values...);
+        asm volatile("" : : : "memory");
     } else {
         auto result = f(values...);
+        asm volatile("" : : : "memory");
         pin(result);
         return result;
     }

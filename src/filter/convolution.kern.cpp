@@ -12,11 +12,7 @@ namespace {
 // multiply-adds a cycle. Complex taps go by their parts, y = sum of re(h) x + i sum of im(h) x.
 
 constexpr int kBytes = kRegisterBytes >= 32 ? 32 : 16;
-#ifdef __i386__
-constexpr int kSums = 4;
-#else
-constexpr int kSums = 12;
-#endif
+constexpr int kSums = kFewRegisters ? 4 : 12;
 
 template <int Parts, int Bytes, int V, int U, class T> TEVS_INLINE void vectors(const T* in, const T* taps, int tapsLen, T* out, int scalars) {
     constexpr int K = Bytes / int(sizeof(T));

@@ -18,9 +18,7 @@ using Real = long double;
 constexpr Real kPi = 0xc.90fdaa22168c235p-2L;
 
 // f(values...) with all of the extended unit's digits, and in the mode in which the C library's functions, whose reduction of angles is in double precision, hold too.
-// Which function it is stays unknown: g++ 12 has left out calls of one that stores by way of its pointer alone, as if it had no effect.
 template <class F, class... V> auto exactly(F f, V... values) {
-    pin(f);
     return toNearest([](F g, V... v) { return inExtended(g, v...); }, f, values...);
 }
 

@@ -338,11 +338,6 @@ Complex32s dotComplexShort(const Complex16s* in, const TapMatrix* taps, int taps
 //
 // Numbers by measurement. Complex taps use each load twice as it is.
 
-#ifdef __i386__
-constexpr bool kFewRegisters = true;
-#else
-constexpr bool kFewRegisters = false;
-#endif
 constexpr bool kWide = kBytes >= 32;
 // Two taps at a time: in eight registers, with fused operations.
 constexpr bool kByPairs = kFewRegisters && TEVS_LEVEL >= 2;

@@ -6,11 +6,7 @@ namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
 // Vectors of periods at a time: four sums each, within the registers there are.
-#ifdef __i386__
-constexpr int kVectors = 1;
-#else
-constexpr int kVectors = 3;
-#endif
+constexpr int kVectors = kFewRegisters ? 1 : 3;
 
 // ---- inputs to streams ------------------------------------------------------------------------------------------------------------------
 

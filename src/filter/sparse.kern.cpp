@@ -7,11 +7,7 @@ namespace {
 
 constexpr int kWidth = kLanes<float>;
 // Vectors of outputs at a time: as many sums as hide the latency of one, within the registers there are.
-#ifdef __i386__
-constexpr int kSums = 4;
-#else
-constexpr int kSums = 8;
-#endif
+constexpr int kSums = kFewRegisters ? 4 : 8;
 
 template <int N, int K> using Outputs = Vec<float, N>[K];
 

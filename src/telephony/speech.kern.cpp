@@ -92,11 +92,7 @@ template <class T> double deEmphasis(const T* src, T* dst, int len, double alpha
 //     l[j] <- alpha^B * l[j] + (1 - alpha) * x[j]         j = 0 .. B-1
 //
 // and at the end their sum, each times alpha^(B-1-j). Powers that leave the normal range, and an alpha that is no level's, take the samples one by one.
-#ifdef __i386__
-constexpr int kLevels = 8;
-#else
-constexpr int kLevels = 16;
-#endif
+constexpr int kLevels = kFewRegisters ? 8 : 16;
 
 template <bool Power, class S> double track(const S* src, int len, double level, double alpha) {
     constexpr int parts = kParts<S>, block = kLevels / parts, registers = kLevels / kDoubles;

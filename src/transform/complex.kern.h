@@ -88,12 +88,6 @@ template <class V> TEVS_INLINE void dft(Cx<V> (&x)[16]) {
     }
 }
 
-#ifdef __i386__
-constexpr bool kFewRegisters = true;
-#else
-constexpr bool kFewRegisters = false;
-#endif
-
 // ---- blocks -------------------------------------------------------------------------------------------------------------------------
 
 // A block is K real parts followed by K imaginary parts. Between interleaved memory and a block, only shuffles that stay within 128 bits are

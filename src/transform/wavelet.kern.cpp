@@ -7,12 +7,6 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
-#ifdef __i386__
-constexpr bool kFewRegisters = true;
-#else
-constexpr bool kFewRegisters = false;
-#endif
-
 // ---- pairs ----------------------------------------------------------------------------------------------------------------------------------
 
 // Two vectors of pairs: the sum of each pair, in order.

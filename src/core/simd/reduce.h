@@ -219,7 +219,7 @@ template <int N, int Least, int U, class Op, class... S> TEVS_INLINE auto reduce
 }
 
 // How many states take turns where each is one register.
-constexpr int kTurns = sizeof(void*) == 8 ? 8 : 4;
+constexpr int kTurns = kFewRegisters ? 4 : 8;
 // Whether steps of products do well fused. A fused step waits for the whole one before it, and four that take turns wait longer than products and sums apart do.
 constexpr bool kFusedTurns = kTurns >= 8;
 

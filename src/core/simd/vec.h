@@ -25,6 +25,13 @@ namespace {
 
 constexpr int kRegisterBytes = TEVS_REGISTER_BYTES;
 
+// 32-bit code has eight vector registers; 64-bit code has 16, at level 3 32.
+#ifdef __i386__
+constexpr bool kFewRegisters = true;
+#else
+constexpr bool kFewRegisters = false;
+#endif
+
 template <class T, int N> struct VecOf { typedef T type __attribute__((vector_size(N * sizeof(T)))); };
 template <class T, int N> using Vec = typename VecOf<T, N>::type;
 
