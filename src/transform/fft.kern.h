@@ -397,6 +397,117 @@ template <bool Inverse, template <class> class Place> void eight(const FftTables
     }
 }
 
+// ---- 8 to 64 points, a complex value to a register -------------------------------------------------------------------------------------
+//
+// A register that holds one complex double takes it as it lies: no shuffles between layouts, which at these lengths cost as much as a third of the arithmetic. A quarter turn is
+// a shuffle and a sign.
+
+using Pair = Vec<double, 2>;
+
+TEVS_INLINE Pair readPair(Pairs<const double> a, int i) { return load<double, 2>(a.p + 2 * i); }
+TEVS_INLINE Pair readPair(Parts<const double> a, int i) { return Pair{a.re[i], a.im[i]}; }
+TEVS_INLINE void writePair(Pairs<double> a, int i, Pair x) { store(a.p + 2 * i, x); }
+TEVS_INLINE void writePair(Parts<double> a, int i, Pair x) {
+    a.re[i] = x[0];
+    a.im[i] = x[1];
+}
+
+TEVS_INLINE Pair exchanged(Pair x) { return __builtin_shufflevector(x, x, 1, 0); }
+// -i x, of the inverse i x.
+template <bool Inverse> TEVS_INLINE Pair quarter(Pair x) {
+    constexpr int64_t kSign = INT64_MIN;
+    constexpr Vec<int64_t, 2> kSigns = {Inverse ? kSign : 0, Inverse ? 0 : kSign};
+    return (Pair)((Vec<int64_t, 2>)exchanged(x) ^ kSigns);
+}
+// x (c + i s).
+TEVS_INLINE Pair times(Pair x, double c, double s) {
+    const Pair crossed = exchanged(x) * same<Pair>(s);
+#if TEVS_LEVEL >= 2
+    return (Pair)_mm_fmaddsub_pd((__m128d)x, (__m128d)same<Pair>(c), (__m128d)crossed);
+#else
+    return subAdd(x * same<Pair>(c), crossed);
+#endif
+}
+
+// cos(2 pi k / 64).
+constexpr double kCos64[] = {1,         0.99518472667219688624, 0.98078528040323044913, 0.95694033573220886494,
+                             kCos16,    0.88192126434835502971, 0.83146961230254523708, 0.77301045336273696081,
+                             kSqrtHalf, 0.63439328416364549822, 0.55557023301960222474, 0.47139673682599764856,
+                             kSin16,    0.29028467725446236764, 0.19509032201612826785, 0.098017140329560601994,
+                             0};
+constexpr double cos64(int k) {
+    k = k % 64 > 32 ? 64 - k % 64 : k % 64;
+    return k <= 16 ? kCos64[k] : -kCos64[32 - k];
+}
+// x w^K, w = exp(-2 pi i / 64) or, of the inverse, its conjugate.
+template <bool Inverse, int K> TEVS_INLINE Pair turned(Pair x) {
+    if constexpr (K == 0) return x;
+    if constexpr (K == 16) return quarter<Inverse>(x);
+    if constexpr (K == 8) return (x + quarter<Inverse>(x)) * same<Pair>(kSqrtHalf);
+    if constexpr (K == 24) return (quarter<Inverse>(x) - x) * same<Pair>(kSqrtHalf);
+    if constexpr (K % 8 != 0) return times(x, cos64(K), (Inverse ? 1 : -1) * cos64(K + 48));
+}
+
+// What comes before is stored, and what comes after loaded anew: straight-line code this long else keeps more values than there are registers, in memory of its own.
+TEVS_INLINE void endOfStep() { asm volatile("" : : : "memory"); }
+
+// Transforms of the values that value(j) reads, as often as they are wanted: what memory holds need not stay in one of eight registers. Each output is given away before the next
+// is formed.
+template <bool Inverse, class Value, class Emit> TEVS_INLINE void dftOfPairs(At<4>, Value value, Emit emit) {
+    const Pair x0 = value(0), x2 = value(2), a = x0 + x2, b = x0 - x2, x1 = value(1), x3 = value(3), c = x1 + x3, d = quarter<Inverse>(x1 - x3);
+    emit(At<0>{}, a + c);
+    emit(At<2>{}, a - c);
+    emit(At<1>{}, b + d);
+    emit(At<3>{}, b - d);
+}
+template <bool Inverse, class Value, class Emit> TEVS_INLINE void dftOfPairs(At<8>, Value value, Emit emit) {
+    dftOfPairs<Inverse>(
+        At<4>{}, [&](int j) TEVS_HERE { return value(j) + value(j + 4); }, [&]<int J>(At<J>, Pair y) TEVS_HERE { emit(At<2 * J>{}, y); });
+    endOfStep();
+    const Pair h = same<Pair>(kSqrtHalf);
+    const Pair d1 = value(1) - value(5), d3 = value(3) - value(7), sum = d1 + d3, difference = d1 - d3;
+    const Pair s = difference + quarter<Inverse>(sum), t = quarter<Inverse>(sum + quarter<Inverse>(difference));
+    const Pair d0 = value(0) - value(4), d2 = quarter<Inverse>(value(2) - value(6)), p = d0 + d2, q = d0 - d2;
+    emit(At<1>{}, fma(h, s, p));
+    emit(At<5>{}, fnma(h, s, p));
+    emit(At<3>{}, fma(h, t, q));
+    emit(At<7>{}, fnma(h, t, q));
+}
+
+// N = C R: transforms of length C down R columns, then of length R along C rows. All is read before anything is written.
+template <int C, int R, bool Inverse, bool Scaled, class In, class Out> TEVS_INLINE void columnsAndRows(In src, Out dst, double scale) {
+    Pair y[C][R];
+    const auto column = [&]<int B>(At<B>) TEVS_HERE {
+        dftOfPairs<Inverse>(
+            At<C>{}, [&](int l) TEVS_HERE { return readPair(src, B + R * l); },
+            [&]<int J>(At<J>, Pair x) TEVS_HERE { y[J][B] = turned<Inverse, 64 / (C * R) * J * B>(x); });
+        endOfStep();
+    };
+    [&]<int... B>(Lane<B...>) TEVS_HERE { (column(At<B>{}), ...); }
+    (Iota<R>{});
+    for (int j = 0; j < C; ++j) {
+        dftOfPairs<Inverse>(
+            At<R>{}, [&](int b) TEVS_HERE { return y[j][b]; },
+            [&]<int L>(At<L>, Pair x) TEVS_HERE { writePair(dst, j + C * L, Scaled ? x * same<Pair>(scale) : x); });
+        endOfStep();
+    }
+}
+template <int Order, bool Inverse, template <class> class Place>
+void inPairs(const FftTables<double>&, Place<const double> src, Place<double> dst, double*, double scale) {
+    constexpr int C = Order == 6 ? 8 : 4, R = (1 << Order) / C;
+    if (scale == 1)
+        columnsAndRows<C, R, Inverse, false>(src, dst, scale);
+    else
+        columnsAndRows<C, R, Inverse, true>(src, dst, scale);
+}
+template <bool Inverse, template <class> class Place>
+void eightInPairs(const FftTables<double>&, Place<const double> src, Place<double> dst, double*, double scale) {
+    Pair x[8];
+    for (int j = 0; j < 8; ++j) x[j] = readPair(src, j);
+    dftOfPairs<Inverse>(
+        At<8>{}, [&](int j) TEVS_HERE { return x[j]; }, [&]<int J>(At<J>, Pair y) TEVS_HERE { writePair(dst, J, y * same<Pair>(scale)); });
+}
+
 // ---- one routine for each order -----------------------------------------------------------------------------------------------------
 
 template <int K, int R, bool Inverse, class T, template <class> class Place>
@@ -418,6 +529,10 @@ template <class T, template <class> class Place, bool Inverse, int Order> conste
     constexpr int lanes = Order < 4 ? 0 : fusedLanes<T>(Order, kBlock<T>);
     if constexpr (Order < 3)
         return small<1 << Order, Inverse, T, Place>;
+    else if constexpr (kBlock<T> == 2 && Order == 3)
+        return eightInPairs<Inverse, Place>;
+    else if constexpr (kBlock<T> == 2 && lanes > 0)
+        return inPairs<Order, Inverse, Place>;
     else if constexpr (Order == 3)
         return eight<Inverse, Place>;
     else if constexpr (lanes > 0)
@@ -548,7 +663,7 @@ void scaledOrder(const FftTables<T>& t, Place<const T> src, Place<T> dst, T*, T 
 }
 template <class T, template <class> class Place, bool Inverse, int Order> constexpr FftTransform<T, Place>* shortTransform() {
     constexpr int lanes = Order > 3 ? fusedLanes<T>(Order, kBlock<T>) : 0;
-    if constexpr (Order > 3 && lanes > 0)
+    if constexpr (Order > 3 && lanes > 0 && 1 << Order <= 16 * lanes)
         return scaledOrder<lanes, (1 << Order) / lanes, Inverse, T, Place>;
     else if constexpr (Order == 0 || Order > 3)
         return nullptr;
@@ -556,6 +671,8 @@ template <class T, template <class> class Place, bool Inverse, int Order> conste
         return two<T, Place>;
     else if constexpr (Order == 2 && kBlock<T> >= 4)
         return four<Inverse, T, Place>;
+    else if constexpr (Order == 3)
+        return eight<Inverse, Place>;
     else
         return transformOf<T, Place, Inverse, Order>();
 }

@@ -71,9 +71,9 @@ constexpr Radices radicesOf(int bits, Radices r = {}) {
 template <class T> constexpr Radices radicesAfterTurning(int order, Radices r) { return radicesOf(order - kTurningBits, r); }
 #endif
 
-// Orders whose transform is one kernel in registers: N = lanes x radix, two passes with nothing stored between.
+// Orders whose transform is one kernel in registers: N = lanes x radix, two passes with nothing stored between. Of doubles two at a time only that of integers reads its factors.
 template <class T> constexpr int fusedLanes(int order, int lanes) {
-    if (lanes == 2) return order == 4 ? 2 : 0;
+    if (lanes == 2) return order <= 6 ? 2 : 0;
     if (order <= 5) return 4;
     if (order == 6 && lanes * sizeof(T) == 32) return lanes;
     return order == 7 && lanes == 8 ? 8 : 0;
