@@ -110,8 +110,6 @@ private:
 
 // ---- recursions ---------------------------------------------------------------------------------------------------------------------------
 
-template <class T> struct Section { T b0, b1, b2, a1, a2; };
-
 template <class T> T differenceOf(T x, T y) {
     if constexpr (kComplex<T>)
         return {x.re - y.re, x.im - y.im};
@@ -369,7 +367,16 @@ private:
     }
 
     void chunk(const Kept* x, Kept* y, int len) {
-        for (int s = 0; s < s_->sections; ++s, x = y) section(s, x, y, len, d() + 2 * ptrdiff_t{s});
+        for (int s = 0, n; s < s_->sections; s += n, x = y) {
+            Kept* const delay = d() + 2 * ptrdiff_t{s};
+            n = kernel().cascade(x, y, len, sections() + s, s_->sections - s, delay);
+            if (n == 0) {
+                section(s, x, y, len, delay);
+                n = 1;
+            } else {
+                for (int k = 0; k < n; ++k) settle(delay + 2 * k, 2);
+            }
+        }
         if (s_->sections == 0) arbitrary(x, y, len);
     }
     // Whole blocks by the table; what is left, or not finite, sample by sample.

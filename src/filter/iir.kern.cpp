@@ -5,6 +5,8 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
+#define TEVS_HERE __attribute__((always_inline))
+
 constexpr int kBytes = kRegisterBytes >= 32 ? 32 : 16;
 #ifdef __FMA__
 constexpr bool kFused = true;
@@ -196,6 +198,117 @@ template <class T> int section(const T* x, T* y, int len, const SectionTable<T>*
     return n;
 }
 
+// ---- cascades -------------------------------------------------------------------------------------------------------------------------------
+//
+// Lane k is section k. Its inputs are the outputs of lane k - 1, kLag steps old: an exchange of lanes and three operations take as long as four steps, for an output waits for the
+// one before it by a single operation, in the direct form I,
+//
+//     y[n] = (b0 x[n] + g[n-1] - a2 y[n-2]) - a1 y[n-1],   g[n] = b1 x[n] + h[n-1],   h[n] = b2 x[n]
+//
+// which begins with g = d[0], h = d[1] and no outputs, and ends with d[0] = g - a2 y[n-1] - a1 y[n], d[1] = h - a2 y[n]. Until its first sample a lane is all zeros. Lanes without a
+// section hand on what they get.
+
+template <class V, int... I> TEVS_INLINE V rotatedOf(V v, Lane<I...>) {
+    return __builtin_shufflevector(v, v, ((I + int(sizeof...(I)) - 1) % int(sizeof...(I)))...);
+}
+template <class V, int... I> TEVS_INLINE V withFirstOf(V v, V first, Lane<I...>) {
+    return __builtin_shufflevector(v, first, (I == 0 ? int(sizeof...(I)) : I)...);
+}
+
+template <class S, int W> class Wave {
+public:
+    static constexpr int kLag = 4, kLead = (W - 1) * kLag;   // the steps before the last lane begins, and behind the end of the first
+
+    Wave(const Section<S>* sections, int count, const S* d) {
+        S taps[5][W] = {};
+        for (int k = 0; k < W; ++k) {
+            const Section<S> s = k < count ? sections[k] : Section<S>{1, 0, 0, 0, 0};
+            taps[0][k] = s.b0, taps[1][k] = s.b1, taps[2][k] = s.b2, taps[3][k] = s.a1, taps[4][k] = s.a2;
+            if (k < count) first_[k][k] = d[2 * k], second_[k][k] = d[2 * k + 1];
+        }
+        b0_ = load<S, W>(taps[0]), b1_ = load<S, W>(taps[1]), b2_ = load<S, W>(taps[2]), a1_ = load<S, W>(taps[3]), a2_ = load<S, W>(taps[4]);
+    }
+    bool isFinite() const { return allFinite(b0_ - b0_ + (b1_ - b1_) + (b2_ - b2_) + (a1_ - a1_) + (a2_ - a2_)); }
+    // At least kLead samples; y may be x.
+    void operator()(const S* x, S* y, int len) {
+        Steps steps{b0_, b1_, b2_, a1_, a2_};
+        V handed[kLag] = {};
+        int t = 0;
+        const auto group = [&](auto in, auto out) TEVS_HERE {
+#pragma GCC unroll 4
+            for (int i = 0; i < kLag; ++i) {
+                handed[i] = steps(handed[i], in(t + i));
+                out(t + i - kLead, handed[i][0]);
+            }
+            t += kLag;
+        };
+        const auto read = [=](int n) TEVS_HERE { return same<V>(x[n]); };
+        const auto write = [=](int n, S v) TEVS_HERE { y[n] = v; };
+        for (int k = 0; k < W; ++k) {
+            steps.begin(load<S, W>(first_[k]), load<S, W>(second_[k]));
+            if (k < W - 1) group(read, [](int, S) {});
+        }
+        while (len - t >= kLag) group(read, write);
+        for (; t < len; ++t) {
+            const V last = steps(handed[0], read(t));
+            for (int i = 0; i + 1 < kLag; ++i) handed[i] = handed[i + 1];
+            handed[kLag - 1] = last;
+            write(t - kLead, last[0]);
+        }
+        for (int k = 0; k < W; ++k) {
+            if (k > 0) group([](int) { return V{}; }, write);
+            store(first_[k], fnma(a1_, steps.y, fnma(a2_, steps.before, steps.g)));
+            store(second_[k], fnma(a2_, steps.y, steps.h));
+        }
+    }
+    void state(int count, S* d) const {
+        for (int k = 0; k < count; ++k) d[2 * k] = first_[k][k], d[2 * k + 1] = second_[k][k];
+    }
+
+private:
+    using V = Vec<S, W>;
+    using Lanes = Iota<W>;
+
+    struct Steps {
+        V b0, b1, b2, a1, a2, y = {}, before = {}, g = {}, h = {};
+        TEVS_INLINE void begin(V first, V second) {
+            g += first;
+            h += second;
+        }
+        // The outputs of a step, each in the lane that it goes to, from those of kLag steps before. As whole registers: the compiler would take single lanes out of them, and put them in.
+        TEVS_INLINE V operator()(V handed, V x) {
+            const V in = withFirstOf(handed, inRegister(x), Lanes{});
+            const V next = fnma(a1, y, fnma(a2, before, fma(b0, in, g)));
+            g = fma(b1, in, h);
+            h = b2 * in;
+            before = y;
+            y = next;
+            return inRegister(rotatedOf(next, Lanes{}));
+        }
+    };
+
+    V b0_, b1_, b2_, a1_, a2_;
+    S first_[W][W] = {}, second_[W][W] = {};   // row k: the state of lane k, in lane k, when its samples begin; from their end on of all lanes
+};
+
+template <class S, int W> int waveOf(const S* x, S* y, int len, const Section<S>* sections, int count, S* d) {
+    if (count > W) count = W;
+    Wave<S, W> wave(sections, count, d);
+    if (len < wave.kLead || !wave.isFinite()) return 0;
+    wave(x, y, len);
+    wave.state(count, d);
+    return count;
+}
+// A step takes as long as a sample of two or three sections does one after another.
+template <class T> int cascade(const T* x, T* y, int len, const Section<T>* sections, int count, T* d) {
+    constexpr int most = kComplex<T> ? 0 : kBytes / int(sizeof(T)), least = sizeof(T) == 4 ? 3 : 2;
+    if constexpr (most == 8)
+        if (count > 4) return waveOf<T, 8>(x, y, len, sections, count, d);
+    if constexpr (most >= 4)
+        if (count >= least) return waveOf<T, 4>(x, y, len, sections, count, d);
+    return 0;
+}
+
 // ---- arbitrary order ------------------------------------------------------------------------------------------------------------------------
 //
 // acc holds what the samples so far add to the next outputs: the direct form's state, W outputs to a register. What a group of W inputs adds is put together apart from it,
@@ -257,10 +370,10 @@ template <class T> struct Arbitrary {
 }   // namespace
 
 extern const IirKernels iir = {
-    .real32f = {section<float>, Arbitrary<float>::filter},
-    .complex32f = {section<Complex32f>, Arbitrary<Complex32f>::filter},
-    .real64f = {section<double>, Arbitrary<double>::filter},
-    .complex64f = {section<Complex64f>, Arbitrary<Complex64f>::filter},
+    .real32f = {section<float>, cascade<float>, Arbitrary<float>::filter},
+    .complex32f = {section<Complex32f>, cascade<Complex32f>, Arbitrary<Complex32f>::filter},
+    .real64f = {section<double>, cascade<double>, Arbitrary<double>::filter},
+    .complex64f = {section<Complex64f>, cascade<Complex64f>, Arbitrary<Complex64f>::filter},
 };
 
 }   // namespace tevs::TEVS_LEVEL_NS

@@ -7,6 +7,9 @@
 
 namespace tevs {
 
+// y[n] = b0 x[n] + b1 x[n-1] + b2 x[n-2] - a1 y[n-1] - a2 y[n-2], with the state d[0] = b1 x[n] + b2 x[n-1] - a1 y[n] - a2 y[n-1], d[1] = b2 x[n] - a2 y[n].
+template <class T> struct Section { T b0, b1, b2, a1, a2; };
+
 // A second-order section as a linear map from a block of inputs and the state before it to a block of outputs and the state behind it; all as real numbers, so that a
 // complex one is a map twice as wide, whose inputs enter by their real and their imaginary parts. The state s is the direct form's
 // d in another basis, s[0] = d[0] and s[1] = d[1] + sigma d[0] with sigma = -a1 / 2. There a step multiplies by [sigma 1; sigma^2 - a2 sigma], which turns and shrinks
@@ -29,7 +32,9 @@ template <class T> struct SectionTable {
 template <class T> struct IirKernel {
     // Filters whole blocks as long as everything is finite, and says how many samples that were. d is in and out; x may be y.
     int (*section)(const T* x, T* y, int len, const SectionTable<T>* table, T* d);
-    // Likewise a filter of arbitrary order in groups of 16 bytes. d, in and out, fills `registers` of 16 bytes, with zeros behind it. table holds b, and a with 0 for
+    // As many of the next `count` sections as do well side by side, over all samples, and says how many that are; none where there are too few for that, or a tap is not finite.
+    int (*cascade)(const T* x, T* y, int len, const Section<T>* sections, int count, T* d);
+    // Like `section` a filter of arbitrary order in groups of 16 bytes. d, in and out, fills `registers` of 16 bytes, with zeros behind it. table holds b, and a with 0 for
     // a0, and each once more times i where they are complex; each in registers + 2 of 16 bytes, from the last element of the first on, zeros around it.
     int (*arbitrary)(const T* x, T* y, int len, const Scalar<T>* table, int registers, T* d);
 };
