@@ -300,8 +300,9 @@ template <class K> Args checkSizes(Args args, int tapsLen, int up, int down) {
     const auto fits = [=](int u, int d) { return Filter<K>::bytes(tapsLen, u, d) <= INT_MAX; };
     // Phases share the taps, and the line is as long as one of them is: what is too much for a factor of 1 may fit with a larger one.
     return args
-        .require([=] { return tapsLen >= 1 && (fits(1, 1) || (up > 1 && fits(up, 1))) && (!K::kWhole || up < 1 || Filter<K>::each(tapsLen, up) <= kMostWhole); },
-                 StatusFilterLength)
+        .require(
+            [=] { return tapsLen >= 1 && (fits(1, 1) || (up > 1 && fits(up, 1))) && (!K::kWhole || up < 1 || Filter<K>::each(tapsLen, up) <= kMostWhole); },
+            StatusFilterLength)
         .require([=] { return up >= 1 && down >= 1 && fits(up, down); }, StatusRateFactor);
 }
 template <class K> Args checkRecord(Args args, int tapsLen, const Rates& r) {
