@@ -1,9 +1,10 @@
-/* The channel filter of a telephone line as a cascade of second-order sections, and the echo that comes back from its far end found by an adaptive filter.
+/* The channel filter of a telephone line as a cascade of second-order sections, and the echo that comes back from its far end found by an adaptive filter; then a
+ * modem's symbols, and an equaliser that takes off what a line did to them.
  *
  *     telephone_echo IN.wav OUTDIR
  *
  * Band-limits a recording of 8 kHz to 300 .. 3400 Hz, recursively and by an FIR filter, then lets it return through an echo path and takes the echo off again.
- * Writes channel.wav, echo.wav, cancelled.wav, channel-response.txt, echo-path.txt and echo-level.txt into OUTDIR, and prints what each step took.
+ * Writes channel.wav, echo.wav, cancelled.wav, channel-response.txt, echo-path.txt, echo-level.txt and constellation.txt into OUTDIR, and prints what each step took.
  */
 #include <math.h>
 #include <tevs.h>
@@ -71,6 +72,60 @@ static void toResponse(float* h) {
 /* A delay of 2.5 ms, then a ringing that decays: what a hybrid sends back of what it is given. */
 static void makeEchoPath(float* path) {
     for (int k = 0; k < kPathLen; ++k) path[k] = k < 20 ? 0 : (float)(0.45 * exp(-(k - 20) / 9.0) * cos(0.9 * (k - 20)));
+}
+
+/* ---- A modem ----------------------------------------------------------------------------------------------------------------------- */
+
+static Complex32f decided(Complex32f z) { return (Complex32f){copysignf(0.70710678f, z.re), copysignf(0.70710678f, z.im)}; }
+
+/* QPSK in root raised-cosine pulses at two samples a symbol, over a line with echoes and noise. An equaliser at both samples, one symbol out, learns it from symbols that
+ * it knows, and goes on by its own decisions: filter, decide, adapt. Writes the last symbols as they come and as they leave it. */
+static void equalise(FILE* file) {
+    enum { kSymbols = 4000, kKnown = 1000, kPulse = 33, kLineTaps = 7, kTaps = 21, kDelay = ((kPulse - 1) / 2 + (kTaps - 1) / 2) / 2 };
+    static const Complex32f kLine[kLineTaps] = {{1, 0}, {0, 0}, {0.35f, 0.3f}, {0, 0}, {-0.2f, 0.1f}, {0, 0}, {0.1f, -0.1f}};
+    double pulse[kPulse];
+    Complex32f shape[kPulse], start[kTaps] = {{0, 0}};
+    Complex32f *sent = tevsMalloc_32fc(kSymbols), *line = tevsMalloc_32fc(2 * kSymbols), *noise = tevsMalloc_32fc(2 * kSymbols);
+    if (!sent || !line || !noise) must(StatusNoMemory, "symbols");
+    uint32_t seed = 1;
+    must(tevsRandUniform_Direct_32f(&sent->re, 2 * kSymbols, -1, 1, &seed), "tevsRandUniform_Direct_32f");
+    must(tevsRandGauss_Direct_32f(&noise->re, 4 * kSymbols, 0, 0.02f, &seed), "tevsRandGauss_Direct_32f");
+    for (int n = 0; n < kSymbols; ++n) sent[n] = decided(sent[n]);
+
+    must(tevsFIRGenRootCosine_64f(pulse, kPulse, 0.5, 0.25), "tevsFIRGenRootCosine_64f");
+    for (int k = 0; k < kPulse; ++k) shape[k] = (Complex32f){(float)pulse[k], 0};
+    FIRState_32fc *sender, *echoes;
+    must(tevsFIRMRInitAlloc_32fc(&sender, shape, kPulse, 2, 0, 1, 0, NULL), "tevsFIRMRInitAlloc_32fc");
+    must(tevsFIRInitAlloc_32fc(&echoes, kLine, kLineTaps, NULL), "tevsFIRInitAlloc_32fc");
+    must(tevsFIR_32fc(sent, line, kSymbols, sender), "tevsFIR_32fc");
+    must(tevsFIR_32fc_I(line, 2 * kSymbols, echoes), "tevsFIR_32fc_I");
+    must(tevsAdd_32fc_I(noise, line, 2 * kSymbols), "tevsAdd_32fc_I");
+
+    FIRLMSMRState_32fc* equaliser;
+    start[(kTaps - 1) / 2].re = 1;
+    must(tevsFIRLMSMRInitAlloc_32fc(&equaliser, start, kTaps, 1, 0, 2, 0, NULL), "tevsFIRLMSMRInitAlloc_32fc");
+    double off = 0;
+    int wrong = 0;
+    fprintf(file, "# a symbol as it comes, and as it leaves the equaliser\n");
+    for (int n = 0; n < kSymbols; ++n) {
+        Complex32f y;
+        must(tevsFIRLMSMRFilter_32fc(line + 2 * n, &y, equaliser), "tevsFIRLMSMRFilter_32fc");
+        if (n < kDelay) continue;
+        const Complex32f is = sent[n - kDelay], want = n < kKnown ? is : decided(y), error = {want.re - y.re, want.im - y.im};
+        must(tevsFIRLMSMRAdapt_32fc(&error, 0.1f, 1, equaliser), "tevsFIRLMSMRAdapt_32fc");
+        wrong += want.re != is.re || want.im != is.im;
+        if (n < kSymbols - 1000) continue;
+        off += pow(is.re - y.re, 2) + pow(is.im - y.im, 2);
+        fprintf(file, "%.4f %.4f %.4f %.4f\n", line[2 * n].re, line[2 * n].im, y.re, y.im);
+    }
+    printf("\n%d QPSK symbols over a line with echoes, an equaliser of %d taps: %d wrong after %d known ones; the last 1000 are %.1f dB off\n", kSymbols, kTaps,
+           wrong, kKnown, 10 * log10(off / 1000));
+    tevsFIRLMSMRFree_32fc(equaliser);
+    tevsFIRFree_32fc(echoes);
+    tevsFIRFree_32fc(sender);
+    tevsFree(noise);
+    tevsFree(line);
+    tevsFree(sent);
 }
 
 static FILE* create(const char* dir, const char* name) {
@@ -201,6 +256,10 @@ int main(int argc, char** argv) {
     fclose(file);
     printf("\nthe echo in the last quarter: %.1f dB of full scale, %.1f dB left; the taps found are %.1f dB off the path\n", decibels(echo + last, len - last),
            decibels(x + last, len - last), 10 * log10f(apart / whole + 1e-12f));
+
+    file = create(argv[2], "constellation.txt");
+    equalise(file);
+    fclose(file);
 
     tevsFree(model);
     tevsFree(echo);

@@ -4,8 +4,9 @@
 # Takes a recording (any file that libsndfile reads; by default a spoken "front, center" from Debian's alsa-utils) through a telephone line in both
 # ABIs, and draws what the line left of it; compands and expands it, and cores noise; sends an echo back and cancels it; measures a room and plays the recording
 # there; puts clicks on the recording and takes them off; takes noise off by wavelets; designs the line's filters and measures them; dials a number and detects
-# it; sends text through noise, uncoded and coded; finds the formants of a vowel; compares windows by what they make of a spectral line. Writes the recordings,
-# spectra and pictures to demo-out/, and a page of it all, demo-out/index.html.
+# it; sends text through noise, uncoded and coded, and a modem's symbols over a line with echoes; finds the formants of a vowel, and speaks the recording again by
+# coarse prediction; compares windows by what they make of a spectral line. Writes the recordings, spectra and pictures to demo-out/, and a page of it all,
+# demo-out/index.html.
 set -uo pipefail
 input=/usr/share/sounds/alsa/Front_Center.wav
 (($#)) && input=$(realpath -m -- "$1")
@@ -48,7 +49,7 @@ for abi in "${kAbis[@]}"; do
     run dial "$to"
     run coded_text "$to/coded-text.txt"
     run windows "$to/windows.txt"
-    run formants "$to/line-8k.wav" "$to/formants.txt"
+    run formants "$to/line-8k.wav" "$to/formants.txt" "$to/coarse.wav"
     run envelope "$to/line-8k.wav" "$to/envelope.txt"
     run envelope "$out/input.wav" "$to/envelope-input.txt"
     run room "$out/input.wav" "$to"

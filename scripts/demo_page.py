@@ -10,14 +10,14 @@ import sys
 STEPS = {
     "telephone_line": ("A recording goes through a telephone line", ["line"]),
     "telephone_codes": ("It is companded and expanded; noise is cored", ["companded", "cored"]),
-    "telephone_echo": ("An echo comes back, and an adaptive filter cancels it", ["channel", "echo", "cancelled"]),
+    "telephone_echo": ("An echo comes back, and an adaptive filter cancels it; another equalises a modem's line", ["channel", "echo", "cancelled"]),
     "clicks": ("Clicks are put on the recording, and a median takes them off", ["clicked", "repaired"]),
     "denoise": ("Wavelets take noise off", ["noisy-wavelet", "denoised"]),
     "line_filters": ("The line's filters are designed from their edges, and measured", []),
     "dial": ("A number is dialled and detected", ["dialled", "noisy"]),
     "coded_text": ("Text goes through noise, uncoded and coded", []),
     "windows": ("Windows, by what they make of a spectral line", []),
-    "formants": ("Formants of a spoken vowel, by linear prediction", []),
+    "formants": ("Formants of a spoken vowel, by linear prediction; the recording by coarse prediction", ["coarse"]),
     "room": ("A room is measured by correlation, and the recording played there", ["room"]),
 }
 

@@ -44,8 +44,8 @@ TEVS_BEGIN
  *                 (pSize), StatusFilterLength (tapsLen < 1, or too large), StatusRateFactor (a factor < 1, or one that
  *                 makes the record too large).
  * Init, InitAlloc Build a record in pBuffer, and in memory of its own. Return StatusOk, or, with nothing written,
- * StatusNullPtr (ppState, pBuffer), StatusFilterLength,
- *                 StatusRateFactor, StatusRatePhase (a phase out of range), StatusNoMemory.
+ *                 StatusNullPtr (ppState, pBuffer), StatusFilterLength, StatusRateFactor, StatusRatePhase (a phase out
+ *                 of range), StatusNoMemory.
  * Free            Gives back what InitAlloc took, the identifier cleared; leaves a record of Init as it is.
  * SetTaps, GetTaps        All taps, in the order of the formula. SetDlyLine: all samples, newest first.
  * GetDlyLine      `len` samples from delay dlyIndex on, newest first. StatusBadArg: dlyIndex < 0, or dlyIndex + len
@@ -63,7 +63,9 @@ TEVS_BEGIN
  *                 2^-tapsFactor, g = c e, divided by (norm + power) if norm > 0, with the power exact; each tap becomes
  *                 t + g x_j rounded to the nearest integer, saturated; the parts of g conj(x_j) are two products and a
  *                 sum. A part that is not a number counts as 0. The same bits everywhere.
- * Floats          Results may differ in rounding between SIMD levels, and between the block call and the two halves.
+ * Floats          Outputs are within (2 Q + 4) u of sum |h| |x|, u = 2^-24, each part of a step within 8 u of |g| |x_j|,
+ *                 normalised within (2 Q + 12) u, for the error as rounded; the sum with the tap is rounded once.
+ *                 Results may differ in rounding between SIMD levels, and between the block call and the two halves.
  *
  * One call per record at a time.
  */

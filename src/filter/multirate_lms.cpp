@@ -2,7 +2,6 @@
 #include "tevs/multirate_lms.h"
 
 #include <limits.h>
-#include <math.h>
 #include <string.h>
 
 #include <algorithm>
@@ -217,12 +216,15 @@ private:
         else
             return Err(ref) - Err(y);
     }
-    // 2 mu, of integers in units of the taps: scaled once, so that nothing overflows on the way.
+    // 2 mu, of integers in units of the taps. A mu that is not 0 has a magnitude of 2^-149 to 2^128: scales beyond +-1300 change no step, and of the factors that half of
+    // the exponent goes into, the first leaves what is far within the range. The second rounds, if either does.
     Real stepOf(float mu) const {
-        if constexpr (K::kWhole)
-            return ldexp(2 * double(mu), -std::clamp(s_->tapsFactor, -5000, 5000));
-        else
+        if constexpr (K::kWhole) {
+            const int e = -std::clamp(s_->tapsFactor, -1300, 1300);
+            return 2 * double(mu) * powerOfTwo<double>(e / 2) * powerOfTwo<double>(e - e / 2);
+        } else {
             return 2 * mu;
+        }
     }
 
     static Real realPower(int64_t sum) { return toFloat<double>(sum); }
@@ -296,7 +298,11 @@ constexpr int kMostWhole = 1 << 15;
 
 template <class K> Args checkSizes(Args args, int tapsLen, int up, int down) {
     const auto fits = [=](int u, int d) { return Filter<K>::bytes(tapsLen, u, d) <= INT_MAX; };
-    return args.require([=] { return tapsLen >= 1 && fits(1, 1) && (!K::kWhole || up < 1 || Filter<K>::each(tapsLen, up) <= kMostWhole); }, StatusFilterLength)
+    // Phases share the taps, and the line is as long as one of them is: what is too much for a factor of 1 may fit with a larger one.
+    return args
+        .require(
+            [=] { return tapsLen >= 1 && (fits(1, 1) || (up > 1 && fits(up, 1))) && (!K::kWhole || up < 1 || Filter<K>::each(tapsLen, up) <= kMostWhole); },
+            StatusFilterLength)
         .require([=] { return up >= 1 && down >= 1 && fits(up, down); }, StatusRateFactor);
 }
 template <class K> Args checkRecord(Args args, int tapsLen, const Rates& r) {

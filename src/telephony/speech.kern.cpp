@@ -208,7 +208,7 @@ template <class S> void sumWindowOfIntegers(const S* src, int32_t* dst, int len,
         const Some<Ints, 1> change = {{loadInts<int32_t, kRegisterBytes>(entering + (i - 1)) - loadInts<int32_t, kRegisterBytes>(src + (i - 1))}};
         store(dst + i, runningSums<false>(change, sums));
     }
-    for (; i < len; ++i) dst[i] = dst[i - 1] + entering[i - 1] - src[i - 1];
+    for (; i < len; ++i) dst[i] = dst[i - 1] + (entering[i - 1] - src[i - 1]);
 }
 
 template <class T> TEVS_INLINE void storeSums(T* dst, const Step<T>& y) { store(dst, rounded<T>(y, SpeechScale{})); }

@@ -359,7 +359,7 @@ template <class T, class Less> __attribute__((noinline, cold)) void heapSort(T* 
 
 // The median of some elements, picked at one place in each of as many stretches; a place of its own in each, so that no period of the data falls in with them.
 template <class K, class At> TEVS_INLINE K middle(ptrdiff_t n, At at) {
-    constexpr int kMost = 64;
+    constexpr int kMost = kShort<K> < 64 ? kShort<K> : 64;
     K some[kMost];
     const int count = n < 2048 ? 16 : kMost;
     const ptrdiff_t stretch = n / count;
@@ -685,8 +685,11 @@ template <class V> TEVS_INLINE auto isNearer(V a, V x, V b) {
         const V below = x - a, above = b - x;
         auto no = isLess(below, above);
         const auto equal = isAtMost(below, above) & isAtMost(above, below);
-        if (any(equal)) [[unlikely]]
-            no |= equal & ~isLess(rest(b, x, above), rest(x, a, below));
+        if (any(equal)) [[unlikely]] {
+            // An a that is infinite is not nearer than any b: the difference to that may have overflowed.
+            const auto finite = isLess(same<V>(-__builtin_inff()), a);
+            no |= equal & finite & ~isLess(rest(b, x, above), rest(x, a, below));
+        }
         return ~no;
     } else {
         using Unsigned = Vec<uint32_t, kCount<V>>;

@@ -9,7 +9,7 @@ using namespace test;
 
 namespace {
 
-using Z = std::complex<double>;
+using Z = std::complex<Real>;   // which holds every sum of integers
 
 constexpr int kFactor = -28;
 struct Shape {
@@ -54,7 +54,7 @@ void PrintTo(const Api& api, std::ostream* out) { *out << api.name; }
 
 std::vector<Z> numbers(const Vector& v) {
     std::vector<Z> all;
-    for (size_t i = 0; i < v.parts(); i += size_t(v.type.parts)) all.push_back({double(v.part(i)), v.type.parts == 2 ? double(v.part(i + 1)) : 0});
+    for (size_t i = 0; i < v.parts(); i += size_t(v.type.parts)) all.push_back({v.part(i), v.type.parts == 2 ? v.part(i + 1) : 0});
     return all;
 }
 ::testing::AssertionResult agree(const std::vector<Z>& want, const Vector& v, double tolerance) {
@@ -65,82 +65,60 @@ std::vector<Z> numbers(const Vector& v) {
     return ::testing::AssertionSuccess();
 }
 
-// The rule as it reads. Integers: the 64-bit sum and every operation of a step by themselves.
-struct Oracle {
-    const Api& api;
-    Shape s;
-    std::vector<Z> h, x;   // all samples so far, oldest first
-    Oracle(const Api& a, const Shape& shape, const Vector& taps, const Vector& past) : api(a), s(shape), h(numbers(taps)), x(numbers(past)) {
+// The rule as it reads, of integers every operation of a step by itself: outputs, taps, and all samples, oldest first. Before the first iteration the taps move twice by
+// the references alone.
+struct Expected {
+    std::vector<Z> y, h, x;
+    Expected(const Api& api, const Shape& s, const Vector& taps, const Vector& past, const Vector& in, const Vector& ref, float mu, float norm)
+        : h(numbers(taps)), x(numbers(past)) {
+        const auto src = numbers(in), wanted = numbers(ref);
+        const auto scaled = [&](Real v, int sign) { return std::ldexp(v, sign * std::clamp(s.factor, -4000, 4000)); };
+        const auto stored = [&](Real v) { return std::clamp<Real>(std::nearbyint(scaled(v, 1)), -32768, 32767); };
+        const auto moved = [&](Real tap, double step) {
+            return api.whole() ? std::clamp<Real>(tap + (std::isnan(step) ? 0 : std::nearbyint(Real(step))), INT_MIN, INT_MAX) : tap + step;
+        };
+        const auto each = [&](int output, auto f) {                               // the taps and samples of an output of the last iteration
+            const int since = output * s.down + s.downPhase - s.upPhase + s.up;   // ticks from the input before the iteration's first possible one
+            const Z* from = x.data() + x.size() - s.down + since / s.up;
+            for (size_t k = size_t(since % s.up); k < h.size(); k += size_t(s.up)) f(h[k], *--from);
+        };
         std::reverse(x.begin(), x.end());
-    }
-    // The taps and samples of an output of the last iteration.
-    template <class F> void each(int output, F f) {
-        const int since = output * s.down + s.downPhase - s.upPhase + s.up;   // ticks from the input before the iteration's first possible one
-        const Z* from = x.data() + x.size() - s.down + since / s.up;
-        for (size_t k = size_t(since % s.up); k < h.size(); k += size_t(s.up)) f(h[k], *--from);
-    }
-    std::vector<Z> filter(const std::vector<Z>& samples) {
-        x.insert(x.end(), samples.begin(), samples.end());
-        std::vector<Z> y;
-        for (int m = 0; m < s.up; ++m) {
-            int64_t re = 0, im = 0;
-            Z sum = 0;
-            each(m, [&](Z tap, Z sample) {
-                const int64_t hr(tap.real()), hi(tap.imag()), xr(sample.real()), xi(sample.imag());
-                re += hr * xr - hi * xi;
-                im += hr * xi + hi * xr;
-                sum += tap * sample;
-            });
-            const auto stored = [&](int64_t v) {
-                return double(std::clamp<Real>(std::nearbyint(std::ldexp(Real(v), std::clamp(s.factor, -4000, 4000))), -32768, 32767));
-            };
-            y.push_back(api.whole() ? Z(stored(re), stored(im)) : sum);
-        }
-        return y;
-    }
-    void adapt(const std::vector<Z>& e, float mu, float norm) {
-        for (int m = 0; m < (mu == 0 ? 0 : s.up); ++m) {
-            double power = 0;
-            each(m, [&](Z, Z sample) { power += std::norm(sample); });
-            const double c = std::ldexp(2 * double(mu), api.whole() ? -std::clamp(s.factor, -4000, 4000) : 0), by = norm > 0 ? double(norm) + power : 1;
-            const double gr = c * e[size_t(m)].real() / by, gi = c * e[size_t(m)].imag() / by;
-            const auto moved = [&](double tap, double step) {
-                if (!api.whole()) return tap + step;
-                return double(std::clamp<Real>(tap + (std::isnan(step) ? 0 : std::nearbyint(Real(step))), INT_MIN, INT_MAX));
-            };
-            each(m, [&](Z& tap, Z x) {
-                if (api.tap.parts == 2)
-                    tap = {moved(tap.real(), gr * x.real() + gi * x.imag()), moved(tap.imag(), gi * x.real() - gr * x.imag())};
-                else
-                    tap = moved(tap.real(), gr * x.real());
-            });
+        for (int64_t i = -2; i < int64_t(in.size()) / s.down; ++i) {
+            std::vector<Z> e(wanted.begin() + std::max<int64_t>(i, 0) * s.up, wanted.begin() + std::max<int64_t>(i + 1, 1) * s.up);
+            if (i >= 0) x.insert(x.end(), src.begin() + i * s.down, src.begin() + (i + 1) * s.down);
+            for (int m = 0; m < s.up && i >= 0; ++m) {
+                Z sum = 0;
+                each(m, [&](Z tap, Z sample) { sum += tap * sample; });
+                y.push_back(api.whole() ? Z(stored(sum.real()), stored(sum.imag())) : sum);
+                e[size_t(m)] -= y.back();
+            }
+            for (int m = 0; m < s.up && mu != 0; ++m) {
+                double power = 0;
+                each(m, [&](Z, Z sample) { power += double(std::norm(sample)); });
+                const double c = api.whole() ? double(scaled(2 * Real(mu), -1)) : 2 * mu, by = norm > 0 ? double(norm) + power : 1;
+                const double gr = c * double(e[size_t(m)].real()) / by, gi = c * double(e[size_t(m)].imag()) / by;
+                each(m, [&](Z& tap, Z z) {
+                    const auto re = double(z.real()), im = double(z.imag());
+                    tap = api.tap.parts == 1 ? Z(moved(tap.real(), gr * re)) : Z(moved(tap.real(), gr * re + gi * im), moved(tap.imag(), gi * re - gr * im));
+                });
+            }
         }
     }
 };
-
-// What call(address) writes there.
-template <class Call> Vector written(Type type, size_t n, Call call) {
-    Guarded<uint8_t> to(n * type.size());
-    EXPECT_EQ(call(Ptr(to.data())), StatusOk);
-    EXPECT_TRUE(to.intact());
-    return {type, to.values()};
-}
 
 // A record, in a buffer of the reported size at any address, which stays one when it is freed, or in memory of its own.
 struct Filter {
     const Api& api;
     const Shape s;
-    const bool owned;
     Guarded<uint8_t> memory;
     void* state = nullptr;
-    Filter(const Api& a, const Shape& shape, Ptr h, Ptr past, int offset = -1)
-        : api(a), s(shape), owned(offset < 0), memory(size(), {std::max(offset, 0), offset % 2 == 0}) {
+    Filter(const Api& a, const Shape& shape, Ptr h, Ptr past, int offset = -1) : api(a), s(shape), memory(size(), {std::max(offset, 0), offset % 2 == 0}) {
         const Factor factor{s.factor};
-        EXPECT_EQ(owned ? api.initAlloc(&state, h, s.taps, factor, s, past) : api.init(&state, h, s.taps, factor, s, past, memory.data()), StatusOk);
+        EXPECT_EQ(offset < 0 ? api.initAlloc(&state, h, s.taps, factor, s, past) : api.init(&state, h, s.taps, factor, s, past, memory.data()), StatusOk);
     }
     ~Filter() {
         EXPECT_EQ(api.free(state), StatusOk);
-        EXPECT_TRUE(owned || (api.setTaps(nullptr, state) == StatusOk && memory.intact()));
+        EXPECT_TRUE(memory.intact() && (memory.untouched() || api.setTaps(nullptr, state) == StatusOk));
     }
     size_t size() const {
         int size = 0;
@@ -149,51 +127,49 @@ struct Filter {
     }
     operator Ptr() const { return state; }
     Vector taps() const {
-        return written(api.tap, size_t(s.taps), [this](Ptr to) { return api.getTaps(state, to); });
+        Vector v(api.tap, size_t(s.taps));
+        EXPECT_EQ(api.getTaps(state, v), StatusOk);
+        return v;
     }
-    Vector past() const {
-        return written(api.sample, size_t(s.kept()), [this](Ptr to) { return api.getDlyLine(state, to, s.kept(), 0); });
+    Vector past(int len, int from) const {
+        Vector v(api.sample, size_t(len));
+        EXPECT_EQ(api.getDlyLine(state, v, len, from), StatusOk);
+        return v;
     }
 };
 
-// Adapt before any Filter and twice in a row; then iterations in halves, in one block, and in two blocks over the reference.
+// Adapt before any Filter and twice in a row; then iterations in halves, in one block, and in blocks over the reference.
 void check(const Api& api, const Shape& s, int numIters, float mu, float norm) {
     SCOPED_TRACE(::testing::Message() << s.taps << " taps, " << s.up << " from " << s.upPhase << ", " << s.down << " from " << s.downPhase << ", factor "
                                       << s.factor << ", step " << mu << ", norm " << norm);
-    Vector h = api.taps(s.taps), past = api.samples(s.kept()), x = api.samples(numIters * s.down), ref = api.samples(numIters * s.up);
+    Vector h = api.taps(s.taps), past = api.samples(s.kept()), x = api.samples(numIters * s.down), ref = api.samples(numIters * s.up), before(api.sample);
     if (s.factor != kFactor)
         for (Vector* v : {&h, &past, &x, &ref}) *v = randomVector(v->type, v->size());
-    Filter halves(api, s, h, past), whole(api, s, h, past, s.taps % 16), cut(api, s, h, past);
-    Oracle oracle(api, s, h, past);
-    const auto adapt = [&](const std::vector<Z>& e, std::initializer_list<Ptr> filters) {
-        Vector errors(api.tap, e.size());
-        for (size_t i = 0; i < errors.parts(); ++i) errors.setPart(i, api.tap.parts == 1 ? e[i].real() : i % 2 ? e[i / 2].imag() : e[i / 2].real());
-        oracle.adapt(numbers(errors), mu, norm);
-        for (const Ptr filter : filters) ASSERT_EQ(api.adapt(Guarded<uint8_t>(errors.bytes).data(), mu, norm, filter), StatusOk);
-    };
-    const size_t in = size_t(s.down), out = size_t(s.up);
-    for (int turn = 0; turn < 2; ++turn) adapt(numbers(ref.slice(0, out)), {halves, whole, cut});
-    std::vector<Z> want;
-    for (size_t i = 0; i < size_t(numIters); ++i) {
-        const Guarded<uint8_t> src(x.slice(i * in, in).bytes);
-        const auto y = oracle.filter(numbers(x.slice(i * in, in)));
-        ASSERT_TRUE(agree(y, written(api.sample, out, [&](Ptr dst) { return api.filter(src.data(), dst, halves); }), api.tolerance())) << "iteration " << i;
-        auto e = numbers(ref.slice(i * out, out));
-        for (size_t m = 0; m < out; ++m) e[m] -= y[m];
-        adapt(e, {halves});
-        want.insert(want.end(), y.begin(), y.end());
+    const auto in = size_t(s.down), out = size_t(s.up), iterations = size_t(numIters);
+    const Expected want(api, s, h, past, x, ref, mu, norm);
+    for (const size_t most : {size_t(0), iterations, iterations / 3}) {   // 0: in halves
+        const Filter f(api, s, h, past, most == iterations ? s.taps % 16 : -1);
+        const Guarded<uint8_t> src(x.bytes), reference(ref.bytes);
+        Guarded<uint8_t> dst(ref.bytes), errors(out * api.tap.size());
+        const auto adapt = [&](const Vector& y, size_t at) {   // by the reference less y
+            Vector e(api.tap, out);
+            for (size_t i = 0; i < e.parts(); ++i) e.setPart(i, ref.slice(at, out).part(i) - y.part(i));
+            errors.assign(e.bytes);
+            ASSERT_EQ(api.adapt(errors.data(), mu, norm, f), StatusOk);
+        };
+        for (int turn = 0; turn < 2; ++turn) adapt(Vector(api.sample, out), 0);
+        for (size_t i = 0, n; i < iterations; i += n) {
+            n = std::clamp<size_t>(most, 1, iterations - i);
+            const Ptr from = src.data() + i * x.type.size() * in, to = dst.data() + i * out * x.type.size();
+            ASSERT_EQ(most ? api.block(from, most == iterations ? Ptr(reference.data()) : to, to, int(n), mu, norm, f) : api.filter(from, to, f), StatusOk);
+            if (most == 0) adapt(Vector(api.sample, dst.values()).slice(i * out, out), i * out);
+        }
+        const Vector y(api.sample, dst.values());
+        ASSERT_TRUE(agree(want.y, y, api.tolerance()) && dst.intact());
+        ASSERT_TRUE(agree(want.h, f.taps(), api.tolerance()) && agree({want.x.rbegin(), want.x.rend()}, f.past(s.kept(), 0), 0));
+        ASSERT_TRUE((mu != 0 || same(h, f.taps())) && (most != iterations / 3 || same(before, y)));
+        before = y;
     }
-    const Guarded<uint8_t> src(x.bytes), reference(ref.bytes);
-    const Vector y = written(api.sample, ref.size(), [&](Ptr dst) { return api.block(src.data(), reference.data(), dst, numIters, mu, norm, whole); });
-    ASSERT_TRUE(agree(want, y, api.tolerance()));
-    for (const Filter* f : {&halves, &whole})
-        ASSERT_TRUE(agree(oracle.h, f->taps(), api.tolerance()) && agree({oracle.x.rbegin(), oracle.x.rend()}, f->past(), 0) &&
-                    (mu != 0 || same(h, f->taps())));
-    const int first = numIters / 3;
-    uint8_t* const second = ref.at(size_t(first) * out);
-    ASSERT_EQ(api.block(x, ref, ref, first, mu, norm, cut), StatusOk);
-    ASSERT_EQ(api.block(x.at(size_t(first) * in), second, second, numIters - first, mu, norm, cut), StatusOk);
-    ASSERT_TRUE(same(y, ref) && same(whole.taps(), cut.taps()));
 }
 
 class MultirateLms : public ::testing::TestWithParam<Api> {
@@ -223,58 +199,64 @@ TEST_P(MultirateLms, FollowsTheRule) {
 
 TEST_P(MultirateLms, IgnoresTheControlWords) {
     const Vector h = api.taps(40), x = api.samples(300), ref = api.samples(200);
-    expectOwnModes([&] {
-        Filter f(api, {40, 2, 1, 3, 2}, h, nullptr);
-        Vector y(ref);
-        EXPECT_EQ(api.block(x, ref, y, 100, 0.2f, 1.0f, f), StatusOk);
-        return y.bytes;
-    });
+    for (const int factor : {kFactor, -1020})   // of which steps overflow
+        expectOwnModes([&] {
+            Filter f(api, {40, 2, 1, 3, 2, factor}, h, nullptr);
+            Vector y(ref);
+            EXPECT_EQ(api.block(x, ref, y, 100, factor == kFactor ? 0.2f : 16, 1.0f, f), StatusOk);
+            return api.whole() ? f.taps().bytes : y.bytes;
+        });
 }
 
 TEST_P(MultirateLms, GivesWhatItWasSet) {
     const Filter f(api, {10, 3, 1, 4, 2}, nullptr, nullptr);   // which keeps 8 samples
-    const Vector h = randomVector(api.tap, 10), line = randomVector(api.sample, 8), noTaps(api.tap, 10), silence(api.sample, 8);
-    EXPECT_TRUE(same(f.taps(), noTaps) && same(f.past(), silence));
-    expectEach(StatusOk, {api.setTaps(h, f), api.setDlyLine(f, line)});
-    EXPECT_TRUE(same(f.taps(), h) && same(f.past(), line));
-    for (int index : {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, INT_MAX})
-        for (int len : {1, 2, 3, 4, 5, 6, 7, 8, 9, INT_MAX}) {
-            const bool good = index >= 0 && int64_t{index} + len <= 8;
-            Vector got(api.sample, 8);
-            ASSERT_EQ(api.getDlyLine(f, got, len, index), good ? StatusOk : StatusBadArg) << index << ", " << len;
-            ASSERT_TRUE(same(got.slice(0, good ? size_t(len) : 0), line.slice(good ? size_t(index) : 0, good ? size_t(len) : 0)));
-        }
+    Vector h(api.tap, 10), line(api.sample, 8);
+    EXPECT_TRUE(same(f.taps(), h) && same(f.past(8, 0), line));
+    expectEach(StatusOk, {api.setTaps(randomVector(api.tap, 10), f), api.setDlyLine(f, randomVector(api.sample, 8))});
     expectEach(StatusOk, {api.setTaps(nullptr, f), api.setDlyLine(f, nullptr)});
-    EXPECT_TRUE(same(f.taps(), noTaps) && same(f.past(), silence));
+    EXPECT_TRUE(same(f.taps(), h) && same(f.past(8, 0), line));
+    h = randomVector(api.tap, 10), line = randomVector(api.sample, 8);
+    expectEach(StatusOk, {api.setTaps(h, f), api.setDlyLine(f, line)});
+    EXPECT_TRUE(same(f.taps(), h));
+    for (int index : {INT_MIN, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, INT_MAX})
+        for (int len : {1, 2, 3, 4, 5, 6, 7, 8, 9, INT_MAX})
+            if (const bool good = index >= 0 && int64_t{index} + len <= 8; !good) {
+                ASSERT_EQ(api.getDlyLine(f, h, len, index), StatusBadArg) << index << ", " << len;
+            } else {
+                ASSERT_TRUE(same(f.past(len, index), line.slice(size_t(index), size_t(len)))) << index << ", " << len;
+            }
 }
 
 TEST_P(MultirateLms, ChecksInOrder) {
     Vector h(api.tap, 4), x(api.sample, 4), y(x);
     alignas(16) uint8_t block[64] = {};
-    const Ptr other = block;
     void* state = block;
     int size = 7;
     const Factor none{0};
-    expectEach(StatusNullPtr, {api.stateSize(0, 0, 0, nullptr), api.init(nullptr, h, 0, none, {}, x, block), api.init(&state, h, 0, none, {}, x, nullptr),
-                               api.initAlloc(nullptr, h, 0, none, {}, x), api.getDlyLine(nullptr, x, 0, -1), api.getDlyLine(other, nullptr, 0, -1)});
-    expectEach(StatusNullPtr, {api.free(nullptr), api.setTaps(h, nullptr), api.getTaps(nullptr, h), api.getTaps(other, nullptr), api.setDlyLine(nullptr, x)});
-    expectEach(StatusNullPtr, {api.filter(nullptr, y, other), api.filter(x, nullptr, other), api.filter(x, y, nullptr), api.adapt(nullptr, 1, 1, other),
-                               api.adapt(h, 1, 1, nullptr), api.block(nullptr, x, y, 0, 1, 1, other), api.block(x, nullptr, y, 0, 1, 1, other),
-                               api.block(x, x, nullptr, 0, 1, 1, other), api.block(x, x, y, 0, 1, 1, nullptr)});
-    expectEach(StatusBadSize, {api.getDlyLine(other, x, 0, -1), api.block(x, x, y, 0, 1, 1, other), api.block(x, x, y, INT_MIN, 1, 1, other)});
-    expectEach(StatusContextMismatch, {api.free(other), api.setTaps(h, other), api.getTaps(other, h), api.setDlyLine(other, x), api.getDlyLine(other, x, 1, -1),
-                                       api.filter(x, y, other), api.adapt(h, 1, 1, other), api.block(x, x, y, 1, 1, 1, other)});
+    for (int hole = 0; hole < 5; ++hole) {   // the argument that is null
+        const auto at = [=](int i, Ptr p) { return hole == i ? Ptr() : p; };
+        const auto want = [=](int pointers, Status next) { return hole < pointers ? StatusNullPtr : next; };
+        const Ptr first = at(0, block), second = at(1, block);
+        expectEach(want(1, StatusContextMismatch), {api.free(first), api.setTaps(h, first), api.setDlyLine(first, x)});
+        expectEach(want(1, StatusFilterLength), {api.stateSize(0, 0, 0, at(0, &size)), api.initAlloc(at(0, &state), h, 0, none, {}, x)});
+        EXPECT_EQ(api.init(at(0, &state), h, 0, none, {}, x, second), want(2, StatusFilterLength));
+        expectEach(want(2, StatusContextMismatch), {api.getTaps(first, at(1, h)), api.adapt(at(0, h), 1, 1, second), api.getDlyLine(first, at(1, x), 1, -1)});
+        EXPECT_EQ(api.getDlyLine(first, at(1, x), 0, -1), want(2, StatusBadSize));
+        EXPECT_EQ(api.filter(at(0, x), at(1, y), at(2, block)), want(3, StatusContextMismatch));
+        for (int n : {0, INT_MIN, 1})
+            EXPECT_EQ(api.block(at(0, x), at(1, x), at(2, y), n, 1, 1, at(3, block)), want(4, n < 1 ? StatusBadSize : StatusContextMismatch));
+    }
     using Row = std::pair<Shape, Status>;
     for (const auto& [s, want] :
          {Row{{0, 0, 0, 0, 0}, StatusFilterLength}, Row{{INT_MIN, 1, 0, 1, 0}, StatusFilterLength}, Row{{INT_MAX, 1, 0, 1, 0}, StatusFilterLength},
           Row{{4, 0, 9, 1, 9}, StatusRateFactor}, Row{{4, 1, 9, 0, 9}, StatusRateFactor}, Row{{4, 1, 9, INT_MIN, 9}, StatusRateFactor},
           Row{{4, 1, 0, INT_MAX, 0}, StatusRateFactor}, Row{{4, INT_MAX, 0, 1, 0}, StatusRateFactor}, Row{{4, 2, 2, 1, 0}, StatusRatePhase},
-          Row{{4, 2, -1, 1, 0}, StatusRatePhase}, Row{{4, 1, 0, 3, 3}, StatusRatePhase}, Row{{4, 1, 0, 3, INT_MIN}, StatusRatePhase}}) {
+          Row{{4, 2, -1, 1, 0}, StatusRatePhase}, Row{{4, 1, 0, 3, 3}, StatusRatePhase}, Row{{4, 1, 0, 3, INT_MIN}, StatusRatePhase},
+          Row{{32769, 1, -1, 1, 0}, api.whole() ? StatusFilterLength : StatusRatePhase}, Row{{32769, 2, -1, 1, 0}, StatusRatePhase},
+          Row{{int((1 << 30) / api.tap.size()), 1 << 14, -1, 1, 0}, StatusRatePhase}}) {   // taps that with a factor of 1 would be too many
         expectEach(want, {api.init(&state, h, s.taps, none, s, x, block), api.initAlloc(&state, h, s.taps, none, s, x)});
         EXPECT_EQ(api.stateSize(s.taps, s.up, s.down, &size), want == StatusRatePhase ? StatusOk : want);
     }
-    EXPECT_EQ(api.stateSize(32769, 1, 1, &size), api.whole() ? StatusFilterLength : StatusOk);
-    EXPECT_EQ(api.stateSize(32769, 2, 1, &size), StatusOk);
     EXPECT_TRUE(state == block && std::count(block, block + 64, 0) == 64 && same(x, y));
 }
 
