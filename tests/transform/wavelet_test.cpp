@@ -337,6 +337,18 @@ TYPED_TEST(Wavelet, DwtIsItsDefinition) {
                 }
 }
 
+// As PyWavelets 1.1.1 has them.
+TEST(DwtValues, AreThoseOfAnother) {
+    const auto expect = [](int tapsLen, int family, int ext, const Reals& want) {
+        const auto y = dwt(true, std::vector<double>{3, -1, 4, 1, -5, 9, 2}, 7, 1, Bank<double>(tapsLen, family), ext);
+        EXPECT_LE(distance(want, Reals(y.begin(), y.end())), 1e-11) << tapsLen;
+    };
+    expect(4, WaveletDaubechies, ExtPeriodic,
+           {2.733692779255, 3.734293782605, -1.941142838269, 6.079757994207, -3.699618605545, 2.484164919844, 7.554030725010, -1.388829571003});
+    expect(10, WaveletCdf, ExtMirror,
+           {-0.339804459513, 1.981490404319, 2.710467387870, 3.383678400145, -0.723119264359, 5.698871289700, 5.673192552688, -0.339804459513, -4.009787892385,
+            -1.729898463090, 4.265122495166, -1.203756961897, -9.067584588661, 3.442956973578, 8.302948437270, -4.009787892385});
+}
 TYPED_TEST(Wavelet, DwtIsAccurate) {
     using T = TypeParam;
     eachWavelet([](int tapsLen, int family) {
