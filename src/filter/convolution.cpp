@@ -326,8 +326,8 @@ template <class D> Status convolveInBlocks(const D* pShort, int shortLen, const 
     int order = 2;
     while (int64_t{1} << order < 2 * int64_t{shortLen}) ++order;
     if (const Status s = possible<T>(++order)) return s;
-    const int areas = longLen > kParallelAbove ? std::max(omp_get_max_threads(), 1) : 1;
-    OverlapSave<T>* const o = OverlapSave<T>::create(shortLen, order, areas);
+    const int team = longLen > kParallelAbove ? teamSize(omp_get_max_threads()) : 1;
+    OverlapSave<T>* const o = OverlapSave<T>::create(shortLen, order, team);
     if (!o) return StatusNoMemory;
     o->setTaps(pShort);
     const auto load = [=](T* to, ptrdiff_t n, int m) {
@@ -336,7 +336,7 @@ template <class D> Status convolveInBlocks(const D* pShort, int shortLen, const 
         memset(to + inside, 0, size_t(m - inside) * sizeof(T));
     };
     const auto store = [=](const T* y, ptrdiff_t n, int m) { fromStored(y, pDst + n, m, scaleFactor); };
-    o->filter(nullptr, shortLen + longLen - 1, longLen > kParallelAbove ? teamSize(areas) : 1, load, store);
+    o->filter(nullptr, shortLen + longLen - 1, team, load, store);
     OverlapSave<T>::destroy(o);
     return StatusOk;
 }
@@ -394,7 +394,9 @@ Status convolveBiased(const float* pSrc1, int len1, const float* pSrc2, int len2
     return StatusOk;
 }
 
+// In the scope of the frame's rounding mode, which the quotient hangs on: the numbers are pinned there.
 template <class D> bool byTransform(int lags, int len1, int len2) {
+    pin(lags), pin(len1), pin(len2);
     const float m = float(std::min(len1, len2)), ratio = float(lags) * m / float(std::max(len1, len2));
     return ratio >= float(kMostDirectLags<D> + 1);   // that is, cut to an integer, above
 }
