@@ -84,7 +84,7 @@ template <class T> auto& fewOf(const ConvolutionKernels* c) {
 template <class T> void sums(const T* in, const T* taps, int tapsLen, T* out, int len) {
     const auto& few = fewOf<T>(convolution);
     if (len > few.most) return kernelOf<T>(fir).block(in, taps, tapsLen, out, len);
-    if (len >= few.least) return few.kernel(in, taps, tapsLen, out, len);
+    if (len >= few.least) return few.kernel(in, taps, 1, tapsLen, out, len);
     for (int n = 0; n < len; ++n) out[n] = kernelOf<T>(fir).dot(in + n, taps, tapsLen);
 }
 
@@ -137,9 +137,12 @@ template <class Body> void forEachTile(int tapsLen, int xLen, int64_t first, int
 // out[i] = y[first+i] for 0 <= i < count.
 template <class T> void correlate(const Taps<T>& taps, const T* x, int xLen, int64_t first, int count, T* out) {
     T room[kPiece], padded[kTile + kPiece], part[kTile];
-    const bool atOnce = taps.len <= kPiece;
+    const bool atOnce = taps.len <= kPiece, inside = first >= 0 && first <= int64_t{xLen} - taps.len + 1 - count;
+    const auto& few = fewOf<T>(convolution);
+    if (!kComplex<T> && inside && count >= few.least && count <= few.most)   // which takes taps as they lie
+        return few.kernel(x + first, taps.reversed ? taps.h + (taps.len - 1) : taps.h, taps.reversed ? -1 : 1, taps.len, out, count);
     const T* const all = atOnce ? taps.piece(0, taps.len, room) : nullptr;
-    if (atOnce && first >= 0 && first <= int64_t{xLen} - taps.len + 1 - count) return sums(x + first, all, taps.len, out, count);
+    if (atOnce && inside) return sums(x + first, all, taps.len, out, count);
     forEachTile(taps.len, xLen, first, count, atOnce ? INT_MAX : kTile, [&](int i, int n, int64_t at, int from, int to) {
         for (int j = from, m; j < to; j += m) {
             m = std::min(to - j, kPiece);
