@@ -1,4 +1,5 @@
-// Sample-rate change without a filter, per sample of the longer side: against a loop, and `limit`, what loading the inputs and storing the outputs takes.
+// Sample-rate change without a filter, per sample of the longer side: against a loop, and `limit`, what loading the inputs and storing the outputs takes where every
+// vector of inputs has one that is wanted.
 #include "filter/sample_plain.h"
 #include "support/bench.h"
 #include "tevs.h"
@@ -7,21 +8,19 @@ namespace {
 
 const std::vector<int64_t> kSizes = {192, 3072, 1 << 20};
 
-// As bench::touch, of as many bytes on each side as there are.
-TEVS_WIDEST void touch(const char* src, ptrdiff_t reads, char* dst, ptrdiff_t writes) {
+// Up: a vector loaded and `factor` of them stored, by turns; down: the other way round. The store is of what the compiler does not know to be zeros, lest it call memset.
+template <bool Up> TEVS_WIDEST void touch(const char* src, char* dst, ptrdiff_t turns, int factor) {
     typedef char Widest __attribute__((vector_size(bench::kWidest)));
-    const Widest zero = {};
-    constexpr ptrdiff_t kStep = 4 * bench::kWidest;
-    for (ptrdiff_t i = 0; i + kStep <= reads; i += kStep)
-#pragma GCC unroll 4
-        for (ptrdiff_t k = i; k < i + kStep; k += bench::kWidest) {
-            Widest v;
-            std::memcpy(&v, src + k, sizeof v);
-            asm volatile("" : : "x"(v));
+    Widest v = {};
+    asm volatile("" : "+x"(v));
+    for (; turns > 0; --turns) {
+        for (int r = 0; r < (Up ? 1 : factor); ++r, src += bench::kWidest) {
+            Widest x;
+            std::memcpy(&x, src, sizeof x);
+            asm volatile("" : : "x"(x));
         }
-    for (ptrdiff_t i = 0; i + kStep <= writes; i += kStep)
-#pragma GCC unroll 4
-        for (ptrdiff_t k = i; k < i + kStep; k += bench::kWidest) std::memcpy(dst + k, &zero, sizeof zero);
+        for (int r = 0; r < (Up ? factor : 1); ++r, dst += bench::kWidest) std::memcpy(dst, &v, sizeof v);
+    }
 }
 
 template <class T> void rows(const std::string& types, Status (*up)(const T*, int, T*, int*, int, int*), Status (*down)(const T*, int, T*, int*, int, int*)) {
@@ -35,15 +34,19 @@ template <class T> void rows(const std::string& types, Status (*up)(const T*, in
                        up(x, n / factor, y, &len, factor, &phase);
                    }));
         bench::row(upName, "plain", kSizes, with([=](const T* x, T* y, int n) { plain::sampleUp(x, y, n / factor, factor, 1); }));
-        const auto bytes = [=](int n) { return ptrdiff_t{n} * ptrdiff_t(sizeof(T)); };
-        const auto chars = [](auto* p) { return (char*)p; };
-        bench::row(upName, "limit", kSizes, with([=](const T* x, T* y, int n) { touch(chars(x), bytes(n) / factor, chars(y), bytes(n)); }));
+        // Of whole turns, which the shortest of the sizes is not.
+        const auto limit = [=](const std::string& name, auto touches) {
+            bench::row(name, "limit", {3072, 1 << 20}, with([=](const T* x, T* y, int n) {
+                           touches((const char*)x, (char*)y, ptrdiff_t{n} * ptrdiff_t(sizeof(T)) / bench::kWidest / factor, factor);
+                       }));
+        };
+        limit(upName, touch<true>);
         bench::row(downName, "tevs", kSizes, with([=](const T* x, T* y, int n) {
                        int len, phase = 1;
                        down(x, n, y, &len, factor, &phase);
                    }));
         bench::row(downName, "plain", kSizes, with([=](const T* x, T* y, int n) { plain::sampleDown(x + 1, y, n / factor, factor); }));
-        bench::row(downName, "limit", kSizes, with([=](const T* x, T* y, int n) { touch(chars(x), bytes(n), chars(y), bytes(n) / factor); }));
+        if (factor * int(sizeof(T)) <= bench::kWidest) limit(downName, touch<false>);
     }
 }
 

@@ -12,7 +12,8 @@ TEVS_BEGIN
  *
  * over those k for which both elements are there.
  *
- * pSrc1, pSrc2   len1 >= 1 and len2 >= 1 elements; they may be the same vector. Exchanged, they give the same result.
+ * pSrc1, pSrc2   len1 >= 1 and len2 >= 1 elements; they may be the same vector. Exchanged, they give the same result;
+ *                equally long ones in floating point but for rounding.
  * pDst           len1 + len2 - 1 elements, at most INT_MAX; it overlaps neither source
  * scaleFactor    _Sfs: results are stored times 2^-scaleFactor, to nearest, ties to even, saturated; any value will do
  *

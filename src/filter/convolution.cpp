@@ -84,7 +84,7 @@ template <class T> auto& fewOf(const ConvolutionKernels* c) {
 template <class T> void sums(const T* in, const T* taps, int tapsLen, T* out, int len) {
     const auto& few = fewOf<T>(convolution);
     if (len > few.most) return kernelOf<T>(fir).block(in, taps, tapsLen, out, len);
-    if (len >= few.least) return few.kernel(in, taps, tapsLen, out, len);
+    if (len >= few.least) return few.kernel(in, taps, 1, tapsLen, out, len);
     for (int n = 0; n < len; ++n) out[n] = kernelOf<T>(fir).dot(in + n, taps, tapsLen);
 }
 
@@ -137,9 +137,12 @@ template <class Body> void forEachTile(int tapsLen, int xLen, int64_t first, int
 // out[i] = y[first+i] for 0 <= i < count.
 template <class T> void correlate(const Taps<T>& taps, const T* x, int xLen, int64_t first, int count, T* out) {
     T room[kPiece], padded[kTile + kPiece], part[kTile];
-    const bool atOnce = taps.len <= kPiece;
+    const bool atOnce = taps.len <= kPiece, inside = first >= 0 && first <= int64_t{xLen} - taps.len + 1 - count;
+    const auto& few = fewOf<T>(convolution);
+    if (!kComplex<T> && inside && count >= few.least && count <= few.most)   // which takes taps as they lie
+        return few.kernel(x + first, taps.reversed ? taps.h + (taps.len - 1) : taps.h, taps.reversed ? -1 : 1, taps.len, out, count);
     const T* const all = atOnce ? taps.piece(0, taps.len, room) : nullptr;
-    if (atOnce && first >= 0 && first <= int64_t{xLen} - taps.len + 1 - count) return sums(x + first, all, taps.len, out, count);
+    if (atOnce && inside) return sums(x + first, all, taps.len, out, count);
     forEachTile(taps.len, xLen, first, count, atOnce ? INT_MAX : kTile, [&](int i, int n, int64_t at, int from, int to) {
         for (int j = from, m; j < to; j += m) {
             m = std::min(to - j, kPiece);
@@ -326,8 +329,8 @@ template <class D> Status convolveInBlocks(const D* pShort, int shortLen, const 
     int order = 2;
     while (int64_t{1} << order < 2 * int64_t{shortLen}) ++order;
     if (const Status s = possible<T>(++order)) return s;
-    const int areas = longLen > kParallelAbove ? std::max(omp_get_max_threads(), 1) : 1;
-    OverlapSave<T>* const o = OverlapSave<T>::create(shortLen, order, areas);
+    const int team = longLen > kParallelAbove ? teamSize(omp_get_max_threads()) : 1;
+    OverlapSave<T>* const o = OverlapSave<T>::create(shortLen, order, team);
     if (!o) return StatusNoMemory;
     o->setTaps(pShort);
     const auto load = [=](T* to, ptrdiff_t n, int m) {
@@ -336,7 +339,7 @@ template <class D> Status convolveInBlocks(const D* pShort, int shortLen, const 
         memset(to + inside, 0, size_t(m - inside) * sizeof(T));
     };
     const auto store = [=](const T* y, ptrdiff_t n, int m) { fromStored(y, pDst + n, m, scaleFactor); };
-    o->filter(nullptr, shortLen + longLen - 1, longLen > kParallelAbove ? teamSize(areas) : 1, load, store);
+    o->filter(nullptr, shortLen + longLen - 1, team, load, store);
     OverlapSave<T>::destroy(o);
     return StatusOk;
 }
@@ -394,7 +397,9 @@ Status convolveBiased(const float* pSrc1, int len1, const float* pSrc2, int len2
     return StatusOk;
 }
 
+// In the scope of the frame's rounding mode, which the quotient hangs on: the numbers are pinned there.
 template <class D> bool byTransform(int lags, int len1, int len2) {
+    pin(lags), pin(len1), pin(len2);
     const float m = float(std::min(len1, len2)), ratio = float(lags) * m / float(std::max(len1, len2));
     return ratio >= float(kMostDirectLags<D> + 1);   // that is, cut to an integer, above
 }

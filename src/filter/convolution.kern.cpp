@@ -14,7 +14,7 @@ namespace {
 constexpr int kBytes = kRegisterBytes >= 32 ? 32 : 16;
 constexpr int kSums = kFewRegisters ? 4 : 12;
 
-template <int Parts, int Bytes, int V, int U, class T> TEVS_INLINE void vectors(const T* in, const T* taps, int tapsLen, T* out, int scalars) {
+template <int Parts, int Bytes, int V, int U, class T> TEVS_INLINE void vectors(const T* in, const T* taps, ptrdiff_t step, int tapsLen, T* out, int scalars) {
     constexpr int K = Bytes / int(sizeof(T));
     using R = Vec<T, K>;
     R sum[U][V][Parts] = {};
@@ -22,13 +22,14 @@ template <int Parts, int Bytes, int V, int U, class T> TEVS_INLINE void vectors(
     const auto add = [&](int j, int u) __attribute__((always_inline)) {
         R tap[Parts];
 #pragma GCC unroll 2
-        for (int p = 0; p < Parts; ++p) tap[p] = same<R>(taps[j * Parts + p]);
+        for (int p = 0; p < Parts; ++p) tap[p] = same<R>(taps[p]);
 #pragma GCC unroll 6
         for (int v = 0; v < V; ++v) {
             const R x = inRegister(load<T, K>(in + j * Parts + at(v)));
 #pragma GCC unroll 2
             for (int p = 0; p < Parts; ++p) sum[u][v][p] = fma(tap[p], x, sum[u][v][p]);
         }
+        taps += step * Parts;
     };
     int j = 0;
     for (; j + U <= tapsLen; j += U)
@@ -51,27 +52,27 @@ template <int Parts, int Bytes, int V, int U, class T> TEVS_INLINE void vectors(
 template <class T, class Sample> struct Few {
     static constexpr int kParts = int(sizeof(Sample) / sizeof(T)), K = kBytes / int(sizeof(T)), kVectors = kSums / kParts / 2;
 
-    template <int Bytes, int V> static TEVS_INLINE void turns(const T* in, const T* taps, int tapsLen, T* out, int scalars) {
+    template <int Bytes, int V> static TEVS_INLINE void turns(const T* in, const T* taps, ptrdiff_t step, int tapsLen, T* out, int scalars) {
         constexpr int most = kSums / (V * kParts), U = most > 8 ? 8 : most;
-        vectors<kParts, Bytes, V, U>(in, taps, tapsLen, out, scalars);
+        vectors<kParts, Bytes, V, U>(in, taps, step, tapsLen, out, scalars);
     }
-    static void kernel(const Sample* in, const Sample* taps, int tapsLen, Sample* out, int len) {
+    static void kernel(const Sample* in, const Sample* taps, ptrdiff_t step, int tapsLen, Sample* out, int len) {
         const T *const x = reinterpret_cast<const T*>(in), *const h = reinterpret_cast<const T*>(taps);
         T* const y = reinterpret_cast<T*>(out);
         const int scalars = len * kParts;
         if constexpr (kBytes > 16) {
-            if (scalars == K / 2) return turns<16, 1>(x, h, tapsLen, y, scalars);
-            if (scalars < K) return turns<16, 2>(x, h, tapsLen, y, scalars);
+            if (scalars == K / 2) return turns<16, 1>(x, h, step, tapsLen, y, scalars);
+            if (scalars < K) return turns<16, 2>(x, h, step, tapsLen, y, scalars);
         }
-        if (scalars <= K) return turns<kBytes, 1>(x, h, tapsLen, y, scalars);
-        more<2>(x, h, tapsLen, y, scalars);
+        if (scalars <= K) return turns<kBytes, 1>(x, h, step, tapsLen, y, scalars);
+        more<2>(x, h, step, tapsLen, y, scalars);
     }
-    template <int V> static TEVS_INLINE void more(const T* in, const T* taps, int tapsLen, T* out, int scalars) {
+    template <int V> static TEVS_INLINE void more(const T* in, const T* taps, ptrdiff_t step, int tapsLen, T* out, int scalars) {
         if constexpr (V <= kVectors) {
             if (scalars <= V * K)
-                turns<kBytes, V>(in, taps, tapsLen, out, scalars);
+                turns<kBytes, V>(in, taps, step, tapsLen, out, scalars);
             else
-                more<V + 1>(in, taps, tapsLen, out, scalars);
+                more<V + 1>(in, taps, step, tapsLen, out, scalars);
         }
     }
     static constexpr FewOutputs<Sample> entry = {int(16 / sizeof(Sample)), kVectors* kBytes / int(sizeof(Sample)), kernel};

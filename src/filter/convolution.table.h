@@ -1,5 +1,6 @@
 #pragma once
 
+#include <stddef.h>
 #include <stdint.h>
 
 #include "core/simd/dispatch.h"
@@ -7,11 +8,11 @@
 
 namespace tevs {
 
-// out[n] = sum over j = 0 .. tapsLen-1 of taps[j] * in[n+j] for 0 <= n < len, where least <= len <= most: so few outputs that a block filter's sums would wait for
-// themselves. in and out lie apart.
+// out[n] = sum over j = 0 .. tapsLen-1 of taps[step * j] * in[n+j] for 0 <= n < len, where least <= len <= most: so few outputs that a block filter's sums would wait
+// for themselves. in and out lie apart.
 template <class T> struct FewOutputs {
     int least, most;
-    void (*kernel)(const T* in, const T* taps, int tapsLen, T* out, int len);
+    void (*kernel)(const T* in, const T* taps, ptrdiff_t step, int tapsLen, T* out, int len);
 };
 
 struct ConvolutionKernels {

@@ -106,30 +106,13 @@ TEST(Sparse, FeedsBack) {
         }
 }
 
-// As the dense filters, whose denominators lead with 1.
-TEST(Sparse, AgreesWithTheDenseFilter) {
-    const float b[] = {0.5f, 0, 0.25f, -0.125f}, a[] = {1, 0, 0.5f, -0.25f};
-    const float taps[8] = {b[0], b[1], b[2], b[3], a[0], a[1], a[2], a[3]};
-    const auto x = randomVector<float>(200);
-    std::vector<float> want(200), got(200);
-    IIRState_32f* dense = nullptr;
-    ASSERT_EQ(tevsIIRInitAlloc_32f(&dense, taps, 3, nullptr), StatusOk);
-    ASSERT_EQ(tevsIIR_32f(x.data(), want.data(), 200, dense), StatusOk);
-    tevsIIRFree_32f(dense);
-    const Terms numerator{{b[0], b[2], b[3]}, {0, 2, 3}}, denominator{{a[2], a[3]}, {2, 3}};
-    Filter sparse(numerator, &denominator, nullptr);
-    ASSERT_EQ(sparse(x.data(), got.data(), 200), StatusOk);
-    for (size_t n = 0; n < 200; ++n) EXPECT_NEAR(got[n], want[n], 1e-6) << n;
-}
-
 TEST(Sparse, IgnoresTheControlWords) {
     const Terms b = terms(kDelays[5], 1), a = terms(kFeedback[7], 0.9f);
     const auto x = randomVector<float>(500);
     for (const Terms* feedback : {static_cast<const Terms*>(nullptr), &a})
         expectOwnModes([&] {
-            Filter f(b, feedback, nullptr);
             std::vector<float> y(500);
-            EXPECT_EQ(f(x.data(), y.data(), 500), StatusOk);
+            EXPECT_EQ(Filter(b, feedback, nullptr)(x.data(), y.data(), 500), StatusOk);
             return y;
         });
 }
@@ -138,52 +121,44 @@ TEST(Sparse, ReportsSizes) {
     int size = 7;
     const auto fir = [&](int count, int order) { return tevsFIRSparseGetStateSize_32f(count, order, &size); };
     const auto iir = [&](int n1, int n2, int o1, int o2) { return tevsIIRSparseGetStateSize_32f(n1, n2, o1, o2, &size); };
-    struct Row {
-        int count, order, want;
-    };
-    for (const Row& r : {Row{2, 5, 128}, Row{1, 0, 80}, Row{5, 2, 128}, Row{4, 1000, 8080}})
-        EXPECT_TRUE(fir(r.count, r.order) == StatusOk && size == r.want) << size;
-    size = 7;
     expectEach(StatusNullPtr, {tevsFIRSparseGetStateSize_32f(0, -1, nullptr), tevsIIRSparseGetStateSize_32f(0, -1, -1, -1, nullptr)});
     expectEach(StatusFilterLength, {fir(0, -1), fir(INT_MIN, 0), fir(INT_MAX, 0)});
     expectEach(StatusSparseArg,
                {fir(1, -1), fir(1, INT_MIN), fir(1, INT_MAX), iir(1, 0, -1, 0), iir(1, 0, 0, -1), iir(1, 0, INT_MAX, 0), iir(1, 1, INT_MAX / 8, INT_MAX / 8)});
     expectEach(StatusFilterOrder, {iir(0, 0, -1, -1), iir(1, -1, -1, -1), iir(INT_MAX, INT_MAX, 0, 0), iir(INT_MIN, 0, 0, 0)});
     EXPECT_EQ(size, 7);
+    for (const auto& [count, order, want] : {std::tuple{2, 5, 128}, {1, 0, 80}, {5, 2, 128}, {4, 1000, 8080}})
+        EXPECT_TRUE(fir(count, order) == StatusOk && size == want) << size;
 }
 
 TEST(Sparse, ChecksInOrder) {
-    const float taps[4] = {1, 2, 3, 4};
+    const float x[4] = {1, 2, 3, 4};
+    float y[2] = {7, 7};
     uint8_t block[256] = {};
-    FIRSparseState_32f* const markF = reinterpret_cast<FIRSparseState_32f*>(block);
-    IIRSparseState_32f* const markI = reinterpret_cast<IIRSparseState_32f*>(block);
-    FIRSparseState_32f* fir = markF;
-    IIRSparseState_32f* iir = markI;
-    const auto initF = [&](std::vector<int32_t> at, int n) { return tevsFIRSparseInit_32f(&fir, taps, at.data(), n, nullptr, block); };
-    const auto initI = [&](std::vector<int32_t> at, int n1, int n2) { return tevsIIRSparseInit_32f(&iir, taps, at.data(), n1, n2, nullptr, block); };
-    const int32_t at[2] = {0, 5};
-    expectEach(StatusNullPtr,
-               {tevsFIRSparseInit_32f(nullptr, taps, at, 0, nullptr, block), tevsFIRSparseInit_32f(&fir, nullptr, at, 0, nullptr, block),
-                tevsFIRSparseInit_32f(&fir, taps, nullptr, 0, nullptr, block), tevsFIRSparseInit_32f(&fir, taps, at, 0, nullptr, nullptr),
-                tevsIIRSparseInit_32f(nullptr, taps, at, 0, 0, nullptr, block), tevsIIRSparseInit_32f(&iir, nullptr, at, 0, 0, nullptr, block),
-                tevsIIRSparseInit_32f(&iir, taps, nullptr, 0, 0, nullptr, block), tevsIIRSparseInit_32f(&iir, taps, at, 0, 0, nullptr, nullptr),
-                tevsFIRSparse_32f(nullptr, block[0] ? nullptr : reinterpret_cast<float*>(block), 0, fir), tevsFIRSparse_32f(taps, nullptr, 0, fir),
-                tevsFIRSparse_32f(taps, reinterpret_cast<float*>(block), 0, nullptr), tevsIIRSparse_32f(nullptr, reinterpret_cast<float*>(block), 0, iir),
-                tevsIIRSparse_32f(taps, nullptr, 0, iir), tevsIIRSparse_32f(taps, reinterpret_cast<float*>(block), 0, nullptr)});
-    expectEach(StatusFilterLength, {initF({-1, 5}, 0), initF({0}, INT_MIN)});
-    expectEach(StatusFilterOrder, {initI({-1}, 0, 0), initI({-1}, 1, -1)});
+    const Ptr mark = block;
+    FIRSparseState_32f* fir = mark;
+    IIRSparseState_32f* iir = mark;
+    const auto initF = [&](std::vector<int32_t> at, int n) { return tevsFIRSparseInit_32f(&fir, x, at.data(), n, nullptr, block); };
+    const auto initI = [&](std::vector<int32_t> at, int n1, int n2) { return tevsIIRSparseInit_32f(&iir, x, at.data(), n1, n2, nullptr, block); };
+    for (int null = 0; null < 4; ++null) {
+        Ptr all[] = {&fir, x, block, block};
+        all[null] = nullptr;
+        expectEach(StatusNullPtr,
+                   {tevsFIRSparseInit_32f(all[0], all[1], all[2], 0, nullptr, all[3]), tevsIIRSparseInit_32f(all[0], all[1], all[2], 0, 0, nullptr, all[3])});
+        if (null > 0) expectEach(StatusNullPtr, {tevsFIRSparse_32f(all[1], all[2], 0, all[3]), tevsIIRSparse_32f(all[1], all[2], 0, all[3])});
+    }
+    expectEach(StatusFilterLength, {initF({-1, 5}, 0), initF({0}, INT_MIN), initF({0}, INT_MAX)});
+    expectEach(StatusFilterOrder, {initI({-1}, 0, 0), initI({-1}, 1, -1), initI({0}, INT_MAX, INT_MAX)});
     expectEach(StatusSparseArg,
                {initF({0, 0}, 2), initF({-1, 5}, 2), initF({INT_MIN}, 1), initF({3, 2}, 2), initF({INT_MAX}, 1), initF({INT_MAX, INT_MIN}, 2),
                 initI({-1, 1}, 1, 1), initI({0, 0}, 1, 1), initI({0, -3}, 1, 1), initI({5, 5}, 2, 0), initI({0, 2, 2}, 1, 2), initI({0, INT_MAX}, 1, 1)});
-    EXPECT_TRUE(fir == markF && iir == markI && std::all_of(block, block + 256, [](uint8_t c) { return c == 0; }));
+    EXPECT_TRUE(fir == mark.p && iir == mark.p && std::all_of(block, block + 256, [](uint8_t c) { return c == 0; }));
 
-    float y[2] = {7, 7};
     ASSERT_EQ(initI({0, 5, 1, 2}, 2, 2), StatusOk);   // delays are compared on each side alone
-    expectEach(StatusBadSize, {tevsIIRSparse_32f(taps, y, 0, iir), tevsIIRSparse_32f(taps, y, INT_MIN, iir),
-                               tevsFIRSparse_32f(taps, y, 0, reinterpret_cast<FIRSparseState_32f*>(iir))});
-    EXPECT_EQ(tevsFIRSparse_32f(taps, y, 2, reinterpret_cast<FIRSparseState_32f*>(iir)), StatusContextMismatch);
+    expectEach(StatusBadSize, {tevsIIRSparse_32f(x, y, 0, iir), tevsIIRSparse_32f(x, y, INT_MIN, iir), tevsFIRSparse_32f(x, y, 0, Ptr(iir))});
+    EXPECT_EQ(tevsFIRSparse_32f(x, y, 2, Ptr(iir)), StatusContextMismatch);
     ASSERT_EQ(initF({0, 5}, 2), StatusOk);
-    EXPECT_EQ(tevsIIRSparse_32f(taps, y, 2, reinterpret_cast<IIRSparseState_32f*>(fir)), StatusContextMismatch);
+    EXPECT_EQ(tevsIIRSparse_32f(x, y, 2, Ptr(fir)), StatusContextMismatch);
     EXPECT_TRUE(y[0] == 7 && y[1] == 7);
 }
 
