@@ -9,7 +9,7 @@ TEVS_BEGIN
  *
  *     pDst[n] = atan(pSrc[n]), in -pi/2 .. pi/2 radians
  *
- * pSrc, pDst    len >= 1 elements each; equal pointers work. Off by 0.51 units in the last place at most, in double
+ * pSrc, pDst    len >= 1 elements each; equal pointers work. Off by 1.5 units in the last place at most, in double
  *               precision by 0.6. -0 gives -0, an infinity +-pi/2, NaN gives NaN.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
@@ -36,7 +36,7 @@ Status tevsArctan_64f_I(double* pSrcDst, int len);
  *
  * Magnitude is off by 0.86 units in the last place at most (below the normal range 1), over the whole range: it
  * overflows or underflows only where the result does. An infinite part gives infinity, whatever the other one is; NaN
- * beside a finite part gives NaN. Phase is off by 0.51 units, in double precision by 0.65, and follows C's atan2: (+0,
+ * beside a finite part gives NaN. Phase is off by 2 units, in double precision by 0.65, and follows C's atan2: (+0,
  * +-0) gives +-0, (-0, +-0) gives +-pi, infinities give multiples of pi/4, NaN gives NaN. PowerSpectr is rounded from a
  * sum in double precision, 0.5 + 2^-30 units off at most; in double precision 0.75.
  *
@@ -81,8 +81,7 @@ Status tevsPowerSpectr_16s32f(const int16_t* pSrcRe, const int16_t* pSrcIm, floa
  * scaleFactor   _Sfs forms: both results times 2^-scaleFactor, to nearest, ties to even, saturated. Integer phases are
  *               whole radians; 32sc is stored unscaled.
  *
- * PolarToCart is off by 0.51 units in the last place at most, in double precision by 1, for every finite phase however
- * large. A negative magnitude is a half turn; an infinite one gives infinities, or NaN for a part that is 0. An
+ * PolarToCart is off by 2.5 units in the last place at most, for every finite phase however large. A negative magnitude is a half turn; an infinite one gives infinities, or NaN for a part that is 0. An
  * infinite phase, or NaN, gives NaN.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <

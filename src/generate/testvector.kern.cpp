@@ -37,8 +37,7 @@ void sweep(double* y, int first, int count, int len, double magn) {
     using V = Vec<double, kLanes<double>>;
     const double rate = kPi / 2 / len;
     V n = constant<V>(first) + countOf<V>(Iota<kCount<V>>{});
-    for (ptrdiff_t i = 0; i < count; i += kCount<V>, n += constant<V>(kCount<V>))
-        store(y + i, cartesianDouble(constant<V>(magn), constant<V>(rate) * (n * n)).b);
+    for (ptrdiff_t i = 0; i < count; i += kCount<V>, n += constant<V>(kCount<V>)) store(y + i, cartesian(constant<V>(magn), constant<V>(rate) * (n * n)).b);
 }
 
 template <class T> void stored(const double* y, T* dst, int len) {

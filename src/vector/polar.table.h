@@ -49,4 +49,4 @@ struct PolarKernels {
 
 }   // namespace tevs
 
-TEVS_KERNEL_TABLE(PolarKernels, polar, 3)
+TEVS_KERNEL_TABLE(PolarKernels, polar, 3, FMA)

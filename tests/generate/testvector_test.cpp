@@ -79,7 +79,7 @@ TEST(VectorJaehne, SweepsToHalfTheSamplingRate) {
 TEST(TestVectors, SameBitsAtEveryLevelAndInBothAbis) {
     std::vector<double> v(5003);
     tevsVectorJaehne_64f(v.data(), 5003, 1.1);
-    EXPECT_EQ(hashOf(v), 10734818272175502883u);
+    EXPECT_EQ(hashOf(v), 10685645990575303824u);
 }
 
 }   // namespace

@@ -1,8 +1,7 @@
-// Arctangents, sines and cosines over lanes of double, in two qualities: "single" is good for one rounding to single precision, "double" for one to double.
-// Single-precision samples come here widened: with 29 bits to spare nothing overflows, underflows or needs care, and half the lanes cost less than
-// the corrections that their own width would need.
+// Arctangents over lanes of float, sines and cosines over lanes of either width, and arctangents over lanes of double in two qualities:
+// "single" is good for one rounding to an integer of 16 bits, "double" for one to double.
 //
-// Every step is one rounded operation, none of them fused, so results are the same to the bit at every level. The lanes of one vector do not know of each other:
+// Every step is one rounded operation, none of them fused unless its product is exact, so results are the same to the bit at every level. The lanes of one vector do not know of each other:
 // an unusual lane changes the path, not what comes out of the usual ones.
 #pragma once
 
@@ -14,6 +13,13 @@ namespace {
 
 constexpr double kPi = 0x1.921fb54442d18p+1, kPiLow = 0x1.1a62633145c07p-53;
 constexpr double kInfinity = __builtin_inf();
+
+// polynomial() by pairs of terms, w being z^2: one operation more, and half the wait from one to the next, which is what limits long ones.
+template <class V> TEVS_INLINE V byPairs(V, V, double c) { return constant<V>(c); }
+template <class V> TEVS_INLINE V byPairs(V z, V, double c, double d) { return constant<V>(c) + z * constant<V>(d); }
+template <class V, class... C> TEVS_INLINE V byPairs(V z, V w, double c, double d, double e, C... rest) {
+    return (constant<V>(c) + z * constant<V>(d)) + w * byPairs(z, w, e, rest...);
+}
 
 // ---- arctangent: minimax polynomials (Remez) behind one or two steps of the addition theorem ------------------------------------------
 //
@@ -33,20 +39,38 @@ template <class V> TEVS_INLINE V octantSingle(V a, V b) {
     return (far ? constant<V>(kPi / 4) : V{}) + smallArctanSingle((a - (far ? b : V{})) / (b + (far ? a : V{})));
 }
 
-// For x and y that come from single precision. Clamping keeps quotients of zeros and infinities defined: the true ones lie between 2^-277 and 2^277.
+// For x and y that come from integers. Clamping keeps the quotient of zeros defined.
 template <class V> TEVS_INLINE V angleSingle(V x, V y) {
-    const V ax = abs(x), ay = abs(y), huge = constant<V>(0x1p900);
+    const V ax = abs(x), ay = abs(y);
     const auto steep = ay > ax;
-    const V a = atMost(huge, atMost(ax, ay)), b = atLeast(constant<V>(0x1p-900), atMost(huge, atLeast(ay, ax)));
+    const V a = atMost(ax, ay), b = atLeast(constant<V>(1), atLeast(ay, ax));
     const V v = octantSingle(a, b), w = steep ? constant<V>(kPi / 2) - v : v;
     return withSign(bySign(x, constant<V>(kPi) - w, w), signOf(y));
 }
-// atan(t) for t >= 0: c is 0, 1 or infinity, where it turns into pi/2 - atan(1 / t).
-template <class V> TEVS_INLINE V arctanSingle(V t) {
-    const V one = constant<V>(1);
-    const auto middle = t > constant<V>(0x1.a827999fcef32p-2), far = t > constant<V>(0x1.3504f333f9de6p+1);
-    const V n = far ? -one : t - (middle ? one : V{}), d = far ? t : one + (middle ? t : V{});
-    return (far ? constant<V>(kPi / 2) : middle ? constant<V>(kPi / 4) : V{}) + smallArctanSingle(n / d);
+// Of float lanes, by another route: no step, but a polynomial over all of 0 .. 1, off by 2^-25.8. Arctangents are off by 1.5 units, angles, whose quotient is rounded, by 2.
+// r is signed as it is added to turn, whose own rounding error is the multiple of it that is added with the small terms.
+template <class V> TEVS_INLINE V turnedArctan(V turn, V r) {
+    const V z = r * r;
+    const V p = byPairs(z, z * z, -0x1.5554dcp-2, 0x1.9978ecp-3, -0x1.230a92p-3, 0x1.b4de92p-4, -0x1.355080p-4, 0x1.61eda0p-5, -0x1.0c1636p-6, 0x1.7ea2a0p-9);
+    return turn + (r + (r * (z * p) + turn * constant<V>(-0x1.de12cap-26)));
+}
+template <class V> TEVS_INLINE V angleFloat(V x, V y) {
+    const V ax = abs(x), ay = abs(y);
+    const auto steep = ay > ax;
+    V a = atMost(ax, ay), b = atLeast(ay, ax);
+    b = b == V{} ? constant<V>(1) : b;                       // not a least number, which a caller's control word may turn into 0
+    if (any(((Bits<V>)b + 0x800000) >> 31)) [[unlikely]] {   // infinities and NaN
+        const auto infinite = b == constant<V>(kInfinity);
+        a = infinite ? (a == b ? constant<V>(1) : a * V{}) : a;
+        b = infinite ? constant<V>(1) : b;
+    }
+    const V turn = steep ? constant<V>(kPi / 2) : bySign(x, constant<V>(kPi), V{});
+    return withSign(turnedArctan(turn, flip(a / b, flip(signOf(x), steep ? constant<V>(-0.0) : V{}))), signOf(y));
+}
+template <class V> TEVS_INLINE V arctanFloat(V y) {
+    const V t = abs(y), one = constant<V>(1);
+    const auto far = t > one;
+    return withSign(turnedArctan(far ? constant<V>(kPi / 2) : V{}, (far ? -one : t) / (far ? t : one)), signOf(y));
 }
 
 // atan(a / b) as a sum of two parts, for 0 <= a <= b of moderate size (isModerate). c is 0, 1/2 or 1: c b is exact and within a factor of two of a, so a - c b is exact
@@ -62,8 +86,8 @@ template <class V> TEVS_INLINE Two<V> octantDouble(V a, V b) {
     const V rh = upperHalf(r), rl = r - rh, dh = upperHalf(d), dl = d - dh;
     const V remainder = (((n - rh * dh) - rh * dl) - rl * dh) - (rl * dl + r * dLow);
     const V z = r * r;
-    const V p = polynomial(z, -0x1.5555555555553p-2, 0x1.9999999998d6bp-3, -0x1.24924923e941ap-3, 0x1.c71c7137392bdp-4, -0x1.745cf491ee5b4p-4,
-                           0x1.3b0e9f76816eep-4, -0x1.109ba9426e7cep-4, 0x1.d4f19a8441490p-5, -0x1.478a44f024d88p-5);
+    const V p = byPairs(z, z * z, -0x1.5555555555553p-2, 0x1.9999999998d6bp-3, -0x1.24924923e941ap-3, 0x1.c71c7137392bdp-4, -0x1.745cf491ee5b4p-4,
+                        0x1.3b0e9f76816eep-4, -0x1.109ba9426e7cep-4, 0x1.d4f19a8441490p-5, -0x1.478a44f024d88p-5);
     const V sum = turn + r;
     return {sum, ((turn - sum) + r) + (remainder * inverse + (turnLow + r * (z * p)))};
 }
@@ -111,10 +135,13 @@ template <class V> TEVS_INLINE V arctanDouble(V y) {
 
 // ---- sine and cosine: reduction to the nearest quarter turn, two polynomials, and an exchange by quadrant -----------------------------------------------
 
-// Phases up to 2^20 are reduced by Cody and Waite's subtraction of parts of pi/2: the products of the quarter's number, 20 bits, with the upper parts, 33 bits, are exact.
-constexpr double kHalfPiParts[] = {0x1.921fb544p+0, 0x1.0b4611a6p-34, 0x1.3198a2e037073p-69};
-constexpr double kHalfPiRest = 0x1.0b4611a626331p-34;   // all that the first part leaves
-constexpr double kReducible = 0x1p20;
+// Phases up to 2^20, in single precision 6000, are reduced by Cody and Waite's subtraction of parts of pi/2. The first two sum up to pi/2 in the lanes' precision: what they leave
+// of a phase has no finer digits than a phase near pi/4, and is exact. The products of the quarter's number, 20 bits or 12, with the first three parts are exact as well.
+template <class T> struct HalfPi;
+template <> struct HalfPi<double> {
+    static constexpr double kParts[] = {0x1.921fb544p+0, 0x1.0b46p-34, 0x1.1a626331p-54, 0x1.1701b839a252p-88}, kReducible = 0x1p20;
+};
+template <> struct HalfPi<float> { static constexpr double kParts[] = {0x1.922p+0, -0x1.28p-18, -0x1.778p-25, 0x1.68c234p-39}, kReducible = 6000; };
 
 // phase = r + low + quarter * pi/2 for phase >= 0; the number of the quarter is right modulo 4.
 template <class V> struct Reduced {
@@ -123,8 +150,8 @@ template <class V> struct Reduced {
 };
 
 template <class V> TEVS_INLINE Two<V> nearestQuarter(V phase) {
-    // 1.5 * 2^52 has units in the last place: the sum's lowest bits are the integer.
-    const V shifter = constant<V>(0x1.8p52), shifted = phase * constant<V>(0x1.45f306dc9c883p-1) + shifter;
+    // 1.5 * 2^52, or 2^23, has units in the last place: the sum's lowest bits are the integer.
+    const V shifter = constant<V>(sizeof(phase[0]) == 4 ? 0x1.8p23 : 0x1.8p52), shifted = phase * constant<V>(0x1.45f306dc9c883p-1) + shifter;
     return {shifted - shifter, shifted};
 }
 
@@ -151,21 +178,46 @@ template <class V> TEVS_INLINE Reduced<V> reducedOneByOne(Reduced<V> to, V phase
     return {load<double, n>(r), load<double, n>(low), loadAs<Bits<V>>(quarter)};
 }
 
-template <class V> TEVS_INLINE Reduced<V> reduceSingle(V phase) {
+// low is what r leaves (Dekker's fast sum of two). Where t is the lesser term the difference may round once more, to a unit of the greater.
+template <class V> TEVS_INLINE Reduced<V> reduceUsual(V phase) {
+    using H = HalfPi<Element<V>>;
     const Two<V> quarter = nearestQuarter(phase);
-    return {(phase - quarter.a * constant<V>(kHalfPiParts[0])) - quarter.a * constant<V>(kHalfPiRest), V{}, (Bits<V>)quarter.b};
+    const V q = quarter.a, t = fnma(q, constant<V>(H::kParts[1]), fnma(q, constant<V>(H::kParts[0]), phase));
+    const V third = constant<V>(H::kParts[2]), r = fnma(q, third, t);
+    return {r, fnma(q, third, t - r) - q * constant<V>(H::kParts[3]), (Bits<V>)quarter.b};
 }
-
-template <class V> TEVS_INLINE Reduced<V> reduceDouble(V phase) {
+// Good for a rest in single precision.
+template <class V> TEVS_INLINE Reduced<V> reduceRoughly(V phase) {
+    using H = HalfPi<Element<V>>;
     const Two<V> quarter = nearestQuarter(phase);
-    const V q = quarter.a, t = phase - q * constant<V>(kHalfPiParts[0]), w = q * constant<V>(kHalfPiParts[1]);   // both exact
-    const V s = t - w, back = s - t, error = (t - (s - back)) - (w + back);                                      // Knuth's sum of two
-    const V rest = error - q * constant<V>(kHalfPiParts[2]), r = s + rest;
-    Reduced<V> to = {r, (s - r) + rest, (Bits<V>)quarter.b};
-    // The third product is off by 2^-119 q, which is too much for phases that all but equal a multiple of pi/2.
-    const auto far = ~((phase <= constant<V>(kReducible)) & (abs(r) >= q * constant<V>(0x1p-60)));
-    if (any(far)) [[unlikely]]
-        return reducedOneByOne(to, phase, far);
+    const V q = quarter.a;
+    return {fnma(q, constant<V>(H::kParts[0]), phase) - q * constant<V>(H::kParts[1] + H::kParts[2]), V{}, (Bits<V>)quarter.b};
+}
+// Member by member: the compiler would move a copy of the whole through memory.
+template <class V> TEVS_INLINE void reduceFar(Reduced<V>& to, V phase) {
+    const auto far = ~(phase <= constant<V>(HalfPi<double>::kReducible));
+    if (any(far)) [[unlikely]] {
+        const Reduced<V> exact = reducedOneByOne(to, phase, far);
+        to.r = exact.r;
+        to.low = exact.low;
+        to.quarter = exact.quarter;
+    }
+}
+template <class V> TEVS_INLINE Reduced<V> reduced(V phase) {
+    Reduced<V> to = reduceUsual(phase);
+    if constexpr (sizeof(phase[0]) == 8) {
+        reduceFar(to, phase);
+    } else if (const auto far = ~(phase <= constant<V>(HalfPi<float>::kReducible)); any(far)) [[unlikely]] {
+        const auto wide = widen(phase);
+        auto a = reduceRoughly(wide.a), b = reduceRoughly(wide.b);
+        reduceFar(a, wide.a);
+        reduceFar(b, wide.b);
+        const V r = narrow(Two{a.r, b.r});
+        const auto back = widen(r);
+        to.r = far ? r : to.r;
+        to.low = far ? narrow(Two{a.r - back.a, b.r - back.b}) : to.low;
+        to.quarter = far ? evens((Bits<V>)a.quarter, (Bits<V>)b.quarter) : to.quarter;
+    }
     return to;
 }
 
@@ -176,66 +228,28 @@ template <class V> TEVS_INLINE Quadrant<V> quadrantOf(Bits<V> quarter, V phase) 
     return {(V)(quarter << top), signOf((V)((quarter + 1) << (top - 1))), signOf(flip((V)(quarter << (top - 1)), phase))};
 }
 
-// The sine and cosine of a reduced phase times m.
-template <class V> TEVS_INLINE Two<V> productsSingle(V m, V r) {
-    const V z = r * r;
-    const V sine = r + r * (z * polynomial(z, -0x1.5555554cb9d5ap-3, 0x1.111108963d279p-7, -0x1.a00f9d9c158fap-13, 0x1.6cd85632e04fcp-19));
-    const V cosine = (constant<V>(1) - constant<V>(0.5) * z) + (z * z) * polynomial(z, 0x1.55554ab43370cp-5, -0x1.6c0c8bcc953ccp-10, 0x1.9a025a16fd34cp-16);
-    return {m * sine, m * cosine};
+// (re, im) = magnitude * (cos phase, sin phase). The cosine is off by up to 1.4 units, the sine by 0.7; their products, rounded once more, by 2.5.
+template <class V> TEVS_INLINE V sineOver(V z) {
+    if constexpr (sizeof(z[0]) == 4)
+        return polynomial(z, -0x1.555546p-3, 0x1.110774p-7, -0x1.9951d8p-13);
+    else
+        return byPairs(z, z * z, -0x1.5555555555555p-3, 0x1.111111111110bp-7, -0x1.a01a01a018ae6p-13, 0x1.71de3a5339acfp-19, -0x1.ae64529894892p-26,
+                       0x1.612092e78f177p-33, -0x1.aaa55f96c4421p-41);
 }
-
-// (re, im) = magnitude * (cos phase, sin phase), of lanes of float.
-template <class F> TEVS_INLINE Two<F> cartesianSingle(F magnitude, F phase) {
-    using I = Bits<F>;
-    const F turned = abs(phase);
-    const auto m = widen(magnitude), p = widen(turned);
-    auto a = reduceSingle(p.a), b = reduceSingle(p.b);
-    if (any(~(turned <= constant<F>(kReducible)))) [[unlikely]] {
-        a = reducedOneByOne(a, p.a, ~(p.a <= constant<decltype(p.a)>(kReducible)));
-        b = reducedOneByOne(b, p.b, ~(p.b <= constant<decltype(p.b)>(kReducible)));
-    }
-    const auto x = productsSingle(m.a, a.r), y = productsSingle(m.b, b.r);
-    const F sine = narrow(Two{x.a, y.a}), cosine = narrow(Two{x.b, y.b});
-    const auto quadrant = quadrantOf(evens((I)a.quarter, (I)b.quarter), phase);
-    return {flip(bySign(quadrant.odd, sine, cosine), quadrant.cosine), flip(bySign(quadrant.odd, cosine, sine), quadrant.sine)};
+template <class V> TEVS_INLINE V cosineOver(V z) {
+    if constexpr (sizeof(z[0]) == 4)
+        return polynomial(z, 0x1.55554ap-5, -0x1.6c0c28p-10, 0x1.99e80ap-16);
+    else
+        return byPairs(z, z * z, 0x1.555555555554cp-5, -0x1.6c16c16c15181p-10, 0x1.a01a019cb219ap-16, -0x1.27e4f80a35a8cp-22, 0x1.1ee9ec19d5103p-29,
+                       -0x1.8faeb68577f3ap-37);
 }
-
-// m * (high + low), where high is the greater: rounded once but for 2^-26 of a unit, since the product of upper halves is exact.
-template <class V> TEVS_INLINE V productOf(V m, V high, V low) {
-    const V sum = high + low, rest = (high - sum) + low;
-    const V mh = upperHalf(m), ml = m - mh, sh = upperHalf(sum), sl = (sum - sh) + rest;
-    return mh * sh + (mh * sl + ml * sum);
-}
-
-template <class V> TEVS_INLINE Two<V> cartesianDouble(V magnitude, V phase) {
-    const Reduced<V> to = reduceDouble(abs(phase));
-    // r^2 with its rounding error (Dekker): next to pi/4 that error alone would be a quarter of a unit of the cosine.
-    const V r = to.r, low = to.low, rHigh = upperHalf(r), z = r * r, zLow = (rHigh * rHigh - z) + (r - rHigh) * (r + rHigh);
-    const V half = constant<V>(0.5) * z, cosHigh = constant<V>(1) - half;
-    const V p = polynomial(z, -0x1.5555555555555p-3, 0x1.111111111110bp-7, -0x1.a01a01a018ae6p-13, 0x1.71de3a5339acfp-19, -0x1.ae64529894892p-26,
-                           0x1.612092e78f177p-33, -0x1.aaa55f96c4421p-41);
-    const V q = polynomial(z, 0x1.555555555554cp-5, -0x1.6c16c16c15181p-10, 0x1.a01a019cb219ap-16, -0x1.27e4f80a35a8cp-22, 0x1.1ee9ec19d5103p-29,
-                           -0x1.8faeb68577f3ap-37);
-    const V sinLow = low * cosHigh + r * (z * p - zLow * constant<V>(1.0 / 6));
-    const V cosLow = ((constant<V>(1) - cosHigh) - half) + ((z * z) * q - (r * low + zLow * constant<V>(0.5)));
-    // Half-length products that underflow round more than once, and of an infinity there is no lower half.
-    V m = abs(magnitude);
-    const auto unusual = ~((m * abs(r) >= constant<V>(0x1p-900)) & (m < constant<V>(kInfinity)));
-    const bool anyUnusual = any(unusual);
-    const auto scaled = unusual & (m < constant<V>(0x1p500));
-    if (anyUnusual) [[unlikely]]
-        m = scaled ? m * constant<V>(0x1p200) : m;
-    V ms = productOf(m, r, sinLow), mc = productOf(m, cosHigh, cosLow);
-    if (anyUnusual) [[unlikely]] {
-        const auto finite = m < constant<V>(kInfinity);
-        const V unscale = scaled ? constant<V>(0x1p-200) : constant<V>(1);
-        ms = finite ? ms * unscale : m * r;
-        mc = finite ? mc * unscale : m * cosHigh;
-    }
-    ms = withSign(abs(ms), signOf(r));   // of a zero, too
+template <class V> TEVS_INLINE Two<V> cartesian(V magnitude, V phase) {
+    const Reduced<V> to = reduced(abs(phase));
+    const V r = to.r, low = to.low, z = r * r;
+    const V sine = magnitude * (r + (low + r * (z * sineOver(z))));
+    const V cosine = magnitude * (constant<V>(1) - (z * (constant<V>(0.5) - z * cosineOver(z)) + r * low));
     const auto quadrant = quadrantOf(to.quarter, phase);
-    const V sign = signOf(magnitude);
-    return {flip(bySign(quadrant.odd, ms, mc), flip(quadrant.cosine, sign)), flip(bySign(quadrant.odd, mc, ms), flip(quadrant.sine, sign))};
+    return {flip(bySign(quadrant.odd, sine, cosine), quadrant.cosine), flip(bySign(quadrant.odd, cosine, sine), quadrant.sine)};
 }
 
 }   // namespace
