@@ -152,7 +152,7 @@ TEST(ToneGlide, IsBrokenOffAtTheFrequencyReached) {
     const Oscillator o = at(0.1, 0);
     Real want = 0;
     for (const auto& [rFreq, glide, phase, len, turns] :
-         {std::tuple{0.3, 4000, -1.0, 1000, 125.0}, {-1.0, 0, 2.0, 1000, 175.0}, {0.2, 1000, 0.0, 500, 100.0}, {0.05, 0, -1.0, 10, 0.5}}) {
+         {std::tuple{0.3, 4000, -1.0, 1001, 125.150025}, {-1.0, 0, 2.0, 1000, 175.05}, {0.2, 1000, 0.0, 500, 100.01875}, {0.05, 0, -1.0, 10, 0.5}}) {
         EXPECT_EQ(rFreq < 0 ? StatusOk : tevsToneSetFreq(o.get(), rFreq, glide), StatusOk);
         EXPECT_EQ(phase < 0 ? StatusOk : tevsToneSetPhase(o.get(), phase), StatusOk);
         block(k16s, o, len);
