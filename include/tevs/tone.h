@@ -40,12 +40,12 @@ TEVS_BEGIN
  * Tone_Direct          A tone without a record: the phase is read at *pPhase, and that of the next sample is left
  *                      there.
  *
- * Errors. The phase after n steady samples is within (n + 2^13) 2^-65 turns of the formula. In a glide it is within
- * 2^-45 turns, which one that is broken off keeps; one that ends does so within half a unit of 2^-64. Of the phase as
- * it is counted, _32f and _32fc are within 2^-23 magn and _64f and _64fc within 2^-51 magn, beside what subnormal
- * results lose; _16s and _16sc within 0.5 + 2^-23 magn, saturated; mixing of _32fc gives each part within 2^-22 |x|,
- * and of _16sc within 0.51, saturated. Direct adds at most 2^-49 radians for its phase. These bounds add up. At quarter
- * turns a tone is exactly 0, magn or -magn.
+ * Errors. The phase after n samples is within (n + 2^13) 2^-65 turns of the formula, since a frequency below 2^-12 is
+ * rounded to a multiple of 2^-64; in a glide within 2^-45 turns more, which one that is broken off keeps, and one that
+ * ends adds half a unit of 2^-64. Of the phase as it is counted, _32f and _32fc are within 2^-23 magn and _64f and
+ * _64fc within 2^-51 magn, beside what subnormal results lose; _16s and _16sc within 0.5 + 2^-23 magn, saturated;
+ * mixing of _32fc gives each part within 2^-22 |x|, and of _16sc within 0.51, saturated. Direct adds at most 2^-49
+ * radians for its phase. These bounds add up. At quarter turns a tone is exactly 0, magn or -magn.
  *
  * Return StatusOk, or the first that applies, with nothing written and the phase as it was: StatusNullPtr,
  * StatusBadSize (len < 1), StatusContextMismatch (pState is not such a record), StatusToneMagnitude, StatusToneFreq,

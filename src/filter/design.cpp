@@ -80,7 +80,7 @@ enum Shape { kLowpass, kHighpass, kBandpass, kBandstop };
 
 // put(i, twice) for each tap i of the second half, twice/2 samples from the middle.
 template <class Put> void eachOfHalf(int tapsLen, Put put) {
-    for (int i = tapsLen / 2, twice = tapsLen % 2 ? 0 : 1; i < tapsLen; ++i, twice += 2) put(i, twice);
+    for (int i = tapsLen / 2; i < tapsLen; ++i) put(i, i - (tapsLen - 1 - i));
 }
 
 // With lp(f) = sin(2 pi f t) / (pi t), the others of odd lengths in terms of the distance from 1/2, so that no two large numbers are subtracted:
@@ -200,9 +200,9 @@ Complex delay(double rFreq) {   // z^-1, for any finite frequency
     return unit(rintl(f) - f);
 }
 // sum of taps[k] z^-k (Horner).
-Complex polynomial(const double* taps, int count, Complex z1) {
+Complex polynomial(const double* taps, ptrdiff_t count, Complex z1) {
     Complex sum = {0, 0};
-    for (int k = count - 1; k >= 0; --k) {
+    for (ptrdiff_t k = count - 1; k >= 0; --k) {
         sum = sum * z1;
         sum.re += taps[k];
     }
@@ -215,7 +215,7 @@ void firResponse(const double* pTaps, int tapsLen, const double* pRFreq, Complex
     for (int i = 0; i < len; ++i) pDst[i] = rounded(polynomial(pTaps, tapsLen, delay(pRFreq[i])));
 }
 void iirResponse(const double* pTaps, int order, const double* pRFreq, Complex64f* pDst, int len) {
-    const int terms = order + 1;
+    const ptrdiff_t terms = ptrdiff_t{order} + 1;
     for (int i = 0; i < len; ++i) {
         const Complex z1 = delay(pRFreq[i]);
         pDst[i] = rounded(quotient(polynomial(pTaps, terms, z1), polynomial(pTaps + terms, terms, z1)));

@@ -49,6 +49,10 @@ constexpr uint32_t kCode = identifier("VI01"), kTable = identifier("VI02");
 
 // ---- a code ---------------------------------------------------------------------------------------------------------------------------------
 
+// After n steps metrics lie at most 2^8 n numPoly apart. The largest is then put at 2^7 (n + 1) numPoly, and no step moves one by more than 2^7 numPoly.
+constexpr int stepsInRange(int n, int numPoly) { return (INT16_MAX - 128 * (n + 1) * numPoly) / (128 * numPoly); }
+static_assert(stepsInRange(kMostConstraint - 1, kMostPolys) >= kMostConstraint - 1);
+
 // Decoded as one of 64 states or more: where there are fewer, the oldest bits are some that no output depends on. Among equal paths it comes down to the same choice, since
 // they are told apart by those bits in the order in which the smaller trellis drops them.
 struct CodeDecoder : ViterbiState {
@@ -81,13 +85,8 @@ struct CodeDecoder : ViterbiState {
         d->traceLen = traceLen;
         d->blocks = blocks;
         d->states = 1 << (constraintLen - 1);
-        d->trellis = {.bits = bits,
-                      .numPoly = numPoly,
-                      .parts = parts,
-                      .symmetric = false,
-                      .interval = (INT16_MAX - 128 * (bits + 1) * numPoly) / (128 * numPoly),
-                      .since = 0,
-                      .lookup = lookup};
+        d->trellis = {
+            .bits = bits, .numPoly = numPoly, .parts = parts, .symmetric = false, .interval = stepsInRange(bits, numPoly), .since = 0, .lookup = lookup};
         d->constraintLen = constraintLen;
         d->spare = bits + 1 - constraintLen;
         d->metrics = metrics;

@@ -59,8 +59,8 @@ void nearest(const Complex32f* src, int16_t* dst, uint8_t* indx, int len, const 
     using V = Vec<float, N>;
     using I = Vec<int32_t, N>;
     const int each = numPoints / numSymbols;
-    for (int n = 0; n < len; n += N) {
-        const int count = len - n < N ? len - n : N;
+    for (ptrdiff_t n = 0; n < len; n += N) {
+        const int count = len - n < N ? int(len - n) : N;
         Stage<N, const Complex32f*> held;
         const Complex32f* p = src + n;
         if (count < N) {
@@ -82,7 +82,7 @@ void nearest(const Complex32f* src, int16_t* dst, uint8_t* indx, int len, const 
             store(metric, nearestInt(atMost(constant<V>(32767), -(same<V>(scale) * least))));
             store(place, which);
             for (int k = 0; k < count; ++k) {
-                const ptrdiff_t at = ptrdiff_t{n + k} * numSymbols + y;
+                const ptrdiff_t at = (n + k) * numSymbols + y;
                 dst[at] = int16_t(metric[k] < -32768 ? -32768 : metric[k]);
                 if (indx) indx[at] = uint8_t(place[k]);
             }
@@ -286,12 +286,13 @@ void centre(const Trellis& t, int16_t* metrics) {
 template <bool Symmetric, bool OnePart> void forwardOf(Trellis& t, const int8_t* src, int len, int16_t* now, int16_t* other, uint32_t* decisions) {
     int16_t* const home = now;
     for (int n; len > 0; len -= n, src += n * t.numPoly, t.since += n) {
-        n = len < kSteps ? len : kSteps;
-        if (n > t.interval) n = t.interval;
-        if (t.since + n > t.interval) {
+        // No sooner: by then paths lead from the first state into all, and those from states out of reach, which lie further apart, are gone.
+        if (t.since == t.interval) {
             centre(t, now);
             t.since = 0;
         }
+        n = len < kSteps ? len : kSteps;
+        if (n > t.interval - t.since) n = t.interval - t.since;
         const Rows r(t, src, n);
         if (t.bits == 6) {
             decisions = steps64<Symmetric, OnePart>(t, r, n, now, decisions);

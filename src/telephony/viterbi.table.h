@@ -19,7 +19,7 @@ struct Trellis {
     int numPoly, parts;   // outputs, and how many lots of up to kPartPolys they are taken in
     bool
         symmetric;   // all outputs depend on the newest and on the oldest bit: of the four branches between two states and two, two pairs are equal and opposite
-    int interval;    // steps after which 16 bits might not hold all metrics
+    int interval;    // steps after which 16 bits might not hold all metrics: n or more
     int since;       // steps since they were moved
     const uint8_t* lookup;   // for each branch (input, oldest bit), part, pair and lane of 16 bits which two bytes of a row of metrics to take
 

@@ -1,176 +1,131 @@
 #include <climits>
 #include <cmath>
-#include <functional>
 #include <memory>
 #include <numbers>
 
 #include "support/control_words.h"
-#include "support/elements.h"
+#include "support/erased.h"
 
 using namespace test;
 
 namespace {
 
-using Exact = long double;
-constexpr Exact kTurn = 2 * std::numbers::pi_v<Exact>;
+constexpr Real kTurn = 2 * std::numbers::pi_v<Real>;
 constexpr double kTwoPi = 6.283185307179586;
+const double kBelowHalf = std::nextafter(0.5, 0), kBelowTwoPi = std::nextafter(kTwoPi, 0);
 
 // rFreq * n modulo 1, with products that are exact in 64 bits.
-Exact turnsOf(double rFreq, int64_t n) {
-    Exact sum = 0;
-    for (int shift = 0; shift < 44; shift += 11) sum += std::fmod(std::ldexp(Exact(rFreq), shift) * Exact(n >> shift & 0x7ff), Exact(1));
+Real turnsOf(double rFreq, int64_t n) {
+    Real sum = 0;
+    for (int shift = 0; shift < 44; shift += 11) sum += std::fmod(std::ldexp(Real(rFreq), shift) * Real(n >> shift & 0x7ff), Real(1));
     return sum - std::floor(sum);
 }
 
-struct Free {
-    void operator()(ToneState* s) const { EXPECT_EQ(tevsToneFree(s), StatusOk); }
-};
-using Oscillator = std::unique_ptr<ToneState, Free>;
+using Oscillator = std::unique_ptr<ToneState, decltype(&tevsToneFree)>;
 Oscillator at(double rFreq, double phase) {
     ToneState* s = nullptr;
     EXPECT_EQ(tevsToneInitAlloc(&s, rFreq, phase), StatusOk);
-    return Oscillator(s);
+    return {s, tevsToneFree};
 }
 double phaseOf(const Oscillator& o) {
     double phase = -1;
-    EXPECT_EQ(tevsToneGetPhase(o.get(), &phase), StatusOk);
-    EXPECT_TRUE(phase >= 0 && phase < kTwoPi);
+    EXPECT_TRUE(tevsToneGetPhase(o.get(), &phase) == StatusOk && phase >= 0 && phase < kTwoPi) << phase;
     return phase;
 }
+// Radians from what is wanted, either way round.
+Real off(double phase, Real want) { return std::fabs(std::remainder(phase - want, kTurn)); }
 
-template <class T> std::vector<double> parts(const std::vector<T>& v) {
-    std::vector<double> p;
-    for (const T& x : v)
-        if constexpr (Complex<T>)
-            p.insert(p.end(), {double(x.re), double(x.im)});
-        else
-            p.push_back(x);
-    return p;
+struct Form {
+    Type type;
+    Status (*tone)(Ptr dst, int len, double magn, ToneState*);
+    Status (*direct)(Ptr dst, int len, double magn, double rFreq, double* phase);
+    Real bound(Real magn) const { return type.number == Number::f64 ? magn * 0x1p-51L : magn * 0x1p-23L + (type.whole() ? 0.5L : 0); }
+};
+const Form kForms[] = {
+    {typeOf<int16_t>(), erased<tevsTone_16s>, erased<tevsTone_Direct_16s>}, {typeOf<Complex16s>(), erased<tevsTone_16sc>, erased<tevsTone_Direct_16sc>},
+    {typeOf<float>(), erased<tevsTone_32f>, erased<tevsTone_Direct_32f>},   {typeOf<Complex32f>(), erased<tevsTone_32fc>, erased<tevsTone_Direct_32fc>},
+    {typeOf<double>(), erased<tevsTone_64f>, erased<tevsTone_Direct_64f>},  {typeOf<Complex64f>(), erased<tevsTone_64fc>, erased<tevsTone_Direct_64fc>},
+};
+const Form &k16s = kForms[0], &k32f = kForms[2], &k32fc = kForms[3], &k64f = kForms[4], &k64fc = kForms[5];
+
+Vector block(const Form& f, const Oscillator& o, int len, double magn = 1000) {
+    Guarded<uint8_t> to(size_t(len) * f.type.size(), Place{len % 5, len % 3 > 0});
+    EXPECT_TRUE(f.tone(to.data(), len, magn, o.get()) == StatusOk && to.intact()) << len;
+    return {f.type, to.values()};
 }
-template <class T> struct PartOf { using Type = T; };
-template <Complex T> struct PartOf<T> { using Type = decltype(T::re); };
-template <class T> using Part = typename PartOf<T>::Type;
-template <class T> constexpr bool kInteger = std::is_integral_v<Part<T>>;
-template <class T> Exact boundOf(Exact magn) { return sizeof(Part<T>) == 8 ? magn * 0x1p-51L : magn * 0x1p-23L + (kInteger<T> ? 0.5L : 0); }
 
 // Each part of v against magn * (cos, sin) of phi + turns(n), within the bound and `slack` radians.
-template <class T, class Turns>::testing::AssertionResult follows(const std::vector<T>& v, Exact magn, Exact phi, Turns turns, Exact slack) {
-    const auto got = parts(v);
-    const size_t k = got.size() / v.size();
-    for (size_t i = 0; i < got.size(); ++i) {
-        const Exact theta = phi + kTurn * turns(int64_t(i / k));
-        Exact want = magn * (i % k ? std::sin(theta) : std::cos(theta));
-        if (kInteger<T>) want = std::clamp<Exact>(want, -32768, 32767);
-        if (!(std::fabs(got[i] - want) <= boundOf<T>(magn) + slack * magn))
-            return ::testing::AssertionFailure() << got[i] << " at " << i << ", want " << double(want);
+template <class Turns>::testing::AssertionResult follows(const Form& f, const Vector& v, Real magn, Real phi, Turns turns, Real slack) {
+    for (size_t i = 0, k = size_t(f.type.parts); i < v.parts(); ++i) {
+        const Real theta = phi + kTurn * turns(int64_t(i / k)), exact = magn * (i % k ? std::sin(theta) : std::cos(theta));
+        const Real want = f.type.whole() ? std::clamp<Real>(exact, -32768, 32767) : exact;
+        if (!(std::fabs(v.part(i) - want) <= f.bound(magn) + slack * magn))
+            return ::testing::AssertionFailure() << double(v.part(i)) << " at " << i << ", want " << double(want);
     }
     return ::testing::AssertionSuccess();
 }
 
-template <class T> struct Forms {
-    Status (*tone)(T*, int, double, ToneState*);
-    Status (*direct)(T*, int, double, double, double*);
-};
-const auto kForms = std::tuple(Forms<int16_t>{tevsTone_16s, tevsTone_Direct_16s}, Forms<Complex16s>{tevsTone_16sc, tevsTone_Direct_16sc},
-                               Forms<float>{tevsTone_32f, tevsTone_Direct_32f}, Forms<Complex32f>{tevsTone_32fc, tevsTone_Direct_32fc},
-                               Forms<double>{tevsTone_64f, tevsTone_Direct_64f}, Forms<Complex64f>{tevsTone_64fc, tevsTone_Direct_64fc});
-template <class Check> void forEachType(Check check) {
-    std::apply([&](auto... f) { (check(f), ...); }, kForms);
-}
-template <class T> std::vector<T> block(const Forms<T>& f, const Oscillator& o, int len, double magn = 1000) {
-    std::vector<T> v(size_t(len), T{});
-    EXPECT_EQ(f.tone(v.data(), len, magn, o.get()), StatusOk);
-    return v;
-}
-
-const double kBelowHalf = std::nextafter(0.5, 0), kBelowTwoPi = std::nextafter(kTwoPi, 0);
-constexpr Exact kPhaseError = 0x1p-52L * kTurn;   // of an initial phase
-
 TEST(Tone, IsACosineOfAnyFrequencyPhaseAndMagnitude) {
-    forEachType([]<class T>(Forms<T> f) {
+    for (const Form& f : kForms)
         for (double rFreq : {0.0, 0.01, 0.1234567, 0.25, kBelowHalf, 5e-324, 1e-19, 0x1p-33, 0.49})
             for (double phase : {0.0, 1.0, 3.9, kBelowTwoPi, 1e-300})
-                for (double magn : {1.0, 0.7, 12345.678, 32767.0}) {
+                for (double magn : {1.0, 0.7, 12345.678, 32767.0})
                     for (int len : {1, 2, 3, 7, 16, 33, 70, 1003}) {
+                        SCOPED_TRACE(::testing::Message() << &f - kForms << ": " << rFreq << " " << phase << " " << magn << " " << len);
                         const Oscillator o = at(rFreq, phase);
                         const auto turns = [=](int64_t n) { return turnsOf(rFreq, n); };
-                        const auto v = block(f, o, len, magn);
-                        ASSERT_TRUE(follows(v, magn, phase, turns, kPhaseError)) << rFreq << " " << phase << " " << magn << " " << len;
+                        const Vector v = block(f, o, len, magn);
+                        ASSERT_TRUE(follows(f, v, magn, phase, turns, 0x1p-52L * kTurn));
                         double p = phase;
-                        std::vector<T> direct(v.size());
-                        ASSERT_EQ(f.direct(direct.data(), len, magn, rFreq, &p), StatusOk);
-                        ASSERT_TRUE(same(v, direct));
-                        ASSERT_EQ(p, phaseOf(o));
-                        ASSERT_LE(std::fabs(std::remainder(p - phase - kTurn * turns(len), kTurn)), 0x1p-49L) << rFreq << " " << phase;
+                        Vector direct(f.type, size_t(len));
+                        ASSERT_TRUE(f.direct(direct, len, magn, rFreq, &p) == StatusOk && same(v, direct) && p == phaseOf(o));
+                        ASSERT_LE(off(p, phase + kTurn * turns(len)), 0x1p-49L);
                     }
-                }
-    });
 }
 
 // The upper words of single precision: 2^21 of them, in all of the turn. And magnitudes that leave no bit to spare.
 TEST(Tone, SinglePrecisionOfEveryPhase) {
-    for (double magn : {1.0, 1 + 0x1p-24, 1.5, 1.9999999}) {
-        const double rFreq = 0x1.ffff1p-12 / 3;
-        const Oscillator o = at(rFreq, 0);
-        const auto v = block(std::get<3>(kForms), o, 1 << 19, magn);
-        ASSERT_TRUE(follows(
-            v, magn, 0, [=](int64_t n) { return turnsOf(rFreq, n); }, 0x1p-31L))
-            << magn;
-    }
+    const double rFreq = 0x1.ffff1p-12 / 3;
+    const auto turns = [=](int64_t n) { return turnsOf(rFreq, n); };
+    for (double magn : {1.0, 1 + 0x1p-24, 1.5, 1.9999999})
+        ASSERT_TRUE(follows(k32fc, block(k32fc, at(rFreq, 0), 1 << 19, magn), magn, 0, turns, 0x1p-31L)) << magn;
 }
 
 TEST(Tone, QuarterTurnsAreExact) {
-    const auto expect = [](auto type, double magn) {
-        using T = decltype(type);
-        const auto v = parts(block(std::get<Forms<T>>(kForms), at(0.25, 0), 101, magn));
-        const double want[] = {magn, 0, 0, magn, -magn, 0, 0, -magn};
-        const size_t step = Complex<T> ? 1 : 2;
-        for (size_t i = 0; i < v.size(); ++i) ASSERT_EQ(v[i], want[i * step % 8]) << i;
-    };
-    for (float magn : {1.0f, 0.1f, 32767.0f}) expect(float{}, magn), expect(Complex32f{}, magn), expect(double{}, magn * 1.1), expect(Complex64f{}, magn * 1.1);
-    expect(int16_t{}, 32767), expect(Complex16s{}, 1);
+    for (const Form& f : kForms)
+        for (float magn : {1.0f, 0.1f, 32767.0f}) {
+            const double m = f.type.number == Number::f64 ? magn * 1.1 : magn, peak = f.type.whole() ? std::nearbyint(m) : m;
+            const double want[] = {peak, 0, 0, peak, -peak, 0, 0, -peak};
+            const Vector v = block(f, at(0.25, 0), 101, m);
+            for (size_t i = 0; i < v.parts(); ++i) ASSERT_EQ(v.part(i), want[i * size_t(3 - f.type.parts) % 8]) << i;
+        }
 }
 
 TEST(Tone, MagnitudesOfAnySize) {
-    const auto ratios = [](auto type, std::initializer_list<double> magnitudes) {
-        using T = decltype(type);
-        const auto& f = std::get<Forms<T>>(kForms);
-        const auto unit = block(f, at(0.0123, 0.3), 70, 1);
-        for (double magn : magnitudes) {
-            const auto v = block(f, at(0.0123, 0.3), 70, magn);
-            for (size_t i = 0; i < 70; ++i)
-                ASSERT_NEAR(v[i], T(unit[i] * magn), std::fabs(unit[i] * magn) * 2e-7 + std::numeric_limits<T>::denorm_min()) << magn;
+    for (double magn : {1e-45, 1e-38, 1e-30, 1e20, 3e38, 5e-324, 1e-310, 1e-290, 1e290, 1.7e308}) {
+        const bool single = magn > 1e-46 && magn < 1e39;
+        const Form& f = single ? k32f : k64f;
+        const Vector unit = block(f, at(0.0123, 0.3), 70, 1), v = block(f, at(0.0123, 0.3), 70, magn);
+        for (size_t i = 0; i < 70; ++i) {
+            const Real want = unit.part(i) * magn, least = single ? 0x1p-149L : 0x1p-1074L;
+            ASSERT_LE(std::fabs(v.part(i) - want), std::fabs(want) * 2e-7L + least) << magn;
         }
-    };
-    ratios(float{}, {1e-45, 1e-38, 1e-30, 1e20, 3e38});
-    ratios(double{}, {5e-324, 1e-310, 1e-290, 1e290, 1.7e308});
-    const auto f = block(std::get<2>(kForms), at(0.0625, 0), 9, 1e39);   // beyond the type at its peak, not near zeros
-    EXPECT_TRUE(std::isinf(f[0]) && f[4] == 0 && std::isinf(f[8]) && f[8] < 0 && std::isinf(f[2]));
-    const auto d = block(std::get<4>(kForms), at(0.125, 0), 5, INFINITY);
-    EXPECT_TRUE(d[0] == INFINITY && d[1] == INFINITY && std::isnan(d[2]) && d[3] == -INFINITY);
-    const std::vector<int16_t> want = {32767, 32767, 0, -32768, -32768};
-    for (double magn : {double(INFINITY), 1e300, 1e9}) EXPECT_TRUE(same(want, block(std::get<0>(kForms), at(0.125, 0), 5, magn))) << magn;
+    }
+    const Vector f = block(k32f, at(0.0625, 0), 9, 1e39);   // beyond the type at its peak, not near zeros
+    EXPECT_TRUE(std::isinf(f.part(0)) && f.part(4) == 0 && f.part(8) == -INFINITY && std::isinf(f.part(2)));
+    const Vector d = block(k64f, at(0.125, 0), 5, INFINITY);
+    EXPECT_TRUE(d.part(0) == INFINITY && d.part(1) == INFINITY && std::isnan(d.part(2)) && d.part(3) == -INFINITY);
+    for (double magn : {double(INFINITY), 1e300, 1e9})
+        for (size_t i = 0; i < 5; ++i) EXPECT_EQ(block(k16s, at(0.125, 0), 5, magn).part(i), i < 2 ? 32767 : i == 2 ? 0 : -32768) << magn;
 }
 
 TEST(Tone, ALongStreamKeepsItsPhase) {
-    constexpr int64_t n = int64_t{1} << 25;
-    const double rFreq = 0.0123456789;
-    const Oscillator o = at(rFreq, 1);
-    std::vector<int16_t> v(1 << 16);
-    for (int64_t i = 0; i < n; i += int64_t(v.size())) tevsTone_16s(v.data(), int(v.size()), 1, o.get());
-    EXPECT_LE(std::fabs(std::remainder(phaseOf(o) - 1 - kTurn * turnsOf(rFreq, n), kTurn)), (n + 8192) * 0x1p-65L * kTurn + 0x1p-51L);
-}
-
-// A 32f tone at the centre of a line: no other line is above -140 dB.
-TEST(Tone, IsPure) {
-    constexpr int order = 14, n = 1 << order;
-    const auto x = block(std::get<2>(kForms), at(1237.0 / n, 0.1), n, 1);
-    FFTSpec_R_64f* spec;
-    ASSERT_EQ(tevsFFTInitAlloc_R_64f(&spec, order, NoScale, HintNone), StatusOk);
-    std::vector<double> y(x.begin(), x.end());
-    ASSERT_EQ(tevsFFTFwd_RToPerm_64f_I(y.data(), spec, nullptr), StatusOk);
-    for (size_t k = 1; k < n / 2; ++k) ASSERT_LE(std::hypot(y[2 * k], y[2 * k + 1]), k == 1237 ? n : 1e-7 * n / 2) << k;
-    tevsFFTFree_R_64f(spec);
+    constexpr int n = 1 << 25, len = 1 << 16;
+    for (double rFreq : {0.0123456789, 1.23456789e-7}) {
+        const Oscillator o = at(rFreq, 1);
+        for (int i = 0; i < n; i += len) block(k16s, o, len, 1);
+        EXPECT_LE(off(phaseOf(o), 1 + kTurn * turnsOf(rFreq, n)), (n + 8192) * 0x1p-65L * kTurn + 0x1p-51L);
+    }
 }
 
 // ---- what changes under way ----------------------------------------------------------------------------------------------------------------
@@ -179,208 +134,150 @@ TEST(ToneGlide, SweepsLinearlyAndEndsOnTheExactSum) {
     for (double f0 : {0.0, 0.1, kBelowHalf})
         for (double f1 : {0.0, 0.3, 0.1000001, kBelowHalf})
             for (int glide : {1, 2, 511, 512, 513, 70001}) {
+                SCOPED_TRACE(::testing::Message() << f0 << " to " << f1 << " in " << glide);
                 const Oscillator o = at(f0, 0.5);
-                block(std::get<5>(kForms), o, 3);
+                block(k64fc, o, 3);
                 ASSERT_EQ(tevsToneSetFreq(o.get(), f1, glide), StatusOk);
                 const auto turns = [=](int64_t n) {
-                    const Exact g = std::min<Exact>(Exact(n), glide), sweep = (Exact(f1) - Exact(f0)) * g * g / (2 * Exact(glide));
+                    const Real g = std::min<Real>(Real(n), glide), sweep = (Real(f1) - Real(f0)) * g * g / (2 * Real(glide));
                     return turnsOf(f0, 3 + int64_t(g)) + sweep + turnsOf(f1, n - int64_t(g));
                 };
-                const auto v = block(std::get<5>(kForms), o, glide + 100);
-                ASSERT_TRUE(follows(v, 1000, 0.5L, turns, 0x1p-45L * kTurn)) << f0 << " to " << f1 << " in " << glide;
-                ASSERT_LE(std::fabs(std::remainder(phaseOf(o) - 0.5L - kTurn * turns(glide + 100), kTurn)), 0x1p-49L + glide * 0x1p-63L * kTurn)
-                    << f0 << " to " << f1 << " in " << glide;
-                // It stands at f1, and starts from there.
-                ASSERT_EQ(tevsToneSetFreq(o.get(), f1, 1000), StatusOk);
-                const double before = phaseOf(o);
-                block(std::get<0>(kForms), o, 777);
-                ASSERT_LE(std::fabs(std::remainder(phaseOf(o) - before - kTurn * turnsOf(f1, 777), kTurn)), 0x1p-48L);
+                ASSERT_TRUE(follows(k64fc, block(k64fc, o, glide + 100), 1000, 0.5L, turns, 0x1p-45L * kTurn));
+                ASSERT_LE(off(phaseOf(o), 0.5L + kTurn * turns(glide + 100)), 0x1p-49L + glide * 0x1p-63L * kTurn);
             }
 }
 
+// Each row: the frequency and the phase that are set, where not negative, and what the samples behind that turn by.
 TEST(ToneGlide, IsBrokenOffAtTheFrequencyReached) {
     const Oscillator o = at(0.1, 0);
-    tevsToneSetFreq(o.get(), 0.3, 4000);
-    block(std::get<0>(kForms), o, 1000);
-    tevsToneSetPhase(o.get(), 2);   // the glide goes on
-    block(std::get<0>(kForms), o, 1000);
-    EXPECT_NEAR(std::remainder(phaseOf(o) - 2 - kTurn * (0.15L * 1000 + 0.2L * 1e6L / 8000), kTurn), 0, 1e-12);
-    tevsToneSetFreq(o.get(), 0.2, 1000);   // from 0.2
-    tevsToneSetPhase(o.get(), 0);
-    block(std::get<0>(kForms), o, 500);
-    EXPECT_NEAR(std::remainder(phaseOf(o), kTurn), 0, 1e-12);
-    tevsToneSetFreq(o.get(), 0.05, 0);
-    block(std::get<0>(kForms), o, 10);
-    EXPECT_NEAR(phaseOf(o), std::numbers::pi, 1e-12);
+    Real want = 0;
+    for (const auto& [rFreq, glide, phase, len, turns] :
+         {std::tuple{0.3, 4000, -1.0, 1001, 125.150025}, {-1.0, 0, 2.0, 1000, 175.05}, {0.2, 1000, 0.0, 500, 100.01875}, {0.05, 0, -1.0, 10, 0.5}}) {
+        EXPECT_EQ(rFreq < 0 ? StatusOk : tevsToneSetFreq(o.get(), rFreq, glide), StatusOk);
+        EXPECT_EQ(phase < 0 ? StatusOk : tevsToneSetPhase(o.get(), phase), StatusOk);
+        block(k16s, o, len);
+        want = (phase < 0 ? want : phase) + kTurn * turns;
+        EXPECT_LE(off(phaseOf(o), want), 1e-12L) << len;
+    }
 }
 
-// Whatever the blocks and their types, a stream is the same to the bit.
+// Whatever the blocks and their types, and wherever the record lies, a stream is the same to the bit.
 TEST(Tone, AnyCutGivesTheSameBits) {
-    const auto run = [](bool cut) {
-        const Oscillator o = at(0.0371, 0.2);
-        std::vector<Complex32f> all;
-        for (int segment = 0; segment < 6; ++segment) {
-            tevsToneSetFreq(o.get(), 0.03 * segment + 0.001, segment % 2 ? 1200 * segment : 0);
-            const size_t end = all.size() + 2500;
-            for (int n = 1; all.size() < end; n = 7 * n % 211 + 1) {
-                const size_t from = all.size(), len = cut ? std::min(end - from, size_t(n)) : end - from;
-                all.resize(from + len);
-                if (cut && n % 5 == 0) {
-                    Complex64f wide[256];
-                    EXPECT_EQ(tevsTone_64fc(wide, int(len), 1, o.get()), StatusOk);
-                    all.resize(from);
-                    for (size_t i = 0; i < len; ++i) all.push_back({float(wide[i].re), float(wide[i].im)});
-                } else {
-                    EXPECT_EQ(tevsTone_32fc(&all[from], int(len), 1, o.get()), StatusOk);
+    int size = 0;
+    ASSERT_EQ(tevsToneGetStateSize(&size), StatusOk);
+    for (const Form& f : kForms) {
+        Guarded<uint8_t> memory(size_t(size), Place{3 * int(&f - kForms), true});
+        ToneState* s = nullptr;
+        expectEach(StatusOk, {tevsToneInit(&s, 0.0371, 0.2, memory), tevsToneFree(s)});   // it remains
+        const auto run = [&](const Oscillator& o, bool cut) {
+            std::vector<uint8_t> all;
+            for (int segment = 0, n = 1; segment < 6; ++segment) {
+                tevsToneSetFreq(o.get(), 0.03 * segment + 0.001, segment % 2 ? 1200 * segment : 0);
+                for (int left = 2500, len; left > 0; left -= len, n = 7 * n % 211 + 1) {
+                    len = cut ? std::min(left, n) : left;
+                    const auto v = block(f, o, len).bytes;
+                    all.insert(all.end(), v.begin(), v.end());
                 }
+                block(kForms[cut ? segment : 5 - segment], o, 100);
             }
-        }
-        return std::pair(all, phaseOf(o));
-    };
-    const auto [whole, phase] = run(false);
-    const auto [pieces, phaseOfPieces] = run(true);
-    EXPECT_EQ(phase, phaseOfPieces);
-    for (size_t i = 0; i < whole.size(); ++i) ASSERT_TRUE(std::hypot(whole[i].re - pieces[i].re, whole[i].im - pieces[i].im) < 2e-7f) << i;
-    forEachType([]<class T>(Forms<T> f) {
-        const Oscillator a = at(0.0371, 3), b = at(0.0371, 3);
-        tevsToneSetFreq(a.get(), 0.4, 2000), tevsToneSetFreq(b.get(), 0.4, 2000);
-        const auto want = block(f, a, 5000);
-        std::vector<T> got;
-        for (int n = 1; got.size() < want.size(); n = 11 * n % 97 + 1)
-            for (const T& x : block(f, b, int(std::min(size_t(n), want.size() - got.size())))) got.push_back(x);
-        ASSERT_TRUE(same(want, got));
-    });
+            return std::pair(all, phaseOf(o));
+        };
+        EXPECT_TRUE(run(at(0.0371, 0.2), false) == run({s, tevsToneFree}, true)) << &f - kForms;
+        EXPECT_TRUE(memory.intact() && uintptr_t(s) == (uintptr_t(memory.data()) + 15) / 16 * 16);
+    }
 }
 
 // ---- mixing -----------------------------------------------------------------------------------------------------------------------------------
 
-template <class S, class D> void mixes(Status (*mix)(const S*, D*, int, ToneState*), Status (*inPlace)(D*, int, ToneState*), double sign) {
-    eachLength([&](int len) {
-        const auto x = randomVector<S>(size_t(len));
-        for (int glide : {0, 40}) {
-            const Oscillator o = at(0.0321, 1.5), tone = at(0.0321, 1.5), again = at(0.0321, 1.5);
-            for (auto* s : {&o, &tone, &again}) tevsToneSetFreq(s->get(), 0.4, glide);
-            std::vector<D> y(x.size());
-            ASSERT_EQ(mix(x.data(), y.data(), len, o.get()), StatusOk);
-            const auto z = parts(block(std::get<5>(kForms), tone, len, 1)), got = parts(y);
-            ASSERT_EQ(phaseOf(o), phaseOf(tone));
-            const auto in = parts(x);
-            for (size_t i = 0; i < x.size(); ++i) {
-                const double re = Complex<S> ? in[2 * i] : in[i], im = Complex<S> ? in[2 * i + 1] : 0, c = z[2 * i], s = sign * z[2 * i + 1];
-                const double bound = kInteger<S> ? 0.51 : std::hypot(re, im) * 0x1p-22, want[] = {re * c - im * s, re * s + im * c};
-                for (size_t k = 0; k < got.size() / x.size(); ++k)
-                    ASSERT_NEAR(got[got.size() / x.size() * i + k], kInteger<D> ? std::clamp(want[k], -32768.0, 32767.0) : want[k], bound)
-                        << i << " of " << len;
-            }
-            if (!inPlace) continue;
-            if constexpr (std::is_same_v<S, D>) {
-                Guarded<D> v(x, Place{len % 4, len % 2 == 0});
-                ASSERT_EQ(inPlace(v, len, again.get()), StatusOk);
-                ASSERT_TRUE(same(y, v.values()) && v.intact());
-            }
-        }
-    });
-}
+struct Mix {
+    int sign;
+    Type from, to;
+    Status (*mix)(Ptr src, Ptr dst, int len, ToneState*);
+    Status (*inPlace)(Ptr both, int len, ToneState*);
+};
+const Mix kMixes[] = {
+    {1, typeOf<Complex16s>(), typeOf<Complex16s>(), erased<tevsToneMixUp_16sc>, erased<tevsToneMixUp_16sc_I>},
+    {-1, typeOf<Complex16s>(), typeOf<Complex16s>(), erased<tevsToneMixDown_16sc>, erased<tevsToneMixDown_16sc_I>},
+    {1, typeOf<Complex32f>(), typeOf<Complex32f>(), erased<tevsToneMixUp_32fc>, erased<tevsToneMixUp_32fc_I>},
+    {-1, typeOf<Complex32f>(), typeOf<Complex32f>(), erased<tevsToneMixDown_32fc>, erased<tevsToneMixDown_32fc_I>},
+    {1, typeOf<Complex32f>(), typeOf<float>(), erased<tevsToneMixUp_32fc32f>, nullptr},
+    {-1, typeOf<float>(), typeOf<Complex32f>(), erased<tevsToneMixDown_32f32fc>, nullptr},
+};
+
 TEST(ToneMix, Shifts) {
-    mixes(tevsToneMixUp_16sc, tevsToneMixUp_16sc_I, 1);
-    mixes(tevsToneMixDown_16sc, tevsToneMixDown_16sc_I, -1);
-    mixes(tevsToneMixUp_32fc, tevsToneMixUp_32fc_I, 1);
-    mixes(tevsToneMixDown_32fc, tevsToneMixDown_32fc_I, -1);
-    mixes<Complex32f, float>(tevsToneMixUp_32fc32f, nullptr, 1);
-    mixes<float, Complex32f>(tevsToneMixDown_32f32fc, nullptr, -1);
+    for (const Mix& m : kMixes)
+        eachLength([&](int len) {
+            for (int glide : {0, 40}) {
+                const Oscillator o = at(0.0321, 1.5), tone = at(0.0321, 1.5), again = at(0.0321, 1.5);
+                for (auto* s : {&o, &tone, &again}) tevsToneSetFreq(s->get(), 0.4, glide);
+                const Place place = {len % 5, len % 3 > 0};
+                const Vector x = randomVector(m.from, size_t(len)), z = block(k64fc, tone, len, 1);
+                Guarded<uint8_t> src(x.bytes, place), dst(size_t(len) * m.to.size(), place), both(x.bytes, place);
+                ASSERT_TRUE(m.mix(src.data(), dst.data(), len, o.get()) == StatusOk && dst.intact() && phaseOf(o) == phaseOf(tone));
+                const Vector y(m.to, dst.values());
+                for (size_t i = 0; i < y.parts(); ++i) {
+                    const size_t n = i / size_t(m.to.parts), at = n * size_t(m.from.parts);
+                    const Real re = x.part(at), im = m.from.parts == 2 ? x.part(at + 1) : 0, c = z.part(2 * n), s = m.sign * z.part(2 * n + 1);
+                    const Real exact = i % size_t(m.to.parts) ? re * s + im * c : re * c - im * s;
+                    const Real want = m.to.whole() ? std::clamp<Real>(exact, -32768, 32767) : exact;
+                    ASSERT_LE(std::fabs(y.part(i) - want), m.to.whole() ? 0.51L : std::hypot(re, im) * 0x1p-22L) << &m - kMixes << " at " << i << " of " << len;
+                }
+                ASSERT_TRUE(!m.inPlace || (m.inPlace(both.data(), len, again.get()) == StatusOk && same(dst.values(), both.values()) && both.intact()));
+            }
+        });
 }
 
 // ---- the frame ----------------------------------------------------------------------------------------------------------------------------------
 
-template <class T> uint64_t hashed(const std::vector<T>& v, uint64_t h) { return hashOf(v.data(), v.size() * sizeof(T), h); }
-
 TEST(Tone, SameBitsAtEveryLevelInBothAbisAndInAnyMode) {
-    generator().seed(5);
-    const auto floats = randomVector<Complex32f>(777);
-    const auto shorts = randomVector<Complex16s>(777);
-    const auto run = [&] {
+    const auto run = [] {
         uint64_t h = 7;
-        forEachType([&]<class T>(Forms<T> f) {
-            const Oscillator o = at(0.0371, 3);
-            h = hashed(block(f, o, 901), h);
-            tevsToneSetFreq(o.get(), 0.4, 700);
-            h = hashed(block(f, o, 901, 0.3), h);
-            double phase = phaseOf(o);
-            std::vector<T> v(333);
-            f.direct(v.data(), 333, 1e39, 0.02, &phase);
-            h = hashOf(&phase, sizeof phase, hashed(v, h));
-        });
-        auto x = floats;
-        auto y = shorts;
+        const auto add = [&h](const auto& bytes) { h = hashOf(bytes.data(), bytes.size() * sizeof bytes[0], h); };
         const Oscillator o = at(0.0371, 3);
-        tevsToneMixUp_32fc_I(x.data(), 777, o.get());
-        tevsToneMixDown_16sc_I(y.data(), 777, o.get());
-        return std::vector<uint64_t>{hashed(x, hashed(y, h))};
+        for (const Form& f : kForms) {
+            add(block(f, o, 901).bytes);
+            tevsToneSetFreq(o.get(), 0.2 * f.type.parts, 700);
+            for (double magn : {0.3, 1e39}) add(block(f, o, 901, magn).bytes);
+            add(std::vector{phaseOf(o)});
+        }
+        for (const Mix& m : kMixes) {
+            Vector y(m.to, 777);
+            m.mix(block(kForms[m.from.whole() ? 1 : 1 + m.from.parts], o, 777), y, 777, o.get());
+            add(y.bytes);
+        }
+        return std::vector<uint64_t>{h};
     };
-    EXPECT_EQ(run()[0], 12735220112627238776u);
+    EXPECT_EQ(run()[0], 14643757267383966192u);
     expectOwnModes(run);
-}
-
-TEST(Tone, RecordsAtAnyAddress) {
-    int size = 0;
-    ASSERT_EQ(tevsToneGetStateSize(&size), StatusOk);
-    for (int offset = 0; offset < 16; ++offset) {
-        Guarded<uint8_t> memory(size_t(size), Place{offset, true});
-        ToneState* s = nullptr;
-        ASSERT_EQ(tevsToneInit(&s, 0.01, 0, memory), StatusOk);
-        ASSERT_EQ(uintptr_t(s), (uintptr_t(memory.data()) + 15) / 16 * 16);
-        float x[3];
-        ASSERT_EQ(tevsTone_32f(x, 3, 1, s), StatusOk);
-        ASSERT_EQ(tevsToneFree(s), StatusOk);
-        ASSERT_EQ(tevsTone_32f(x, 3, 1, s), StatusOk);   // it remains
-        ASSERT_TRUE(memory.intact());
-    }
 }
 
 TEST(Tone, BadArguments) {
     const Oscillator o = at(0.1, 0.5);
-    ToneState* const s = o.get();
-    uint32_t stranger[32] = {1};
-    const auto other = reinterpret_cast<ToneState*>(stranger);
-    float x = 7;
-    double phase = 7;
-    ToneState* made = other;
-    EXPECT_EQ(tevsToneGetStateSize(nullptr), StatusNullPtr);
-    EXPECT_EQ(tevsToneInit(nullptr, 1, 7, nullptr), StatusNullPtr);
-    EXPECT_EQ(tevsToneInit(&made, 1, 7, nullptr), StatusNullPtr);
-    EXPECT_EQ(tevsToneInitAlloc(nullptr, 1, 7), StatusNullPtr);
-    for (double f : {0.5, -1e-300, double(NAN)}) {
-        EXPECT_EQ(tevsToneInitAlloc(&made, f, 7), StatusToneFreq);
-        EXPECT_EQ(tevsToneSetFreq(s, f, -1), StatusToneFreq);
-        EXPECT_EQ(tevsTone_Direct_32f(&x, 1, 1, f, &phase), StatusToneFreq);
+    alignas(16) uint8_t raw[128] = {1};
+    ToneState *const s = o.get(), *const other = reinterpret_cast<ToneState*>(raw), *t = other;
+    Complex32f z = {7, 7};
+    double q = 7;
+    expectEach(StatusNullPtr, {tevsToneInit(nullptr, 1, 7, nullptr), tevsToneInit(&t, 1, 7, nullptr), tevsToneInitAlloc(nullptr, 1, 7), tevsToneFree(nullptr),
+                               tevsToneSetFreq(nullptr, 1, -1), tevsToneSetPhase(nullptr, 7), tevsToneGetPhase(s, nullptr), tevsToneGetPhase(nullptr, &q)});
+    expectEach(StatusContextMismatch, {tevsToneFree(other), tevsToneSetFreq(other, 1, -1), tevsToneSetPhase(other, 7), tevsToneGetPhase(other, &q)});
+    for (double f : {0.5, -1e-300, double(NAN)})
+        expectEach(StatusToneFreq, {tevsToneInitAlloc(&t, f, 7), tevsToneInit(&t, f, 7, raw), tevsToneSetFreq(s, f, -1), k32f.direct(&z, 1, 1, f, &q)});
+    for (double p : {kTwoPi, -1e-300, double(NAN)})
+        expectEach(StatusTonePhase, {tevsToneInitAlloc(&t, 0, p), tevsToneInit(&t, 0, p, raw), tevsToneSetPhase(s, p), k32f.direct(&z, 1, 1, 0, &(q = p))});
+    for (double m : {0.0, -1.0, double(NAN)}) expectEach(StatusToneMagnitude, {k32f.tone(&z, 1, m, s), k32f.direct(&z, 1, m, 1, &q)});
+    expectEach(StatusBadSize, {tevsToneSetFreq(s, 0.1, -1), k32f.direct(&z, 0, 0, 1, &q)});
+    for (const Form& f : kForms) {
+        expectEach(StatusNullPtr, {f.tone(nullptr, 0, 0, s), f.tone(&z, 0, 0, nullptr)});
+        expectEach(StatusBadSize, {f.tone(&z, 0, 0, other), f.tone(&z, INT_MIN, 0, s)});
+        expectEach(StatusContextMismatch, {f.tone(&z, 1, 0, other)});
     }
-    for (double p : {kTwoPi, -1e-300, double(NAN)}) {
-        EXPECT_EQ(tevsToneInitAlloc(&made, 0, p), StatusTonePhase);
-        EXPECT_EQ(tevsToneSetPhase(s, p), StatusTonePhase);
-        EXPECT_EQ(tevsTone_Direct_32f(&x, 1, 1, 0, &(phase = p)), StatusTonePhase);
+    for (const Mix& m : kMixes) {
+        const auto inPlace = m.inPlace ? m.inPlace : kMixes[0].inPlace;
+        expectEach(StatusNullPtr, {m.mix(nullptr, &z, 0, s), m.mix(&z, nullptr, 0, s), m.mix(&z, &z, 0, nullptr), inPlace(nullptr, 0, s)});
+        expectEach(StatusBadSize, {m.mix(&z, &z, 0, other), inPlace(&z, -1, other)});
+        expectEach(StatusContextMismatch, {m.mix(&z, &z, 1, other), inPlace(&z, 1, other)});
     }
-    EXPECT_EQ(tevsToneSetFreq(nullptr, 1, -1), StatusNullPtr);
-    EXPECT_EQ(tevsToneSetFreq(other, 1, -1), StatusContextMismatch);
-    EXPECT_EQ(tevsToneSetFreq(s, 0.1, -1), StatusBadSize);
-    EXPECT_EQ(tevsToneSetPhase(nullptr, 7), StatusNullPtr);
-    EXPECT_EQ(tevsToneSetPhase(other, 7), StatusContextMismatch);
-    EXPECT_EQ(tevsToneGetPhase(s, nullptr), StatusNullPtr);
-    EXPECT_EQ(tevsToneGetPhase(other, &phase), StatusContextMismatch);
-    for (double m : {0.0, -1.0, double(NAN)}) {
-        EXPECT_EQ(tevsTone_32f(&x, 1, m, s), StatusToneMagnitude);
-        EXPECT_EQ(tevsTone_Direct_32f(&x, 1, m, 1, &phase), StatusToneMagnitude);
-    }
-    EXPECT_EQ(tevsTone_32f(nullptr, 0, 0, s), StatusNullPtr);
-    EXPECT_EQ(tevsTone_32f(&x, 0, 0, nullptr), StatusNullPtr);
-    EXPECT_EQ(tevsTone_32f(&x, 0, 0, other), StatusBadSize);
-    EXPECT_EQ(tevsTone_32f(&x, 1, 0, other), StatusContextMismatch);
-    EXPECT_EQ(tevsToneMixUp_32fc32f(nullptr, &x, 0, s), StatusNullPtr);
-    EXPECT_EQ(tevsToneMixDown_32f32fc(&x, nullptr, 0, s), StatusNullPtr);
-    EXPECT_EQ(tevsToneMixUp_16sc_I(reinterpret_cast<Complex16s*>(&x), INT_MIN, s), StatusBadSize);
-    EXPECT_EQ(tevsToneMixUp_16sc_I(reinterpret_cast<Complex16s*>(&x), 1, other), StatusContextMismatch);
-    EXPECT_EQ(tevsToneFree(nullptr), StatusNullPtr);
-    EXPECT_EQ(tevsToneFree(other), StatusContextMismatch);
-    EXPECT_TRUE(x == 7 && made == other && phaseOf(o) == 0.5);
+    EXPECT_TRUE(z.re == 7 && z.im == 7 && t == other && raw[0] == 1 && phaseOf(o) == 0.5);
 }
 
 }   // namespace
