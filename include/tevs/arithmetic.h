@@ -239,10 +239,11 @@ Status tevsAddProductC_32f(const float* pSrc, float val, float* pSrcDst, int len
  *                                      saturated; any integer will do
  *
  * Integer quotients are rounded once, from the exact value. Below a scaleFactor of -32, Div_16sc_Sfs stores for each
- * part of x conj(y) that is not 0 the extreme of its sign. Float Div and DivCRev are correctly rounded; 32fc is
- * computed in double precision, 64fc without overflow or underflow on the way. Float DivC multiplies by 1 / val,
- * complex DivC by (val.re / m, -val.im / m) with m = val.re^2 + val.im^2, all rounded in the type of the elements: the
- * last bit may differ from a division's.
+ * part of x conj(y) that is not 0 the extreme of its sign. Float Div and DivCRev are correctly rounded. A part of a
+ * complex Div is off by 6 * 2^-24 (64fc: 2^-50) of the sum of its two terms' magnitudes at most, and what leaves the
+ * range on the way but not in the end does no harm. Float DivC multiplies by 1 / val, complex DivC by (val.re / m,
+ * -val.im / m) with m = val.re^2 + val.im^2, all rounded in the type of the elements: the last bit may differ from a
+ * division's.
  *
  * Where a divisor is zero, of either sign, and whatever the scale:
  *

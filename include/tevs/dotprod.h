@@ -19,7 +19,10 @@ TEVS_BEGIN
  *                in forms with results of 16 bits a factor above 31 acts as 31 and one below -15 as -15.
  *
  * Integer products and their sums are exact; a float result of integers is the exact sum, rounded once. Sums of floats
- * are formed in double precision, in an order that depends on len and the SIMD level only, and rounded once.
+ * are formed in an order that depends on len and the SIMD level only: for results in double precision in that precision,
+ * for 32f and 32fc results in single precision over blocks of 8192 elements, off by (min(len, 4096) / 4 + 8) * 2^-24 of
+ * the sum of the products' magnitudes at most. Products that leave the range of single precision do no harm where their
+ * sum does not.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
  * 1).

@@ -34,11 +34,11 @@ Status tevsArctan_64f_I(double* pSrcDst, int len);
  *                  scaleFactor. The Phase of integers is in radians as well: scaleFactor -13 stores it in units of
  *                  2^-13, which just holds pi in 16 bits.
  *
- * Magnitude is off by 0.86 units in the last place at most (below the normal range 1), over the whole range: it
- * overflows or underflows only where the result does. An infinite part gives infinity, whatever the other one is; NaN
- * beside a finite part gives NaN. Phase is off by 2 units, in double precision by 0.65, and follows C's atan2: (+0,
- * +-0) gives +-0, (-0, +-0) gives +-pi, infinities give multiples of pi/4, NaN gives NaN. PowerSpectr is rounded from a
- * sum in double precision, 0.5 + 2^-30 units off at most; in double precision 0.75.
+ * Magnitude is off by 1.23 units in the last place at most, over the whole range: it overflows or underflows only where
+ * the result does. An infinite part gives infinity, whatever the other one is; NaN beside a finite part gives NaN. Phase
+ * is off by 2 units, in double precision by 0.65, and follows C's atan2: (+0, +-0) gives +-0, (-0, +-0) gives +-pi,
+ * infinities give multiples of pi/4, NaN gives NaN. PowerSpectr rounds both squares and their sum, 1.25 units off at
+ * most.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <
  * 1).

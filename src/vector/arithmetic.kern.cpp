@@ -1,5 +1,6 @@
 #include "vector/arithmetic.table.h"
 
+#include "core/simd/blocks.h"
 #include "core/simd/lanes.h"
 #include "core/simd/map.h"
 #include "core/simd/real.h"
@@ -27,10 +28,52 @@ template <class T, class W, bool Spare = false, class L, class H> TEVS_INLINE au
     using S = Vec<int16_t, kCount<L>>;
     return Widened<T, W, Spare>{(W)blockLow((S)low, (S)high), (W)blockHigh((S)low, (S)high)};
 }
+TEVS_INLINE Vec<uint64_t, 2> shiftLeft64(Vec<uint64_t, 2> v, int s) { return (Vec<uint64_t, 2>)_mm_sll_epi64((__m128i)v, _mm_cvtsi32_si128(s)); }
+#if TEVS_REGISTER_BYTES >= 32
+TEVS_INLINE Vec<uint64_t, 4> shiftLeft64(Vec<uint64_t, 4> v, int s) { return (Vec<uint64_t, 4>)_mm256_sll_epi64((__m256i)v, _mm_cvtsi32_si128(s)); }
+#endif
+
 // 64-bit products of 32-bit lanes.
 template <class V> TEVS_INLINE auto products32(V a, V b) {
     using W = Vec<uint64_t, kCount<V> / 2>;
     return EvenOdd<W>{(W)mulEven(a, b), (W)mulEven(swapPairs(a), swapPairs(b))};
+}
+
+// The same where nothing is added to them: a product, of at most 2^62, leaves room for half of what is shifted out. Of the sum all that counts lies in 32 bits once it is
+// shifted, so a shift without sign will do, of odd lanes to where they are stored.
+template <class W> struct Product32 { W even, odd; };
+template <class W> TEVS_INLINE auto fit(Exact, Product32<W> x) { return packed(EvenOdd<W>{x.even, x.odd}); }
+template <class W> TEVS_INLINE Product32<W> halfAdded(Product32<W> x, int s) {
+    const auto sum = [=](W v) { return v + ones<W>(s - 1) + (shiftRight(v, s) & same<W>(1)); };
+    return {sum(x.even), sum(x.odd)};
+}
+template <class W> using Halves32 = Vec<int32_t, 2 * kCount<W>>;
+template <class W> TEVS_INLINE Halves32<W> upperWords(Product32<W> x) { return alternate((Halves32<W>)shiftRight(x.even, 32), (Halves32<W>)x.odd); }
+template <class W> TEVS_INLINE auto fit(Right by, Product32<W> x) {   // by.s <= 30
+    using S = Halves32<W>;
+    const auto sum = halfAdded(x, by.s);
+    const S q = alternate((S)shiftRight(sum.even, by.s), (S)shiftLeft64(sum.odd, 32 - by.s)), high = upperWords(sum);
+    return q >> 31 == shiftRight(high, by.s - 1) ? q : (high >> 31) ^ INT32_MAX;
+}
+// By 31 only the square of -2^31 leaves the range, and nothing but it gives these bits; by more, nothing does.
+struct Right31 {};
+struct RightFar {
+    int s;
+};
+template <class W> TEVS_INLINE auto fit(Right31, Product32<W> x) {
+    using S = Halves32<W>;
+    const auto sum = halfAdded(x, 31);
+    const S q = alternate((S)shiftRight(sum.even, 31), (S)(sum.odd + sum.odd));
+    return q ^ (q == INT32_MIN);
+}
+template <class W> TEVS_INLINE auto fit(RightFar by, Product32<W> x) { return shiftRight(upperWords(halfAdded(x, by.s)), by.s - 32); }
+template <class F> TEVS_INLINE void withScale32(int scaleFactor, F f) {
+    if (scaleFactor == 31)
+        f(Right31{});
+    else if (scaleFactor > 31)
+        f(RightFar{scaleFactor});
+    else
+        withScale(scaleFactor, f);
 }
 template <class V> TEVS_INLINE auto widened32(V v) { return products32(v, same<V>(1)); }
 template <class W> TEVS_INLINE EvenOdd<W> operator+(EvenOdd<W> a, EvenOdd<W> b) { return {a.even + b.even, a.odd + b.odd}; }
@@ -51,7 +94,8 @@ constexpr auto product = [](auto a, auto b) {
         const auto x = widened(a), y = widened(b);
         return Widened<uint8_t, Vec<uint16_t, n>>{x.low * y.low, x.high * y.high};
     } else if constexpr (sizeof(Element<V>) == 4) {
-        return products32(a, b);
+        const auto p = products32(a, b);
+        return Product32<decltype(p.even)>{p.even, p.odd};
     } else if constexpr (!Limits<V>::isSigned) {
         return joined<uint16_t, Vec<uint32_t, n>>(a * b, mulHigh(a, b));
     } else if constexpr (!Limits<decltype(a)>::isSigned) {
@@ -88,7 +132,16 @@ constexpr auto complexProduct = [](auto a, auto b) {
 // Whether an operation makes one lane of two.
 template <class Op> constexpr bool kOfPairs = false;
 template <> constexpr bool kOfPairs<decltype(complexProduct)> = true;
+template <class Op> constexpr bool kIsProduct = false;
+template <> constexpr bool kIsProduct<decltype(product)> = true;
 
+// f of the scaling, of the kinds that Op's results of type T have.
+template <class Op, class T, class F> TEVS_INLINE void withScaleOf(int scaleFactor, F f) {
+    if constexpr (sizeof(T) == 4 && kIsProduct<Op>)
+        withScale32(scaleFactor, f);
+    else
+        withScale(scaleFactor, f);
+}
 // f over the lanes, as Op goes by them or by pairs.
 template <class Op, int N, int Least, class T, class F, class... S> TEVS_INLINE void mapFor(ptrdiff_t n, T* dst, F f, const S*... s) {
     if constexpr (kOfPairs<Op>)
@@ -98,7 +151,7 @@ template <class Op, int N, int Least, class T, class F, class... S> TEVS_INLINE 
 }
 
 template <class A, class B, class Op> void scaledBinary(const A* a, const B* b, B* dst, ptrdiff_t n, int scaleFactor) {
-    withScale(scaleFactor, [=](auto scaling) {
+    withScaleOf<Op, B>(scaleFactor, [=](auto scaling) {
         mapFor<Op, kLanes<B>, kLeast<B>>(
             n, dst, [=](auto w, auto x, auto y) { return fit(scaling, Op{}(load<A, w.n>(x), load<B, w.n>(y))); }, a, b);
     });
@@ -107,7 +160,7 @@ template <class A, class B, class Op> void scaledBinary(const A* a, const B* b, 
 template <class V> TEVS_INLINE V repeated(Constant<Element<V>> c) { return alternate(same<V>(c.even), same<V>(c.odd)); }
 
 template <class T, class Op> void scaledWithConstant(const T* src, Constant<T> c, T* dst, ptrdiff_t n, int scaleFactor) {
-    withScale(scaleFactor, [=](auto scaling) {
+    withScaleOf<Op, T>(scaleFactor, [=](auto scaling) {
         mapFor<Op, kLanes<T>, kLeast<T>>(
             n, dst, [=](auto w, auto x) { return fit(scaling, Op{}(load<T, w.n>(x), repeated<Vec<T, w.n>>(c))); }, src);
     });
@@ -115,7 +168,7 @@ template <class T, class Op> void scaledWithConstant(const T* src, Constant<T> c
 
 // n real factors and n complex ones.
 void mul32s32sc(const int32_t* a, const int32_t* b, int32_t* dst, ptrdiff_t n, int scaleFactor) {
-    withScale(scaleFactor, [=](auto scaling) {
+    withScale32(scaleFactor, [=](auto scaling) {
         map<kLanes<int32_t> / 2, 2>(
             n, reinterpret_cast<LanePair<int32_t>*>(dst),
             [=](auto w, auto x, auto y) {
@@ -284,23 +337,78 @@ template <class V> TEVS_INLINE V squaredMagnitude(V y) {
     return s + swapPairs(s);
 }
 
-// In double precision no square of a single-precision number leaves the range, and none but that of 0 is 0. The reciprocals of two vectors' magnitudes are
-// one division; the second rounding that this costs is 2^-29 of a result's last bit.
+// N lanes of quotients by way of double precision, where no square of a single-precision number leaves the range, and none but that of 0 is 0. The reciprocals of two
+// vectors' magnitudes are one division; the second rounding that this costs is 2^-29 of a result's last bit.
+template <int N> TEVS_INLINE Vec<float, N> wideQuotients(const float* p, const float* q, bool& zero) {
+    constexpr int h = N / 2;
+    using V = Vec<double, h>;
+    const V x = loadWide<h>(p), xh = loadWide<h>(p + h), y = loadWide<h>(q), yh = loadWide<h>(q + h);
+    const V s = y * y, sh = yh * yh, m = blockLow(s, sh) + blockHigh(s, sh), r = 1 / m;
+    const auto v = Two{timesConjugate(x, y) * evensTwice(r), timesConjugate(xh, yh) * oddsTwice(r)};
+    if (!any(m == 0)) [[likely]]
+        return narrow(v);
+    zero = true;
+    const auto only = [](V mag, V z) { return mag == 0 ? quietNaN<V>() : z; };
+    return narrow(Two{only(evensTwice(m), v.a), only(oddsTwice(m), v.b)});
+}
+
+// x conj(y) (1 / |y|^2), each step rounded in single precision: off by 6 half units of the terms over |y|^2 at most. Where a sum of products may have overflowed or lost one the
+// quotient is found the other way, each for its own sake.
+template <class V> struct SingleQuotients {
+    V xr, xi, yr, yi;
+    V re = xr * yr + xi * yi, im = xi * yr - xr * yi, m = yr * yr + yi * yi, by = 1 / m;
+    static constexpr float kLeastPart = 0x1p-100, kMostPart = 0x1p126;   // whose reciprocals are normal
+
+    // Of the N lanes at p and q. Each vector is loaded once: of unaligned ones half the loads cross a cache line.
+    template <int N> static TEVS_INLINE SingleQuotients of(const float* p, const float* q) {
+        constexpr int second = N - kCount<V>;   // four lanes are one vector, taken twice
+        const auto x = blocksSplit(inRegister(loadAs<V>(p)), inRegister(loadAs<V>(p + second)));
+        const auto y = blocksSplit(inRegister(loadAs<V>(q)), inRegister(loadAs<V>(q + second)));
+        return {x.a, x.b, y.a, y.b};
+    }
+    TEVS_INLINE Two<V> interleaved() const { return blocksInterleaved(re * by, im * by); }
+    TEVS_INLINE bool allUsual() const {
+        const V a = abs(re), b = abs(im);
+        return all((atMost(a, atMost(b, m)) >= constant<V>(kLeastPart)) & (a + b + m <= constant<V>(kMostPart)));
+    }
+    // A part whose terms both have a factor of 0 is one, too. So is a NaN, that of both parts.
+    TEVS_INLINE auto usual() const {
+        const auto part = [](V v, V a, V b, V c, V d) {
+            const auto zero = (v == 0) & (atMost(abs(a), abs(b)) + atMost(abs(c), abs(d)) == 0);
+            return zero | ~((abs(v) < constant<V>(kLeastPart)) | (abs(v) > constant<V>(kMostPart)));
+        };
+        return (m >= constant<V>(kLeastPart)) & (m <= constant<V>(kMostPart)) & part(re, xr, yr, xi, yi) & part(im, xi, yr, xr, yi);
+    }
+};
+template <int N> using QuotientVector = Vec<float, (N > 8 ? N / 2 : 4)>;
+// The N lanes at p and q, where not all are usual. Out of line, so that nothing is kept in registers for it.
+template <int N> __attribute__((noinline)) void unusualQuotients(const float* p, const float* q, float* dst, bool& zero) {
+    using V = QuotientVector<N>;
+    constexpr int n = kCount<V>;
+    const auto single = SingleQuotients<V>::template of<N>(p, q);
+    const auto usual = single.usual();
+    Two<V> v = single.interleaved();
+    const auto pairs = blocksInterleaved(usual, usual);
+    if (any(~usual)) v = {pairs.a ? v.a : wideQuotients<n>(p, q, zero), pairs.b ? v.b : wideQuotients<n>(p + (N - n), q + (N - n), zero)};
+    store(dst, v);
+}
 bool div32fc(const float* dividend, const float* divisor, float* dst, ptrdiff_t n) {
     bool zero = false;
-    mapPairs<kFloats, 4>(
+    mapPairs<2 * kFloats, 4>(
         n, dst,
         [&](auto w, auto p, auto q) {
-            constexpr int h = w.n / 2;
-            using V = Vec<double, h>;
-            const V x = loadWide<h>(p), xh = loadWide<h>(p + h), y = loadWide<h>(q), yh = loadWide<h>(q + h);
-            const V s = y * y, sh = yh * yh, m = blockLow(s, sh) + blockHigh(s, sh), r = 1 / m;
-            const auto v = Two{timesConjugate(x, y) * evensTwice(r), timesConjugate(xh, yh) * oddsTwice(r)};
-            if (!any(m == 0)) [[likely]]
-                return narrowed(v);
-            zero = true;
-            const auto only = [](V mag, V z) { return mag == 0 ? quietNaN<V>() : z; };
-            return narrowed(Two{only(evensTwice(m), v.a), only(oddsTwice(m), v.b)});
+            using V = QuotientVector<w.n>;
+            const auto single = SingleQuotients<V>::template of<w.n>(p, q);
+            Two<V> v = single.interleaved();
+            if (!single.allUsual()) [[unlikely]] {
+                float careful[2 * kCount<V>];
+                unusualQuotients<w.n>(p, q, careful, zero);
+                v = loadTwo<float, kCount<V>>(careful);
+            }
+            if constexpr (w.n == 4)
+                return v.a;
+            else
+                return v;
         },
         dividend, divisor);
     return zero;

@@ -55,10 +55,10 @@ Status dot(const A* pSrc1, const B* pSrc2, int len, D* pDp, R (*kernel)(const A*
 
 using namespace tevs;
 
-Status tevsDotProd_32f(const float* pSrc1, const float* pSrc2, int len, float* pDp) { return dot(pSrc1, pSrc2, len, pDp, dotProd->real32f, to32f); }
+Status tevsDotProd_32f(const float* pSrc1, const float* pSrc2, int len, float* pDp) { return dot(pSrc1, pSrc2, len, pDp, dotProd->single32f, to32f); }
 Status tevsDotProd_64f(const double* pSrc1, const double* pSrc2, int len, double* pDp) { return dot(pSrc1, pSrc2, len, pDp, dotProd->real64f, asIs); }
 Status tevsDotProd_32fc(const Complex32f* pSrc1, const Complex32f* pSrc2, int len, Complex32f* pDp) {
-    return dot(pSrc1, pSrc2, len, pDp, dotProd->complex32f, to32fc);
+    return dot(pSrc1, pSrc2, len, pDp, dotProd->singleComplex32f, to32fc);
 }
 Status tevsDotProd_64fc(const Complex64f* pSrc1, const Complex64f* pSrc2, int len, Complex64f* pDp) {
     return dot(pSrc1, pSrc2, len, pDp, dotProd->complex64f, asIs);
@@ -68,7 +68,7 @@ Status tevsDotProd_32fc64fc(const Complex32f* pSrc1, const Complex32f* pSrc2, in
     return dot(pSrc1, pSrc2, len, pDp, dotProd->complex32f, asIs);
 }
 Status tevsDotProd_32f32fc(const float* pSrc1, const Complex32f* pSrc2, int len, Complex32f* pDp) {
-    return dot(pSrc1, pSrc2, len, pDp, dotProd->mixed32f, to32fc);
+    return dot(pSrc1, pSrc2, len, pDp, dotProd->singleMixed32f, to32fc);
 }
 Status tevsDotProd_32f32fc64fc(const float* pSrc1, const Complex32f* pSrc2, int len, Complex64f* pDp) {
     return dot(pSrc1, pSrc2, len, pDp, dotProd->mixed32f, asIs);

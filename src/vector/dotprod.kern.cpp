@@ -1,4 +1,4 @@
-#include "core/simd/reduce.h"
+#include "core/simd/single_sum.h"
 #include "vector/dotprod.table.h"
 
 namespace tevs::TEVS_LEVEL_NS {
@@ -21,6 +21,12 @@ template <class S, class T = S> struct Doubled {
             return interleaveLow(pairs, pairs);
         } else {
             const auto x = TEVS_LEVEL_NS::load<S, N / 2>(p);
+#if TEVS_REGISTER_BYTES >= 32
+            if constexpr (sizeof(S) == 4) {
+                const __m256 twice = _mm256_broadcast_ps((const __m128*)p);
+                return (Vec<S, N>)_mm256_permutevar_ps(twice, _mm256_setr_epi32(0, 0, 1, 1, 2, 2, 3, 3));
+            }
+#endif
             return join(interleaveLow(x, x), interleaveHigh(x, x));
         }
     }
@@ -49,7 +55,7 @@ template <bool Fused> struct ComplexProducts : Additive {
     }
     template <class V> TEVS_INLINE Complex64f finish(Two<V> s) const {
         const auto equal = foldLanes<2>(s.a, plus);
-        return {equal[0] - equal[1], sumOfLanes(s.b)};
+        return {double(equal[0]) - equal[1], sumOfLanes(s.b)};
     }
 };
 
@@ -65,6 +71,28 @@ Complex64f mixed32f(const float* a, const Complex32f* b, int n) {
 Complex64f complex32f(const Complex32f* a, const Complex32f* b, int n) {
     return reduce<kDoubles, 2, kTurns / 2>(partCount<Complex32f>(n), ComplexProducts<true>{}, WideElements<float>{partsOf(a)}, WideElements<float>{partsOf(b)});
 }
+
+double single32f(const float* a, const float* b, int n) {
+    if (n > kSingleBlock) [[unlikely]]
+        return sumOfBlocks<single32f>(n, a, b);
+    const double sum = inSingle<kTurns>(n, Products<kFusedTurns>{}, Elements<float>{a}, Elements<float>{b});
+    return stands(__builtin_fabs(sum)) ? sum : real32f(a, b, n);
+}
+TEVS_INLINE bool stands(Complex64f sum) { return stands(__builtin_fabs(sum.re) + __builtin_fabs(sum.im)); }
+Complex64f singleMixed32f(const float* a, const Complex32f* b, int n) {
+    if (n > kSingleBlock) [[unlikely]]
+        return sumOfBlocks<singleMixed32f>(n, a, b);
+    const Complex64f sum = inSingle<kTurns>(partCount<Complex32f>(n), MixedProducts<kFusedTurns>{}, Doubled<float>{a}, Elements<float>{partsOf(b)});
+    return stands(sum) ? sum : mixed32f(a, b, n);
+}
+Complex64f singleComplex32f(const Complex32f* a, const Complex32f* b, int n) {
+    if (n > kSingleBlock) [[unlikely]]
+        return sumOfBlocks<singleComplex32f>(n, a, b);
+    const Complex64f sum =
+        inSingle<kTurns / 2>(partCount<Complex32f>(n), ComplexProducts<kFusedTurns>{}, Elements<float>{partsOf(a)}, Elements<float>{partsOf(b)});
+    return stands(sum) ? sum : complex32f(a, b, n);
+}
+
 double real64f(const double* a, const double* b, int n) {
     return reduce<kDoubles, 2, kTurns>(n, Products<kFusedTurns>{}, Elements<double>{a}, Elements<double>{b});
 }
@@ -202,6 +230,9 @@ extern const DotProdKernels dotProd = {
     .real32f = real32f,
     .mixed32f = mixed32f,
     .complex32f = complex32f,
+    .single32f = single32f,
+    .singleMixed32f = singleMixed32f,
+    .singleComplex32f = singleComplex32f,
     .real64f = real64f,
     .mixed64f = mixed64f,
     .complex64f = complex64f,

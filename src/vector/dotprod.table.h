@@ -18,7 +18,7 @@ struct ComplexWideSum {
     WideSum re, im;
 };
 
-// Sums of integers are exact, those of floats are in double precision.
+// Sums of integers are exact, those of floats in double precision, or, for single-precision results, in single precision over blocks of them.
 struct DotProdKernels {
     int64_t (*real16s)(const int16_t* a, const int16_t* b, int len);
     Complex64s (*mixed16s)(const int16_t* a, const Complex16s* b, int len);
@@ -30,6 +30,9 @@ struct DotProdKernels {
     double (*real32f)(const float* a, const float* b, int len);
     Complex64f (*mixed32f)(const float* a, const Complex32f* b, int len);
     Complex64f (*complex32f)(const Complex32f* a, const Complex32f* b, int len);
+    double (*single32f)(const float* a, const float* b, int len);
+    Complex64f (*singleMixed32f)(const float* a, const Complex32f* b, int len);
+    Complex64f (*singleComplex32f)(const Complex32f* a, const Complex32f* b, int len);
     double (*real64f)(const double* a, const double* b, int len);
     Complex64f (*mixed64f)(const double* a, const Complex64f* b, int len);
     Complex64f (*complex64f)(const Complex64f* a, const Complex64f* b, int len);

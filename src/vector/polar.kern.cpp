@@ -1,5 +1,6 @@
 #include "core/complex.h"
 #include "core/simd/angle.h"
+#include "core/simd/blocks.h"
 #include "core/simd/lanes.h"
 #include "core/simd/map.h"
 #include "vector/polar.table.h"
@@ -95,57 +96,34 @@ template <class D> struct ScaledPhase {
     }
 };
 
-// re^2 + im^2, off by little more than half a unit: squares of half-length parts, and the sum's error beside the rest (Dekker).
-template <class V> TEVS_INLINE V squareSum(V re, V im) {
-    const V reHigh = upperHalf(re), imHigh = upperHalf(im), p = reHigh * reHigh, q = imHigh * imHigh;
-    const V rest = (re - reHigh) * (re + reHigh) + (im - imHigh) * (im + imHigh);
-    const V sum = p + q;
-    return sum + (((atLeast(p, q) - sum) + atMost(p, q)) + rest);
-}
+// Three rounded steps. A square that underflows or overflows costs no more than its share: the result does then, too.
+struct Power {
+    static constexpr bool kShort = true;
+    template <class V> TEVS_INLINE V operator()(Two<V> z) const { return z.a * z.a + z.b * z.b; }
+};
 
-// The root of a sum so exact is off by 1/2 + 1/(2 sqrt 2) units at most.
+// The root of a sum that is off by 1 unit, and by 1.25 in the upper half of its binade: 0.5 + 1.25 / sqrt(3) units at most.
 struct Magnitude {
     static constexpr bool kShort = true;
     template <class V> TEVS_INLINE V operator()(Two<V> z) const {
         constexpr bool wide = sizeof(z.a[0]) == 8;
-        const V s = squareSum(z.a, z.b);
+        const V s = Power()(z);
         V m = squareRoot(s);
-        const auto outside = ~((s >= constant<V>(wide ? 0x1p-900 : 0x1p-80)) & (s <= constant<V>(wide ? 0x1p1000 : 0x1p120)));
-        if (any(outside)) [[unlikely]] {
+        const auto usual = (s >= constant<V>(wide ? 0x1p-960 : 0x1p-100)) & (s <= constant<V>(wide ? 0x1.fffffffffffffp1023 : 0x1.fffffep127));
+        if (!all(usual)) [[unlikely]] {
             // The root of a true zero is right. Sums that overflow, or whose parts underflow, come from samples that a power of two brings back.
-            const auto unusual = outside & ~((V)((Bits<V>)z.a | (Bits<V>)z.b) == V{});
+            const auto unusual = ~usual & ~((V)((Bits<V>)z.a | (Bits<V>)z.b) == V{});
             if (any(unusual)) {
                 const V infinity = constant<V>(kInfinity), re = abs(z.a), im = abs(z.b);
                 const auto large = atLeast(re, im) > constant<V>(1);
                 const V down = constant<V>(wide ? 0x1p-600 : 0x1p-90), up = constant<V>(wide ? 0x1p600 : 0x1p90);
-                const V scaled = squareRoot(squareSum(re * (large ? down : up), im * (large ? down : up))) * (large ? up : down);
+                const V factor = large ? down : up;
+                const V scaled = squareRoot(Power()(Two<V>{re * factor, im * factor})) * (large ? up : down);
                 m = unusual ? scaled : m;
                 m = ((re == infinity) | (im == infinity)) ? infinity : m;
             }
         }
         return m;
-    }
-};
-
-// Rounded once in single precision, by way of double; off by little more in double.
-struct Power {
-    static constexpr bool kShort = true;
-    template <class V> TEVS_INLINE V operator()(Two<V> z) const {
-        if constexpr (sizeof(z.a[0]) == 4) {
-            return narrow(widened(z, [](auto h) TEVS_FLAT { return h.a * h.a + h.b * h.b; }));
-        } else {
-            const V s = squareSum(z.a, z.b);
-            const auto outside = ~((s >= constant<V>(0x1p-900)) & (s <= constant<V>(0x1p1000)));
-            if (!any(outside)) [[likely]]
-                return s;
-            // Where a half-length product underflows, or the sum may overflow. From 2^512 on it is infinite anyway, unless a NaN is in it.
-            const V plain = z.a * z.a + z.b * z.b, larger = atLeast(abs(z.a), abs(z.b));
-            const auto large = larger > constant<V>(1);
-            const V by = large ? constant<V>(0x1p-300) : constant<V>(0x1p300), back = large ? constant<V>(0x1p600) : constant<V>(0x1p-600);
-            const V scaled = squareSum(z.a * by, z.b * by) * back;
-            const auto finite = (larger < constant<V>(0x1p700)) & (plain == plain);
-            return outside ? finite ? scaled : plain : s;
-        }
     }
 };
 
@@ -198,33 +176,20 @@ template <class Op, class D, class... S> struct OfParts {
             eachSample(len, dst, Op(), src...);
     }
 };
+// Of interleaved samples: one permutation, of the results.
+template <class Op, class D, class Z> struct OfPairs {
+    static void kernel(const Z* src, D* dst, int len) {
+        map<kStep<Z>, kLeastStep<Z>>(
+            len, dst,
+            [](auto w, auto s) TEVS_FLAT {
+                const auto z = loadTwo<D, w.n>(partsOf(s));
+                return inOrder(Op()(blocksSplit(z.a, z.b)));
+            },
+            src);
+    }
+};
 template <class Op, class T, class Z, class D> constexpr FromParts<T, Z, D> kOfParts = {OfParts<Op, D, Z>::kernel, OfParts<Op, D, T, T>::kernel};
-
-// The squares of interleaved parts need not be taken apart before they are summed.
-TEVS_INLINE Vec<float, 4> fourPowers(const float* p) {
-#if TEVS_REGISTER_BYTES >= 32
-    const auto x = loadWide<4>(p), y = loadWide<4>(p + 4), s = x * x, t = y * y;
-    const auto power = (Vec<float, 4>)_mm256_cvtpd_ps((__m256d)(blockLow(s, t) + blockHigh(s, t)));   // 0 2 1 3
-    return __builtin_shufflevector(power, power, 0, 2, 1, 3);
-#else
-    const auto two = [](const float* q) {
-        const auto x = loadWide<2>(q), y = loadWide<2>(q + 2), s = x * x, t = y * y;
-        return blockLow(s, t) + blockHigh(s, t);
-    };
-    return narrow(Two{two(p), two(p + 4)});
-#endif
-}
-void power32fc(const Complex32f* src, float* dst, int len) {
-    map<8, 4>(
-        len, dst,
-        [](auto w, auto s) TEVS_FLAT {
-            if constexpr (w.n == 8)
-                return Two{fourPowers(&s->re), fourPowers(&s[4].re)};
-            else
-                return fourPowers(&s->re);
-        },
-        src);
-}
+template <class Op, class T, class Z> constexpr FromParts<T, Z, T> kOfPairs = {OfPairs<Op, T, Z>::kernel, OfParts<Op, T, T, T>::kernel};
 
 template <class Op, class D, class... S> struct OfSquares {
     static void kernel(const S*... src, D* dst, int len) { eachSquare(len, dst, Op(), src...); }
@@ -332,12 +297,12 @@ void arctan64f(const double* src, double* dst, int len) {
 extern const PolarKernels polar = {
     .arctan32f = arctan32f,
     .arctan64f = arctan64f,
-    .magnitude32f = kOfParts<Magnitude, float, Complex32f, float>,
+    .magnitude32f = kOfPairs<Magnitude, float, Complex32f>,
     .phase32f = kOfParts<Phase, float, Complex32f, float>,
-    .power32f = {power32fc, OfParts<Power, float, float, float>::kernel},
-    .magnitude64f = kOfParts<Magnitude, double, Complex64f, double>,
+    .power32f = kOfPairs<Power, float, Complex32f>,
+    .magnitude64f = kOfPairs<Magnitude, double, Complex64f>,
     .phase64f = kOfParts<Phase, double, Complex64f, double>,
-    .power64f = kOfParts<Power, double, Complex64f, double>,
+    .power64f = kOfPairs<Power, double, Complex64f>,
     .magnitude16s32f = kOfSquares<RootOfSquare>,
     .phase16s32f = kOfParts<Phase, int16_t, Complex16s, float>,
     .power16s32f = kOfSquares<SquareAsFloat>,

@@ -1,4 +1,4 @@
-#include "core/simd/reduce.h"
+#include "core/simd/single_sum.h"
 #include "vector/statistics.table.h"
 
 namespace tevs::TEVS_LEVEL_NS {
@@ -188,6 +188,21 @@ struct Squares {
     template <class T> using Source = typename Precise<T>::Source;
     template <class S> TEVS_INLINE static double of(ptrdiff_t n, S s) { return inDouble<SquareSum>(n, s); }
 };
+// For results in single precision.
+template <class Op> struct InDouble : Op {
+    template <class V> TEVS_INLINE double finish(V s) const { return Op::finish(s); }
+};
+TEVS_INLINE auto precise(Elements<float> s) { return WideElements<float>{s.p}; }
+TEVS_INLINE auto precise(Differences<Elements<float>> s) { return Differences<WideElements<float>>{precise(s.a), precise(s.b)}; }
+struct SingleSumAbs {
+    template <class S> TEVS_INLINE static double of(ptrdiff_t n, S s) { return inSingle<kTurns>(n, InDouble<AbsSum>{}, s); }
+};
+struct SingleSquares {
+    template <class S> TEVS_INLINE static double of(ptrdiff_t n, S s) {
+        const double sum = inSingle<kTurns>(n, InDouble<SquareSum>{}, s);
+        return stands(sum) ? sum : inDouble<SquareSum>(n, precise(s));
+    }
+};
 struct SquaresComplex {
     template <class T> using Source = typename Precise<T>::Source;
     template <class S> TEVS_INLINE static double of(ptrdiff_t n, S s) { return Squares::of(2 * n, s); }
@@ -198,6 +213,14 @@ template <class M, class T, class R, class S = typename M::template Source<Scala
     return M::of(n, Differences<S>{{partsOf(a)}, {partsOf(b)}});
 }
 template <class M, class T, class R = double> constexpr Measure<T, R> kMeasure = {one<M, T, R>, difference<M, T, R>};
+
+template <class M> double oneInBlocks(const float* src, int n) {
+    return n > kSingleBlock ? sumOfBlocks<oneInBlocks<M>>(n, src) : M::of(n, Elements<float>{src});
+}
+template <class M> double differenceInBlocks(const float* a, const float* b, int n) {
+    return n > kSingleBlock ? sumOfBlocks<differenceInBlocks<M>>(n, a, b) : M::of(n, Differences<Elements<float>>{{a}, {b}});
+}
+template <class M> constexpr Measure<float, double> kInBlocks = {oneInBlocks<M>, differenceInBlocks<M>};
 
 // ---- counts ---------------------------------------------------------------------------------------------------------------------------------
 
@@ -234,12 +257,12 @@ extern const StatisticsKernels statistics = {
     .largest32fc = kMeasure<LargestComplex, Complex32f>,
     .largest64fc = kMeasure<LargestComplex, Complex64f>,
     .sum16sAbs = {measure16<AbsSum16>, measureDistance16<DistanceSum16>},
-    .sum32fAbs = kMeasure<SumAbs, float>,
+    .sum32fAbs = kInBlocks<SingleSumAbs>,
     .sum64fAbs = kMeasure<SumAbs, double>,
     .sum32fcAbs = kMeasure<SumAbsComplex, Complex32f>,
     .sum64fcAbs = kMeasure<SumAbsComplex, Complex64f>,
     .squares16s = {measure16<SquareSum16>, measureDistance16<DistanceSquareSum16>},
-    .squares32f = kMeasure<Squares, float>,
+    .squares32f = kInBlocks<SingleSquares>,
     .squares64f = kMeasure<Squares, double>,
     .squares32fc = kMeasure<SquaresComplex, Complex32f>,
     .squares64fc = kMeasure<SquaresComplex, Complex64f>,

@@ -24,7 +24,7 @@ struct StatisticsKernels {
     Complex64f (*sum64fc)(const Complex64f* src, int len);
     float (*singleSquares32f)(const float* src, int len);
     double (*squaresAbout64f)(const double* src, int len, double mean);
-    // Largest magnitude, sum of magnitudes, sum of squares; sums in double precision. The largest magnitude of complex elements is given squared.
+    // Largest magnitude, sum of magnitudes, sum of squares; sums in double precision, but for those of blocks of single-precision reals. The largest magnitude of complex elements is given squared.
     Measure<int16_t, int32_t> largest16s;
     Measure<float, float> largest32f;
     Measure<double, double> largest64f;

@@ -93,9 +93,14 @@ TEST(DotProd, TellingCases) {
     }
 }
 
-// Sums in double precision: off by 2^-53 of the magnitudes per addition.
-constexpr auto nearly = []<class A, class B, class R>(Status (*dot)(const A*, const B*, int, R*)) {
-    reduces(dot, [=](const std::vector<A>& a, const std::vector<B>& b) {
+template <class T> std::vector<T> times(std::vector<T> v, float factor) {
+    for (size_t i = 0; i < v.size() * kParts<T>; ++i) reinterpret_cast<Part<T>*>(v.data())[i] *= factor;
+    return v;
+}
+// Of sums in double precision, off by 2^-53 of the magnitudes per addition; of those in single, by 2^-24 per addition in a lane of a block and for what is around them.
+template <bool Single>
+constexpr auto within = []<class A, class B, class R>(Status (*dot)(const A*, const B*, int, R*)) {
+    const auto want = [=](const std::vector<A>& a, const std::vector<B>& b) {
         long double sumRe = 0, sumIm = 0, magnitudes = 0;
         for (size_t i = 0; i < a.size(); ++i) {
             const auto x = complexOf<long double>(a[i]), y = complexOf<long double>(b[i]);
@@ -103,13 +108,28 @@ constexpr auto nearly = []<class A, class B, class R>(Status (*dot)(const A*, co
             sumIm += x[0] * y[1] + x[1] * y[0];
             magnitudes += std::hypot(x[0], x[1]) * std::hypot(y[0], y[1]);
         }
-        return rounded<R>({sumRe, sumIm}, magnitudes * (long double)a.size() * 0x1p-53L);
-    });
+        const auto n = (long double)a.size();
+        return rounded<R>({sumRe, sumIm}, magnitudes * (Single ? (std::min(n, 4096.0L) / 4 + 8) * 0x1p-24L : n * 0x1p-53L) + (Single ? 0x1p-150L : 0));
+    };
+    reduces(dot, want);
+    // Where the products leave the range of single precision, below it and above it, there with a sum of 0.
+    if constexpr (Single)
+        for (const float factor : {0x1p-70f, 0x1p70f}) {
+            auto a = times(randomVector<A>(50), factor);
+            auto b = times(randomVector<B>(50), factor);
+            const auto again = a;
+            const auto opposite = times(b, factor < 1 ? 1 : -1);
+            a.insert(a.end(), again.begin(), again.end());
+            b.insert(b.end(), opposite.begin(), opposite.end());
+            R got;
+            ASSERT_EQ(dot(a.data(), b.data(), 100, &got), StatusOk);
+            ASSERT_TRUE(fits(want(a, b), got));
+        }
 };
 
-TEST(DotProd, FloatSumsAreFormedInDoublePrecision) {
-    each(nearly, tevsDotProd_32f, tevsDotProd_64f, tevsDotProd_32fc, tevsDotProd_64fc, tevsDotProd_32f64f, tevsDotProd_32fc64fc, tevsDotProd_32f32fc,
-         tevsDotProd_32f32fc64fc, tevsDotProd_64f64fc);
+TEST(DotProd, FloatSums) {
+    each(within<false>, tevsDotProd_64f, tevsDotProd_64fc, tevsDotProd_32f64f, tevsDotProd_32fc64fc, tevsDotProd_32f32fc64fc, tevsDotProd_64f64fc);
+    each(within<true>, tevsDotProd_32f, tevsDotProd_32fc, tevsDotProd_32f32fc);
 }
 
 }   // namespace

@@ -218,7 +218,7 @@ template <class T> long double normOf(Kind kind, const std::vector<T>& a, const 
     }
     return kind == L2 ? std::sqrt(norm) : norm;
 }
-// Whose squares leave the range of doubles, or are zeros.
+// Whose squares leave the range of their type, or are zeros.
 template <class T, int Exponent> std::vector<T> times2To(size_t n) {
     std::vector<T> v = randomVector<T>(n);
     for (size_t i = 0; i < n * kParts<T>; ++i) {
@@ -228,7 +228,7 @@ template <class T, int Exponent> std::vector<T> times2To(size_t n) {
     return v;
 }
 
-// Of one vector and of a difference. Of floats: off by 2^-52 for each addition. Of integers: exact but for the result's rounding, and of a scaled norm the exact
+// Of one vector and of a difference. Of floats: off by 2^-52 for each addition, of those with results in single precision by 2^-24 for each in a lane of a block. Of integers: exact but for the result's rounding, and of a scaled norm the exact
 // one is scaled, or its root in double precision.
 template <class T, class R, class... Scale>
 void checkNorm(Kind kind, Status (*one)(const T*, int, R*, Scale...), Status (*difference)(const T*, const T*, int, R*, Scale...), Scale... scale) {
@@ -241,7 +241,9 @@ void checkNorm(Kind kind, Status (*one)(const T*, int, R*, Scale...), Status (*d
             return scaled<R>(s, scale...);
         } else {
             const bool exact = std::is_integral_v<T> && kind != L2;
-            return exact ? exactly(R(norm)) : rounded<R>({norm}, norm * ((long double)a.size() + 1) * 0x1p-52L);
+            const auto n = (long double)a.size();
+            const long double error = std::is_same_v<T, float> && kind != Inf ? (std::min(n, 8192.0L) / 16 + 8) * 0x1p-24L : (n + 1) * 0x1p-52L;
+            return exact ? exactly(R(norm)) : rounded<R>({norm}, norm * error);
         }
     };
     const auto sweep = [=](Make<T> a, Make<T> b) {
@@ -252,6 +254,10 @@ void checkNorm(Kind kind, Status (*one)(const T*, int, R*, Scale...), Status (*d
     };
     sweep(randomVector<T>, randomVector<T>);
     if constexpr (std::is_integral_v<T>) sweep(lowest<T>, highest);
+    if constexpr (std::is_same_v<T, float>) {
+        sweep(times2To<T, -100>, times2To<T, -100>);
+        sweep(times2To<T, 100>, times2To<T, 100>);
+    }
     if constexpr (std::is_same_v<Part<T>, double>) {
         sweep(times2To<T, -1000>, times2To<T, -1000>);
         sweep(times2To<T, 1000>, times2To<T, 1000>);
