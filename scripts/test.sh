@@ -14,7 +14,7 @@ case "${1:-}" in
     all) presets=(x86_64 i386 x86_64-asan i386-asan x86_64-tsan) ;;
     *) fail "usage: scripts/test.sh [asan|tsan|all]" ;;
 esac
-need "${kBuildPackages[@]}" "${kToolPackages[@]}" "${kPythonPackages[@]}" g++-multilib googletest pkg-config
+need "${kBuildPackages[@]}" "${kToolPackages[@]}" "${kPythonPackages[@]}" g++-multilib googletest pkg-config abigail-tools
 
 passed=0 failed=0 summary=()
 
