@@ -70,7 +70,7 @@ prove() {
         fail "the package test fails with the packages of $1: $log"
     fi
     if [[ $1 == amd64 ]]; then
-        [[ $("$root/usr/bin/tevs" dial "555 0123" - | "$root/usr/bin/tevs" detect - | tee "$log") == *0*1*2*3* ]] || fail "the packaged tool does not detect what it dials: $log"
+        [[ $("$root/usr/bin/tevs" dial "555 0123" - | "$root/usr/bin/tevs" detect - | tee "$log" | awk '!/^#/ { printf "%s", $1 }') == 5550123 ]] || fail "the packaged tool does not detect what it dials: $log"
         PYTHONPATH=$root/usr/lib/python3/dist-packages "$kPython" -c 'import numpy as np, tevs; assert (tevs.add(np.int16([32767]), np.int16([1])) == 32767).all()' ||
             fail "the packaged Python module does not work"
         apt-get -qq --simulate install "$work"/*_amd64.deb "$work"/*_all.deb > "$log" 2>&1 < /dev/null || fail "the packages cannot be installed here: $(grep '^ \|^E:' "$log" | head -n 1)"
