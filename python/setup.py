@@ -2,6 +2,8 @@
 
 The library is that of TEVS_LIBRARY_DIR (where libtevsq7.so and libtevcore.so are), else of this tree's build/x86_64, else the installed one that pkg-config knows. In the
 source tree the C side is made of the headers; a source distribution brings what was made, and the headers that it was made of.
+
+With TEVS_SYSTEM_LIBRARY in the environment the shared objects stay out of the package, for a system that has them where its loader looks.
 """
 import os
 import pathlib
@@ -15,6 +17,7 @@ from setuptools.command.build_ext import build_ext
 here = pathlib.Path(__file__).resolve().parent
 made = here / "generated"
 libraries = ["tevsq7", "tevcore"]
+bundle = "TEVS_SYSTEM_LIBRARY" not in os.environ
 
 
 def library_dir():
@@ -60,6 +63,8 @@ class build(build_ext):
         for extension in self.extensions:
             extension.library_dirs = [str(where)]
         super().run()
+        if not bundle:
+            return
         package = here if self.inplace else pathlib.Path(self.build_lib)
         bundled = package / "tevs" / "_lib"
         bundled.mkdir(parents=True, exist_ok=True)
@@ -71,7 +76,7 @@ generate()
 setup(
     version=version(),
     ext_modules=[Extension("tevs.raw", ["tevs/raw.c"], include_dirs=["generated", "generated/include"], libraries=libraries, py_limited_api=True,
-                           extra_compile_args=["-std=gnu11", "-Wall", "-Wextra"], extra_link_args=["-Wl,-rpath,$ORIGIN/_lib", "-Wl,--no-as-needed"])],
+                           extra_compile_args=["-std=gnu11", "-Wall", "-Wextra"], extra_link_args=["-Wl,-rpath,$ORIGIN/_lib", "-Wl,--no-as-needed"] if bundle else [])],
     cmdclass={"build_ext": build},
     options={"bdist_wheel": {"py_limited_api": "cp311"}},
 )

@@ -14,7 +14,7 @@ case "${1:-}" in
     all) presets=(x86_64 i386 x86_64-asan i386-asan x86_64-tsan) ;;
     *) fail "usage: scripts/test.sh [asan|tsan|all]" ;;
 esac
-need "${kBuildPackages[@]}" "${kToolPackages[@]}" "${kPythonPackages[@]}" g++-multilib googletest pkg-config
+need "${kBuildPackages[@]}" "${kToolPackages[@]}" "${kPythonPackages[@]}" g++-multilib googletest pkg-config abigail-tools
 
 passed=0 failed=0 summary=()
 
@@ -48,7 +48,9 @@ for preset in "${presets[@]}"; do
     begin=$SECONDS
     log=build/$preset.log
     mkdir -p build
-    if ! { cmake --preset "$preset" && cmake --build --preset "$preset" -- -j "$(nproc)"; } > "$log" 2>&1; then
+    static=ON
+    [[ $preset != *san ]] || static=OFF   # no sanitizer is linked statically
+    if ! { cmake --preset "$preset" -DTEVS_STATIC=$static && cmake --build --preset "$preset" -- -j "$(nproc)"; } > "$log" 2>&1; then
         grep -E -A 5 'error|Error|FAILED' "$log" | head -n 60
         record "$preset" 0 1 "does not build: $log"
         continue
