@@ -339,13 +339,13 @@ template <class D> Status convolveInBlocks(const D* pShort, int shortLen, const 
         memset(to + inside, 0, size_t(m - inside) * sizeof(T));
     };
     const auto store = [=](const T* y, ptrdiff_t n, int m) { fromStored(y, pDst + n, m, scaleFactor); };
-    o->filter(nullptr, shortLen + longLen - 1, team, load, store);
+    o->filter(nullptr, shortLen - 1 + longLen, team, load, store);
     OverlapSave<T>::destroy(o);
     return StatusOk;
 }
 
 template <class D> Status convolveAtOnce(const D* pShort, int shortLen, const D* pLong, int longLen, int scaleFactor, D* pDst) {
-    const int dstLen = shortLen + longLen - 1;
+    const int dstLen = shortLen - 1 + longLen;
     return Transform<Computed<D>>::with(dstLen, 2, [=](const auto& t) {
         auto* const y = t.spectrum(0, pLong, longLen);
         t.multiply(t.spectrum(1, pShort, shortLen), y);
@@ -361,7 +361,7 @@ template <class D> Status convolve(const D* pSrc1, int len1, const D* pSrc2, int
     NearestRounding guard;
     const bool swap = len1 > len2;
     const D *const pShort = swap ? pSrc2 : pSrc1, *const pLong = swap ? pSrc1 : pSrc2;
-    const int shortLen = std::min(len1, len2), longLen = std::max(len1, len2), dstLen = len1 + len2 - 1;
+    const int shortLen = std::min(len1, len2), longLen = std::max(len1, len2), dstLen = len1 - 1 + len2;
     if (dstLen > kLongestDirect && shortLen >= kFewestTransformed) {
         const auto byTransforms = longLen / 3 >= shortLen ? convolveInBlocks<D> : convolveAtOnce<D>;
         return byTransforms(pShort, shortLen, pLong, longLen, scaleFactor, pDst);

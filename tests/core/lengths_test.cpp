@@ -70,9 +70,9 @@ TEST_F(Lengths, ElementsInPlace) {
     p_[0] = 200;
     leaves(200, tevsFlip_8u_I(p_, n), "Flip");
     leaves(0, tevsZero_8u(p_, n), "Zero");
-    p_[1] = 3;
+    p_[n - 1] = 3;
     EXPECT_EQ(tevsMove_8u(p_ + 1, p_, n - 1), StatusOk);
-    EXPECT_EQ(p_[0], 3);
+    EXPECT_EQ(p_[n - 2], 3);   // in the piece that is there once
 }
 
 }   // namespace

@@ -58,8 +58,8 @@ template <class V> TEVS_INLINE V angleFloat(V x, V y) {
     const V ax = abs(x), ay = abs(y);
     const auto steep = ay > ax;
     V a = atMost(ax, ay), b = atLeast(ay, ax);
-    b = b == V{} ? constant<V>(1) : b;                       // not a least number, which a caller's control word may turn into 0
-    if (any(((Bits<V>)b + 0x800000) >> 31)) [[unlikely]] {   // infinities and NaN
+    b = b == V{} ? constant<V>(1) : b;                 // not a least number, which a caller's control word may turn into 0
+    if (any((Bits<V>)b > 0x7f7fffff)) [[unlikely]] {   // infinities and NaN
         const auto infinite = b == constant<V>(kInfinity);
         a = infinite ? (a == b ? constant<V>(1) : a * V{}) : a;
         b = infinite ? constant<V>(1) : b;
