@@ -109,7 +109,7 @@ struct Magnitude {
         constexpr bool wide = sizeof(z.a[0]) == 8;
         const V s = Power()(z);
         V m = squareRoot(s);
-        const auto usual = (s >= constant<V>(wide ? 0x1p-960 : 0x1p-100)) & (s <= constant<V>(wide ? 0x1.fffffffffffffp1023 : 0x1.fffffep127));
+        const auto usual = isAtMost(constant<V>(wide ? 0x1p-960 : 0x1p-100), s) & isAtMost(s, constant<V>(wide ? 0x1.fffffffffffffp1023 : 0x1.fffffep127));
         if (!all(usual)) [[unlikely]] {
             // The root of a true zero is right. Sums that overflow, or whose parts underflow, come from samples that a power of two brings back.
             const auto unusual = ~usual & ~((V)((Bits<V>)z.a | (Bits<V>)z.b) == V{});
