@@ -11,10 +11,12 @@ opens an entry on that argument, operation or matter, which goes on as long as l
 import collections
 import html.parser
 import json
+import os
 import pathlib
 import re
 import sys
 import textwrap
+import time
 import urllib.parse
 
 import cpp_header
@@ -291,7 +293,7 @@ class Rst:
 
     def page(self, header, about):
         title = f"{header.title}: {about}" if about else header.title
-        out = [f".. _{header.name}:", "", self.escape(title), "=" * 2 * len(title), "", *self.items(header.intro)]
+        out = [self.escape(title), "=" * 2 * len(title), "", *self.items(header.intro)]
         if header.name == "types":
             out += self.status_enum(header)
         for block in header.blocks:
@@ -380,10 +382,10 @@ class Man:
         for name, items in section.arguments:
             out += self.entry(name, items)
         for title, items in Rst.rules(section):
-            out += [f".Ss {title}", *self.items(items)[1:]]
-        out += [f".Ss {self.escape(o.block.title)}", *self.items(o.block.items)]
+            out += [f'.Ss "{title}"', *self.items(items)[1:]]
+        out += [f'.Ss "{self.escape(o.block.title)}"', *self.items(o.block.items)]
         if o.block.header.intro:
-            out += [f".Ss All of {o.block.header.title}", *self.items(o.block.header.intro)]
+            out += [f'.Ss "All of {o.block.header.title}"', *self.items(o.block.header.intro)]
         others = [page_name(other) for other in o.block.operations.values() if other is not o]
         out += [".Sh SEE ALSO", *(f".Xr {name} 3 ," for name in sorted(others)), ".Xr tevs 1"]
         return "\n".join(out) + "\n"
@@ -407,7 +409,7 @@ def index(found):
         for block in header.blocks:
             for o in block.operations.values():
                 operations[re.sub(r"^tev(?:_|(?=[A-Z]))|^\d+(?=[A-Z])", "", o.name)].append(o)
-    out, letter = [".. _functions:", "", "Functions, A to Z", "=================", "",
+    out, letter = ["Functions, A to Z", "=================", "",
                    "By operation; the rest of a name is its types and its form.", ""], None
     for name in sorted(operations, key=str.lower):
         if name[0].upper() != letter:
@@ -428,7 +430,7 @@ def write(headers, source, man):
     reference, pages = source / "reference", man / "man3"
     for directory in reference, pages:
         directory.mkdir(parents=True, exist_ok=True)
-    operations, date = {}, "$Mdocdate$"
+    operations, date = {}, time.strftime("%B %-d, %Y", time.gmtime(int(os.environ.get("SOURCE_DATE_EPOCH", time.time()))))
     for header, about in found:
         (reference / f"{header.name}.rst").write_text(rst.page(header, about or "names, types, statuses"))
         for block in header.blocks:
