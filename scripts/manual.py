@@ -182,13 +182,14 @@ class Section:
                      any(belongs(t, o) for t in terms(e.label) for o in others)]
         self.formulas = self.own_lines(block)
         self.text = named
-        self.arguments = []
+        arguments = {}
         for name in operation.parameters():
             for items in places:
                 found = [e for e in items if isinstance(e, Entry) and name in terms(e.label)]
                 if found:
-                    self.arguments.append((name, found[0].items))
+                    arguments.setdefault(id(found[0]), (found[0].items, []))[1].append(name)
                     break
+        self.arguments = [(", ".join(group), items) for items, group in arguments.values()]
         self.statuses = []
         if any(f.result == "Status" for f in operation.functions) and not any("Status" in t for e in named for t in flat(e.items)):
             for items in places:
