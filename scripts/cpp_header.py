@@ -64,6 +64,7 @@ class Function:
                 types.append(attached[2])
             else:
                 operation.append(token)
+        self.stem = "_".join(operation)   # as the manual writes it
         word = "".join(operation)
         word = re.sub(r"^10Log10", "Log10Times10", word)
         head = re.match(r"[A-Z]+(?=[A-Z][a-z]|$|\d)|[A-Z]", word)[0]   # an acronym, or a letter
@@ -114,10 +115,15 @@ class Function:
         return None
 
 
+def functions_of(text):
+    """The functions that a piece of a header declares, as (result, name, parameters)."""
+    return PROTOTYPE.findall(re.sub(r"\n[ \t]+", " ", re.sub(r"/\*.*?\*/", "", text, flags=re.S)))
+
+
 def read_header(path):
     """Its functions as (result, name, parameters), and the aliases of its types."""
-    text = re.sub(r"/\*.*?\*/", "", path.read_text(), flags=re.S)
-    return PROTOTYPE.findall(re.sub(r"\n[ \t]+", " ", text)), re.findall(r"^typedef (\w+) (\w+);", text, flags=re.M)
+    text = path.read_text()
+    return functions_of(text), re.findall(r"^typedef (\w+) (\w+);", text, flags=re.M)
 
 
 def declared(parameters):

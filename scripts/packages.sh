@@ -40,5 +40,7 @@ python_wheel() {
 }
 # What the command-line tool needs besides.
 kToolPackages=(libsndfile1-dev libcairo2-dev libcli11-dev)
+# What the manual is made with.
+kManualPackages=(python3 python3-sphinx python3-myst-parser libjs-sphinxdoc mandoc)
 kAbis=(x86_64 i386)
 [[ $(uname -m) == x86_64 ]] || fail "needs an x86_64 machine"

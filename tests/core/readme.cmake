@@ -1,4 +1,4 @@
-# cmake -DREADME=... -DEXAMPLE=... -DPROGRAM=... -P readme.cmake: the README quotes the example to the letter, and what it prints.
+# cmake -DREADME=... -DEXAMPLE=... -DPROGRAM=... -P readme.cmake: the README, or a page of the manual, quotes the example to the letter, and what it prints.
 file(READ ${README} readme)
 file(READ ${EXAMPLE} text)
 execute_process(COMMAND ${PROGRAM} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
