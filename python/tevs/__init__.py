@@ -3,8 +3,9 @@
     elementwise    arithmetic, elementary functions, logic, thresholds, polar form, conversion
     reductions     sums, means, norms, extremes, dot products
     transforms     FFT of any length, cosine transform, analytic signal, short-time spectra
-    filters        FIR, IIR and adaptive filters of streams; lfilter, sosfilt, upfirdn
+    filters        FIR, IIR, sparse and adaptive filters of streams; lfilter, sosfilt, upfirdn
     convolution    convolution, correlation, resampling, medians
+    search         sorting, the nearest entries of tables
     design         firwin, butter, cheby1, responses
     windows, generators, telephony, coding, wavelets
 
@@ -20,6 +21,7 @@ from .elementwise import *
 from .filters import *
 from .generators import *
 from .reductions import *
+from .search import *
 from .telephony import *
 from .transforms import *
 from .wavelets import *
