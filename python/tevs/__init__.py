@@ -9,7 +9,7 @@
     design         firwin, butter, cheby1, responses
     windows, generators, telephony, coding, wavelets
 
-raw has every C function under its own name.
+dask, which needs Dask and is imported by itself, has the long ones over Dask arrays and folders of recordings. raw has every C function under its own name.
 """
 
 from . import raw
