@@ -3,12 +3,13 @@
     elementwise    arithmetic, elementary functions, logic, thresholds, polar form, conversion
     reductions     sums, means, norms, extremes, dot products
     transforms     FFT of any length, cosine transform, analytic signal, short-time spectra
-    filters        FIR, IIR and adaptive filters of streams; lfilter, sosfilt, upfirdn
+    filters        FIR, IIR, sparse and adaptive filters of streams; lfilter, sosfilt, upfirdn
     convolution    convolution, correlation, resampling, medians
+    search         sorting, the nearest entries of tables
     design         firwin, butter, cheby1, responses
     windows, generators, telephony, coding, wavelets
 
-raw has every C function under its own name.
+dask, which needs Dask and is imported by itself, has the long ones over Dask arrays and folders of recordings. raw has every C function under its own name.
 """
 
 from . import raw
@@ -20,6 +21,7 @@ from .elementwise import *
 from .filters import *
 from .generators import *
 from .reductions import *
+from .search import *
 from .telephony import *
 from .transforms import *
 from .wavelets import *

@@ -131,6 +131,16 @@ def medfilt(volume: ArrayLike, kernel_size: int = 3) -> Array:
     return median_filter(padded, kernel_size)[kernel_size // 2:kernel_size // 2 + a.size].copy()
 
 
+def _polyphase_taps(where: str, window: Any, up: int, down: int, dtype: np.dtype[Any]) -> Array:
+    """The low-pass at `up` times the rate of samples of a type: of a window, or as given."""
+    if isinstance(window, (list, np.ndarray)):
+        taps = np.asarray(window)
+        if taps.ndim != 1 or not taps.size:
+            raise ValueError(f"{where}: window: shape {taps.shape}, needs a vector")
+        return taps
+    return firwin(20 * max(up, down) + 1, 1 / max(up, down), window).astype(np.float32 if dtype in (np.float32, np.complex64) else np.float64)
+
+
 def resample_poly(x: ArrayLike, up: int, down: int, axis: int = 0, window: Any = ("kaiser", 5.0)) -> Array:
     """x at up / down times its rate, filtered in polyphase form by a window's low-pass or by given taps, as scipy.signal.resample_poly.
 
@@ -146,14 +156,8 @@ def resample_poly(x: ArrayLike, up: int, down: int, axis: int = 0, window: Any =
     axis = axis_of(where, signal, axis)
     if up == down == 1:
         return signal.copy()
-    if isinstance(window, (list, np.ndarray)):
-        taps = np.asarray(window)
-        if taps.ndim != 1 or not taps.size:
-            raise ValueError(f"{where}: window: shape {taps.shape}, needs a vector")
-        half = (taps.size - 1) // 2
-    else:
-        half = 10 * max(up, down)
-        taps = firwin(2 * half + 1, 1 / max(up, down), window).astype(np.float32 if signal.dtype in (np.float32, np.complex64) else np.float64)
+    taps = _polyphase_taps(where, window, up, down, signal.dtype)
+    half = (taps.size - 1) // 2
     # Zeros in front bring the middle of the filter to a multiple of `down`: a whole number of outputs late.
     front = down - half % down
     taps = np.concatenate([np.zeros(front, taps.dtype), taps * taps.dtype.type(up)])

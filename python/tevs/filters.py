@@ -87,6 +87,9 @@ class FIR(_Stream):
     dtype is that of the samples: float32, float64, complex64, complex128, int16, int32, complex_int16, complex_int32; by default that of the taps. Double-precision taps
     keep their precision with all of these. channels=k filters the rows of k x n blocks, each by itself. One thread at a time; another one waits.
 
+    method "auto" takes long filters by FFT where blocks are long, which is quicker; "direct" sums every output in one order, so that a stream gives the same bits
+    wherever it is cut into blocks. Between rates all filters are direct.
+
     >>> fir = FIR([0.5, 0.5], np.float32)
     >>> fir.process(np.array([2, 4, 6], np.float32))
     array([1., 3., 5.], dtype=float32)
@@ -94,11 +97,14 @@ class FIR(_Stream):
     array([7.], dtype=float32)
     """
 
-    def __init__(self, taps: ArrayLike, dtype: DTypeLike = None, up: int = 1, down: int = 1, up_phase: int = 0, down_phase: int = 0, channels: int | None = None) -> None:
+    def __init__(self, taps: ArrayLike, dtype: DTypeLike = None, up: int = 1, down: int = 1, up_phase: int = 0, down_phase: int = 0, channels: int | None = None,
+                 method: str = "auto") -> None:
         h = np.asarray(taps)
         if dtype is None:
             dtype = h.dtype if h.dtype.kind in "fc" else np.float64
         super().__init__("tevs.FIR", np.dtype(dtype), channels, up, down)
+        if method not in ("auto", "direct"):
+            raise ValueError(f"tevs.FIR: method: {method!r}, needs 'auto' or 'direct'")
         if h.ndim != 1 or not h.size:
             raise ValueError(f"tevs.FIR: taps: shape {h.shape}, needs a vector")
         h = self._taps = _taps_for("tevs.FIR", h, self.dtype)
@@ -108,9 +114,16 @@ class FIR(_Stream):
         self._set_delay, self._get_delay = named(f"tevsFIRSetDlyLine{pair}", "tevs.FIR"), named(f"tevsFIRGetDlyLine{pair}", "tevs.FIR")
         self._set_taps = named(f"tevsFIRSetTaps{pair}", "tevs.FIR")
         multirate = (up, down, up_phase, down_phase) != (1, 1, 0, 0)
-        init = named(f"tevsFIR{'MR' if multirate else ''}InitAlloc{pair}", "tevs.FIR")
+        if multirate:
+            arguments, init = (h, h.size, up, up_phase, down, down_phase, None), named(f"tevsFIRMRInitAlloc{pair}", "tevs.FIR")
+        elif method == "auto":
+            arguments, init = (h, h.size, None), named(f"tevsFIRInitAlloc{pair}", "tevs.FIR")
+        else:   # a record in memory of the caller's has no transform
+            size = np.empty(1, np.int32)
+            named(f"tevsFIRGetStateSize{pair}", "tevs.FIR")(h.size, size)
+            arguments, init = (h, h.size, None), lambda *given: named(f"tevsFIRInit{pair}", "tevs.FIR")(*given, np.empty(size[0], np.uint8))
         for _ in range(channels or 1):
-            self._records.append(init(h, h.size, up, up_phase, down, down_phase, None) if multirate else init(h, h.size, None))
+            self._records.append(init(*arguments))
 
     def __enter__(self) -> FIR:
         return self
@@ -265,6 +278,142 @@ class LMS:
         self.close()
 
 
+class _Sparse:
+    """A record in memory of Python's, and the blocks of a stream of float32 samples through it."""
+
+    def __init__(self, where: str, filter: Any, record: Any) -> None:
+        self._where, self._filter, self._record = where, filter, record
+
+    def process(self, x: ArrayLike, out: Array | None = None) -> Array:
+        """The next block of the stream, of any length."""
+        where, a = self._where + ".process", array(x)
+        if a.dtype != np.float32:
+            raise TypeError(f"{where}: x: {type_name(a.dtype)}, needs float32")
+        if a.ndim != 1:
+            raise ValueError(f"{where}: x: shape {a.shape}, needs (n,)")
+        result = np.empty(a.shape, np.float32) if out is None else checked_out(where, out, a.shape, a.dtype)
+        if a.size:
+            call(where, self._filter, result, a, result, a.size, self._record)
+        return result
+
+    def close(self) -> None:
+        """Calls are refused from now on."""
+        self._record.close()
+
+    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
+        self.close()
+
+
+def _sparse_taps(where: str, taps: ArrayLike, delays: ArrayLike) -> tuple[Array, Array]:
+    h, d = np.ascontiguousarray(taps, np.float32), np.asarray(delays)
+    if h.ndim != 1 or h.shape != d.shape:
+        raise ValueError(f"{where}: taps, delays: shapes {h.shape} and {d.shape}, need vectors of one length")
+    if d.size and d.dtype.kind not in "iu":
+        raise TypeError(f"{where}: delays: {d.dtype}, needs integers")
+    if d.size and (d.min() < 0 or d.max() >= 2**31):
+        raise ValueError(f"{where}: delays: need to be 0 .. 2**31-1")
+    return h, d.astype(np.int32)
+
+
+class SparseFIR(_Sparse):
+    """An FIR filter given by its taps that are not zero and their delays, which rise: y[n] = sum of taps[k] x[n - delays[k]]; float32. Its cost follows the taps given.
+
+    >>> SparseFIR([1, 0.5], [0, 2]).process(np.array([1, 0, 0, 0], np.float32))
+    array([1. , 0. , 0.5, 0. ], dtype=float32)
+    """
+
+    def __init__(self, taps: ArrayLike, delays: ArrayLike) -> None:
+        where = "tevs.SparseFIR"
+        h, d = _sparse_taps(where, taps, delays)
+        if not h.size:
+            raise ValueError(f"{where}: taps: needs at least one")
+        size = np.empty(1, np.int32)
+        raw.tevsFIRSparseGetStateSize_32f(h.size, int(d[-1]), size)
+        super().__init__(where, raw.tevsFIRSparse_32f, raw.tevsFIRSparseInit_32f(h, d, h.size, None, np.empty(size[0], np.uint8)))
+
+    def __enter__(self) -> SparseFIR:
+        return self
+
+
+class SparseIIR(_Sparse):
+    """A recursive filter given by its taps that are not zero: y[n] = sum of b[k] x[n - p[k]] - sum of a[k] y[n - q[k]], with p from 0 and q from 1 on, rising; float32.
+
+    >>> SparseIIR([1], [0], [-0.5], [2]).process(np.array([1, 0, 0, 0, 0], np.float32))
+    array([1.  , 0.  , 0.5 , 0.  , 0.25], dtype=float32)
+    """
+
+    def __init__(self, b: ArrayLike, p: ArrayLike, a: ArrayLike, q: ArrayLike) -> None:
+        where = "tevs.SparseIIR"
+        (forward, delays), (feedback, feedback_delays) = _sparse_taps(where, b, p), _sparse_taps(where, a, q)
+        if not forward.size:
+            raise ValueError(f"{where}: b: needs at least one")
+        size = np.empty(1, np.int32)
+        raw.tevsIIRSparseGetStateSize_32f(forward.size, feedback.size, int(delays[-1]), int(feedback_delays[-1]) if feedback.size else 0, size)
+        super().__init__(where, raw.tevsIIRSparse_32f, raw.tevsIIRSparseInit_32f(
+            np.concatenate([forward, feedback]), np.concatenate([delays, feedback_delays]), forward.size, feedback.size, None, np.empty(size[0], np.uint8)))
+
+    def __enter__(self) -> SparseIIR:
+        return self
+
+
+class MultirateLMS:
+    """An adaptive FIR filter from one rate to another that follows a reference at the new one: equalisers, echo cancellers; float32 or complex64.
+
+    norm > 0 divides the step mu by norm plus the power of the samples. An iteration takes `down` samples and gives `up`.
+
+    >>> x = np.sign(np.sin(np.arange(4000) ** 2)).astype(np.float32)
+    >>> lms = MultirateLMS(2, 0.02, down=2)
+    >>> y = lms.process(x, 0.5 * x[::2])
+    >>> bool(np.allclose(lms.taps, [0.5, 0], atol=1e-3))
+    True
+    """
+
+    def __init__(self, taps: int | ArrayLike, mu: float, dtype: DTypeLike = np.float32, up: int = 1, down: int = 1, norm: float = 0, up_phase: int = 0, down_phase: int = 0) -> None:
+        where = "tevs.MultirateLMS"
+        self.dtype, self.mu, self.norm, self.up, self.down = np.dtype(dtype), mu, norm, up, down
+        letters = code(dtype, where)
+        if letters not in ("32f", "32fc"):
+            raise TypeError(f"{where}: dtype: {type_name(self.dtype)}, needs float32 or complex64")
+        start = None if isinstance(taps, int) else np.ascontiguousarray(taps, self.dtype)
+        self._length = taps if isinstance(taps, int) else start.size   # type: ignore[union-attr]
+        self._filter, self._get = named(f"tevsFIRLMSMR_{letters}", where), named(f"tevsFIRLMSMRGetTaps_{letters}", where)
+        self._record = named(f"tevsFIRLMSMRInitAlloc_{letters}", where)(start, self._length, up, up_phase, down, down_phase, None)
+
+    def process(self, x: ArrayLike, reference: ArrayLike, out: Array | None = None) -> Array:
+        """The next block, and the taps moved on after every iteration: a multiple of `down` samples, and as many times `up` of the reference and of the result."""
+        where = "tevs.MultirateLMS.process"
+        a, r = array(x), array(reference)
+        for name, v in (("x", a), ("reference", r)):
+            if v.dtype != self.dtype:
+                raise TypeError(f"{where}: {name}: {type_name(v.dtype)}, needs {type_name(self.dtype)}")
+        if a.ndim != 1 or a.size % self.down:
+            raise ValueError(f"{where}: x: shape {a.shape}, needs a vector of a multiple of {self.down}")
+        iterations = a.size // self.down
+        if r.shape != (iterations * self.up,):
+            raise ValueError(f"{where}: reference: shape {r.shape}, needs {(iterations * self.up,)}")
+        result = np.empty(r.shape, self.dtype) if out is None else checked_out(where, out, r.shape, self.dtype)
+        if iterations:
+            call(where, self._filter, result, a, r, result, iterations, self.mu, self.norm, self._record)
+        return result
+
+    @property
+    def taps(self) -> Array:
+        """The taps as they are now."""
+        taps = np.empty(self._length, self.dtype)
+        self._get(self._record, taps)
+        return taps
+
+    def close(self) -> None:
+        """Gives the memory back."""
+        self._record.close()
+
+    def __enter__(self) -> MultirateLMS:
+        return self
+
+    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
+        self.close()
+
+
 def _common(*arrays: ArrayLike) -> np.dtype[Any]:
     """The type in which SciPy would filter."""
     return np.result_type(*(floating(a).dtype for a in arrays))
@@ -393,4 +542,4 @@ def upfirdn(h: ArrayLike, x: ArrayLike, up: int = 1, down: int = 1, axis: int = 
     return back(np.ascontiguousarray(out[:, :count]), signal.shape, axis)
 
 
-__all__ = ["FIR", "IIR", "LMS", "lfilter", "sosfilt", "upfirdn"]
+__all__ = ["FIR", "IIR", "LMS", "MultirateLMS", "SparseFIR", "SparseIIR", "lfilter", "sosfilt", "upfirdn"]

@@ -10,7 +10,7 @@ import numpy as np
 from numpy.typing import ArrayLike
 
 from . import raw
-from ._core import Array, along, array, axis_of, call, complex_int16, complex_int64, type_name
+from ._core import Array, along, array, axis_of, back, call, complex_int16, complex_int64, type_name
 
 _f4, _f8, _c8, _c16, _i2, _i4 = (np.dtype(t) for t in ("f4", "f8", "c8", "c16", "i2", "i4"))
 
@@ -97,6 +97,27 @@ def norm(x: ArrayLike, ord: float = 2, axis: int | None = None) -> Any:
     if ord not in _NORM:
         raise ValueError(f"tevs.norm: ord: {ord!r}, needs 1, 2 or inf")
     return _reduce("norm", _NORM[ord], x, axis)
+
+
+def levels(x: ArrayLike, every: int, axis: int = -1) -> tuple[Array, Array]:
+    """Peak and root mean square of each stretch of `every` samples along an axis; the last one may be shorter.
+
+    >>> levels(np.array([3.0, -4, 1, 1]), 2)
+    (array([4., 1.]), array([3.53553391, 1.        ]))
+    """
+    where = "tevs.levels"
+    a = array(x)
+    if every < 1:
+        raise ValueError(f"{where}: every: {every}, needs at least 1")
+    axis = axis_of(where, a, axis)
+    if not a.shape[axis]:
+        raise ValueError(f"{where}: x: the axis is empty")
+    rows = along(a, axis)
+    places = range(0, rows.shape[1], every)
+    peaks, means = ([[_reduce("levels", _NORM[order], row[n:n + every], None) for n in places] for row in rows] for order in (np.inf, 2))
+    peak, mean = np.array(peaks), np.array(means)
+    lengths = np.minimum(every, rows.shape[1] - np.array(places))
+    return back(peak, a.shape, axis), back((mean / np.sqrt(lengths)).astype(mean.dtype), a.shape, axis)
 
 
 def max(x: ArrayLike, axis: int | None = None) -> Any:
