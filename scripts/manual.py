@@ -256,7 +256,7 @@ class Rst:
 
     @staticmethod
     def escape(text):
-        return re.sub(r"([^\w\s])", r"\\\1", text)
+        return re.sub(r"([^\w\s]|_)", r"\\\1", text)
 
     def linked(self, m):
         word = m[0]
