@@ -191,7 +191,7 @@ def cluster():
     """The scheduler and two workers of a process each, as a user's commands would start them."""
     distributed = pytest.importorskip("distributed", reason="python3-distributed is not installed")
     with dask.config.set({"distributed.scheduler.allowed-failures": 3}):
-        with distributed.LocalCluster(n_workers=2, threads_per_worker=1, processes=True, dashboard_address=None) as local, distributed.Client(local) as client:
+        with distributed.LocalCluster(n_workers=2, threads_per_worker=1, processes=True, dashboard_address=":0") as local, distributed.Client(local) as client:
             client.upload_file(__file__)   # the functions of this test
             yield client
 
