@@ -196,6 +196,7 @@ def cluster():
             yield client
 
 
+@pytest.mark.skipif("TEVS_TEST_CLUSTER" not in os.environ, reason="starts worker processes: set TEVS_TEST_CLUSTER to run it")
 def test_cluster_and_a_worker_killed(cluster, tmp_path):
     signals = recordings(tmp_path / "in", 3, 300000)
     found = td.read(tmp_path / "in", chunk=20000)

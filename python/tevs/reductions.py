@@ -117,7 +117,7 @@ def levels(x: ArrayLike, every: int, axis: int = -1) -> tuple[Array, Array]:
     peaks, means = ([[_reduce("levels", _NORM[order], row[n:n + every], None) for n in places] for row in rows] for order in (np.inf, 2))
     peak, mean = np.array(peaks), np.array(means)
     lengths = np.minimum(every, rows.shape[1] - np.array(places))
-    return back(peak, a.shape, axis), back((mean / np.sqrt(lengths)).astype(mean.dtype), a.shape, axis)
+    return back(peak, a.shape, axis), back((mean / np.sqrt(lengths)).astype(peak.dtype), a.shape, axis)
 
 
 def max(x: ArrayLike, axis: int | None = None) -> Any:
