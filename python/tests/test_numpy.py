@@ -3,6 +3,7 @@ import doctest
 import importlib
 import pathlib
 import re
+import wave
 
 import numpy as np
 import pytest
@@ -249,8 +250,16 @@ def test_wavelet_transform_is_undone(family, taps, extension):
 
 
 @pytest.mark.parametrize("readme", ["README.md", "../README.md"])
-def test_readme(readme):
+def test_readme(readme, tmp_path, monkeypatch):
     text = (pathlib.Path(__file__).parent.parent / readme).read_text()
+    if "tevs.dask" in text:
+        pytest.importorskip("dask.array", reason="python3-dask is not installed")
+    monkeypatch.chdir(tmp_path)
+    for folder in ("recordings", "narrow"):
+        (tmp_path / folder).mkdir()
+    with wave.open("recordings/one.wav", "wb") as file:
+        file.setparams((1, 2, 48000, 0, "NONE", ""))
+        file.writeframes(samples("i2").tobytes())
     names = {"x": samples("f8", 4800), "a": samples("i2")}
     for block in re.findall(r"```python\n(.*?)```", text, flags=re.S):
         exec(block, names)
