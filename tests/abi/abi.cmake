@@ -1,6 +1,6 @@
 # cmake -DABIDIFF=... -DPYTHON=... -DCC=... -DINCLUDE=... -DWORK=... -DBITS=... -P abi.cmake
 #
-# What is added is no break; what is gone or changed is. tests/abi/interface.h is renewed by `interface.py describe` when a release has added to the interface.
+# What is added is no break; what is gone or changed is. tests/abi/interface.txt is renewed by `interface.py describe` when a release has added to the interface.
 foreach(tool ABIDIFF PYTHON)
     if(NOT ${tool})
         message("skipped: no ${tool} on this machine (packages abigail-tools, python3)")
@@ -9,10 +9,10 @@ foreach(tool ABIDIFF PYTHON)
 endforeach()
 file(MAKE_DIRECTORY ${WORK})
 set(script ${CMAKE_CURRENT_LIST_DIR}/interface.py)
-execute_process(COMMAND ${PYTHON} ${script} describe ${INCLUDE} OUTPUT_FILE ${WORK}/now.h COMMAND_ERROR_IS_FATAL ANY)
-file(COPY_FILE ${CMAKE_CURRENT_LIST_DIR}/interface.h ${WORK}/committed.h)
+execute_process(COMMAND ${PYTHON} ${script} describe ${INCLUDE} OUTPUT_FILE ${WORK}/now.txt COMMAND_ERROR_IS_FATAL ANY)
+file(COPY_FILE ${CMAKE_CURRENT_LIST_DIR}/interface.txt ${WORK}/committed.txt)
 foreach(side committed now)
-    execute_process(COMMAND ${PYTHON} ${script} library ${WORK}/${side}.h ${WORK}/${side}.c COMMAND_ERROR_IS_FATAL ANY)
+    execute_process(COMMAND ${PYTHON} ${script} library ${WORK}/${side}.txt ${WORK}/${side}.c COMMAND_ERROR_IS_FATAL ANY)
     execute_process(COMMAND ${CC} -m${BITS} -g -w -fPIC -shared ${WORK}/${side}.c -o ${WORK}/${side}.so COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
 execute_process(COMMAND ${ABIDIFF} --no-added-syms ${WORK}/committed.so ${WORK}/now.so RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)

@@ -1,15 +1,13 @@
 #!/usr/bin/env python3
 """The interface that binaries see, as text that can be reviewed, and as something that abidiff can read.
 
-    interface.py describe HEADERS       prints the types and prototypes of the public headers, each function on a line
+    interface.py describe HEADERS       prints the types of the public headers, and of the functions their types and, by these, their names
     interface.py library TEXT SOURCE    writes a C program that defines what TEXT, the output of the former, declares
 """
 import pathlib
 import re
 import sys
-
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent.parent / "scripts"))
-import cpp_header  # noqa: E402
+import textwrap
 
 
 def statements(text):
@@ -24,12 +22,18 @@ def statements(text):
 
 
 def describe(headers):
-    print("/* The types and functions that programs are built with, of this major version: made of the public headers by interface.py. */\n#include <stdint.h>")
     families = re.findall(r'#include "(tevs/\w+\.h)"', (headers / "tevs.h").read_text())
+    functions = {}
     for header in ["tevs/types.h", *(f for f in families if f != "tevs/types.h"), "tevcore.h"]:
-        print(f"\n/* {header} */")
         for statement in statements((headers / header).read_text()):
-            print(statement)
+            function = re.fullmatch(r"([^(]*?)(\w+)\(([^()]*)\);", statement)
+            if not function or statement.startswith("typedef"):
+                print(statement)
+                continue
+            types = ", ".join(re.sub(r"\s*\b\w+$", "", p.strip()) or p.strip() for p in function[3].split(","))
+            functions.setdefault(f"{function[1].strip()} ({types})", []).append(function[2])
+    for kind, names in functions.items():
+        print(textwrap.fill(f"{kind}: {' '.join(names)};", 160, subsequent_indent="    ", break_long_words=False, break_on_hyphens=False))
 
 
 def library(text, source):
@@ -37,13 +41,13 @@ def library(text, source):
     out = ["#include <stdint.h>\n"]
     for statement in statements(text):
         constants = re.match(r"enum \{\s*(\w+)", statement)
-        function = cpp_header.PROTOTYPE.match(statement)
+        functions = re.fullmatch(r"([^(]*) (\([^()]*\)): (.*);", statement)
         variable = re.match(r"extern (.*);", statement)
         if constants:
             name = f"constants_{constants[1]}"
             out.append(f"{statement.replace('enum', f'enum {name}', 1)}\nvoid {name}(enum {name} value) {{}}\n")
-        elif function:
-            out.append(f"{statement[:-1]} {{ __builtin_unreachable(); }}\n")
+        elif functions:
+            out += (f"{functions[1]} {name}{functions[2]} {{ __builtin_unreachable(); }}\n" for name in functions[3].split())
         elif variable:
             out.append(f"{variable[1]} = 0;\n")
         else:
