@@ -2,15 +2,20 @@
 # scripts/bench.sh [FILTER]
 #
 # Builds and runs the benchmarks: 64-bit beside the peers that Debian packages, 32-bit beside plain loops and FFTW. FILTER is a regular expression over
-# row names <operation>/<who>/<size>. Writes bench-out/<abi>.csv, bench-out/<abi>-ratios.csv and a plot of each operation. The 32-bit tables have, as
-# after256, each row's time in a process in which another library has run 256-bit code, over its time in a clean one.
+# row names <operation>/<who>/<size>. Five repetitions of each row, in random order within a program, give its least time and how far from it the others
+# lie. Writes bench-out/<abi>.csv, <abi>-ratios.csv and a plot of each operation; with TEVS_LEVEL set, <abi>-level<N>. The 32-bit tables have, as after256,
+# each row's time in a process in which another library has run 256-bit code, over its time in a clean one. Afterwards
+#
+#     scripts/bench_tables.py --document docs/performance.md
+#
+# renews the tables of the documentation.
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit 1
 source scripts/packages.sh
 
 filter=${1:-.}
 out=bench-out
-need "${kBuildPackages[@]}" g++-multilib gnuplot-nox libbenchmark-dev libfftw3-dev libvolk2-dev libliquid-dev libspeexdsp-dev libsleef-dev libspandsp-dev libgsl-dev libosmocore-dev libhwy-dev
+need "${kBuildPackages[@]}" python3 g++-multilib gnuplot-nox libbenchmark-dev libfftw3-dev libvolk2-dev libliquid-dev libspeexdsp-dev libsleef-dev libspandsp-dev libgsl-dev libosmocore-dev libhwy-dev
 mkdir -p build "$out"
 
 # The 32-bit libraries of Google Benchmark and FFTW have no package here: they are built from Debian's source packages, fetched with an index of its own.
@@ -53,49 +58,34 @@ build() {
     fi
 }
 
-# measure <abi> <preset>: every program's rows, the median of five repetitions each, under a heading that says where.
+# measure <abi> <preset>: every program's rows, under a heading that says where.
 measure() {
-    local abi=$1 preset=$2 csv=$out/$1.csv program rows
+    local abi=$1 preset=$2 name=$1${TEVS_LEVEL:+-level$TEVS_LEVEL} runs=$out/$1${TEVS_LEVEL:+-level$TEVS_LEVEL}-runs.csv program
     {
         echo "# machine: $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1), $(nproc) processors"
         echo "# compiler: $(c++ --version | head -n 1)"
-        echo "# flags: $abi; library -O2, kernels -O3 at each SIMD level; plain loops -O3 with finite math $([[ $abi == i386 ]] && echo '-mavx2 -mfma on 128 bits' || echo -march=x86-64-v3)"
-        echo "# TEVS_LEVEL: ${TEVS_LEVEL:-not set}; one thread; median of 5"
-        echo "operation,who,size,ns_per_element"
-    } > "$csv"
+        echo "# ABI: $([[ $abi == i386 ]] && echo 32-bit || echo 64-bit)"
+        echo "# flags: library -O2, kernels -O3 at each SIMD level; plain loops -O3 with finite math for level $plain"
+        echo "# threads: 1"
+    } > "$runs"
     for program in build/"$preset"/bin/*_bench; do
         [[ -x $program ]] || continue
         echo "== $abi $(basename "$program")"
-        rows=$(OMP_NUM_THREADS=1 TEVS_BENCH_AFTER256=1 taskset -c "$(($(nproc) - 1))" "$program" --benchmark_filter="$filter" --benchmark_min_time=0.02 --benchmark_repetitions=5 \
-            --benchmark_report_aggregates_only=true --benchmark_format=csv 2> build/bench.err < /dev/null) || fail "$program: $(tail -n 1 build/bench.err)"
+        OMP_NUM_THREADS=1 TEVS_BENCH_AFTER256=1 taskset -c "${TEVS_BENCH_CPU:-$(($(nproc) - 1))}" "$program" --benchmark_filter="$filter" --benchmark_min_time=0.02 \
+            --benchmark_repetitions=5 --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only=false --benchmark_format=csv \
+            > "$out/$name-program.csv" 2> "$out/$name-program.err" < /dev/null || fail "$program: $(tail -n 1 "$out/$name-program.err")"
+        grep -q '^# level: ' "$runs" || sed -n 's/^tevs_level: /# level: /p' "$out/$name-program.err" >> "$runs"
         # name,iterations,real_time,cpu_time,time_unit,bytes_per_second,items_per_second,...
-        awk -F, '/_median"/ {
-            gsub(/"/, "", $1); sub(/_median$/, "", $1)
-            if (split($1, part, "/") >= 3 && $7 > 0) printf "%s,%s,%s,%.4g\n", part[1], part[2], part[3], 1e9 / $7
-        }' <<< "$rows" >> "$csv"
+        awk -F, '{
+            gsub(/"/, "", $1)
+            if (split($1, part, "/") >= 3 && $1 !~ /_(mean|median|stddev|cv)$/ && $7 > 0) printf "%s,%s,%s,%.5g\n", part[1], part[2], part[3], 1e9 / $7
+        }' "$out/$name-program.csv" >> "$runs"
     done
-    grep -q '^[^#].*,tevs,' "$csv" || { echo "no row matches $filter"; return 1; }
-    ratios "$abi"
-    plot "$abi"
+    rm -f "$out/$name-program".*
+    python3 scripts/bench_tables.py "$runs" "$name" && plot "$name"
 }
 
-# ratios <abi>: how much faster than the fastest other one, what part of the load and store limit, and how much slower after 256-bit code.
-ratios() {
-    grep -v '^#' "$out/$1.csv" | awk -F, '
-        NR == 1 { print "operation,size,ns_per_element,best_other,ratio,of_limit,after256"; next }
-        { key = $1 "," $3; if (!(key in seen)) { seen[key]; order[++keys] = key } }
-        $2 == "tevs" { own[key] = $4; next }
-        $2 == "limit" { limit[key] = $4; next }
-        $2 == "after256" { after[key] = $4; next }
-        !(key in best) || $4 < best[key] { best[key] = $4; who[key] = $2 }
-        END { for (i = 1; i <= keys; ++i) { key = order[i]
-              if (key in own && key in best)
-                  printf "%s,%s,%s,%.2f,%s,%s\n", key, own[key], who[key], best[key] / own[key],
-                         key in limit ? sprintf("%.0f%%", 100 * limit[key] / own[key]) : "", key in after ? sprintf("%.2f", after[key] / own[key]) : "" } }' > "$out/$1-ratios.csv"
-    awk -F, '{ printf "%-32s %9s %15s  %-12s %6s %9s %9s\n", $1, $2, $3, $4, $5, $6, $7 }' "$out/$1-ratios.csv"
-}
-
-# plot <abi>: one picture for each operation, a line for each implementation.
+# plot <name>: one picture for each operation, a line for each implementation.
 plot() {
     local operation who lines style
     while read -r operation; do
@@ -133,11 +123,13 @@ plot() {
     done < <(grep -v '^#' "$out/$1.csv" | awk -F, 'NR > 1 { print $1 }' | sort -u)
 }
 
-build bench
+plain=2
+[[ ${TEVS_LEVEL:-} != 1 ]] || plain=1
+build bench -DTEVS_PLAIN_LEVEL="$plain"
 measure x86_64 bench || exit 1
 if source_of benchmark; then
     fftw_i386 || echo "no FFTW in the 32-bit rows: build/fftw3-source/log*"
-    build bench-i386 -DTEVS_BENCHMARK_SOURCE="$PWD/build/benchmark-source" -DTEVS_PEERS_I386="$PWD/build/fftw-i386"
+    build bench-i386 -DTEVS_PLAIN_LEVEL="$plain" -DTEVS_BENCHMARK_SOURCE="$PWD/build/benchmark-source" -DTEVS_PEERS_I386="$PWD/build/fftw-i386"
     measure i386 bench-i386
 else
     echo "no 32-bit benchmarks: the source package of Google Benchmark cannot be had (build/benchmark-source/log)"

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <benchmark/benchmark.h>
+#include <sched.h>
 #ifdef __i386__
 #include <immintrin.h>
 #endif
@@ -13,10 +14,15 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "tevs.h"
+
 namespace bench {
+
+inline const bool kLevelShown = (benchmark::AddCustomContext("tevs_level", tevsGetLevelName(tevsGetLevel())), true);
 
 #ifdef __i386__
 inline const bool kHasAvx = __builtin_cpu_supports("avx2");
@@ -41,10 +47,30 @@ inline void runs256() {}
 inline void forgets256() {}
 #endif
 
+// While it lives, threads may run on any processor, whatever one the program is bound to.
+class Everywhere {
+public:
+    Everywhere() {
+        sched_getaffinity(0, sizeof bound_, &bound_);
+        cpu_set_t all;
+        std::memset(&all, 0xff, sizeof all);
+        sched_setaffinity(0, sizeof all, &all);
+    }
+    ~Everywhere() { sched_setaffinity(0, sizeof bound_, &bound_); }
+    Everywhere(const Everywhere&) = delete;
+    Everywhere& operator=(const Everywhere&) = delete;
+
+private:
+    cpu_set_t bound_ = {};
+};
+
 // For each size, make(size) prepares data and returns what is to be timed: a call that works on `size` elements, and on the same data each time.
 template <class Make> void row(const std::string& operation, const std::string& who, const std::vector<int64_t>& sizes, Make make) {
+    const bool threads = operation.ends_with("threads");
     const auto add = [&](const std::string& as, auto begin, auto between) {
         auto* b = benchmark::RegisterBenchmark((operation + "/" + as).c_str(), [=](benchmark::State& state) {
+            std::optional<Everywhere> everywhere;
+            if (threads) everywhere.emplace();
             auto call = make(int(state.range(0)));
             // Once in ten thousands of elements: far more often than threads are switched, and too seldom to be seen in the time.
             const int64_t apart = std::max<int64_t>(1, 65536 / state.range(0));
@@ -61,7 +87,7 @@ template <class Make> void row(const std::string& operation, const std::string& 
             if (kHasAvx) forgets256();
             state.SetItemsProcessed(state.iterations() * state.range(0));
         });
-        if (operation.ends_with("threads")) b->UseRealTime();   // CPU time counts the caller's thread alone
+        if (threads) b->UseRealTime();   // CPU time counts the caller's thread alone
         for (int64_t n : sizes) b->Arg(n);
     };
     const auto nothing = [] {};
