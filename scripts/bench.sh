@@ -60,7 +60,8 @@ build() {
 
 # measure <abi> <preset>: every program's rows, under a heading that says where.
 measure() {
-    local abi=$1 preset=$2 name=$1${TEVS_LEVEL:+-level$TEVS_LEVEL} runs=$out/$1${TEVS_LEVEL:+-level$TEVS_LEVEL}-runs.csv program
+    local abi=$1 preset=$2 name=$1${TEVS_LEVEL:+-level$TEVS_LEVEL} program
+    local runs=$out/$name-runs.csv
     {
         echo "# machine: $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1), $(nproc) processors"
         echo "# compiler: $(c++ --version | head -n 1)"
