@@ -124,6 +124,64 @@ template <class V> TEVS_INLINE V reordered(V a) {
 }
 template <class V> TEVS_INLINE Cx<V> reversed(Cx<V> v) { return {reverse(v.re), reverse(v.im)}; }
 
+// ---- spectra of reals, complex values as they lie in memory -----------------------------------------------------------------------------
+
+template <class T> constexpr int kPairsAtOnce = (kRegisterBytes >= 32 ? 32 : 16) / int(2 * sizeof(T));
+
+// The sign of every second lane, the imaginary parts.
+template <class V> TEVS_INLINE V conjugate(V a) {
+    using Bits = Vec<std::conditional_t<sizeof(V{}[0]) == 4, uint32_t, uint64_t>, kCount<V>>;
+    return (V)((Bits)a ^ (Bits)alternate(V{}, -V{}));
+}
+// a b + c in the real parts, a b - c in the imaginary ones; or the other way round.
+template <bool Minus, class V> TEVS_INLINE V productAnd(V a, V b, V c) {
+#ifdef __FMA__
+    if constexpr (sizeof(V{}[0]) == 4 && sizeof(V) == 16)
+        return Minus ? (V)_mm_fmaddsub_ps((__m128)a, (__m128)b, (__m128)c) : (V)_mm_fmsubadd_ps((__m128)a, (__m128)b, (__m128)c);
+    else if constexpr (sizeof(V) == 16)
+        return Minus ? (V)_mm_fmaddsub_pd((__m128d)a, (__m128d)b, (__m128d)c) : (V)_mm_fmsubadd_pd((__m128d)a, (__m128d)b, (__m128d)c);
+    else if constexpr (sizeof(V{}[0]) == 4)
+        return Minus ? (V)_mm256_fmaddsub_ps((__m256)a, (__m256)b, (__m256)c) : (V)_mm256_fmsubadd_ps((__m256)a, (__m256)b, (__m256)c);
+    else
+        return Minus ? (V)_mm256_fmaddsub_pd((__m256d)a, (__m256d)b, (__m256d)c) : (V)_mm256_fmsubadd_pd((__m256d)a, (__m256d)b, (__m256d)c);
+#else
+    return Minus ? subAdd(a * b, c) : addSub(a * b, c);
+#endif
+}
+// Complex values in the opposite order, from memory and to it: two registers of doubles are two halves each.
+template <class V, class T> TEVS_INLINE V loadReversed(const T* p) {
+    constexpr int n = kCount<V>;
+    if constexpr (n == 2)
+        return load<T, n>(p);
+    else if constexpr (sizeof(V) == 32 && n == 4)
+        return join(load<T, 2>(p + 2), load<T, 2>(p));
+    else
+        return swapPairs(reverse(load<T, n>(p)));
+}
+template <class T, class V> TEVS_INLINE void storeReversed(T* p, V v) {
+    constexpr int n = kCount<V>;
+    if constexpr (n == 2) {
+        store(p, v);
+    } else if constexpr (sizeof(V) == 32 && n == 4) {
+        store(p, high(v));
+        store(p + 2, low(v));
+    } else {
+        store(p, swapPairs(reverse(v)));
+    }
+}
+
+// With E = Z[k] + conj Z[n-k] and O = Z[k] - conj Z[n-k], w^k from the table of w = exp(-2 pi i / 2n), z being half the transform of pairs of reals:
+//     X[k] = E - i w^k O,   X[n-k] = conj(E + i w^k O)
+// And back, Inverse: Z[k] = E + i conj(w^k) O, Z[n-k] = conj(E - i conj(w^k) O) with E = X[k] + conj X[n-k], O = X[k] - conj X[n-k].
+// Of K values from k on and K up to n - k. At k = n/2 both are the same value. out may be in.
+template <bool Inverse, int K, class T> TEVS_INLINE void recombined(const T* in, T* out, int k, int mirror, const T* w) {
+    using V = Vec<T, 2 * K>;
+    const V a = load<T, 2 * K>(in + 2 * k), b = conjugate(loadReversed<V>(in + 2 * mirror)), root = load<T, 2 * K>(w);
+    const V e = a + b, o = a - b, v = productAnd<Inverse>(o, oddsTwice(root), swapPairs(o) * evensTwice(root));
+    storeReversed(out + 2 * mirror, conjugate(e - v));
+    store(out + 2 * k, e + v);
+}
+
 // Passes keep their results as blocks: one after another, or with the parts of each in two arrays.
 template <class T> struct Blocks { T* p; };
 template <class T> struct PartBlocks { T *re, *im; };

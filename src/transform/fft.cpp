@@ -150,10 +150,9 @@ template <class T> void writeFactorsBetween(T* outer, int p, int order, int lane
         for (uint64_t k = 0; k < rows; ++k) between.put(c * k, n);
 }
 
-template <class T> void writeRecombination(T* at, int order, int lanes) {
-    const int block = order == 3 ? std::min(lanes, 4) : lanes;
-    FactorWriter w(at, block);
-    for (uint64_t k = 1; k <= uint64_t{1} << (order - 1); k += uint64_t(block)) w.putBlock(k, 1, uint64_t{2} << order);
+template <class T> void writeRecombination(T* at, int order) {
+    FactorWriter w(at, 1);
+    for (uint64_t k = 1; k <= uint64_t{1} << (order - 1); ++k) w.put(k, uint64_t{2} << order);
 }
 
 template <class T> bool mayLackRoom(int order) { return order >= kFirstLargeOrder<T> && scratchBytes<T>(order) < uint64_t(leastRoom<T>(order)); }
@@ -187,7 +186,7 @@ template <class T> uint64_t layOut(FftTables<T>& t, int order, bool real, int la
     }
     if (real && order >= 3) {
         T* const at = c.take<T>(uint64_t{1} << order);
-        if (block) writeRecombination(at, order, lanes);
+        if (block) writeRecombination(at, order);
         t.recombination = at;
     }
     if (mayLackRoom<T>(order)) {

@@ -553,36 +553,25 @@ template <class T, template <class> class Place> FftTransform<T, Place>* forward
 
 // ---- real transforms --------------------------------------------------------------------------------------------------------------
 
-// Calls body(k, Z[k], Z[N-k], w^k) for blocks of k that cover 1 .. N/2, where Z[N-k] comes and goes in the order of k. At k = N/2 both are the same value.
-template <int K, class T, class Body> TEVS_INLINE void recombine(const T* in, T* out, int n, const T* w, Body body) {
-    for (int k = 1; k < n / 2; k += K) {
-        const int mirror = n - k - K + 1;
-        const auto a = read<K>(Pairs<const T>{in}, k), b = reversed(read<K>(Pairs<const T>{in}, mirror));
-        Cx<Vec<T, K>> x, y;
-        body(a, b, loadBlock<K>(w), x, y);
-        w += 2 * K;
-        write(Pairs<T>{out}, mirror, reversed(y));
-        write(Pairs<T>{out}, k, x);
-    }
+template <bool Inverse, class T> TEVS_INLINE void recombine(const T* in, T* out, int n, const T* w) {
+    constexpr int K = kPairsAtOnce<T>;
+    for (int k = 1; k <= n / 2; k += K) recombined<Inverse, K>(in, out, k, n - k - K + 1, w + 2 * (k - 1));
 }
 
-// With E = Z[k] + conj Z[N-k] and O = Z[k] - conj Z[N-k], w = exp(-2 pi i / 2N), z being half the transform:
-//     X[k] = E - i w^k O,   X[N-k] = conj(E + i w^k O)
+// Of eight points, by loads and stores that lie where the transform stores and loads: any others would wait.
 constexpr auto binsOfPair = [](auto p, auto m, auto w, auto& x, auto& y) {
     const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im}, v = mul(o, w);
     x = minusI(e, v);
     y = {e.re - v.im, -e.im - v.re};
 };
-
-// Of eight points, by loads that lie where the transform has stored: any others would wait.
 template <class T> TEVS_INLINE void binsOfEight(const T* z, T* bins, const T* w) {
     if constexpr (kBlock<T> == 2) {
-        recombine<2>(z, bins, 8, w, binsOfPair);
+        recombine<false>(z, bins, 8, w);
     } else {
         const auto a = load<T, 4>(z), b = load<T, 4>(z + 4), c = load<T, 4>(z + 8), d = load<T, 4>(z + 12);
         const auto p = separated(__builtin_shufflevector(a, b, 2, 3, 4, 5), __builtin_shufflevector(b, c, 2, 3, 4, 5));
         Cx<Vec<T, 4>> x, y;
-        binsOfPair(p, reversed(separated(c, d)), loadBlock<4>(w), x, y);
+        binsOfPair(p, reversed(separated(c, d)), read<4>(Pairs<const T>{w}, 0), x, y);
         write(Pairs<T>{bins}, 4, reversed(y));
         write(Pairs<T>{bins}, 1, x);
     }
@@ -593,28 +582,25 @@ template <class T> void spectrumOfReal(const FftTables<T>& t, const T* z, T* bin
     if (t.order == 3)
         binsOfEight(z, bins, t.recombination);
     else
-        recombine<kBlock<T>>(z, bins, 1 << t.order, t.recombination, binsOfPair);
+        recombine<false>(z, bins, 1 << t.order, t.recombination);
     *first = a + b;
     *last = a - b;
 }
 
-// Z[k] = E + i conj(w^k) O and Z[N-k] = conj(E - i conj(w^k) O) with E = X[k] + conj X[N-k], O = X[k] - conj X[N-k].
 constexpr auto pairOfBins = [](auto p, auto m, auto w, auto& x, auto& y) {
     const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im};
     const decltype(p) v = {fma(o.re, w.re, o.im * w.im), fnma(o.re, w.im, o.im * w.re)};   // conj(w) O
     x = plusI(e, v);
     y = {e.re + v.im, v.re - e.im};
 };
-
-// Of eight points, by stores that lie where the transform will load: it would wait for any others.
 template <class T> TEVS_INLINE void pairsOfEight(const T* bins, T first, T last, T* z, const T* w) {
     if constexpr (kBlock<T> == 2) {
-        recombine<2>(bins, z, 8, w, pairOfBins);
+        recombine<true>(bins, z, 8, w);
         z[0] = first + last;
         z[1] = first - last;
     } else {
         Cx<Vec<T, 4>> x, y;
-        pairOfBins(read<4>(Pairs<const T>{bins}, 1), reversed(read<4>(Pairs<const T>{bins}, 4)), loadBlock<4>(w), x, y);
+        pairOfBins(read<4>(Pairs<const T>{bins}, 1), reversed(read<4>(Pairs<const T>{bins}, 4)), read<4>(Pairs<const T>{w}, 0), x, y);
         const auto up = interleaved(x), down = interleaved(reversed(y));   // Z[1] .. Z[4], Z[4] .. Z[7]
         const Vec<T, 4> ends = {first + last, first - last};
         store(z, __builtin_shufflevector(ends, up.a, 0, 1, 4, 5));
@@ -626,7 +612,7 @@ template <class T> TEVS_INLINE void pairsOfEight(const T* bins, T first, T last,
 
 template <class T> void pairsOfSpectrum(const FftTables<T>& t, const T* bins, T first, T last, T* z) {
     if (t.order == 3) return pairsOfEight(bins, first, last, z, t.recombination);
-    recombine<kBlock<T>>(bins, z, 1 << t.order, t.recombination, pairOfBins);
+    recombine<true>(bins, z, 1 << t.order, t.recombination);
     z[0] = first + last;
     z[1] = first - last;
 }
