@@ -1,11 +1,14 @@
 // FFT of integer samples: converted to floating point, transformed, and rounded once on the way back.
 #include "transform/fft_integer.h"
 
+#include <emmintrin.h>
+
 #include <algorithm>
 
 #include "core/args.h"
 #include "core/scale.h"
 #include "tevs/fft.h"
+#include "transform/fft_integer.table.h"
 #include "transform/float_fft.h"
 #include "transform/integer.h"
 
@@ -33,6 +36,14 @@ Status transform(const S* const (&src)[Arrays], D* const (&dst)[Arrays], const S
 
 // The whole transform in one kernel, if the order has such a one. Beyond 2^+-100 no scale changes a result: sums of integers lie between 2^-40 and 2^60 or are 0. The
 // product with the record's own factor is exact within.
+template <Way way, class T> T scaleOf(const FftSpec<T>& inner, int scaleFactor) {
+    const int e = -std::clamp(scaleFactor, -100, 100);
+    const T scale = way == Way::Forward ? inner.forwardScale : inner.inverseScale;
+    if constexpr (sizeof(T) == 4)
+        return scale * powerOfTwo<T>(e);
+    else   // 2^e put together in a vector register: two words stored by 32-bit code would not be there in time to be loaded as one
+        return scale * _mm_cvtsd_f64(_mm_castsi128_pd(_mm_slli_epi64(_mm_cvtsi32_si128(e + 1023), 52)));
+}
 template <Way way, class T, template <class> class Place>
 bool inRegisters(const typename FftKernels<T>::template IntegerDirections<Place>& kernels, Place<const T> src, Place<T> dst, const FftSpec<T>& inner,
                  int scaleFactor) {
@@ -40,8 +51,26 @@ bool inRegisters(const typename FftKernels<T>::template IntegerDirections<Place>
     FftTransform<T, Place>* const kernel = (way == Way::Forward ? kernels.forward : kernels.inverse)[inner.order];
     if (!kernel) return false;
     NearestRounding guard;
-    const T scale = way == Way::Forward ? inner.forwardScale : inner.inverseScale;
-    kernel(inner.tables, src, dst, nullptr, scale * powerOfTwo<T>(-std::clamp(scaleFactor, -100, 100)));
+    kernel(inner.tables, src, dst, nullptr, scaleOf<way>(inner, scaleFactor));
+    return true;
+}
+// Of reals by the types of the signal's samples and the spectrum's values.
+const auto& realKernels(const int16_t*, const int16_t*) { return fftInteger->of16s; }
+const auto& realKernels(const int16_t*, const int32_t*) { return fftInteger->of16s32s; }
+const auto& realKernels(const int32_t*, const int32_t*) { return fftInteger->of32s; }
+template <Way way, class T, class S, class D> bool inRegisters(const S* src, D* dst, const FftSpec<T>& inner, int scaleFactor, Packing packing) {
+    const int at = inner.order - 1;
+    const T scale = scaleOf<way>(inner, scaleFactor);
+    NearestRounding guard;
+    if constexpr (way == Way::Forward) {
+        const auto& kernels = realKernels(src, dst);
+        if (at < 0 || at >= kernels.kOrders) return false;
+        kernels.forward[at](src, dst, packing, scale);
+    } else {
+        const auto& kernels = realKernels(dst, src);
+        if (at < 0 || at >= kernels.kOrders) return false;
+        kernels.inverse[at](src, dst, packing, scale);
+    }
     return true;
 }
 
@@ -77,6 +106,7 @@ template <Way way, class Spec, class S, class D> Status real(const S* pSrc, D* p
     const int taken = way == Way::Forward ? n : bins, given = way == Way::Forward ? bins : n;
     if constexpr (Spec::kShort)
         if (n == 1) return narrow({pSrc}, {pDst}, taken, given, scaleFactor);
+    if (inRegisters<way>(pSrc, pDst, pSpec->inner(), scaleFactor, packing)) return StatusOk;
     return transform({pSrc}, {pDst}, pSpec, taken, given, scaleFactor, pBuffer, [packing](const FftSpec<T>& fft, T* x, uint8_t* work) {
         if constexpr (way == Way::Forward)
             forwardBy<T>(fft, x, x, packing, work);
