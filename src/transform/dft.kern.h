@@ -318,49 +318,30 @@ template <int N, class T> void whole(const Values<const T>& src, const Values<T>
 
 // ---- spectra of reals --------------------------------------------------------------------------------------------------------------------
 
-// Calls body(z[k], z[n-k], w^k) for 0 < k < n - k, with results likewise in bins, by K at a time. The last block may overlap the one before: bins is not z.
-template <int K, class T, class Body> TEVS_INLINE int mirrored(const T* z, T* bins, int n, const T* w, int k, Body body) {
+// For 0 < k < n - k and, of an even n, k = n - k. The last register of values may overlap the one before: out is not in.
+template <bool Inverse, class T> void recombine(const T* in, T* out, int n, const T* w) {
+    constexpr int K = kPairsAtOnce<T>;
     const int end = (n + 1) / 2;
-    if (end - k < K) return k;
-    for (;; k = k + 2 * K <= end ? k + K : end - K) {
-        const int mirror = n - k - K + 1;
-        Cx<Vec<T, K>> x, y;
-        body(read<K>(Pairs<const T>{z}, k), reversed(read<K>(Pairs<const T>{z}, mirror)), read<K>(Pairs<const T>{w}, k), x, y);
-        write(Pairs<T>{bins}, k, x);
-        write(Pairs<T>{bins}, mirror, reversed(y));
-        if (k == end - K) return end;
+    if (end > K) {
+        for (int k = 1; k < end; k += K) {
+            const int from = k + K <= end ? k : end - K;
+            recombined<Inverse, K>(in, out, from, n - from - K + 1, w + 2 * from);
+        }
+    } else {
+        for (int k = 1; k < end; ++k) {
+            const T *const a = in + 2 * k, *const b = in + 2 * (n - k);
+            T *const x = out + 2 * k, *const y = out + 2 * (n - k);
+            const T re = a[0] - b[0], im = a[1] + b[1], c = Inverse ? -w[2 * k] : w[2 * k], s = w[2 * k + 1];
+            const T eRe = a[0] + b[0], eIm = a[1] - b[1], vRe = re * s + im * c, vIm = im * s - re * c;
+            x[0] = eRe + vRe;
+            x[1] = eIm + vIm;
+            y[0] = eRe - vRe;
+            y[1] = vIm - eIm;
+        }
     }
-}
-template <class T, class Body> TEVS_INLINE void mirrored(const T* z, T* bins, int n, const T* w, Body body) {
-    constexpr int kWide = (kRegisterBytes >= 32 ? 32 : 16) / int(sizeof(T));
-    mirrored<1>(z, bins, n, w, mirrored<kWide>(z, bins, n, w, 1, body), body);
-}
-
-// X[k] = E - i w^k O and X[n-k] = conj(E + i w^k O), with E = z[k] + conj z[n-k], O = z[k] - conj z[n-k]: z is half the transform of pairs.
-template <class T> void binsOfPairs(const T* z, T* bins, int n, const T* w) {
-    mirrored(
-        z, bins, n, w, [](auto p, auto m, auto f, auto& x, auto& y) __attribute__((always_inline)) {
-            const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im}, v = mul(o, f);
-            x = minusI(e, v);
-            y = {e.re - v.im, -e.im - v.re};
-        });
     if (n % 2 == 0) {
-        bins[n] = z[n] + z[n];
-        bins[n + 1] = -(z[n + 1] + z[n + 1]);
-    }
-}
-// And back: z[k] = E + i conj(w^k) O, z[n-k] = conj(E - i conj(w^k) O), with E = X[k] + conj X[n-k], O = X[k] - conj X[n-k].
-template <class T> void pairsOfBins(const T* bins, T* z, int n, const T* w) {
-    mirrored(
-        bins, z, n, w, [](auto p, auto m, auto f, auto& x, auto& y) __attribute__((always_inline)) {
-            const decltype(p) e = {p.re + m.re, p.im - m.im}, o = {p.re - m.re, p.im + m.im};
-            const decltype(p) v = {fma(o.re, f.re, o.im * f.im), fnma(o.re, f.im, o.im * f.re)};
-            x = plusI(e, v);
-            y = {e.re + v.im, v.re - e.im};
-        });
-    if (n % 2 == 0) {
-        z[n] = bins[n] + bins[n];
-        z[n + 1] = -(bins[n + 1] + bins[n + 1]);
+        out[n] = in[n] + in[n];
+        out[n + 1] = -(in[n + 1] + in[n + 1]);
     }
 }
 
@@ -396,7 +377,7 @@ template <class T, int K, int... R> constexpr typename DftKernels<T>::Width widt
 }
 template <class T, int... R> constexpr DftKernels<T> dftKernels(Lane<R...> radices) {
     constexpr int kWide = (kRegisterBytes >= 32 ? 32 : 16) / int(sizeof(T)), kNarrow = 16 / int(sizeof(T));
-    return {kWide > kNarrow ? 2 : 1, {width<T, kWide>(radices), width<T, kNarrow>(radices)}, {wholeOf<T, R>()...}, binsOfPairs<T>, pairsOfBins<T>};
+    return {kWide > kNarrow ? 2 : 1, {width<T, kWide>(radices), width<T, kNarrow>(radices)}, {wholeOf<T, R>()...}, recombine<false, T>, recombine<true, T>};
 }
 template <class T> constexpr DftKernels<T> dftKernels() { return dftKernels<T>(Iota<kMostRadix + 1>{}); }
 
