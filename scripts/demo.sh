@@ -5,15 +5,15 @@
 # ABIs, and draws what the line left of it; compands and expands it, and cores noise; sends an echo back and cancels it; measures a room and plays the recording
 # there; puts clicks on the recording and takes them off; takes noise off by wavelets; designs the line's filters and measures them; dials a number and detects
 # it; sends text through noise, uncoded and coded, and a modem's symbols over a line with echoes; finds the formants of a vowel, and speaks the recording again by
-# coarse prediction; compares windows by what they make of a spectral line. Writes the recordings, spectra and pictures to demo-out/, and a page of it all,
-# demo-out/index.html.
+# coarse prediction; compares windows by what they make of a spectral line; and from Python filters the recording, detects its sounds and draws them. Writes the
+# recordings, spectra and pictures to demo-out/, and a page of it all, demo-out/index.html.
 set -uo pipefail
 input=/usr/share/sounds/alsa/Front_Center.wav
 (($#)) && input=$(realpath -m -- "$1")
 cd "$(dirname "$0")/.." || exit 1
 source scripts/packages.sh
 
-packages=("${kBuildPackages[@]}" g++-multilib googletest gnuplot-nox sndfile-programs)
+packages=("${kBuildPackages[@]}" "${kWheelPackages[@]}" python3-matplotlib g++-multilib googletest gnuplot-nox sndfile-programs)
 (($#)) || packages+=(alsa-utils)
 need "${packages[@]}"
 [[ -r $input ]] || fail "cannot read $input"
@@ -91,5 +91,12 @@ draw coded_text "$from/coded-text.txt"
 draw windows "$from/windows.txt"
 draw formants "$from/formants.txt"
 draw room "$from"
-"$kPython" scripts/demo_page.py "$out" "${programs[@]}" || fail "no page"
+
+echo "== Python"
+python_wheel build/python build/demo.log build/x86_64/lib || fail "the Python package does not build: build/demo.log"
+PYTHONPATH=build/python/site "$kPython" examples/python/recording.py "$out/input.wav" "$out/recording.png" | tee "$from/recording.log"
+((PIPESTATUS[0] == 0)) || fail "recording.py failed"
+pictures+=(recording.png)
+echo
+"$kPython" scripts/demo_page.py "$out" recording "${programs[@]}" || fail "no page"
 echo "written to $out: index.html, which shows all, ${pictures[*]}, and in $(printf '%s ' "${kAbis[@]}")the recordings $(cd "$from" && echo *.wav)"

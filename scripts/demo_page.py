@@ -8,6 +8,7 @@ import sys
 
 # Of each program: what it does, and the recordings that it leaves.
 STEPS = {
+    "recording": ("From Python: the recording is filtered, its sounds are detected, and all of it is drawn", []),
     "telephone_line": ("A recording goes through a telephone line", ["line"]),
     "telephone_codes": ("It is companded and expanded; noise is cored", ["companded", "cored"]),
     "telephone_echo": ("An echo comes back, and an adaptive filter cancels it; another equalises a modem's line", ["channel", "echo", "cancelled"]),
@@ -47,7 +48,7 @@ def main():
 <style>body {{ max-width: 75em; margin: 2em auto; padding: 0 1em; font-family: sans-serif; color: #222; }}
 pre {{ background: #f4f4f2; padding: 1em; overflow-x: auto; }} img {{ max-width: 100%; }} audio {{ vertical-align: middle; }}</style></head><body>
 <h1>tevs: what it does</h1>
-<p>Small programs in C over one recording <audio controls src="{data(out / "input.wav", "audio/wav")}"></audio>, each in <code>examples/</code> under the name of its section's text.
+<p>Small programs, the first in Python, the others in C, over one recording <audio controls src="{data(out / "input.wav", "audio/wav")}"></audio>, each in <code>examples/</code> under the name of its section's text.
 Times are those of the machine that made this page, in 64-bit.</p>
 {body}
 </body></html>

@@ -2,11 +2,11 @@
 """manual.py HEADERS SOURCE MAN: writes the reference part of the manual from the headers' blocks: a page for each header to SOURCE, in reStructuredText for Sphinx,
 with the index of all functions, and to MAN a page of section 3 for each operation, with a link to it for each function.
 
-manual.py --check HEADERS HTML MAN: fails with a line for each function that the manual's search, its index or its pages in section 3 do not have, and for each link
-to a file or place that is not there.
+manual.py --check HEADERS HTML MAN: fails with a line for each function that the manual's search, its index or its pages in section 3 do not have, for each link
+to a file or place that is not there, and for each formula that is not, name for name, what the header has.
 
-A block is a comment that opens with a dashed title. In it, lines that are set in are formulas, tables and drawings, and stay as they are; a word with a gap behind it
-opens an entry on that argument, operation or matter, which goes on as long as lines are set in as far; all else are paragraphs.
+A block is a comment that opens with a dashed title. In it, lines that are set in are formulas, tables and drawings, and keep their lines; a word with a gap behind it
+opens an entry on that argument, operation or matter, which goes on as long as lines are set in as far; all else are paragraphs. In HTML formulas are typeset.
 """
 import collections
 import html.parser
@@ -18,8 +18,10 @@ import sys
 import textwrap
 import time
 import urllib.parse
+from xml.etree import ElementTree
 
 import cpp_header
+import formulas
 
 Paragraph = collections.namedtuple("Paragraph", "text")
 Literal = collections.namedtuple("Literal", "lines")
@@ -280,13 +282,24 @@ class Rst:
             if isinstance(item, Paragraph):
                 out += [level + self.text(item.text), ""]
             elif isinstance(item, Literal):
-                out += self.literal(item.lines, level)
+                out += self.formulas(item.lines, level)
             else:
                 out += self.entry(item.label, item.items, level)
         return out
 
     def entry(self, label, items, level):
         return [f"{level}**{self.escape(label)}**", *self.items(items or [Paragraph(" ")], level + "   "), ""]
+
+    def formulas(self, lines, level):
+        """Groups of lines as formulas, where each line has one, and as they stand otherwise."""
+        groups = re.split(r"\n\s*\n", "\n".join(lines))
+        tables = [formulas.table(textwrap.dedent(group).split("\n")) for group in groups]
+        if not any(tables):
+            return self.literal(lines, level)
+        out = []
+        for group, table in zip(groups, tables):
+            out += [f"{level}.. raw:: html", "", f"{level}   {table}", ""] if table else self.literal(group.split("\n"), level)
+        return out
 
     @staticmethod
     def literal(lines, level, language="none"):
@@ -312,7 +325,7 @@ class Rst:
         out += [".. c:function:: " + "\n                ".join(prototypes), ""]
         level = "   "
         if section.formulas:
-            out += self.literal(section.formulas, level)
+            out += self.formulas(section.formulas, level)
         for e in section.text:
             out += self.items(e.items, level)
         if section.arguments:
@@ -485,10 +498,12 @@ def check(headers, site, man):
                 faults.append(f"{path.relative_to(site.resolve())}: {link} is not there")
             elif url.fragment and target in pages and urllib.parse.unquote(url.fragment) not in pages[target].anchors:
                 faults.append(f"{path.relative_to(site.resolve())}: {link} has no such place")
+    typeset = [(path, m[0]) for path in pages for m in re.finditer(r"<math .*?</math>", path.read_text())]
+    faults += [f"{path.name}: a formula has lost or moved something: {text}" for path, text in typeset if not formulas.faithful(ElementTree.fromstring(text))]
     for fault in faults[:20]:
         print(fault, file=sys.stderr)
     links = sum(len(p.links) for p in pages.values())
-    print(f"{len(functions)} functions found by search, index and man, {links} links of {len(pages)} pages followed, {len(faults)} faults")
+    print(f"{len(functions)} functions found by search, index and man, {links} links of {len(pages)} pages followed, {len(typeset)} formulas typeset, {len(faults)} faults")
     return bool(faults)
 
 

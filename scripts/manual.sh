@@ -12,7 +12,7 @@ source scripts/packages.sh
 
 source=build/manual
 rm -rf "$source" "$out/html" "$out/man"
-mkdir -p build "$out/man/man1" && cp -r docs/manual "$source" || fail "cannot write to build and $out"
+mkdir -p build "$out/man/man1" && cp -r docs/manual "$source" && cp docs/recording.png "$source/" || fail "cannot write to build and $out"
 "$kPython" scripts/manual.py include "$source" "$out/man" || fail "the headers' comments cannot be read"
 # Whatever Sphinx warns of is a fault: a page that nothing leads to, a name that is no function's.
 "$kPython" -m sphinx -q -W --keep-going -b html -d "$source/doctrees" "$source" "$out/html" || fail "the manual has faults"

@@ -13,7 +13,7 @@ architectures=("$@")
 for architecture in "${architectures[@]}"; do
     [[ $architecture == amd64 || $architecture == i386 ]] || fail "usage: scripts/package.sh [amd64|i386]..."
 done
-need "${kBuildPackages[@]}" "${kToolPackages[@]}" python3-dev python3-numpy python3-setuptools pkg-config dpkg-dev debhelper dh-python fakeroot lintian xz-utils
+need "${kBuildPackages[@]}" "${kToolPackages[@]}" "${kManualPackages[@]}" python3-dev python3-numpy python3-setuptools pkg-config dpkg-dev debhelper dh-python fakeroot lintian xz-utils
 [[ " ${architectures[*]} " != *" i386 "* ]] || need g++-multilib binutils-i686-linux-gnu
 
 revision=$(dpkg-parsechangelog -S Version)

@@ -31,7 +31,8 @@ need() {
 kBuildPackages=(g++ cmake ninja-build python3)
 # The Python package is built and tested with Debian's Python, whose packages these are, whatever python3 is first in the path.
 kPython=/usr/bin/python3
-kPythonPackages=(python3-dev python3-setuptools python3-wheel python3-build python3-numpy python3-scipy python3-pytest python3-dask python3-distributed binutils)
+kWheelPackages=(python3-dev python3-setuptools python3-wheel python3-build python3-numpy binutils)
+kPythonPackages=("${kWheelPackages[@]}" python3-scipy python3-pytest python3-dask python3-distributed)
 # python_wheel <directory> <log> <libraries>: a source distribution of the Python package, the wheel made of that, and its files in <directory>/site.
 python_wheel() {
     rm -rf "$1"

@@ -52,15 +52,17 @@ def through_the_line(x):
 
 
 def run(client, source, target):
-    """Seconds taken, bytes sent between workers, and a digest of all that was written."""
+    """Seconds taken, processor seconds of all workers, bytes sent between them, and a digest of all that was written."""
     target.mkdir(exist_ok=True)
     tasks = [tevs.dask.write(target / name, through_the_line(x), rate // 6) for name, (rate, x) in tevs.dask.read(source, CHUNK).items()]
+    busy = -sum(client.run(time.process_time).values())
     begin = time.perf_counter()
     client.gather(client.compute(tasks))
     seconds = time.perf_counter() - begin
-    sent = sum(client.run(lambda dask_worker: sum(entry["total"] for entry in dask_worker.outgoing_transfer_log)).values())
+    busy += sum(client.run(time.process_time).values())
+    sent = sum(client.run(lambda dask_worker: sum(entry["total"] for entry in dask_worker.transfer_outgoing_log)).values())
     digest = hashlib.sha256(b"".join(path.read_bytes() for path in sorted(target.glob("*.wav")))).hexdigest()
-    return seconds, sent, digest
+    return seconds, busy, sent, digest
 
 
 def main():
@@ -75,18 +77,18 @@ def main():
     source.mkdir(parents=True, exist_ok=True)
     make_recordings(source, options.recording, options.minutes)
     digests = set()
-    print("| workers | seconds | times real time | MB read a second a worker | MB sent between workers |\n|---:|---:|---:|---:|---:|")
+    print("| workers | seconds | processor seconds of the workers | times real time | MB read a second a worker | MB sent between workers |\n|---:|---:|---:|---:|---:|---:|")
     for count in [None] if options.address else options.workers:
         cluster = None if options.address else LocalCluster(n_workers=count, threads_per_worker=1, dashboard_address=":0")
         with Client(options.address or cluster) as client:
             workers = len(client.scheduler_info()["workers"])
             client.run(tevs.set_threads, 1)   # also loads the library in every worker, before the clock runs
-            seconds, sent, digest = run(client, source, target)
+            seconds, busy, sent, digest = run(client, source, target)
         if cluster:
             cluster.close()
         digests.add(digest)
         read = sum(path.stat().st_size for path in source.glob("*.wav"))
-        print(f"| {workers} | {seconds:.2f} | {options.minutes * 60 / seconds:.0f} | {read / seconds / workers / 1e6:.1f} | {sent / 1e6:.1f} |", flush=True)
+        print(f"| {workers} | {seconds:.2f} | {busy:.2f} | {options.minutes * 60 / seconds:.0f} | {read / seconds / workers / 1e6:.1f} | {sent / 1e6:.1f} |", flush=True)
     if len(digests) != 1:
         raise SystemExit("the runs have written different recordings")
     print("all runs have written the same recordings to the bit" if len(options.workers) > 1 and not options.address else f"written to {target}")

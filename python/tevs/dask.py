@@ -299,7 +299,9 @@ def read(folder: str | os.PathLike[str], chunk: int = 1 << 22, pattern: str = "*
         file, about = _Wav(str(path)), path.stat()
         # The name holds what tells one state of the file from another: results are found again by it, not those of a file that has changed.
         name = "wav-" + dask.base.tokenize(str(path), about.st_mtime_ns, about.st_size, chunk)
-        recordings[path.name] = Recording(file.rate, da.from_array(file, (chunk,) if file.ndim == 1 else (file.channels, chunk), name, asarray=False, meta=np.empty((0,) * file.ndim, "i2")))
+        # Inline: each chunk's task holds the path. As a task of its own it would be lost with its worker, and dask.distributed 2022.12 then waits for it for ever.
+        samples = da.from_array(file, (chunk,) if file.ndim == 1 else (file.channels, chunk), name, asarray=False, inline_array=True, meta=np.empty((0,) * file.ndim, "i2"))
+        recordings[path.name] = Recording(file.rate, samples)
     return recordings
 
 
