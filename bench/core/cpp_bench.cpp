@@ -13,11 +13,11 @@ template <class F> void row(const char* operation, const char* who, F f) {
 using Floats = std::vector<float>;
 
 const bool registered = [] {
-    row("Add_32f", "tevs", [](const Floats& a, const Floats& b, Floats& dst) { benchmark::DoNotOptimize(tevs::add(a, b, dst)); });
-    row("Add_32f", "C",
+    row("hpp_add", "tevs", [](const Floats& a, const Floats& b, Floats& dst) { benchmark::DoNotOptimize(tevs::add(a, b, dst)); });
+    row("hpp_add", "C",
         [](const Floats& a, const Floats& b, Floats& dst) { benchmark::DoNotOptimize(tevsAdd_32f(a.data(), b.data(), dst.data(), int(dst.size()))); });
-    row("Mean_32f", "tevs", [](const Floats& a, const Floats&, Floats&) { benchmark::DoNotOptimize(tevs::mean(a, HintNone)); });
-    row("Mean_32f", "C", [](const Floats& a, const Floats&, Floats&) {
+    row("hpp_mean", "tevs", [](const Floats& a, const Floats&, Floats&) { benchmark::DoNotOptimize(tevs::mean(a, HintNone)); });
+    row("hpp_mean", "C", [](const Floats& a, const Floats&, Floats&) {
         float mean;
         tevsMean_32f(a.data(), int(a.size()), &mean, HintNone);
         benchmark::DoNotOptimize(mean);
