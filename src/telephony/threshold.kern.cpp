@@ -1,5 +1,6 @@
 #include "telephony/threshold.table.h"
 
+#include "core/simd/lanes.h"
 #include "core/simd/map.h"
 #include "core/simd/real.h"
 
@@ -10,8 +11,28 @@ namespace {
 
 template <class T> constexpr bool kFloating = T(0.5) != 0;
 
-template <class T, class F> TEVS_INLINE void eachElement(const T* src, T* dst, int len, F f) {
-    map<kLanes<T>, kLeast<T>>(
+// map() for an f of few instructions: Steps at a time, their loads before their stores, and to addresses from which on no store crosses a cache line.
+template <int Steps, int N, int Least, class T, class F> TEVS_INLINE void mapInLines(int n, T* d, F f, const T* s) {
+    if (n < 512 / int(sizeof(T))) return map<N, Least>(n, d, f, s);
+    const auto first = f(Lanes<N>{}, s), last = f(Lanes<N>{}, s + (n - N));
+    int i = int(-uintptr_t(d) % kRegisterBytes) / int(sizeof(T));
+    for (; i <= n - Steps * N; i += Steps * N) {
+        Some<decltype(f(Lanes<N>{}, s)), Steps> r;
+#pragma GCC unroll 8
+        for (int k = 0; k < Steps; ++k) r.v[k] = f(Lanes<N>{}, s + i + k * N);
+#pragma GCC unroll 8
+        for (int k = 0; k < Steps; ++k) {
+            store(d + i + k * N, r.v[k]);
+            asm volatile("" : : : "memory");   // in this order: beyond the first cache, stores that jump between lines took half as long again
+        }
+    }
+    for (; i < n - N; i += N) store(d + i, f(Lanes<N>{}, s + i));
+    store(d, first);
+    store(d + (n - N), last);
+}
+
+template <int Steps = kFewRegisters ? 2 : 4, class T, class F> TEVS_INLINE void eachElement(const T* src, T* dst, int len, F f) {
+    mapInLines<Steps, kLanes<T>, kLeast<T>>(
         len, dst, [=](auto w, auto s) { return f(load<T, w.n>(s)); }, src);
 }
 // x > y ? x : y and x < y ? x : y: y where either is NaN, and of two zeros y.
@@ -39,7 +60,7 @@ struct Above {
 };
 
 template <class T, class Side> void limited(const T* src, T* dst, int len, T level) {
-    eachElement(src, dst, len, [=](auto x) { return Side::limit(x, same<decltype(x)>(level)); });
+    eachElement<4>(src, dst, len, [=](auto x) { return Side::limit(x, same<decltype(x)>(level)); });
 }
 template <class T, class Side> void replaced(const T* src, T* dst, int len, T level, T value) {
     eachElement(src, dst, len, [=](auto x) {
@@ -55,8 +76,23 @@ template <class T> void clipped(const T* src, T* dst, int len, T levelLT, T valu
     });
 }
 
-// Of integers -level .. level is what GT leaves, and the rest is what LT leaves: the magnitude of the type's minimum is never formed. Of floats NaN is
-// above every level.
+// Integers of at least a magnitude, with the sign of x, which of 0 is positive. From level 2 on a choice by sign takes three steps: there the size is read without
+// a sign, in which that of the type's minimum fits.
+template <class V> TEVS_INLINE V atLeastInSize(V x, V level) {
+#if TEVS_LEVEL >= 2
+    const auto grown = [=](auto size) { return (V)(size > (decltype(size))level ? size : (decltype(size))level); };
+#if TEVS_REGISTER_BYTES >= 32
+    if constexpr (kCount<V> == 16) return (V)_mm256_sign_epi16((__m256i)grown((Vec<uint16_t, 16>)_mm256_abs_epi16((__m256i)x)), (__m256i)(x | 1));
+    if constexpr (kCount<V> == 8 && sizeof(V) == 32)
+        return (V)_mm256_sign_epi32((__m256i)grown((Vec<uint32_t, 8>)_mm256_abs_epi32((__m256i)x)), (__m256i)(x | 1));
+#endif
+    if constexpr (kCount<V> == 8 && sizeof(V) == 16) return (V)_mm_sign_epi16((__m128i)grown((Vec<uint16_t, 8>)_mm_abs_epi16((__m128i)x)), (__m128i)(x | 1));
+    if constexpr (kCount<V> == 4) return (V)_mm_sign_epi32((__m128i)grown((Vec<uint32_t, 4>)_mm_abs_epi32((__m128i)x)), (__m128i)(x | 1));
+#else
+    return x < 0 ? smaller(x, -level) : larger(x, level);
+#endif
+}
+// Of integers -level .. level is what GT leaves. Of floats NaN is above every level.
 template <class T, class Side> void limitedMagnitude(const T* src, T* dst, int len, T level) {
     eachElement(src, dst, len, [=](auto x) {
         using V = decltype(x);
@@ -65,9 +101,8 @@ template <class T, class Side> void limitedMagnitude(const T* src, T* dst, int l
             const V size = __is_same(Side, Below) ? larger(bound, abs(x)) : smaller(abs(x), bound);
             return withSign(size, signOf(x));
         } else {
-            const V high = same<V>(level), low = same<V>(T(-level));
-            if constexpr (__is_same(Side, Below)) return x < 0 ? smaller(x, low) : larger(x, high);
-            return smaller(larger(x, low), high);
+            if constexpr (__is_same(Side, Below)) return atLeastInSize(x, same<V>(level));
+            return smaller(larger(x, same<V>(T(-level))), same<V>(level));
         }
     });
 }
@@ -157,16 +192,17 @@ template <class V> TEVS_INLINE Two<V> select(Bits<V> mask, Two<V> a, Two<V> b) {
 template <class V> TEVS_INLINE Two<V> times(Two<V> z, V factor) { return {z.a * factor, z.b * factor}; }
 template <class V> TEVS_INLINE V square(Two<V> z) { return z.a * z.a + z.b * z.b; }
 
-template <class Complex, class F> TEVS_INLINE void eachComplex(const Complex* src, Complex* dst, int len, F f) {
+template <int Steps = 0, class Complex, class F> TEVS_INLINE void eachComplex(const Complex* src, Complex* dst, int len, F f) {
     using T = Scalar<Complex>;
-    map<kLanes<T>, kLeast<T>>(
-        len, dst,
-        [&](auto w, auto s) {
-            const auto z = loadTwo<T, w.n>(partsOf(s));
-            const auto r = f(partsOfBlocks(z.a, z.b));
-            return joinedBlocks(r.a, r.b);
-        },
-        src);
+    const auto step = [&](auto w, auto s) {
+        const auto z = loadTwo<T, w.n>(partsOf(s));
+        const auto r = f(partsOfBlocks(z.a, z.b));
+        return joinedBlocks(r.a, r.b);
+    };
+    if constexpr (Steps > 0)
+        mapInLines<Steps, kLanes<T>, kLeast<T>>(len, dst, step, src);
+    else
+        map<kLanes<T>, kLeast<T>>(len, dst, step, src);
 }
 
 // Which elements' magnitudes lie beyond a level.
@@ -178,21 +214,27 @@ template <class Side, class T> struct Beyond {
     template <class V> TEVS_INLINE Bits<V> operator()(Two<V> z) const { return Side::beyond(square(times(z, same<V>(perUnit))), same<V>(square2)); }
 };
 // Single precision decides where the rounding of squares cannot matter. Elsewhere they are taken one by one: doubles hold the squares of floats exactly, and the sum
-// of two with its rounding error (Dekker).
+// of two with its rounding error (Dekker). NaN is beyond nothing.
 template <class Side> struct Beyond<Side, float> {
-    float square2, slack;
+    float low, high;   // squares between these are not told apart from the level's
     double exact;
-    TEVS_INLINE explicit Beyond(ScaledLevel<float> l) : square2(l.level * l.level), slack(square2 * 0x1p-20f), exact(double(l.level) * double(l.level)) {
-        if (!(l.level >= 0x1p-50f && l.level <= 0x1p63f)) slack = __builtin_inff();   // the square, or its rounding, leaves the range
+    TEVS_INLINE explicit Beyond(ScaledLevel<float> l) : exact(double(l.level) * double(l.level)) {
+        const float square2 = l.level * l.level;
+        const bool inRange = l.level >= 0x1p-50f && l.level <= 0x1p63f;   // elsewhere the square, or its rounding, leaves the range
+        low = inRange ? square2 - square2 * 0x1p-20f : -__builtin_inff();
+        high = inRange ? square2 + square2 * 0x1p-20f : __builtin_inff();
     }
     template <class V> TEVS_INLINE Bits<V> operator()(Two<V> z) const {
-        const V s = square(z), level = same<V>(square2);
-        if (any(~isLess(same<V>(slack), abs(s - level)))) [[unlikely]] {   // NaN too
+        const V s = square(z), least = same<V>(low), most = same<V>(high);
+        const auto certain = __is_same(Side, Below) ? isLess(s, least) : isLess(most, s);
+        const auto possible = __is_same(Side, Below) ? isAtMost(s, most) : isAtMost(least, s);
+        if (any(certain ^ possible)) [[unlikely]] {
+            const Two<V> held = z;   // so that z itself stays in registers
             Bits<V> mask;
-            oneByOne(&z, kCount<V>, &mask);
+            oneByOne(&held, kCount<V>, &mask);
             return mask;
         }
-        return Side::beyond(s, level);
+        return certain;
     }
     [[gnu::noinline]] void oneByOne(const void* parts, int n, void* mask) const {
         const float* const re = static_cast<const float*>(parts);
@@ -207,7 +249,7 @@ template <class Side> struct Beyond<Side, float> {
 
 template <class Complex, class Side> void replacedComplex(const Complex* src, Complex* dst, int len, ScaledLevel<Scalar<Complex>> level, Complex value) {
     const Beyond<Side, Scalar<Complex>> beyond(level);
-    eachComplex(src, dst, len, [&](auto z) {
+    eachComplex<1>(src, dst, len, [&](auto z) {
         using V = decltype(z.a);
         return select(beyond(z), Two<V>{same<V>(value.re), same<V>(value.im)}, z);
     });
@@ -236,6 +278,12 @@ template <class V> struct Polar {
     }
 };
 
+// Whether squares s are all so far from the bounds of the range that Polar scales none of their elements.
+template <class V> TEVS_INLINE bool isModerate(V s) {
+    constexpr bool wide = sizeof(Element<V>) == 8;
+    return all(isAtMost(constant<V>(wide ? 0x1p-898 : 0x1p-78), s) & isAtMost(s, constant<V>(wide ? 0x1p998 : 0x1p118)));
+}
+
 // What is beyond the level keeps its phase and gets its magnitude; zero has none and counts as positive.
 template <class Complex, class Side> void limitedComplex(const Complex* src, Complex* dst, int len, ScaledLevel<Scalar<Complex>> level) {
     const Beyond<Side, Scalar<Complex>> beyond(level);
@@ -243,8 +291,11 @@ template <class Complex, class Side> void limitedComplex(const Complex* src, Com
         using V = decltype(z.a);
         const auto mask = beyond(z);
         if (!any(mask)) return z;
+        const auto scaled = [&](Two<V> x, V square2) { return times(times(x, same<V>(level.mantissa) / squareRoot(square2)), same<V>(level.unit)); };
+        if (const V s = square(z); isModerate(s)) [[likely]]
+            return select(mask, scaled(z, s), z);
         const Polar<V> p(z);
-        const Two<V> r = times(times(p.z, same<V>(level.mantissa) / squareRoot(p.square2)), same<V>(level.unit));
+        const Two<V> r = scaled(p.z, p.square2);
         return select(mask, select(p.zero, Two<V>{same<V>(level.level), V{}}, r), z);
     });
 }
@@ -253,7 +304,10 @@ template <class Complex, class Side> void limitedComplex(const Complex* src, Com
 template <class Complex> bool invertedComplex(const Complex* src, Complex* dst, int len, ScaledLevel<Scalar<Complex>> level) {
     using T = Scalar<Complex>;
     const Beyond<Below, T> below(level);
-    const T perLevel = 1 / level.level, perMantissa = 1 / level.mantissa, perUnit = 1 / level.unit;
+    // Of a moderate level one factor does for both.
+    const T perLevel = 1 / level.level, perUnit = 1 / level.unit;
+    const bool inTwo = !(perUnit >= T(0x1p-60) && perUnit <= T(0x1p60));
+    const T perMantissa = inTwo ? 1 / level.mantissa : 1 / level.mantissa * perUnit;
     bool infinite = false;
     eachComplex(src, dst, len, [&](auto z) {
         using V = decltype(z.a);
@@ -261,12 +315,12 @@ template <class Complex> bool invertedComplex(const Complex* src, Complex* dst, 
         const auto quotient = [&](Two<V> x, V square2, V first) {
             const Two<V> conj = {x.a, flip(x.b, constant<V>(-0.0))};
             if (!any(mask)) return times(times(conj, constant<V>(1) / square2), first);
-            const V divisor = select(mask, squareRoot(square2), square2), second = select(mask, same<V>(perUnit), constant<V>(1));
-            return times(times(times(conj, constant<V>(1) / divisor), select(mask, same<V>(perMantissa), first)), second);
+            const V divisor = select(mask, squareRoot(square2), square2);
+            const Two<V> r = times(times(conj, constant<V>(1) / divisor), select(mask, same<V>(perMantissa), first));
+            return inTwo ? times(r, select(mask, same<V>(perUnit), constant<V>(1))) : r;
         };
-        // Where the squares are far from the bounds of the range there is nothing to scale, and no quotient is infinite.
-        constexpr double kLeastSquare = sizeof(T) == 8 ? 0x1p-898 : 0x1p-78, kLargestSquare = sizeof(T) == 8 ? 0x1p998 : 0x1p118;
-        if (const V s = square(z); all(isAtMost(constant<V>(kLeastSquare), s) & isAtMost(s, constant<V>(kLargestSquare)))) [[likely]]
+        // No quotient is infinite there.
+        if (const V s = square(z); isModerate(s)) [[likely]]
             return quotient(z, s, constant<V>(1));
         const Polar<V> p(z);
         const Two<V> r = select(p.zero, Two<V>{same<V>(perLevel), V{}}, quotient(p.z, p.square2, p.factor));
