@@ -13,36 +13,45 @@
 namespace tevs {
 namespace {
 
+// So many steps of x <- 69069 x + 1013904243 mod 2^32 at once.
+struct Congruential {
+    uint32_t factor = 1, summand = 0;
+    constexpr uint32_t operator()(uint32_t x) const { return factor * x + summand; }
+    constexpr Congruential after() const { return {69069 * factor, 69069 * summand + 1013904243}; }
+};
+
 // The generator in a record: five words in this order.
 struct Core {
     uint32_t lcg, x1, x2, x3;
     int16_t borrow;   // 0 or -1
     uint16_t owned;   // the record came from InitAlloc
 
-    static constexpr uint32_t next(uint32_t x) { return 69069 * x + 1013904243; }
+    static constexpr uint32_t next(uint32_t x) { return Congruential{}.after()(x); }
     explicit Core(uint32_t seed, bool fromInitAlloc = false) : lcg(1131199209), x1(seed), x2(next(x1)), x3(next(x2)), borrow(-1), owned(fromInitAlloc) {}
 };
 
-// The next len numbers, at most a block. Each difference waits for the borrow of the one before, which takes two operations in a row and cannot be shared among lanes: the sign makes the
-// sequence no linear one that one could jump ahead in. Three steps at a time, no register is moved.
+// The next len numbers, at most a block. Each difference waits for the borrow of the one before, which takes two operations in a row and cannot be shared among lanes:
+// the sign makes the sequence no linear one that one could jump ahead in. Three steps at a time, no register is moved, and three of the congruential numbers, which can
+// jump, come from one.
 void draw(Core& core, int32_t* raw, int len) {
     uint32_t lcg = core.lcg, x1 = core.x1, x2 = core.x2, x3 = core.x3;
     int32_t borrow = core.borrow;
-    const auto step = [&](uint32_t newer, uint32_t& oldest, int i) {
+    const auto difference = [&](uint32_t newer, uint32_t& oldest) {
         const int32_t t = int32_t(newer - oldest + uint32_t(borrow));
         borrow = t >> 31;
-        oldest = uint32_t(t) + (uint32_t(borrow) & uint32_t(-18));
-        lcg = Core::next(lcg);
-        raw[i] = int32_t(oldest + lcg);
+        return oldest = uint32_t(t) + (uint32_t(borrow) & uint32_t(-18));
     };
+    constexpr auto afterOne = Congruential{}.after(), afterTwo = afterOne.after(), afterThree = afterTwo.after();
     int i = 0;
     for (; i <= len - 3; i += 3) {
-        step(x2, x3, i);
-        step(x1, x2, i + 1);
-        step(x3, x1, i + 2);
+        raw[i] = int32_t(difference(x2, x3) + afterOne(lcg));
+        raw[i + 1] = int32_t(difference(x1, x2) + afterTwo(lcg));
+        lcg = afterThree(lcg);
+        raw[i + 2] = int32_t(difference(x3, x1) + lcg);
     }
     for (; i < len; ++i) {
-        step(x2, x3, i);
+        lcg = afterOne(lcg);
+        raw[i] = int32_t(difference(x2, x3) + lcg);
         const uint32_t x = x3;
         x3 = x2;
         x2 = x1;
