@@ -14,20 +14,20 @@
 namespace tevs {
 namespace {
 
-// Those that a signal of len elements takes, three at least. By squaring, in a type W that has the bits to spare which that loses: one for each power. Every kFresh-th
-// comes from its own angle, an exact multiple, so that no power loses more. The C library's sine and cosine may work in extended precision.
-template <class W> void phasePowers(PhasePowers* z, double omega, int len) {
+// Those that a signal of len elements takes, three at least. By squaring in extended precision, which has the bits to spare that it loses: one for each power.
+// Every kFresh-th comes from its own angle, an exact multiple, so that no power loses more.
+void phasePowers(PhasePowers* z, double omega, int len) {
     constexpr int kFresh = 14;
-    W re = 0, im = 0;
+    long double re = 0, im = 0;
     for (int i = 0; i < 3 || len >> i; ++i) {
         if (i % kFresh == 0) {
-            const W angle = W(omega) * (1 << i);
+            const long double angle = static_cast<long double>(omega) * (1 << i);
             re = std::cos(angle);
             im = std::sin(angle);
         }
         z->re[i] = double(re);
         z->im[i] = double(im);
-        const W square = re * re - im * im;
+        const long double square = re * re - im * im;
         im = 2 * re * im;
         re = square;
     }
@@ -41,11 +41,14 @@ template <> int16_t rounded(double x, int scaleFactor) {
 }
 
 template <int Count, class S, class D, class F> void evaluate(const S* src, int len, D* result, const F* frequencies, int scaleFactor, Goertzel<S> kernel) {
-    using W = std::conditional_t<std::is_same_v<Scalar<S>, double>, long double, double>;
-    PhasePowers z[Count];
-    for (int i = 0; i < Count; ++i) inExtended(phasePowers<W>, &z[i], 6.283185307179586 * frequencies[i], len);
+    FrequencyOf<S> own[Count];
+    for (int i = 0; i < Count; ++i)
+        if constexpr (std::is_same_v<FrequencyOf<S>, double>)
+            own[i] = frequencies[i];
+        else
+            inExtended(phasePowers, &own[i], 6.283185307179586 * frequencies[i], len);
     Complex64f y[Count];
-    kernel(src, len, z, y);
+    kernel(src, len, own, y);
     for (int i = 0; i < Count; ++i) result[i] = eachPart<D>(y[i], [=](double x) { return rounded<Scalar<D>>(x, scaleFactor); });
 }
 

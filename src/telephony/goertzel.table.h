@@ -13,8 +13,13 @@ struct PhasePowers {
     double re[kPhasePowers], im[kPhasePowers];
 };
 
+// A frequency in cycles per sample; for samples in double precision, which need more digits of its powers than it has itself, the powers.
+template <class S> struct FrequencyFor { using type = double; };
+template <> struct FrequencyFor<Complex64f> { using type = PhasePowers; };
+template <class S> using FrequencyOf = typename FrequencyFor<S>::type;
+
 // y[i] = sum over n of src[n] * z[i]^(len - n), for one frequency or two.
-template <class S> using Goertzel = void (*)(const S* src, int len, const PhasePowers* z, Complex64f* y);
+template <class S> using Goertzel = void (*)(const S* src, int len, const FrequencyOf<S>* frequency, Complex64f* y);
 
 struct GoertzelKernels {
     Goertzel<float> one32f;
