@@ -35,11 +35,13 @@ const bool registered = [] {
     record<uint8_t>("RandUniform_8u", u8, tevsRandUniform_8u);
     record<int16_t>("RandUniform_16s", u16, tevsRandUniform_16s);
     record<float>("RandUniform_32f", u32, tevsRandUniform_32f);
+    twister<uint8_t>("RandUniform_8u", std::uniform_int_distribution<int>(0, 255));
     twister<int16_t>("RandUniform_16s", std::uniform_int_distribution<int>(-1000, 1000));
     twister<float>("RandUniform_32f", std::uniform_real_distribution<float>(-1, 1));
     record<uint8_t>("RandGauss_8u", g8, tevsRandGauss_8u);
     record<int16_t>("RandGauss_16s", g16, tevsRandGauss_16s);
     record<float>("RandGauss_32f", g32, tevsRandGauss_32f);
+    twister<uint8_t>("RandGauss_8u", std::normal_distribution<float>(100, 20));
     twister<int16_t>("RandGauss_16s", std::normal_distribution<float>(0, 1000));
     twister<float>("RandGauss_32f", std::normal_distribution<float>(0, 1));
     direct<int16_t>("RandUniform_Direct_16s", tevsRandUniform_Direct_16s);

@@ -20,7 +20,8 @@ template <class S, class D, class F> void row(const char* operation, const char*
         if constexpr (std::is_same_v<S, Complex16s>) {
             for (int i = 0; i < n; ++i) src[size_t(i)] = {int16_t(i * 7919), int16_t(i * 104729)};
         } else {
-            for (size_t i = 0; i < src.size() * sizeof(S) / sizeof *parts; ++i) parts[i] = static_cast<std::remove_pointer_t<decltype(parts)>>(int16_t(i * 7919));
+            for (size_t i = 0; i < src.size() * sizeof(S) / sizeof *parts; ++i)
+                parts[i] = static_cast<std::remove_pointer_t<decltype(parts)>>(int16_t(i * 7919));
         }
         return [=, src = std::move(src), result = std::vector<D>(2)]() mutable { f(src.data(), n, result.data()); };
     });
@@ -33,17 +34,23 @@ const bool registered = [] {
     row<Complex32f, Complex32f>("Goertz_32fc", "plain", [](const Complex32f* s, int n, Complex32f* y) { plain::goertzel(s, n, y, kTone); });
     row<Complex64f, Complex64f>("Goertz_64fc", "tevs", [](const Complex64f* s, int n, Complex64f* y) { tevsGoertz_64fc(s, n, y, kExactTones[0]); });
     row<Complex64f, Complex64f>("Goertz_64fc", "plain", [](const Complex64f* s, int n, Complex64f* y) { plain::goertzel(s, n, y, kExactTones[0]); });
-    row<int16_t, Complex32f>("Goertz_16s_Sfs", "tevs", [](const int16_t* s, int n, Complex32f* y) {
-        tevsGoertz_16s_Sfs(s, n, reinterpret_cast<Complex16s*>(y), kTone, 7);
-    });
+    row<int16_t, Complex32f>("Goertz_16s_Sfs", "tevs",
+                             [](const int16_t* s, int n, Complex32f* y) { tevsGoertz_16s_Sfs(s, n, reinterpret_cast<Complex16s*>(y), kTone, 7); });
     row<int16_t, Complex32f>("Goertz_16s_Sfs", "plain", [](const int16_t* s, int n, Complex32f* y) { plain::goertzel(s, n, y, kTone); });
     row<Complex16s, Complex16s>("Goertz_16sc_Sfs", "tevs", [](const Complex16s* s, int n, Complex16s* y) { tevsGoertz_16sc_Sfs(s, n, y, kTone, 7); });
+    row<Complex16s, Complex32f>("Goertz_16sc_Sfs", "plain", [](const Complex16s* s, int n, Complex32f* y) { plain::goertzel(s, n, y, kTone); });
     row<Complex32f, Complex32f>("GoertzTwo_32fc", "tevs", [](const Complex32f* s, int n, Complex32f* y) { tevsGoertzTwo_32fc(s, n, y, kTones); });
     row<Complex32f, Complex32f>("GoertzTwo_32fc", "plain", [](const Complex32f* s, int n, Complex32f* y) {
         for (int i = 0; i < 2; ++i) plain::goertzel(s, n, y + i, kTones[i]);
     });
     row<Complex64f, Complex64f>("GoertzTwo_64fc", "tevs", [](const Complex64f* s, int n, Complex64f* y) { tevsGoertzTwo_64fc(s, n, y, kExactTones); });
+    row<Complex64f, Complex64f>("GoertzTwo_64fc", "plain", [](const Complex64f* s, int n, Complex64f* y) {
+        for (int i = 0; i < 2; ++i) plain::goertzel(s, n, y + i, kExactTones[i]);
+    });
     row<Complex16s, Complex16s>("GoertzTwo_16sc_Sfs", "tevs", [](const Complex16s* s, int n, Complex16s* y) { tevsGoertzTwo_16sc_Sfs(s, n, y, kTones, 7); });
+    row<Complex16s, Complex32f>("GoertzTwo_16sc_Sfs", "plain", [](const Complex16s* s, int n, Complex32f* y) {
+        for (int i = 0; i < 2; ++i) plain::goertzel(s, n, y + i, kTones[i]);
+    });
 #if TEVS_PEER_SPANDSP
     row<int16_t, Complex32f>("Goertz_16s_Sfs", "SpanDSP", [](const int16_t* s, int n, Complex32f* y) {
         goertzel_descriptor_t tone;

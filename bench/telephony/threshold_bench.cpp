@@ -35,6 +35,10 @@ template <class T> void belowValue(const char* operation, Status (*f)(const T*, 
     rows<T>(
         operation, [=](const T* s, T* d, int n) { f(s, d, n, T(-250), T(7)); }, [](const T* s, T* d, int n) { plain::belowValue(s, d, n, T(-250), T(7)); });
 }
+template <class T> void aboveValue(const char* operation, Status (*f)(const T*, T*, int, T, T)) {
+    rows<T>(
+        operation, [=](const T* s, T* d, int n) { f(s, d, n, T(250), T(7)); }, [](const T* s, T* d, int n) { plain::aboveValue(s, d, n, T(250), T(7)); });
+}
 template <class T> void outside(const char* operation, Status (*f)(const T*, T*, int, T, T, T, T)) {
     rows<T>(
         operation, [=](const T* s, T* d, int n) { f(s, d, n, T(-300), T(7), T(300), T(8)); },
@@ -53,9 +57,13 @@ const bool registered = [] {
     belowValue("Threshold_LTVal_16s", tevsThreshold_LTVal_16s);
     belowValue("Threshold_LTVal_32f", tevsThreshold_LTVal_32f);
     belowValue("Threshold_LTVal_64f", tevsThreshold_LTVal_64f);
+    aboveValue("Threshold_GTVal_16s", tevsThreshold_GTVal_16s);
+    aboveValue("Threshold_GTVal_32f", tevsThreshold_GTVal_32f);
     outside("Threshold_LTValGTVal_16s", tevsThreshold_LTValGTVal_16s);
+    outside("Threshold_LTValGTVal_32s", tevsThreshold_LTValGTVal_32s);
     outside("Threshold_LTValGTVal_32f", tevsThreshold_LTValGTVal_32f);
     magnitude("Threshold_LTAbs_16s", tevsThreshold_LTAbs_16s);
+    magnitude("Threshold_LTAbs_32s", tevsThreshold_LTAbs_32s);
     magnitude("Threshold_LTAbs_32f", tevsThreshold_LTAbs_32f);
     rows<float>(
         "Threshold_LTInv_32f", [](const float* s, float* d, int n) { tevsThreshold_LTInv_32f(s, d, n, 150); },
@@ -64,11 +72,29 @@ const bool registered = [] {
         "Threshold_LT_32fc", [](const Complex32f* s, Complex32f* d, int n) { tevsThreshold_LT_32fc(s, d, n, 200); },
         [](const Complex32f* s, Complex32f* d, int n) { plain::below(s, d, n, 200); });
     rows<Complex32f>(
-        "Threshold_LTVal_32fc", [](const Complex32f* s, Complex32f* d, int n) { tevsThreshold_LTVal_32fc(s, d, n, 200, {1, 2}); },
-        [](const Complex32f* s, Complex32f* d, int n) { plain::belowValue(s, d, n, 200, {1, 2}); });
+        "Threshold_LTVal_32fc",
+        [](const Complex32f* s, Complex32f* d, int n) {
+            tevsThreshold_LTVal_32fc(s, d, n, 200, {1, 2});
+        },
+        [](const Complex32f* s, Complex32f* d, int n) {
+            plain::belowValue(s, d, n, 200, {1, 2});
+        });
+    rows<Complex64f>(
+        "Threshold_LTVal_64fc",
+        [](const Complex64f* s, Complex64f* d, int n) {
+            tevsThreshold_LTVal_64fc(s, d, n, 200, {1, 2});
+        },
+        [](const Complex64f* s, Complex64f* d, int n) {
+            plain::belowValue(s, d, n, 200, {1, 2});
+        });
     rows<Complex16s>(
-        "Threshold_LTVal_16sc", [](const Complex16s* s, Complex16s* d, int n) { tevsThreshold_LTVal_16sc(s, d, n, 200, {1, 2}); },
-        [](const Complex16s* s, Complex16s* d, int n) { plain::belowValue(s, d, n, 200, {1, 2}); });
+        "Threshold_LTVal_16sc",
+        [](const Complex16s* s, Complex16s* d, int n) {
+            tevsThreshold_LTVal_16sc(s, d, n, 200, {1, 2});
+        },
+        [](const Complex16s* s, Complex16s* d, int n) {
+            plain::belowValue(s, d, n, 200, {1, 2});
+        });
     row<Complex16s>("Threshold_LT_16sc", "tevs", [](const Complex16s* s, Complex16s* d, int n) { tevsThreshold_LT_16sc(s, d, n, 200); });
     rows<Complex32f>(
         "Threshold_LTInv_32fc", [](const Complex32f* s, Complex32f* d, int n) { tevsThreshold_LTInv_32fc(s, d, n, 200); },

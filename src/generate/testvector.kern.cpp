@@ -25,9 +25,20 @@ template <class T> void ramp(T* dst, int len, float offset, float slope) {
             using V = Vec<float, n.n>;
             return constant<V>(offset) + __builtin_convertvector(indices<n.n>(at), V) * constant<V>(slope);
         };
-        if constexpr (__is_same(T, float))
-            map<kLanes<float>, 4>(len, dst, value, Index{0});
-        else
+        if constexpr (__is_same(T, float)) {
+            // Indices that are counted up in a register, and stores that cross no cache line.
+            constexpr int n = kLanes<float>;
+            if (len < 4 * n) return map<n, 4>(len, dst, value, Index{0});
+            store(dst, value(Lanes<n>{}, Index{0}));
+            int i = int(-uintptr_t(dst) % kRegisterBytes) / int(sizeof(float));
+            const auto line = [=](auto index) {
+                using V = Vec<float, n>;
+                return constant<V>(offset) + __builtin_convertvector(index, V) * constant<V>(slope);
+            };
+            for (auto at = indices<n>(Index{i}); i <= len - 2 * n; i += 2 * n, at += 2 * n) store(dst + i, Two{line(at), line(at + n)});
+            if (i < len - n) store(dst + i, value(Lanes<n>{}, Index{i}));
+            store(dst + (len - n), value(Lanes<n>{}, Index{len - n}));
+        } else
             produce<Truncated>(
                 dst, len, [=](auto n, Index at) { return both(widen(value(n, at)), [](auto v) { return awayFromZero(v); }); }, Index{0});
     }

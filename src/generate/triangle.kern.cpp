@@ -8,6 +8,12 @@ namespace {
 
 // x less its integer part, for 0 <= x < 2^51.
 template <class V> TEVS_INLINE V fraction(V x) {
+#if TEVS_REGISTER_BYTES >= 32
+    if constexpr (sizeof(V) == 32) return x - (V)_mm256_floor_pd((__m256d)x);
+#endif
+#if TEVS_LEVEL >= 1
+    if constexpr (sizeof(V) == 16) return x - (V)_mm_floor_pd((__m128d)x);
+#endif
     const V shifter = constant<V>(0x1.8p52), r = x - ((x + shifter) - shifter);
     return r + (V)(isLess(r, V{}) & (Bits<V>)constant<V>(1));
 }
@@ -28,9 +34,9 @@ template <class T> void generated(const Wave& wave, T* dst, int len) {
                 const auto value = [=](auto k, auto q) {
                     using V = decltype(k);
                     const V x = fraction((k * constant<V>(step) + constant<V>(phase)) + q * constant<V>(0.25));
-                    const V v = select(isLess(x, constant<V>(fall)), constant<V>(1) - x * constant<V>(down),
-                                       (x - constant<V>(fall)) * constant<V>(up) - constant<V>(1));
-                    return constant<V>(magn) * atLeast(constant<V>(-1), atMost(constant<V>(1), v));
+                    // Each line is the higher one where it counts. That of no falling slope at all is NaN at x = 0, which gives the other.
+                    const V falling = constant<V>(1) - x * constant<V>(down), rising = (x - constant<V>(fall)) * constant<V>(up) - constant<V>(1);
+                    return constant<V>(magn) * atLeast(constant<V>(-1), atMost(constant<V>(1), atLeast(falling, rising)));
                 };
                 return Two{value(sample.a, quarters.a), value(sample.b, quarters.b)};
             },
