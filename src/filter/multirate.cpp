@@ -19,7 +19,7 @@
 #include "core/rounding.h"
 #include "core/scale.h"
 #include "filter/delay_line.h"
-#include "filter/fir.table.h"
+#include "filter/fir_kernels.h"
 #include "filter/fir_taps.h"
 #include "filter/multirate.table.h"
 
@@ -56,16 +56,20 @@ struct RateState : FirState {
     int32_t outs, ins;   // outputs and inputs of a period
     int32_t atOnce;      // periods that pass through the streams at a time
     Streams streams;
-    int32_t groupCount;
+    int32_t groupCount;   // of a piece
+    int32_t pieces;       // that the taps of a phase are summed in, one array of groups for each
     PhaseGroup* groups;
-    void* taps;         // in the caller's order
-    void* groupTaps;    // in the order of the groups
+    void* taps;        // in the caller's order
+    void* groupTaps;   // in the order of the groups, once for each digit
+    ptrdiff_t groupTapsCount, runTapsCount;
     int32_t runCount;   // 0 where they do not serve
     OutputRun* runs;
     void* runTaps;
     int32_t* place;    // of input -dlyLen and on
     void* streamsOf;   // of the caller's thread
     void* outputs;
+    void* upper;
+    void* totals;
     void* line;   // the inputs of a block of few periods, behind the past
     void* next;   // the past after the block that is being filtered
 };
@@ -78,6 +82,8 @@ static_assert(sizeof(RateState) <= kStateBytes);
 template <class T, class S> struct Area {
     T* streams;
     T* outputs;
+    T* upper;          // sums with the upper digits of taps
+    int64_t* totals;   // of sums in pieces
     T* line;
     S* past;
 };
@@ -95,24 +101,31 @@ inline auto splitOf(const MultirateKernels* k, const int32_t*, double*) { return
 inline auto splitOf(const MultirateKernels* k, const Complex32s*, double*) { return k->split32sc_64fc; }
 inline auto splitOf(const MultirateKernels* k, const int16_t*, double*) { return k->split16s_64f; }
 inline auto splitOf(const MultirateKernels* k, const Complex16s*, double*) { return k->split16sc_64fc; }
+inline auto splitOf(const MultirateKernels* k, const Complex16s*, int32_t*) { return k->split_16sc; }
 
-// A type pair, and how it is computed. Sums of 16-bit taps times 16-bit samples are exact in double precision.
+// A type pair, and how it is computed. 16-bit taps times 16-bit samples are multiplied two at a time and summed in 32 bits, as single-rate filters do it: taps whose
+// magnitudes add up to too much are taken by digits, each in a pass of its own, and phases of more taps than have room in such a sum in pieces.
 template <class Kind> struct Rated {
     using Tap = typename Kind::Tap;
     using Stored = typename Kind::Stored;
     using Sample = typename Kind::Sample;
-    using Number = std::conditional_t<Kind::kIntegerTaps, double, Scalar<Stored>>;
-    static constexpr int kPer = kParts<Sample>;                      // scalars of a sample
-    static constexpr int kRun = 16 / (kPer * int(sizeof(Number)));   // streams that are filled together
-    static constexpr int kRows = 4 / kPer;                           // outputs that are computed together
-    static constexpr int kRunOutputs = kRunBytes / (kPer * int(sizeof(Number)));
-    static constexpr int kFew = 8;        // periods up to which a block is filtered by runs of outputs
-    static constexpr int kTogether = 3;   // times kPeriodsAtOnce: the most that the kernels take in one step
+    static constexpr bool kShort = Kind::kIntegerTaps;
+    using Number = std::conditional_t<kShort, int32_t, Scalar<Stored>>;   // two parts of a complex sample or two samples, where they are short
+    static constexpr int kOut = kParts<Sample>;                           // numbers of an output
+    static constexpr int kIn = kShort ? 1 : kOut;                         // numbers of an input
+    static constexpr int kStep = kShort && kOut == 1 ? 2 : 1;             // inputs in a number
+    static constexpr int kDigits = kShort ? 2 : 1;
+    static constexpr int kPieceTaps = kShort ? tevs::kRun<Stored> : INT_MAX;
+    static constexpr int kRun = 16 / (kIn * int(sizeof(Number)));   // streams that are filled together
+    static constexpr int kRows = 4 / kOut;                          // outputs that are computed together
+    static constexpr int kRunNumbers = kRunBytes / int(sizeof(Number)), kRunOutputs = kRunNumbers / kOut, kRunInputs = kRunNumbers / kIn;
+    static constexpr int kFew = 8;             // periods up to which a block is filtered by runs of outputs
+    static constexpr int kStepsTogether = 3;   // times kPeriodsAtOnce: the most that the kernels take in one step
     static constexpr bool kDirect = std::is_same_v<Number, Scalar<Sample>>;
 
     // The dimensions of a record, of what depends on the phases the most that it can be. They may be too large: fits() tells.
     struct Extent {
-        int64_t outs, ins, past, before, runs, run, atOnce, stride, groups, groupTaps, outputRuns, lineLen;
+        int64_t outs, ins, past, before, runs, run, atOnce, stride, groups, pieces, groupTaps, outputRuns, runTaps, lineLen;
 
         Extent(int tapsLen, int up, int down) {
             const int64_t common = std::gcd(up, down);
@@ -128,22 +141,27 @@ template <class Kind> struct Rated {
             run = std::min<int64_t>(ins, kRun);
             runs = std::min((ins + run - 1) / run, outs * ((past + run - 1) / run + 1));
             // A third of the first cache at a time, in steps that fill the kernels' registers.
-            constexpr int kStep = 3 * kPeriodsAtOnce;
-            const int64_t largest = std::max(runs * run, kDirect ? 1 : outs) * kPer * int64_t{sizeof(Number)};
-            const int64_t counted = (int64_t{1} << 30) / (std::max(ins, outs) * kPer);   // their inputs and outputs are counted in 32 bits
-            atOnce = std::clamp<int64_t>(std::min(16384 / largest, counted) / kStep * kStep, kStep, 20 * kStep);
+            constexpr int kMultiple = 3 * kPeriodsAtOnce;
+            const int64_t largest = std::max(runs * run * kIn, kDirect ? 1 : outs * kOut) * int64_t{sizeof(Number)};
+            const int64_t counted = (int64_t{1} << 30) / (std::max(ins, outs) * kOut);   // their inputs and outputs are counted in 32 bits
+            atOnce = std::clamp<int64_t>(std::min(16384 / largest, counted) / kMultiple * kMultiple, kMultiple, 20 * kMultiple);
             stride = ((before + atOnce + 3) & ~int64_t{3}) + 4;
             groups = (outs + kRows - 1) / kRows;
             // Rows of a group that overlap start at most 3 down / up + 1 inputs apart, and have one table; others have one each.
             const int64_t apart = 3 * int64_t{down} / up + 1;
-            outputRuns = times == 1 && outs >= 4 * kRows ? (outs + kRunOutputs - 1) / kRunOutputs : 0;
+            const auto steps = [](int64_t inputs) { return kStep == 1 ? inputs : inputs / kStep + 2; };
+            pieces = (past - 1) / kPieceTaps + 1;
+            outputRuns = times == 1 && outs >= 4 * kRows && pieces == 1 ? (outs + kRunOutputs - 1) / kRunOutputs : 0;
+            runTaps = outputRuns * steps(past) * kIn * kRunNumbers;
             lineLen = outputRuns ? (before + kFew) * ins + kRunSlack : 0;
-            groupTaps = groups * 4 * (apart < past - 1 ? past + apart : 4 * past);
+            groupTaps = groups * pieces * 4 * (apart < past - 1 && pieces == 1 ? steps(past + apart) : 4 * steps(std::min<int64_t>(past, kPieceTaps)));
         }
         template <class S> uint64_t carveArea(Carve& c, Area<Number, S>& area) const {
-            area.streams = c.take<Number>(uint64_t(runs * run * stride * kPer));
-            area.outputs = c.take<Number>(uint64_t(outs * kPer * (kDirect ? kTogether * kPeriodsAtOnce : atOnce)));
-            area.line = c.take<Number>(uint64_t(lineLen * kPer));
+            area.streams = c.take<Number>(uint64_t(runs * run * stride * kIn));
+            area.outputs = c.take<Number>(uint64_t(outs * kOut * (kDirect ? kStepsTogether * kPeriodsAtOnce : atOnce)));
+            area.upper = c.take<Number>(uint64_t(kShort ? outs * kOut * atOnce : 0));
+            area.totals = c.take<int64_t>(uint64_t(pieces > 1 ? outs * kOut * atOnce : 0));
+            area.line = c.take<Number>(uint64_t(lineLen * kIn));
             area.past = c.take<S>(uint64_t(before * ins));
             return c.size();
         }
@@ -157,7 +175,7 @@ template <class Kind> struct Rated {
     static bool fits(const Extent& e, int tapsLen) {
         // Each of these is a number of elements in the record.
         constexpr int64_t most = INT_MAX;
-        return e.outs <= most / 64 && e.ins <= most / 64 && e.groupTaps <= most / 2 && e.runs * e.run <= most / e.stride / kPer &&
+        return e.outs <= most / 64 && e.ins <= most / 64 && e.groupTaps <= most / 2 && e.runs * e.run <= most / e.stride / kIn &&
                layOut(nullptr, nullptr, tapsLen, e) <= uint64_t{INT_MAX} - 16;
     }
 
@@ -166,10 +184,10 @@ template <class Kind> struct Rated {
         Carve c(block);
         c.take<unsigned char>(kStateBytes);
         Stored* const taps = c.take<Stored>(uint64_t(tapsLen));
-        PhaseGroup* const groups = c.take<PhaseGroup>(uint64_t(e.groups));
-        Number* const groupTaps = c.take<Number>(uint64_t(e.groupTaps));
+        PhaseGroup* const groups = c.take<PhaseGroup>(uint64_t(e.groups * e.pieces));
+        Number* const groupTaps = c.take<Number>(uint64_t(kDigits * e.groupTaps));
         OutputRun* const runs = c.take<OutputRun>(uint64_t(e.outputRuns));
-        Number* const runTaps = c.take<Number>(uint64_t(e.outputRuns * e.past * kPer * kRunOutputs * kPer));
+        Number* const runTaps = c.take<Number>(uint64_t(kDigits * e.runTaps));
         int32_t* const place = c.take<int32_t>(uint64_t(e.past + e.ins));
         int32_t* const starts = c.take<int32_t>(uint64_t(e.runs));
         Sample* const delay = c.take<Sample>(uint64_t(e.before * e.ins));
@@ -180,6 +198,8 @@ template <class Kind> struct Rated {
             new (s) RateState{};
             s->id = Kind::kMultirateId;
             s->tapsLen = tapsLen;
+            s->digits = 1;
+            s->kernels = fir;
             s->rateKernels = multirate;
             s->delay = delay;
             s->dlyLen = int(e.past);
@@ -189,15 +209,20 @@ template <class Kind> struct Rated {
             s->atOnce = int(e.atOnce);
             s->streams = {.places = int(e.ins), .runs = int(e.runs), .starts = starts, .stride = ptrdiff_t(e.stride)};
             s->groupCount = int(e.groups);
+            s->pieces = int(e.pieces);
             s->groups = groups;
             s->taps = taps;
             s->groupTaps = groupTaps;
+            s->groupTapsCount = ptrdiff_t(e.groupTaps);
+            s->runTapsCount = ptrdiff_t(e.runTaps);
             s->runCount = int(e.outputRuns);
             s->runs = runs;
             s->runTaps = runTaps;
             s->place = place;
             s->streamsOf = area.streams;
             s->outputs = area.outputs;
+            s->upper = area.upper;
+            s->totals = area.totals;
             s->line = area.line;
             s->next = area.past;
             memset(static_cast<unsigned char*>(block) + at, 0, size_t(c.size() - at));   // lanes behind the last period are computed, and dropped
@@ -212,36 +237,72 @@ template <class Kind> struct Rated {
         return area;
     }
     static Area<Number, Sample> own(const RateState* s) {
-        return {static_cast<Number*>(s->streamsOf), static_cast<Number*>(s->outputs), static_cast<Number*>(s->line), static_cast<Sample*>(s->next)};
+        return {static_cast<Number*>(s->streamsOf), static_cast<Number*>(s->outputs), static_cast<Number*>(s->upper),
+                static_cast<int64_t*>(s->totals),   static_cast<Number*>(s->line),    static_cast<Sample*>(s->next)};
     }
 
     // ---- taps -----------------------------------------------------------------------------------------------------------------------------
 
-    // Output p of a period: its newest input, and of every upFactor-th tap the first and their number.
+    // Output p of a period: its newest input, and of every upFactor-th tap the first and their number; or a piece of these.
     struct Phase {
-        int newest, first, count;
+        int newest;
+        int64_t first;
+        int count;
     };
-    static Phase phase(const RateState* s, int p) {
+    static Phase phase(const RateState* s, int p, int piece = 0) {
         const Rates& r = s->rates;
         const int64_t t = int64_t{p} * r.down + r.downPhase - r.upPhase;
         const int64_t newest = t >= 0 ? t / r.up : -1;   // t > -up
         const int first = int(t - newest * r.up);
-        return {int(newest), first, first < s->tapsLen ? (s->tapsLen - 1 - first) / r.up + 1 : 0};
+        const int count = first < s->tapsLen ? (s->tapsLen - 1 - first) / r.up + 1 : 0;
+        const int skipped = piece == 0 ? 0 : std::min(piece * kPieceTaps, count);
+        return {int(newest) - skipped, first + int64_t{skipped} * r.up, std::min(count - skipped, kPieceTaps)};
+    }
+    // One or both parts of its tap for an input, 0 where it has none.
+    static const Stored* tapOf(const RateState* s, const Phase& f, int input) {
+        static constexpr Stored kNone{};
+        const int j = f.newest - input;
+        return j >= 0 && j < f.count ? static_cast<const Stored*>(s->taps) + f.first + int64_t{j} * s->rates.up : &kNone;
+    }
+    // What the number of this input is multiplied by for a part of the output.
+    template <class Digit> static Number factor(const RateState* s, const Phase& f, int input, int part, Digit digit) {
+        const Stored tap = *tapOf(s, f, input);
+        if constexpr (kShort) {
+            int16_t pair[2];
+            if constexpr (kOut == 1) {
+                pair[0] = digit(*tapOf(s, f, input - 1));
+                pair[1] = digit(tap);
+            } else {
+                pair[0] = digit(part == 0 ? tap.re : tap.im);
+                pair[1] = digit(part == 0 ? int16_t(-tap.im) : tap.re);
+            }
+            Number n;
+            memcpy(&n, pair, sizeof n);
+            return n;
+        } else {
+            return digit(partsOf(&tap)[part]);
+        }
     }
 
-    // Groups of one shape come one after another: the kernel's short loops then take the same turns as in the group before, which processors foresee.
     static void buildGroups(RateState* s) {
+        int64_t used = 0;
+        for (int piece = 0; piece < s->pieces; ++piece) buildGroups(s, piece, used);
+    }
+    // Groups of one shape come one after another: the kernel's short loops then take the same turns as in the group before, which processors foresee.
+    static void buildGroups(RateState* s, int piece, int64_t& used) {
+        PhaseGroup *const groups = s->groups + ptrdiff_t{piece} * s->groupCount, *const end = groups + s->groupCount;
         for (int n = 0; n < s->groupCount; ++n) {
-            PhaseGroup& g = s->groups[n];
+            PhaseGroup& g = groups[n];
             const int first = std::min(n * kRows, s->outs - kRows);   // the last group ends with the period
-            g.output = first * kPer;
+            g.output = first * kOut;
             for (int r = 0; r < 4; ++r) {
-                const Phase f = phase(s, first + r / kPer);
+                const Phase f = phase(s, first + r / kOut, piece);
                 g.end[r] = f.newest + 1;
                 g.from[r] = g.end[r] - f.count;
-                g.shared[r] = r == 0 ? g.from[0] : std::max(g.shared[r - 1], g.from[r]);
             }
-            g.overlap = g.shared[3] < g.end[0];
+            g.overlap = *std::max_element(g.from, g.from + 4) < g.end[0];
+            if constexpr (kStep == 2) alignPairs(g);
+            for (int r = 0; r < 4; ++r) g.shared[r] = *std::max_element(g.from, g.from + r + 1);
         }
         const auto shape = [](const PhaseGroup& g) {
             std::array<int, 9> key{};
@@ -252,72 +313,92 @@ template <class Kind> struct Rated {
             key[8] = g.output;
             return key;
         };
-        std::sort(s->groups, s->groups + s->groupCount, [=](const PhaseGroup& a, const PhaseGroup& b) { return shape(a) < shape(b); });
-        PhaseGroup* const end = s->groups + s->groupCount;
-        for (PhaseGroup* g = s->groups; g < end; ++g) {
+        std::sort(groups, end, [=](const PhaseGroup& a, const PhaseGroup& b) { return shape(a) < shape(b); });
+        for (PhaseGroup* g = groups; g < end; ++g) {
             const auto sameShape = [&] {
                 const auto a = shape(g[0]), b = shape(g[1]);
                 return std::equal(a.begin(), a.end() - 1, b.begin());
             };
-            g->paired = !(g > s->groups && g[-1].paired) && g + 1 < end && sameShape();
+            g->paired = !(g > groups && g[-1].paired) && g + 1 < end && sameShape();
         }
-        int64_t used = 0;
-        for (PhaseGroup* g = s->groups; g < end; ++g) {
+        for (PhaseGroup* g = groups; g < end; ++g) {
             const int first = *std::min_element(g->from, g->from + 4);
             for (int r = 0; r < 4; ++r) {
                 const int from = g->overlap ? first : g->from[r];
-                g->rows[r] = int(used - 4 * int64_t{from});
-                if (!g->overlap || r == 3) used += 4 * int64_t{g->end[r] - from};
+                g->rows[r] = int(used - 4 / kStep * int64_t{from});
+                if (!g->overlap || r == 3) used += 4 / kStep * int64_t{g->end[r] - from};
             }
+        }
+    }
+    // Rows that are added together take the same pairs: every second one back from the newest input of all. A pair may hold one input that a row has no tap for.
+    static void alignPairs(PhaseGroup& g) {
+        const int newest = g.end[3] - 1;
+        for (int r = 0; r < 4; ++r) {
+            const int last = g.end[r] - 1 + (g.overlap ? (newest - (g.end[r] - 1)) % 2 : 0);
+            const int pairs = g.from[r] < g.end[r] ? (last - g.from[r]) / 2 + 1 : 0;
+            g.end[r] = last + 2;
+            g.from[r] = g.end[r] - 2 * pairs;
+        }
+        // Taps of 0 cost less than rows that start and end one by one, as long as they are few.
+        const int first = *std::min_element(g.from, g.from + 4);
+        const int64_t all = 4 * int64_t{g.end[3] - first};
+        int64_t taken = 0;
+        for (int r = 0; r < 4; ++r) taken += g.end[r] - g.from[r];
+        if (g.overlap && all <= taken + taken / 3) {
+            std::fill_n(g.from, 4, first);
+            std::fill_n(g.end, 4, g.end[3]);
+            g.overlap = kTogether;
         }
     }
 
     // Neighbouring outputs, where their oldest inputs lie near enough to each other.
     static void buildRuns(RateState* s) {
-        constexpr int kElement = kPer * int(sizeof(Number)) / 4;   // 32-bit lanes of a sample
+        constexpr int kLanes = kRunBytes / 4 / kRunOutputs;       // of 32 bits, that an output takes
+        constexpr int kElement = kIn * int(sizeof(Number)) / 4;   // and that a sample takes
         int used = 0;
         for (int n = 0; n < s->runCount; ++n) {
             OutputRun& r = s->runs[n];
             const int output = std::min(n * kRunOutputs, s->outs - kRunOutputs);
             Phase f[kRunOutputs];
-            r.first = INT_MAX;
-            r.steps = 0;
+            int most = 0;
             for (int o = 0; o < kRunOutputs; ++o) {
                 f[o] = phase(s, output + o);
-                r.first = std::min(r.first, oldest(f[o]));
-                r.steps = std::max(r.steps, f[o].count);
+                most = std::max(most, f[o].count);
             }
+            r.steps = (most + kStep - 1) / kStep;
+            r.first = INT_MAX;
+            for (int o = 0; o < kRunOutputs; ++o) r.first = std::min(r.first, oldest(f[o], r.steps));
             int farthest = 0;
             for (int o = 0; o < kRunOutputs; ++o) {
-                const int at = oldest(f[o]) - r.first;
+                const int at = oldest(f[o], r.steps) - r.first;
                 farthest = std::max(farthest, at);
-                for (int l = 0; l < kElement; ++l) {
-                    r.order[o * kElement + l] = at * kElement + l;
-                    r.last[o * kElement + l] = f[o].count == r.steps ? -1 : 0;
+                for (int l = 0; l < kLanes; ++l) {
+                    r.order[o * kLanes + l] = at * kElement + l % kElement;
+                    r.last[o * kLanes + l] = f[o].count == r.steps ? -1 : 0;
                 }
             }
-            r.wide = farthest >= kRunOutputs;
-            r.output = output * kPer;
+            r.wide = farthest >= kRunInputs;
+            r.output = output * kOut;
             r.taps = used;
-            used += r.steps * kPer * kRunOutputs * kPer;
-            if (farthest >= 2 * kRunOutputs) {
+            used += r.steps * kIn * kRunNumbers;
+            if (farthest >= 2 * kRunInputs) {
                 s->runCount = 0;
                 return;
             }
         }
     }
-    static int oldest(const Phase& f) { return f.newest + 1 - f.count; }
-    static void setRunTaps(RateState* s) {
-        const auto* const taps = static_cast<const Stored*>(s->taps);
+    // Short ones all take the same number of steps, to the newest: some with no tap.
+    static int oldest(const Phase& f, int steps) { return f.newest + kStep - (kShort ? kStep * steps : f.count); }
+    template <class Digit> static void setRunTaps(RateState* s, Number* to, Digit digit) {
         for (int n = 0; n < s->runCount; ++n) {
             const OutputRun& r = s->runs[n];
-            constexpr int kVector = kRunOutputs * kPer;   // scalars
             for (int o = 0; o < kRunOutputs; ++o) {
-                const Phase f = phase(s, r.output / kPer + o);
-                Number* to = static_cast<Number*>(s->runTaps) + r.taps + o * kPer;
-                for (int j = f.count - 1; j > f.count - 1 - r.steps; --j)
-                    for (int part = 0; part < kPer; ++part, to += kVector)
-                        std::fill_n(to, kPer, j < 0 ? Number(0) : Number(partsOf(taps + f.first + int64_t{j} * s->rates.up)[part]));
+                const Phase f = phase(s, r.output / kOut + o);
+                Number* lane = to + r.taps + o * kOut;
+                int input = oldest(f, r.steps);
+                for (int step = 0; step < r.steps; ++step, input += kStep)
+                    for (int part = 0; part < kIn; ++part, lane += kRunNumbers)
+                        for (int l = 0; l < kOut; ++l) lane[l] = factor(s, f, input, kShort ? l : part, digit);
             }
         }
     }
@@ -326,13 +407,13 @@ template <class Kind> struct Rated {
     static void buildPlaces(RateState* s) {
         int32_t* const place = s->place + s->dlyLen;
         std::fill_n(place, s->ins, 0);
-        for (const PhaseGroup& g : std::span(s->groups, size_t(s->groupCount)))
+        for (const PhaseGroup& g : std::span(s->groups, size_t(s->groupCount) * size_t(s->pieces)))
             for (int r = 0; r < 4; ++r)
-                for (int left = g.end[r] - g.from[r], i = (g.from[r] % s->ins + s->ins) % s->ins; left > 0; --left, i = i + 1 == s->ins ? 0 : i + 1)
+                for (int left = g.end[r] - g.from[r], i = (g.from[r] % s->ins + s->ins) % s->ins; left > 0; left -= kStep, i = (i + kStep) % s->ins)
                     place[i] = 1;
         const int run = std::min(s->ins, kRun);
         auto* const starts = const_cast<int32_t*>(s->streams.starts);
-        const auto at = [=](int64_t stream, int64_t period) { return int32_t((stream * s->streams.stride + s->before + period) * kPer); };
+        const auto at = [=](int64_t stream, int64_t period) { return int32_t((stream * s->streams.stride + s->before + period) * kIn); };
         int runs = 0;
         for (int i = 0; i < s->ins; ++i) {
             if (place[i] == 0) continue;
@@ -343,33 +424,56 @@ template <class Kind> struct Rated {
             ++runs;
         }
         s->streams.runs = runs;
-        for (int i = -1; i >= -s->dlyLen; --i) place[i] = place[i + s->ins] - kPer;
+        for (int i = -1; i >= -s->dlyLen; --i) place[i] = place[i + s->ins] - kIn;
     }
 
     static void setTaps(const Tap* pTaps, int tapsFactor, RateState* s) {
         auto* const taps = static_cast<Stored*>(s->taps);
-        if constexpr (Kind::kIntegerTaps) {
+        if constexpr (kShort) {
             const ShortTaps<Tap> quantise(partsOf(pTaps), int64_t{s->tapsLen} * kParts<Tap>, tapsFactor);
             s->exponent = quantise.exponent();
             for (int k = 0; k < s->tapsLen; ++k) taps[k] = eachPart<Stored>(pTaps[k], quantise);
+            s->digits = mostMagnitude(s) <= kMostAtOnce ? 1 : 2;
+            if (s->digits == 2) {
+                fillTaps(s, 0, lowerDigit);
+                fillTaps(s, 1, upperDigit);
+                return;
+            }
         } else {
             memcpy(taps, pTaps, size_t(s->tapsLen) * sizeof(Tap));
         }
-        setRunTaps(s);
-        auto* const to = static_cast<Number*>(s->groupTaps);
-        for (int n = 0; n < s->groupCount; ++n) {
-            const PhaseGroup& g = s->groups[n];
-            for (int r = 0; r < 4; ++r) {
-                const Phase f = phase(s, (g.output + r) / kPer);
-                for (int j = 0; j < f.count; ++j)
-                    to[g.rows[r] + 4 * ptrdiff_t(f.newest - j) + r] = Number(partsOf(taps + f.first + int64_t{j} * s->rates.up)[r % kPer]);
-            }
-        }
+        fillTaps(s, 0, [](auto part) { return part; });
     }
+    // The largest sum of magnitudes of taps that join one sum.
+    static int64_t mostMagnitude(const RateState* s) {
+        int64_t most = 0;
+        for (int p = 0; p < std::min(s->outs, s->rates.up); ++p)
+            for (int piece = 0; piece < s->pieces; ++piece) {
+                const Phase f = phase(s, p, piece);
+                int64_t sum = 0;
+                for (int j = 0; j < f.count; ++j)
+                    for (int part = 0; part < kOut; ++part) sum += std::abs(int{partsOf(tapOf(s, f, f.newest - j))[part]});
+                most = std::max(most, sum);
+            }
+        return most;
+    }
+    static Number* groupTaps(const RateState* s, int digit) { return static_cast<Number*>(s->groupTaps) + digit * s->groupTapsCount; }
+    static Number* runTaps(const RateState* s, int digit) { return static_cast<Number*>(s->runTaps) + digit * s->runTapsCount; }
+    template <class Digit> static void fillTaps(RateState* s, int place, Digit digit) {
+        setRunTaps(s, runTaps(s, place), digit);
+        Number* const to = groupTaps(s, place);
+        for (int piece = 0; piece < s->pieces; ++piece)
+            for (const PhaseGroup& g : groups(s, piece))
+                for (int r = 0; r < 4; ++r) {
+                    const Phase f = phase(s, (g.output + r) / kOut, piece);
+                    for (int i = g.from[r]; i < g.end[r]; i += kStep) to[g.rows[r] + 4 / kStep * ptrdiff_t{i} + r] = factor(s, f, i, r % kOut, digit);
+                }
+    }
+    static std::span<PhaseGroup> groups(const RateState* s, int piece) { return {s->groups + ptrdiff_t{piece} * s->groupCount, size_t(s->groupCount)}; }
 
     static void getTaps(const RateState* s, Tap* pTaps) {
         const auto* const taps = static_cast<const Stored*>(s->taps);
-        if constexpr (Kind::kIntegerTaps)
+        if constexpr (kShort)
             for (int k = 0; k < s->tapsLen; ++k) pTaps[k] = eachPart<Tap>(taps[k], [=](int16_t tap) { return tapValue<Scalar<Tap>>(tap, s->exponent); });
         else
             memcpy(pTaps, taps, size_t(s->tapsLen) * sizeof(Tap));
@@ -390,41 +494,102 @@ template <class Kind> struct Rated {
     // ---- filtering -------------------------------------------------------------------------------------------------------------------------
 
     static auto filter(const MultirateKernels* k) {
-        if constexpr (std::is_same_v<Number, float>)
-            return kPer == 1 ? k->real32f : k->complex32f;
+        if constexpr (kShort)
+            return kOut == 1 ? k->real16s : k->complex16s;
+        else if constexpr (std::is_same_v<Number, float>)
+            return kOut == 1 ? k->real32f : k->complex32f;
         else
-            return kPer == 1 ? k->real64f : k->complex64f;
+            return kOut == 1 ? k->real64f : k->complex64f;
     }
 
     static auto filterRuns(const MultirateKernels* k) {
-        if constexpr (std::is_same_v<Number, float>)
-            return kPer == 1 ? k->runs32f : k->runs32fc;
+        if constexpr (kShort)
+            return kOut == 1 ? k->runs16s : k->runs16sc;
+        else if constexpr (std::is_same_v<Number, float>)
+            return kOut == 1 ? k->runs32f : k->runs32fc;
         else
-            return kPer == 1 ? k->runs64f : k->runs64fc;
+            return kOut == 1 ? k->runs64f : k->runs64fc;
+    }
+
+    // n outputs whose sums, by one digit or two, are in the area.
+    static void narrowed(const RateState* s, const Area<Number, Sample>& area, Sample* dst, int n, int scale) {
+        if constexpr (kShort)
+            if (s->digits == 2) {
+                // What is not rounded that far saturates at 2^25.
+                const bool rounded = scale >= 10;
+                (rounded ? s->rateKernels->joinRounded : s->rateKernels->joinWhole)(area.outputs, area.upper, area.outputs, n * kOut);
+                if (rounded) scale -= 8;
+            }
+        narrowParts(area.outputs, partsOf(dst), n * kOut, scale);
     }
 
     // From the inputs src, behind the past, the outputs of n <= kFew whole periods, by runs.
     static void few(const RateState* s, const Area<Number, Sample>& area, const Sample* past, const Sample* src, Sample* dst, int n, int scale) {
         const OutputRuns<Number> runs = {.runs = s->runs,
                                          .count = s->runCount,
-                                         .taps = static_cast<const Number*>(s->runTaps),
-                                         .inputs = ptrdiff_t{s->ins} * kPer,
-                                         .outputs = ptrdiff_t{s->outs} * kPer};
-        Number* const line = area.line + pastCount(s) * kPer;
-        toParts(past, area.line, pastCount(s));
-        toParts(src, line, n * s->ins);
+                                         .taps = runTaps(s, 0),
+                                         .inputs = ptrdiff_t{s->ins} * kIn,
+                                         .outputs = ptrdiff_t{s->outs} * kOut,
+                                         .digits = s->digits,
+                                         .upperTaps = s->runTapsCount,
+                                         .upperSums = area.upper - area.outputs};
+        Number* const line = area.line + pastCount(s) * kIn;
+        toLine(s, past, Sample{}, area.line, pastCount(s));
+        toLine(s, src, past[pastCount(s) - 1], line, n * s->ins);
         if constexpr (kDirect) {
             filterRuns(s->rateKernels)(&runs, line, partsOf(dst), n);
         } else {
             filterRuns(s->rateKernels)(&runs, line, area.outputs, n);
-            narrowParts(area.outputs, partsOf(dst), n * s->outs * kPer, scale);
+            narrowed(s, area, dst, n * s->outs, scale);
         }
     }
-    static void toParts(const Sample* src, Number* dst, int n) {
-        if constexpr (kDirect)
+    static void toLine(const RateState* s, const Sample* src, [[maybe_unused]] Sample before, Number* dst, int n) {
+        static constexpr int32_t kFirst = 0;
+        if constexpr (kStep == 2) {
+            const Streams inOrder = {.places = 1, .runs = 1, .starts = &kFirst, .stride = 0};
+            s->rateKernels->split_16s(src, before, n, &inOrder, dst);
+        } else if constexpr (kShort || kDirect) {
             memcpy(dst, src, size_t(n) * sizeof(Sample));
+        } else {
+            widenParts(partsOf(src), dst, n * kIn);
+        }
+    }
+
+    // `before` is the input before the first.
+    static void split(const RateState* s, const Sample* src, [[maybe_unused]] Sample before, int count, Number* streams) {
+        if constexpr (kStep == 2)
+            s->rateKernels->split_16s(src, before, count, &s->streams, streams);
         else
-            widenParts(partsOf(src), dst, n * kPer);
+            splitOf(s->rateKernels, src, streams)(src, count, &s->streams, streams);
+    }
+
+    static Phases<Number> phases(const RateState* s, int digit = 0, int piece = 0) {
+        return {.groups = groups(s, piece).data(),
+                .count = s->groupCount,
+                .taps = groupTaps(s, digit),
+                .place = s->place + s->dlyLen,
+                .period = ptrdiff_t{s->outs} * kOut};
+    }
+
+    // n outputs by way of the area, from the streams there; units of kPeriodsAtOnce periods.
+    static void sums(const RateState* s, const Area<Number, Sample>& area, int units, Sample* dst, int n, int scale) {
+        const auto pass = [&](int digit, int piece, Number* to) {
+            const auto p = phases(s, digit, piece);
+            filter(s->rateKernels)(&p, area.streams, to, units);
+        };
+        if constexpr (kShort)
+            if (s->pieces > 1) {
+                memset(area.totals, 0, size_t(n) * kOut * sizeof(int64_t));
+                for (int digit = 0; digit < s->digits; ++digit)
+                    for (int piece = 0; piece < s->pieces; ++piece) {
+                        pass(digit, piece, area.outputs);
+                        s->kernels->addShifted(area.outputs, 8 * digit, area.totals, n * kOut);
+                    }
+                return narrowParts(area.totals, partsOf(dst), n * kOut, scale);
+            }
+        pass(0, 0, area.outputs);
+        if (s->digits == 2) pass(1, 0, area.upper);
+        narrowed(s, area, dst, n, scale);
     }
 
     // From the inputs src, behind the past, as many iterations as the caller counts.
@@ -432,29 +597,26 @@ template <class Kind> struct Rated {
         int64_t inputs = iterations * s->rates.down, outputs = iterations * s->rates.up;
         if (s->runCount > 0 && outputs <= int64_t{kFew} * s->outs && filterRuns(s->rateKernels))
             return few(s, area, past, src, dst, int(outputs / s->outs), scale);
-        const Phases<Number> phases = {.groups = s->groups,
-                                       .count = s->groupCount,
-                                       .taps = static_cast<const Number*>(s->groupTaps),
-                                       .place = s->place + s->dlyLen,
-                                       .period = ptrdiff_t{s->outs} * kPer};
         const int64_t unit = int64_t{s->outs} * kPeriodsAtOnce;
-        const auto split = splitOf(s->rateKernels, src, area.streams);
-        const auto filter = Rated::filter(s->rateKernels);
-        split(past, pastCount(s), &s->streams, area.streams);
+        split(s, past, Sample{}, pastCount(s), area.streams);
+        Sample before = past[pastCount(s) - 1];
         for (;;) {
             const int in = int(std::min<int64_t>(inputs, int64_t{s->atOnce} * s->ins)), out = int(std::min<int64_t>(outputs, int64_t{s->atOnce} * s->outs));
-            split(src, in, &s->streams, area.streams + s->before * kPer);
+            split(s, src, before, in, area.streams + s->before * kIn);
+            before = src[in - 1];
+            const int all = int((out + unit - 1) / unit);
             if constexpr (kDirect) {
                 // What does not fill a step of the kernel goes by way of the area, where the last step may write all of its periods.
-                const int all = int((out + unit - 1) / unit), direct = out % unit == 0 ? all : all - 1 - (all - 1) % kTogether;
-                if (direct > 0) filter(&phases, area.streams, partsOf(dst), direct);
+                const int direct = out % unit == 0 ? all : all - 1 - (all - 1) % kStepsTogether;
+                const auto p = phases(s);
+                const auto filter = Rated::filter(s->rateKernels);
+                if (direct > 0) filter(&p, area.streams, partsOf(dst), direct);
                 if (direct < all) {
-                    filter(&phases, area.streams + ptrdiff_t{direct} * kPeriodsAtOnce * kPer, area.outputs, all - direct);
+                    filter(&p, area.streams + ptrdiff_t{direct} * kPeriodsAtOnce * kIn, area.outputs, all - direct);
                     memcpy(dst + direct * unit, area.outputs, size_t(out - direct * unit) * sizeof(Sample));
                 }
             } else {
-                filter(&phases, area.streams, area.outputs, int((out + unit - 1) / unit));
-                narrowParts(area.outputs, partsOf(dst), out * kPer, scale);
+                sums(s, area, all, dst, out, scale);
             }
             inputs -= in;
             outputs -= out;
@@ -467,8 +629,8 @@ template <class Kind> struct Rated {
 
     // What outputs of the next periods reach back to goes to the front.
     static void advance(const RateState* s, Number* streams) {
-        const int count = std::min(s->ins, kRun) * s->streams.runs, before = s->before * kPer;
-        const ptrdiff_t stride = s->streams.stride * kPer, passed = ptrdiff_t{s->atOnce} * kPer;
+        const int count = std::min(s->ins, kRun) * s->streams.runs, before = s->before * kIn;
+        const ptrdiff_t stride = s->streams.stride * kIn, passed = ptrdiff_t{s->atOnce} * kIn;
         for (int n = 0; n < count; ++n, streams += stride)
             for (int k = 0; k < before; ++k) streams[k] = streams[passed + k];
     }

@@ -1,12 +1,39 @@
 #include "core/complex.h"
 #include "core/simd/lanes.h"
+#include "core/simd/map.h"
 #include "filter/multirate.table.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
 // Vectors of periods at a time: four sums each, within the registers there are.
-constexpr int kVectors = kFewRegisters ? 1 : 3;
+template <class T> constexpr int kVectors = kFewRegisters ? 1 : 3;
+// Products of pairs want a register more than fused operations: the last vector of three stays in memory, from which registers of 16 bytes could not be multiplied
+// at any address.
+#if TEVS_REGISTER_BYTES >= 32
+template <class T> constexpr int kHeld = __is_same(T, int32_t) ? 2 : 3;
+#else
+template <class T> constexpr int kHeld = 3;
+#endif
+
+// h x + sum. A lane of int32_t holds two 16-bit numbers, whose products are both added.
+template <class V> TEVS_INLINE V multiplyAdd(V h, V x, V sum) {
+    if constexpr (__is_same(Element<V>, int32_t)) {
+        using Pairs = Vec<int16_t, 2 * kCount<V>>;
+        return sum + multiplyPairs((Pairs)h, (Pairs)x);
+    } else {
+        return fma(h, x, sum);
+    }
+}
+#if TEVS_REGISTER_BYTES >= 32
+TEVS_INLINE Vec<int32_t, 8> multiplyAdd(Vec<int32_t, 8> h, const int32_t* x, Vec<int32_t, 8> sum) {
+    struct Bytes {
+        char of[32];
+    };
+    asm("vpmaddwd %1, %0, %0" : "+x"(h) : "m"(*reinterpret_cast<const Bytes*>(x)));
+    return sum + h;
+}
+#endif
 
 // ---- inputs to streams ------------------------------------------------------------------------------------------------------------------
 
@@ -15,15 +42,26 @@ template <class V> TEVS_INLINE Two<V> blocksOfPairs(V a, V b) {
     return {(V)blockLow((D)a, (D)b), (V)blockHigh((D)a, (D)b)};
 }
 
-// The inputs of type S, as numbers of T.
+// The inputs of type S, as numbers of T; those of 16 bits as pairs in 32: a complex one, or a real one behind the input before it.
 template <class S, class T> struct Splitter {
-    static constexpr int kPer = kParts<S>, kRun = 16 / (kPer * int(sizeof(T)));
+    static constexpr bool kPairs = __is_same(T, int32_t);
+    static constexpr int kPer = kPairs ? 1 : kParts<S>, kRun = 16 / (kPer * int(sizeof(T)));
     using Block = Vec<T, 16 / int(sizeof(T))>;
 
     // The elements at one place and the ones behind it that belong to the same 16 bytes.
-    static TEVS_INLINE Block block(const S* p) { return loadLanes<T, 16, 1>(partsOf(p)).v[0]; }
+    static TEVS_INLINE Block block(const S* p) {
+        if constexpr (!kPairs)
+            return loadLanes<T, 16, 1>(partsOf(p)).v[0];
+        else if constexpr (kComplex<S>)
+            return loadAs<Block>(p);
+        else
+            return (Block)_mm_unpacklo_epi16(loadLow<8>(p - 1), loadLow<8>(p));
+    }
     static TEVS_INLINE void one(const S* p, T* to) {
-        for (int c = 0; c < kPer; ++c) to[c] = T(partsOf(p)[c]);
+        if constexpr (kPairs)
+            memcpy(to, p - !kComplex<S>, sizeof *to);
+        else
+            for (int c = 0; c < kPer; ++c) to[c] = T(partsOf(p)[c]);
     }
 
     static TEVS_INLINE void splitRun(const S* src, int places, int n, T* to, ptrdiff_t stride) {
@@ -90,56 +128,78 @@ template <class S, class T> struct Splitter {
     }
 };
 
+// The first period by itself: what comes before it lies elsewhere. In a last period that is not whole, the pair behind the last input has this as its first.
+void splitPairs(const int16_t* src, int16_t before, int count, const Streams* streams, int32_t* to) {
+    using Splitter = TEVS_LEVEL_NS::Splitter<int16_t, int32_t>;
+    const Streams s = *streams;
+    const int run = s.places < Splitter::kRun ? s.places : Splitter::kRun, n = count / s.places, rest = count % s.places;
+    if (count > s.places) Splitter::split(src + s.places, count - s.places, streams, to + 1);
+    for (int r = 0; r < s.runs; ++r)
+        for (int e = 0; e < run; ++e) {
+            const int i = s.starts[r] + e;
+            int32_t* const stream = to + (ptrdiff_t{r} * run + e) * s.stride;
+            const auto put = [&](int period, int16_t older, int16_t newer) {
+                const int16_t pair[] = {older, newer};
+                memcpy(stream + period, pair, sizeof pair);
+            };
+            if (i < count) put(0, i == 0 ? before : src[i - 1], src[i]);
+            if (i == rest && rest > 0) put(n, src[count - 1], 0);
+        }
+}
+
 // ---- sums -----------------------------------------------------------------------------------------------------------------------------------
 
 // N vectors for each of four rows: of N successive runs of periods, or of the same periods for as many groups.
 template <class T, int N> using Sums = Vec<T, kLanes<T>>[4][N];
 
 // The inputs from .. end-1 of the first group, and their like of the others, times the taps of Count rows: A vectors of periods for each of G groups of one shape.
-template <int First, int Count, class T, int A, int G>
+// Step inputs lie in a lane.
+template <int First, int Count, int Step, class T, int A, int G>
 TEVS_INLINE void add(const Phases<T>& f, const PhaseGroup* g, const T* streams, int from, int end, Sums<T, A * G>& sum) {
     constexpr int W = kLanes<T>;
     const T* taps[G];
     const int32_t* place[G];
     for (int b = 0; b < G; ++b) {
         const ptrdiff_t first = ptrdiff_t{from} + (g[b].from[0] - g->from[0]);
-        taps[b] = f.taps + g[b].rows[First] + 4 * first;
+        taps[b] = f.taps + g[b].rows[First] + 4 / Step * first;
         place[b] = f.place + first;
     }
-    for (ptrdiff_t i = 0; i < end - from; ++i) {
+    for (ptrdiff_t i = 0; i < end - from; i += Step) {
         Vec<T, W> x[A * G];
         for (int b = 0; b < G; ++b)
-            for (int a = 0; a < A; ++a) x[b * A + a] = inRegister(load<T, W>(streams + place[b][i] + a * W));
+            for (int a = 0; a < A && a < kHeld<T>; ++a) x[b * A + a] = inRegister(load<T, W>(streams + place[b][i] + a * W));
 #pragma GCC unroll 4
         for (int r = First; r < First + Count; ++r)
 #pragma GCC unroll 2
             for (int b = 0; b < G; ++b) {
-                const auto h = splat<W>(taps[b][4 * i + r]);
+                const auto h = same<Vec<T, W>>(taps[b][4 / Step * i + r]);
 #pragma GCC unroll 4
-                for (int a = 0; a < A; ++a) sum[r][b * A + a] = fma(h, x[b * A + a], sum[r][b * A + a]);
+                for (int a = 0; a < A && a < kHeld<T>; ++a) sum[r][b * A + a] = multiplyAdd(h, x[b * A + a], sum[r][b * A + a]);
+                if constexpr (A > kHeld<T>) sum[r][A - 1] = multiplyAdd(h, streams + place[b][i] + (A - 1) * W, sum[r][A - 1]);
             }
     }
 }
 
 // Every output's products are added in the order of its inputs, whatever it shares with its neighbours.
-template <class T, int A, int G> TEVS_INLINE void addAll(const Phases<T>& f, const PhaseGroup* g, const T* streams, Sums<T, A * G>& sum) {
+template <int Step, class T, int A, int G> TEVS_INLINE void addAll(const Phases<T>& f, const PhaseGroup* g, const T* streams, Sums<T, A * G>& sum) {
+    if (g->overlap == kTogether) return add<0, 4, Step, T, A, G>(f, g, streams, g->from[0], g->end[0], sum);
     if (!g->overlap) {
-        add<0, 1, T, A, G>(f, g, streams, g->from[0], g->end[0], sum);
-        add<1, 1, T, A, G>(f, g, streams, g->from[1], g->end[1], sum);
-        add<2, 1, T, A, G>(f, g, streams, g->from[2], g->end[2], sum);
-        add<3, 1, T, A, G>(f, g, streams, g->from[3], g->end[3], sum);
+        add<0, 1, Step, T, A, G>(f, g, streams, g->from[0], g->end[0], sum);
+        add<1, 1, Step, T, A, G>(f, g, streams, g->from[1], g->end[1], sum);
+        add<2, 1, Step, T, A, G>(f, g, streams, g->from[2], g->end[2], sum);
+        add<3, 1, Step, T, A, G>(f, g, streams, g->from[3], g->end[3], sum);
         return;
     }
-    add<0, 1, T, A, G>(f, g, streams, g->from[0], g->shared[1], sum);
-    add<1, 1, T, A, G>(f, g, streams, g->from[1], g->shared[1], sum);
-    add<0, 2, T, A, G>(f, g, streams, g->shared[1], g->shared[2], sum);
-    add<2, 1, T, A, G>(f, g, streams, g->from[2], g->shared[2], sum);
-    add<0, 3, T, A, G>(f, g, streams, g->shared[2], g->shared[3], sum);
-    add<3, 1, T, A, G>(f, g, streams, g->from[3], g->shared[3], sum);
-    add<0, 4, T, A, G>(f, g, streams, g->shared[3], g->end[0], sum);
-    add<1, 3, T, A, G>(f, g, streams, g->end[0], g->end[1], sum);
-    add<2, 2, T, A, G>(f, g, streams, g->end[1], g->end[2], sum);
-    add<3, 1, T, A, G>(f, g, streams, g->end[2], g->end[3], sum);
+    add<0, 1, Step, T, A, G>(f, g, streams, g->from[0], g->shared[1], sum);
+    add<1, 1, Step, T, A, G>(f, g, streams, g->from[1], g->shared[1], sum);
+    add<0, 2, Step, T, A, G>(f, g, streams, g->shared[1], g->shared[2], sum);
+    add<2, 1, Step, T, A, G>(f, g, streams, g->from[2], g->shared[2], sum);
+    add<0, 3, Step, T, A, G>(f, g, streams, g->shared[2], g->shared[3], sum);
+    add<3, 1, Step, T, A, G>(f, g, streams, g->from[3], g->shared[3], sum);
+    add<0, 4, Step, T, A, G>(f, g, streams, g->shared[3], g->end[0], sum);
+    add<1, 3, Step, T, A, G>(f, g, streams, g->end[0], g->end[1], sum);
+    add<2, 2, Step, T, A, G>(f, g, streams, g->end[1], g->end[2], sum);
+    add<3, 1, Step, T, A, G>(f, g, streams, g->end[2], g->end[3], sum);
 }
 
 // ---- outputs --------------------------------------------------------------------------------------------------------------------------------
@@ -182,9 +242,9 @@ template <class T, int Parts, class V> TEVS_INLINE void scatter(T* to, ptrdiff_t
 }
 
 // A vectors of periods of G groups.
-template <class T, int Parts, int A, int G> TEVS_INLINE void group(const Phases<T>& f, const PhaseGroup* g, const T* streams, T* dst) {
+template <class T, int Parts, int Step, int A, int G> TEVS_INLINE void group(const Phases<T>& f, const PhaseGroup* g, const T* streams, T* dst) {
     Sums<T, A* G> sum = {};
-    addAll<T, A, G>(f, g, streams, sum);
+    addAll<Step, T, A, G>(f, g, streams, sum);
     const ptrdiff_t period = f.period;
     for (int b = 0; b < G; ++b) {
         T* to = dst + g[b].output;
@@ -194,20 +254,20 @@ template <class T, int Parts, int A, int G> TEVS_INLINE void group(const Phases<
 }
 
 // A vectors of periods of every group. One vector's four sums alone would leave the multipliers waiting: two groups are added side by side.
-template <class T, int Parts, int A> void vectors(const Phases<T>& f, const T* streams, T* dst) {
+template <class T, int Parts, int Step, int A> void vectors(const Phases<T>& f, const T* streams, T* dst) {
     const PhaseGroup* const end = f.groups + f.count;
     for (const PhaseGroup* g = f.groups; g < end;) {
-        if constexpr (A == 1 && kVectors > 1)
+        if constexpr (A == 1 && kVectors < T >> 1)
             if (g->paired) {
-                group<T, Parts, 1, 2>(f, g, streams, dst);
+                group<T, Parts, Step, 1, 2>(f, g, streams, dst);
                 g += 2;
                 continue;
             }
-        group<T, Parts, A, 1>(f, g++, streams, dst);
+        group<T, Parts, Step, A, 1>(f, g++, streams, dst);
     }
 }
 
-template <class T, int Parts> void filter(const Phases<T>* f, const T* streams, T* dst, int n) {
+template <class T, int Parts, int Step = 1> void filter(const Phases<T>* f, const T* streams, T* dst, int n) {
     int left = n * kPeriodsAtOnce * Parts / kLanes<T>;
     const auto pass = [&](auto step, int count) {
         step(*f, streams, dst);
@@ -216,11 +276,34 @@ template <class T, int Parts> void filter(const Phases<T>* f, const T* streams, 
         left -= count;
     };
     // Two vectors and two are better than three and one.
-    if constexpr (kVectors == 3) {
-        while (left > 4 || left == 3) pass(vectors<T, Parts, 3>, 3);
-        while (left > 1) pass(vectors<T, Parts, 2>, 2);
-    }
-    while (left > 0) pass(vectors<T, Parts, 1>, 1);
+    if constexpr (kVectors < T >> 2)
+        while (left > 4 || left == 3) pass(vectors<T, Parts, Step, 3>, 3);
+    if constexpr (kVectors < T >> 1)
+        while (left > 1) pass(vectors<T, Parts, Step, 2>, 2);
+    while (left > 0) pass(vectors<T, Parts, Step, 1>, 1);
+}
+
+// ---- sums by digits --------------------------------------------------------------------------------------------------------------------------
+//
+// lower + 256 upper is 256 t + (lower mod 256) with t = upper + floor(lower / 256), which has room in 32 bits.
+
+// t made odd where something is left: as good to whoever rounds two or more of its bits away.
+void joinRounded(const int32_t* lower, const int32_t* upper, int32_t* dst, int len) {
+    const auto join = [](auto w, const int32_t* l, const int32_t* u) __attribute__((always_inline)) {
+        const auto low = load<int32_t, w.n>(l);
+        return (load<int32_t, w.n>(u) + (low >> 8)) | ((low & 255) + 255) >> 8;
+    };
+    map<kRegisterBytes / 4, 4>(len, dst, join, lower, upper);
+}
+// All of it, within +-2^28.
+void joinWhole(const int32_t* lower, const int32_t* upper, int32_t* dst, int len) {
+    const auto join = [](auto w, const int32_t* l, const int32_t* u) __attribute__((always_inline)) {
+        using V = Vec<int32_t, w.n>;
+        const auto low = load<int32_t, w.n>(l);
+        const V most = same<V>(1 << 20);
+        return maximum(-most, minimum(most, load<int32_t, w.n>(u) + (low >> 8))) * 256 + (low & 255);
+    };
+    map<kRegisterBytes / 4, 4>(len, dst, join, lower, upper);
 }
 
 // ---- few periods ----------------------------------------------------------------------------------------------------------------------------
@@ -235,45 +318,66 @@ template <class V> TEVS_INLINE V permuted(const Element<V>* p, Index order, bool
 }
 
 // A periods of one run.
-template <class T, int Parts, int A, bool Wide> TEVS_INLINE void filterRun(const OutputRuns<T>& f, const OutputRun& r, const T* inputs, T* dst) {
-    constexpr int W = kRunBytes / int(sizeof(T));
-    using V = Vec<T, W>;
-    const auto order = load<int32_t, 8>(r.order), last = load<int32_t, 8>(r.last);
-    const T* taps = f.taps + r.taps;
-    const T* p = inputs + ptrdiff_t{r.first} * Parts;
-    V sum[Parts][A] = {};
-    const auto step = [&](auto add) {
+template <class T, int Parts> struct FloatRun {
+    template <int A, bool Wide> static TEVS_INLINE void filter(const OutputRuns<T>& f, const OutputRun& r, const T* inputs, T* dst) {
+        constexpr int W = kRunBytes / int(sizeof(T));
+        using V = Vec<T, W>;
+        const auto order = load<int32_t, 8>(r.order), last = load<int32_t, 8>(r.last);
+        const T* taps = f.taps + r.taps;
+        const T* p = inputs + ptrdiff_t{r.first} * Parts;
+        V sum[Parts][A] = {};
+        const auto step = [&](auto add) {
+            for (int a = 0; a < A; ++a) {
+                const V x = permuted<V>(p + a * f.inputs, order, Wide);
+                for (int part = 0; part < Parts; ++part) sum[part][a] = add(sum[part][a], fma(load<T, W>(taps + part * W), x, sum[part][a]));
+            }
+            taps += Parts * W;
+            p += Parts;
+        };
+        for (int s = 1; s < r.steps; ++s) step([](V, V all) { return all; });
+        if (r.steps > 0) step([&](V before, V all) { return (V)_mm256_blendv_ps((__m256)before, (__m256)all, (__m256)last); });
         for (int a = 0; a < A; ++a) {
-            const V x = permuted<V>(p + a * f.inputs, order, Wide);
-            for (int part = 0; part < Parts; ++part) sum[part][a] = add(sum[part][a], fma(load<T, W>(taps + part * W), x, sum[part][a]));
+            T* const to = dst + r.output + a * f.outputs;
+            if constexpr (Parts == 1)
+                store(to, sum[0][a]);
+            else
+                store(to, subAdd(sum[0][a], swapPairs(sum[1][a])));
         }
-        taps += Parts * W;
-        p += Parts;
-    };
-    for (int s = 1; s < r.steps; ++s) step([](V, V all) { return all; });
-    if (r.steps > 0) step([&](V before, V all) { return (V)_mm256_blendv_ps((__m256)before, (__m256)all, (__m256)last); });
-    for (int a = 0; a < A; ++a) {
-        T* const to = dst + r.output + a * f.outputs;
-        if constexpr (Parts == 1)
-            store(to, sum[0][a]);
-        else
-            store(to, subAdd(sum[0][a], swapPairs(sum[1][a])));
     }
-}
-template <class T, int Parts, int A> TEVS_INLINE void runs(const OutputRuns<T>& f, const T* inputs, T* dst) {
+};
+// The same of 16-bit numbers, Step inputs at a time.
+template <int Step, int Digits> struct ShortRun {
+    template <int A, bool Wide> static TEVS_INLINE void filter(const OutputRuns<int32_t>& f, const OutputRun& r, const int32_t* inputs, int32_t* dst) {
+        using V = Vec<int32_t, 8>;
+        const auto order = load<int32_t, 8>(r.order);
+        const int32_t *taps = f.taps + r.taps, *p = inputs + r.first;
+        V sum[Digits][A] = {};
+        for (int s = 0; s < r.steps; ++s, taps += 8, p += Step)
+            for (int a = 0; a < A; ++a) {
+                const V x = permuted<V>(p + a * f.inputs, order, Wide);
+                for (int d = 0; d < Digits; ++d) sum[d][a] = multiplyAdd(load<int32_t, 8>(taps + d * f.upperTaps), x, sum[d][a]);
+            }
+        for (int d = 0; d < Digits; ++d)
+            for (int a = 0; a < A; ++a) store(dst + d * f.upperSums + r.output + a * f.outputs, sum[d][a]);
+    }
+};
+template <class Run, int A, class T> TEVS_INLINE void runs(const OutputRuns<T>& f, const T* inputs, T* dst) {
     for (const OutputRun* r = f.runs; r < f.runs + f.count; ++r) {
         if (r->wide)
-            filterRun<T, Parts, A, true>(f, *r, inputs, dst);
+            Run::template filter<A, true>(f, *r, inputs, dst);
         else
-            filterRun<T, Parts, A, false>(f, *r, inputs, dst);
+            Run::template filter<A, false>(f, *r, inputs, dst);
     }
 }
-template <class T, int Parts> void filterRuns(const OutputRuns<T>* runs, const T* inputs, T* dst, int n) {
+template <class Run, class T> void filterRuns(const OutputRuns<T>* runs, const T* inputs, T* dst, int n) {
     const OutputRuns<T> f = *runs;
-    for (; n >= 4; n -= 4, inputs += 4 * f.inputs, dst += 4 * f.outputs) TEVS_LEVEL_NS::runs<T, Parts, 4>(f, inputs, dst);
-    if (n == 3) TEVS_LEVEL_NS::runs<T, Parts, 3>(f, inputs, dst);
-    if (n == 2) TEVS_LEVEL_NS::runs<T, Parts, 2>(f, inputs, dst);
-    if (n == 1) TEVS_LEVEL_NS::runs<T, Parts, 1>(f, inputs, dst);
+    for (; n >= 4; n -= 4, inputs += 4 * f.inputs, dst += 4 * f.outputs) TEVS_LEVEL_NS::runs<Run, 4>(f, inputs, dst);
+    if (n == 3) TEVS_LEVEL_NS::runs<Run, 3>(f, inputs, dst);
+    if (n == 2) TEVS_LEVEL_NS::runs<Run, 2>(f, inputs, dst);
+    if (n == 1) TEVS_LEVEL_NS::runs<Run, 1>(f, inputs, dst);
+}
+template <int Step> void filterShortRuns(const OutputRuns<int32_t>* runs, const int32_t* inputs, int32_t* dst, int n) {
+    (runs->digits == 1 ? filterRuns<ShortRun<Step, 1>, int32_t> : filterRuns<ShortRun<Step, 2>, int32_t>)(runs, inputs, dst, n);
 }
 #endif
 
@@ -292,22 +396,32 @@ extern const MultirateKernels multirate = {
     .split32sc_64fc = Splitter<Complex32s, double>::split,
     .split16s_64f = Splitter<int16_t, double>::split,
     .split16sc_64fc = Splitter<Complex16s, double>::split,
+    .split_16s = splitPairs,
+    .split_16sc = Splitter<Complex16s, int32_t>::split,
 
     .real32f = filter<float, 1>,
     .complex32f = filter<float, 2>,
     .real64f = filter<double, 1>,
     .complex64f = filter<double, 2>,
+    .real16s = filter<int32_t, 1, 2>,
+    .complex16s = filter<int32_t, 1>,
+    .joinRounded = joinRounded,
+    .joinWhole = joinWhole,
 
 #if TEVS_REGISTER_BYTES >= 32
-    .runs32f = filterRuns<float, 1>,
-    .runs32fc = filterRuns<float, 2>,
-    .runs64f = filterRuns<double, 1>,
-    .runs64fc = filterRuns<double, 2>,
+    .runs32f = filterRuns<FloatRun<float, 1>>,
+    .runs32fc = filterRuns<FloatRun<float, 2>>,
+    .runs64f = filterRuns<FloatRun<double, 1>>,
+    .runs64fc = filterRuns<FloatRun<double, 2>>,
+    .runs16s = filterShortRuns<2>,
+    .runs16sc = filterShortRuns<1>,
 #else
     .runs32f = nullptr,
     .runs32fc = nullptr,
     .runs64f = nullptr,
     .runs64fc = nullptr,
+    .runs16s = nullptr,
+    .runs16sc = nullptr,
 #endif
 };
 

@@ -63,11 +63,33 @@ TEST(MultirateBlocks, EveryLengthAndPhase) {
             for (int d = 0; d < down; ++d) checkEveryForm(api, 19, {up, u, down, d}, 5, u + d);
 }
 
+// More taps to a phase than the products of 16-bit numbers are summed in one go.
+TEST(MultirateBlocks, LongPhases) {
+    for (const char* pair : {"32s_16s", "32sc_16sc"})
+        for (auto [up, down] : {std::pair{1, 2}, {3, 2}, {2, 1}})
+            for (int taps : {240, 241, 496, 497, 1193}) checkEveryForm(pairNamed(pair), taps * up, atRandomPhases(up, down), 41, taps);
+}
+
 TEST_P(Multirate, EveryScale) {
     const Api& api = GetParam();
     const Factors f{3, 1, 2, 0};
     for (int scale : {INT_MIN, -1000, -40, -16, -1, 0, 1, 5, 31, 62, 1000, INT_MAX})
         if (api.sample.whole()) checkBlock(api, 9, &f, 20, false, scale, 0);
+}
+
+// Taps that are taken by digits, and sums small enough to be in range under any scale.
+TEST(MultirateBlocks, EveryScaleOfSmallSums) {
+    for (const char* pair : {"32s_16s", "32sc_16sc"})
+        for (const Factors f : {Factors{1, 0, 2, 1}, Factors{3, 1, 2, 0}})
+            for (int scale = -2; scale <= 14; ++scale) {
+                const Api& api = pairNamed(pair);
+                const auto t = randomTaps(api, 30);
+                auto x = randomVector(api.sample, 120);
+                for (size_t i = 0; i < x.parts(); ++i) x.setPart(i, (int(i * 7 % 5) - 2) * (1 << std::max(scale - 4, 0)));
+                Vector y(api.sample, size_t(60 * f.up));
+                ASSERT_EQ(Filter(api, t, nullptr, true, &f).block(x, y, 60, scale + t.exponent), StatusOk);
+                ASSERT_TRUE(fits(api, t, x, Vector(api.sample, size_t(pastLen(t.size(), f))), y, scale + t.exponent, f)) << pair << ", scale " << scale;
+            }
 }
 
 TEST_P(Multirate, AnySplitOfAStreamGivesTheSameBits) {
