@@ -11,6 +11,7 @@
 namespace {
 
 const std::vector<int64_t> kLengths = {6, 7, 12, 31, 60, 100, 120, 127, 149, 151, 360, 480, 960, 1000, 1009, 1920, 4410, 10007, 44100, 48000};
+const std::vector<int64_t> kCyclicLengths = {12, 60, 100, 151, 360, 1000, 1024, 1920, 4410, 16384, 48000};   // forward, product, inverse
 const std::vector<int64_t> kCosineLengths = {8, 16, 32, 64, 100, 256, 480, 1000, 1009, 1024, 4096, 65536};
 
 template <class T> using Buffer = std::shared_ptr<T>;
@@ -35,6 +36,28 @@ void add(const std::string& name, const std::vector<int64_t>& lengths, Init init
         };
     });
 }
+
+// Out of order, and in order: x's transform times h, and back.
+template <class T, class Spec, class Init, class Cyclic>
+void addCyclic(const std::string& name, const std::string& who, Init init, Status (*free)(Spec*), Status (*size)(const Spec*, int*), Cyclic cyclic) {
+    bench::row(name, who, kCyclicLengths, [=](int n) {
+        Spec* p = nullptr;
+        init(&p, n, ScaleInvByN, HintNone);
+        const std::shared_ptr<Spec> record(p, free);
+        int bytes = 0;
+        size(p, &bytes);
+        return [=, work = std::vector<uint8_t>(size_t(bytes) + 1), a = buffer<T>(2 * int64_t{n}), h = buffer<T>(2 * int64_t{n}),
+                b = buffer<T>(2 * int64_t{n})]() mutable { cyclic(a.get(), h.get(), b.get(), n, record.get(), work.data()); };
+    });
+}
+#define TEVS_ADD_CYCLIC(T, C, c, who, DFT)                                                                                    \
+    addCyclic<T>("DFTOutOrd_cyclic_" #c, who, tevs##DFT##InitAlloc_C_##c, tevs##DFT##Free_C_##c, tevs##DFT##GetBufSize_C_##c, \
+                 [](T* a, T* h, T* b, int n, auto* r, uint8_t* w) {                                                           \
+                     auto *const x = reinterpret_cast<C*>(a), *const y = reinterpret_cast<C*>(b);                             \
+                     tevs##DFT##Fwd_CToC_##c(x, y, r, w);                                                                     \
+                     tevsMul_##c##_I(reinterpret_cast<C*>(h), y, n);                                                          \
+                     tevs##DFT##Inv_CToC_##c(y, y, r, w);                                                                     \
+                 });
 
 #define TEVS_ADD(T, C, c, f)                                                                                                                          \
     const auto initPairs = [](auto** p, int n) { tevsDFTInitAlloc_C_##c(p, n, NoScale, HintNone); };                                                  \
@@ -94,7 +117,10 @@ template <class T> void addFftw(const std::string& name, Kind kind, const std::v
 #endif
 
 const bool registered = [] {
-    {TEVS_ADD(float, Complex32f, 32fc, 32f) TEVS_ADD_FFTW(float, 32fc, 32f)} {
+    TEVS_ADD_CYCLIC(float, Complex32f, 32fc, "tevs", DFTOutOrd)
+    TEVS_ADD_CYCLIC(float, Complex32f, 32fc, "ordered", DFT)
+    TEVS_ADD_CYCLIC(double, Complex64f, 64fc, "tevs", DFTOutOrd)
+    TEVS_ADD_CYCLIC(double, Complex64f, 64fc, "ordered", DFT){TEVS_ADD(float, Complex32f, 32fc, 32f) TEVS_ADD_FFTW(float, 32fc, 32f)} {
         TEVS_ADD(double, Complex64f, 64fc, 64f)
         TEVS_ADD_FFTW(double, 64fc, 64f)
     }

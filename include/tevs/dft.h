@@ -19,7 +19,8 @@ TEVS_BEGIN
  *
  * N               A power of two is transformed as by the FFT (tevs/fft.h). Lengths whose prime factors are all below
  *                 150 cost little more per point than the powers of two around them; a factor of 150 or more makes of
- *                 the whole transform a convolution of two to four times the length: two to six times the time.
+ *                 the whole transform a convolution of two to four times the length: two to six times the time. Of a
+ *                 prime N up to 45000 with N - 1 a product of factors up to 16 it is one of N - 1: two to three times.
  * flag            ScaleFwdByN or ScaleInvByN: that direction's result times 1/N; ScaleBySqrtN: both directions' times
  *                 1/sqrt(N); NoScale
  * hint            any value, without effect
@@ -96,7 +97,8 @@ Status tevsDFTGetBufSize_R_64f(const DFTSpec_R_64f* pSpec, int* pSize);
  * Stockham autosort passes of radices 2 to 16 (C. Van Loan, Computational Frameworks for the Fast Fourier Transform,
  * SIAM 1992), larger primes by symmetric sums (R. C. Singleton, An Algorithm for Computing the Mixed Radix Fast Fourier
  * Transform, IEEE Trans. Audio Electroacoust. 17, 1969); convolution with a chirp (L. I. Bluestein, A Linear Filtering
- * Approach to the Computation of Discrete Fourier Transform, same journal 18, 1970).
+ * Approach to the Computation of Discrete Fourier Transform, same journal 18, 1970) or with a prime's roots of unity
+ * (C. M. Rader, Discrete Fourier Transforms When the Number of Data Samples Is Prime, Proc. IEEE 56, 1968).
  */
 Status tevsDFTFwd_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const DFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);
 Status tevsDFTInv_CToC_16sc_Sfs(const Complex16s* pSrc, Complex16s* pDst, const DFTSpec_C_16sc* pSpec, int scaleFactor, uint8_t* pBuffer);

@@ -63,9 +63,9 @@ template <class T> SpecSizes sizesOf(int length, int hint) {
 
 // ---- records -----------------------------------------------------------------------------------------------------------------------------
 
-// In matrices up to 32; through the real transform of the folded samples where its tables fit; by direct sums, or by convolution. Two-sided: a power of two too long for
+// In matrices up to 32; through the real transform of the folded samples where its tables fit, the shorter ones of parts if not the faster ones; by direct sums, or by convolution. Two-sided: a power of two too long for
 // its work area, through the real transform in the destination. Halves: one too long for its tables, through two transforms of half the length.
-enum class Method : uint8_t { Matrix, Real, TwoSided, Halves, Sums, Convolution };
+enum class Method : uint8_t { Matrix, Real, RealInParts, TwoSided, Halves, Sums, Convolution };
 
 // Roots as products of one for k / kFine and one for the rest.
 constexpr int kFine = 256;
@@ -120,7 +120,7 @@ template <class T> uint64_t layOut(DctSpec<T>& spec, Method method, Carve& c, T*
     const auto realOf = [&](int length) {
         RealDft<T> plan;
         auto* const real = c.take<RealDft<T>>(1);
-        planDft<T>(plan, length, NoScale, nullptr, c, write);
+        planDft<T>(plan, length, NoScale, method != Method::RealInParts, nullptr, c, write);
         if (write) *real = plan;
         spec.real = real;
         return plan.workBytes;
@@ -128,7 +128,8 @@ template <class T> uint64_t layOut(DctSpec<T>& spec, Method method, Carve& c, T*
     switch (method) {
         case Method::Matrix:
             return 0;
-        case Method::Real: {
+        case Method::Real:
+        case Method::RealInParts: {
             const uint64_t work = realOf(spec.length);
             spec.roots = rootTable<T>(c, n / 2 + 1, 1, 4 * n, write);
             return folded<T>(spec.length) + work;
@@ -155,7 +156,7 @@ template <class T> uint64_t layOut(DctSpec<T>& spec, Method method, Carve& c, T*
         default: {
             AnyDft<T> plan;
             auto* const chirp = c.take<AnyDft<T>>(1);
-            planChirp<T>(plan, spec.length, NoScale, scratch, c, write);
+            planChirp<T>(plan, spec.length, NoScale, true, scratch, c, write);   // the stated size has no room for factors of other lengths
             if (write) *chirp = plan;
             spec.chirp = chirp;
             spec.roots = rootTable<T>(c, n / 2 + 1, 1, 4 * n, write);
@@ -176,7 +177,9 @@ template <class T> Method methodOf(int length, int hint) {
     };
     if (classOf(length, hint) == Class::Small) return fits(Method::TwoSided) ? Method::TwoSided : Method::Halves;
     const bool mixed = isPowerOfTwo(length) || isMixedLength(length);
-    if (mixed && fits(Method::Real)) return Method::Real;
+    if (mixed)
+        for (Method method : {Method::Real, Method::RealInParts})
+            if (fits(method)) return method;
     return length <= kMostSums ? Method::Sums : Method::Convolution;
 }
 // The scratch that building takes, in bytes.
@@ -184,7 +187,7 @@ template <class T> uint64_t scratchOf(int length, Method method) {
     if (method != Method::Convolution) return 0;
     AnyDft<T> plan;
     Carve c;
-    planChirp<T>(plan, length, NoScale, nullptr, c, false);
+    planChirp<T>(plan, length, NoScale, true, nullptr, c, false);
     return plan.workBytes;
 }
 // spec is at a multiple of 16, with room for its stated size less what alignment may take.
@@ -320,6 +323,7 @@ template <class T> void forwardBy(const DctSpec<T>& spec, const T* src, T* dst, 
         case Method::Sums:
             return k.forwardSums(src, dst, n, spec.turns, spec.first, spec.other);
         case Method::Real:
+        case Method::RealInParts:
             k.fold(src, v, n);
             forwardReal<T>(*spec.real, v, v, Packing::Perm, work + folded<T>(n));
             return cosinesOf(spec, n, bins, v[0], v[1], dst);
@@ -362,6 +366,7 @@ template <class T> void inverseBy(const DctSpec<T>& spec, const T* src, T* dst, 
         case Method::Sums:
             return k.inverseSums(src, dst, n, spec.turns, spec.first, spec.other);
         case Method::Real:
+        case Method::RealInParts:
             spectrumOf(spec, n, src, bins);
             ends(v);
             inverseReal<T>(*spec.real, v, v, Packing::Perm, work + folded<T>(n));

@@ -14,32 +14,46 @@
 
 namespace tevs {
 
-// A complex transform of any length. A power of two, and the convolution of a length with a prime above kMostPrime, are the FFT's.
+// A complex transform of any length. A power of two is the FFT's, and so is a convolution of such a length, of which a transform with a prime above kMostPrime is made.
 template <class T> struct AnyDft {
     int length;
-    int convolution;   // the FFT's length where that is used for one, else 0
+    int convolution;   // its length, else 0
     uint64_t workBytes;
     T scale[2];   // of forward and inverse; an FFT that is the transform itself has its own
     FftSpec<T>* fft;
-    const T* chirp;      // exp(-pi i k^2 / N)
-    const T* spectrum;   // the FFT of its conjugate, wrapped around the convolution's length, over that length
-    MixedRadix<T> mixed;
+    union {
+        const T* chirp;      // exp(-pi i k^2 / N)
+        const int* powers;   // of a prime as a convolution of N - 1 values: its primitive root's powers g^p for p = 0 .. N - 2, and then g^-p
+    };
+    const T* spectrum;     // the transform of the chirp's conjugate, or of a prime's roots, wrapped around the convolution's length, over that length
+    MixedRadix<T> mixed;   // of the length, or of a convolution that is no power of two
 };
 
-// Lays the transform's tables out behind it; over no block it only adds up.
-template <class T> void planDft(AnyDft<T>& dft, int length, int flag, T* scratch, Carve& c, bool write);
-template <class T> void planChirp(AnyDft<T>& dft, int length, int flag, T* scratch, Carve& c, bool write);   // by convolution, whatever the length
+// Lays the transform's tables out behind it; over no block it only adds up. interleaved: of such values alone.
+template <class T> void planDft(AnyDft<T>& dft, int length, int flag, bool interleaved, T* scratch, Carve& c, bool write);
+// By convolution, whatever the length: as long as the next power of two that has the room, or as is fastest.
+template <class T> void planChirp(AnyDft<T>& dft, int length, int flag, bool powerOfTwo, T* scratch, Carve& c, bool write);
 template <Way way, class T> void runDft(const AnyDft<T>& dft, const Values<const T>& src, const Values<T>& dst, uint8_t* work);
+
+template <class T> struct RealAtOnce {
+    typename DftPairKernels<T>::Spectrum* spectrum;
+    typename DftPairKernels<T>::RealValues* reals;
+    T scale[2];
+};
 
 // Of reals: of a power of two the real FFT; else of their pairs, or for an odd length as complex values.
 template <class T> struct RealDft {
     int length;
     uint64_t workBytes;
     FftSpec<T>* fft;
-    const T* roots;   // of an even length: exp(-2 pi i k / N)
+    union {
+        const T* roots;                // of an even length: exp(-2 pi i k / N)
+        const RealAtOnce<T>* atOnce;   // of the shortest, where dft has no length
+    };
     AnyDft<T> dft;
 };
-template <class T> void planDft(RealDft<T>& real, int length, int flag, T* scratch, Carve& c, bool write);
+// inPairs: with the tables that are faster, and longer.
+template <class T> void planDft(RealDft<T>& real, int length, int flag, bool inPairs, T* scratch, Carve& c, bool write);
 template <class T> void forwardReal(const RealDft<T>& real, const T* src, T* dst, Packing to, uint8_t* work);
 template <class T> void inverseReal(const RealDft<T>& real, const T* src, T* dst, Packing from, uint8_t* work);
 
@@ -81,9 +95,10 @@ template <class Spec> Status initAllocDft(Spec** ppSpec, int length, int flag) {
     if (Status s = Args().ptr(ppSpec).len(length)) return s;
     NearestRounding guard;
     Spec head{};
+    const auto plan = [&](T* scratch, Carve& c, bool write) { planDft<T>(head.dft, length, flag, !Spec::kParts, scratch, c, write); };
     Carve size;
     size.take<Spec>(1);
-    planDft<T>(head.dft, length, flag, nullptr, size, false);
+    plan(nullptr, size, false);
     const bool good = goodFlag(flag);
     const uint64_t work = Spec::reported(head.dft);
     const bool fits = work <= INT_MAX && size.size() <= INT_MAX;
@@ -101,7 +116,7 @@ template <class Spec> Status initAllocDft(Spec** ppSpec, int length, int flag) {
     head.owned = true;
     Carve block(spec);
     block.take<Spec>(1);
-    planDft<T>(head.dft, length, flag, static_cast<T*>(scratch.get()), block, true);
+    plan(static_cast<T*>(scratch.get()), block, true);
     head.id = Spec::kId;
     memcpy(static_cast<void*>(spec), &head, sizeof head);
     *ppSpec = spec;

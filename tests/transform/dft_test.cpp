@@ -83,7 +83,7 @@ long double factor(int flag, bool forward, size_t n) {
     return flag == (forward ? ScaleFwdByN : ScaleInvByN) ? 1 / (long double)n : 1;
 }
 // Of error norm over signal norm: measured at all levels, and a little. Direct sums and convolutions add more terms; over a few values the norm scatters.
-double bound(Number number, size_t n) { return (largestPrime(n) > 13 ? 1.6 : n < 32 ? 1.3 : 1.1) * roundings(number, n); }
+double bound(Number number, size_t n) { return (largestPrime(n) > 13 ? 1.8 : n < 32 ? 1.3 : 1.1) * roundings(number, n); }
 
 void expectDefinition(const Form& form, size_t n, std::span<const int> flags) {
     const bool isWhole = form.of().number == Number::i16;
@@ -114,14 +114,14 @@ TEST(Dft, EqualsTheDefinition) {
     for (const Form& form : kForms)
         for (size_t n = 1; n <= 300; ++n) expectDefinition(form, n, n <= 20 ? std::span(kFlags) : std::span(kFlags).subspan(n % 4, 1));
     for (const Form& form : kForms)
-        for (size_t n : {360, 480, 539, 960, 1000, 1009, 1024, 1155, 1920}) expectDefinition(form, n, std::span(kFlags).subspan(n % 4, 1));
+        for (size_t n : {331, 360, 480, 539, 606, 960, 1000, 1009, 1024, 1155, 1920}) expectDefinition(form, n, std::span(kFlags).subspan(n % 4, 1));
 }
 
 // Long ones: some bins each, and the way back.
 TEST(Dft, LongLengths) {
     for (const Form* form = kForms; form != std::end(kForms); form += 2) {
         if (form->of().number == Number::i16 || form->of().layout == Reals) continue;
-        for (size_t n : {4410, 6561, 10007, 22201, 44100, 48000, 65536, 100000, 120120}) {
+        for (size_t n : {4410, 6561, 10007, 10501, 22050, 22201, 44100, 48000, 65536, 100000, 120120}) {
             const Vector x = form->source(n);
             const Spec spec(form->of(), n, ScaleInvByN, HintNone);
             const Vector y = form->run(x, spec, n), back = form[1].run(y, spec, n);
