@@ -21,9 +21,9 @@ namespace {
 constexpr bool isPowerOfTwo(int n) { return std::has_single_bit(unsigned(n)); }
 constexpr int orderOf(int n) { return std::bit_width(unsigned(n)) - 1; }
 
-template <class T> FftSpec<T>* planFft(bool real, int order, int flag, Carve& c, bool write) {
-    auto* const fft = reinterpret_cast<FftSpec<T>*>(c.take<uint8_t>(fftBytes<T>(real, order)));
-    if (write) buildFft<T>(fft, real, order, flag);
+template <class T> FftSpec<T>* planFft(bool real, int order, int flag, Carve& c, bool write, Places places = Places::Pairs) {
+    auto* const fft = reinterpret_cast<FftSpec<T>*>(c.take<uint8_t>(fftBytes<T>(real, order, places)));
+    if (write) buildFft<T>(fft, real, order, flag, places);
     return fft;
 }
 // What a record of the FFT says of its work area: more than any has where it could not be built by itself.
@@ -268,7 +268,7 @@ template <class T> void planDft(AnyDft<T>& dft, int length, int flag, bool inter
     setScales(dft.scale, length, flag);
     if (isPowerOfTwo(length)) {
         const int order = orderOf(length);
-        dft.fft = planFft<T>(false, order, flag, c, write);
+        dft.fft = planFft<T>(false, order, flag, c, write, Places::Either);
         const uint64_t work = fftWork<T>(false, order);
         dft.workBytes = work ? work + kAlignmentRoom : 0;
     } else {

@@ -14,7 +14,7 @@
 #include "core/memory.h"
 #include "core/rounding.h"
 #include "core/work.h"
-#include "transform/fft.plan.h"
+#include "transform/fft_deep.table.h"
 #include "transform/roots.h"
 
 namespace tevs {
@@ -158,7 +158,7 @@ template <class T> void writeRecombination(T* at, int order) {
 template <class T> bool mayLackRoom(int order) { return order >= kFirstLargeOrder<T> && scratchBytes<T>(order) < uint64_t(leastRoom<T>(order)); }
 
 // A record's tables, from their place on. Over no block it only adds up.
-template <class T> uint64_t layOut(FftTables<T>& t, int order, bool real, int lanes, void* block) {
+template <class T> uint64_t layOut(FftTables<T>& t, int order, bool real, Places places, int lanes, void* block) {
     t = {};
     t.order = order;
     Carve c(block);
@@ -173,13 +173,18 @@ template <class T> uint64_t layOut(FftTables<T>& t, int order, bool real, int la
         if (block) writeFactorsBetween(at, p, order, lanes);
         return at;
     };
-    if (order >= kFirstLargeOrder<T>) {
+    const bool deep = goesDeep<T>(order, lanes) && places != Places::Parts, swept = order >= kFirstLargeOrder<T> && !(deep && places == Places::Pairs);
+    if (deep) {
+        T* const at = c.take<T>(uint64_t(deepFactors(order)));
+        if (block) t.passes = writePassFactors(at, deepRadices(order), 0, uint64_t{1} << order);
+    }
+    if (swept) {
         const int p = outerOrder<T>(order);
         t.room = int(tileRoom<T>(order));
         t.passes = factorsOfLength(p);
         factorsOfLength(order - p);
         t.outer = factorsBetween(p);
-    } else if (order >= 4) {
+    } else if (order >= 4 && !deep) {
         T* const at = c.take<T>(uint64_t{2} << order);
         if (block) writeStockhamFactors(at, order, lanes);
         t.passes = at;
@@ -195,10 +200,10 @@ template <class T> uint64_t layOut(FftTables<T>& t, int order, bool real, int la
         columns.order = order;
         columns.passes = factorsOfLength(p);
         columns.outer = factorsBetween(p);
-        void* const rowTables = c.take<unsigned char>(layOut<T>(rows, q, false, lanes, nullptr));
+        void* const rowTables = c.take<unsigned char>(layOut<T>(rows, q, false, Places::Parts, lanes, nullptr));
         auto* const both = c.take<FftTables<T>>(2);
         if (block) {
-            layOut(rows, q, false, lanes, rowTables);
+            layOut(rows, q, false, Places::Parts, lanes, rowTables);
             both[0] = columns;
             both[1] = rows;
             t.little = both;
@@ -217,13 +222,13 @@ int complexOrder(bool real, int order) { return real ? std::max(order - 1, 0) : 
 
 template <class T> SpecSizes fftSizes(bool real, int order) { return sizesOf<T>(real, order); }
 
-template <class T> uint64_t fftBytes(bool real, int order) {
+template <class T> uint64_t fftBytes(bool real, int order, Places places) {
     FftTables<T> t;
     const int inner = complexOrder(real, order);
-    return roundUp16(sizeof(FftSpec<T>)) + lineRoom(inner) + layOut<T>(t, inner, real, chosenKernels<T>()->lanes, nullptr);
+    return roundUp16(sizeof(FftSpec<T>)) + lineRoom(inner) + layOut<T>(t, inner, real, places, chosenKernels<T>()->lanes, nullptr);
 }
 
-template <class T> void buildFft(FftSpec<T>* spec, bool real, int order, int flag) {
+template <class T> void buildFft(FftSpec<T>* spec, bool real, int order, int flag, Places places) {
     const int64_t n = int64_t{1} << order;
     const T factor = flag == ScaleBySqrtN ? T(1.0 / std::sqrt(double(n))) : T(1) / T(n);
     const uint64_t work = sizesOf<T>(real, order).work;
@@ -235,7 +240,7 @@ template <class T> void buildFft(FftSpec<T>* spec, bool real, int order, int fla
     spec->kernels = chosenKernels<T>();
     const int lanes = spec->kernels->lanes, inner = complexOrder(real, order);
     T* const at = align16<T>(spec + 1);
-    layOut(spec->tables, inner, real, lanes, lineRoom(inner) ? atCacheLine(at) : at);
+    layOut(spec->tables, inner, real, places, lanes, lineRoom(inner) ? atCacheLine(at) : at);
     spec->stored = inner > 3 && !fusedLanes<T>(inner, lanes);
 }
 
@@ -265,6 +270,8 @@ template <class T, class Body> [[gnu::always_inline]] inline Status withFftWork(
 template <Way way, class T> T scaleOf(const FftSpec<T>& spec) { return way == Way::Forward ? spec.forwardScale : spec.inverseScale; }
 template <Way way, template <class> class Place, class T> FftTransform<T, Place>* kernelOf(const FftSpec<T>& spec) {
     const FftKernels<T>& all = *spec.kernels;
+    if constexpr (std::is_same_v<Place<T>, Pairs<double>>)
+        if (goesDeep<T>(spec.tables.order, all.lanes)) return (way == Way::Forward ? fftDeep->forward : fftDeep->inverse)[spec.tables.order - kFirstDeepOrder];
     const auto& places = [&]() -> const auto& {
         if constexpr (std::is_same_v<Place<T>, Pairs<T>>)
             return all.pairs;
@@ -519,8 +526,8 @@ template <class T> void inverseBy(const FftSpec<T>& spec, const T* src, T* dst, 
 
 #define TEVS_FLOAT_FFT(T)                                                                           \
     template SpecSizes fftSizes<T>(bool real, int order);                                           \
-    template uint64_t fftBytes<T>(bool real, int order);                                            \
-    template void buildFft(FftSpec<T>* spec, bool real, int order, int flag);                       \
+    template uint64_t fftBytes<T>(bool real, int order, Places);                                    \
+    template void buildFft(FftSpec<T>* spec, bool real, int order, int flag, Places);               \
     template void transformBy<Way::Forward>(const FftSpec<T>&, Pairs<const T>, Pairs<T>, uint8_t*); \
     template void transformBy<Way::Inverse>(const FftSpec<T>&, Pairs<const T>, Pairs<T>, uint8_t*); \
     template void transformBy<Way::Forward>(const FftSpec<T>&, Parts<const T>, Parts<T>, uint8_t*); \

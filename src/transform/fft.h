@@ -29,8 +29,10 @@ constexpr int kMaxOrder = 30;
 
 // The sizes that GetSize reports for a record of 2^order reals or complex values.
 template <class T> SpecSizes fftSizes(bool real, int order);
-// Fills a record but for its identifier.
-template <class T> void buildFft(FftSpec<T>* spec, bool real, int order, int flag);
+// How the complex values lie that a record can transform.
+enum class Places { Pairs, Parts, Either };
+// Fills a record but for its identifier. Reported sizes have room for Pairs or for Parts.
+template <class T> void buildFft(FftSpec<T>* spec, bool real, int order, int flag, Places places = Places::Pairs);
 
 // What sets the kinds of one precision apart: their identifier, and whether the transform is of real values, or of complex ones in two arrays.
 template <class T, uint32_t Id, bool IsReal, bool AreParts = false> struct FftKind : FftSpec<T> {
@@ -41,7 +43,7 @@ template <class T, uint32_t Id, bool IsReal, bool AreParts = false> struct FftKi
     static constexpr bool needsInit(int order) { return order > 3; }
     static SpecSizes sizes(int order, int) { return fftSizes<T>(IsReal, order); }
     static void build(FftKind* spec, int order, int flag, int) {
-        buildFft<T>(spec, IsReal, order, flag);
+        buildFft<T>(spec, IsReal, order, flag, AreParts ? Places::Parts : Places::Pairs);
         spec->id = Id;
     }
 };

@@ -41,7 +41,7 @@ template <uint32_t Id, class InnerSpec, bool IsShort = false> struct IntegerFftK
         spec->order = order;
         // Where the float transform needs no work area, the size that 32-bit kinds report has no room to align in.
         spec->workBytes = int(work - (work > areaBytes(order) ? kAlignmentRoom : 0));
-        if (work) buildFft<Real>(spec->inner(), Inner::kReal, order, flag);
+        if (work) buildFft<Real>(spec->inner(), Inner::kReal, order, flag, Inner::kParts ? Places::Parts : Places::Pairs);
         spec->id = Id;
     }
     FftSpec<Real>* inner() { return reinterpret_cast<FftSpec<Real>*>(this + 1); }

@@ -14,7 +14,7 @@
 namespace tevs {
 
 // What a record takes with its tables, from a multiple of 16 on; no more than is reported.
-template <class T> uint64_t fftBytes(bool real, int order);
+template <class T> uint64_t fftBytes(bool real, int order, Places places = Places::Pairs);
 // The scratch that a call is fastest with; workBytes will do.
 template <class T> constexpr uint64_t bestWorkBytes(const FftSpec<T>& spec) { return std::max(uint64_t(spec.workBytes), uint64_t(spec.tables.room)); }
 
