@@ -20,7 +20,8 @@ TEVS_BEGIN
  * N               A power of two is transformed as by the FFT (tevs/fft.h). Lengths whose prime factors are all below
  *                 150 cost little more per point than the powers of two around them; a factor of 150 or more makes of
  *                 the whole transform a convolution of two to four times the length: two to six times the time. Of a
- *                 prime N up to 45000 with N - 1 a product of factors up to 16 it is one of N - 1: two to three times.
+ *                 prime N up to 45000 where N - 1 is a product of factors up to 16, some of which fill the registers of
+ *                 the SIMD level, it is one of N - 1: two to three times.
  * flag            ScaleFwdByN or ScaleInvByN: that direction's result times 1/N; ScaleBySqrtN: both directions' times
  *                 1/sqrt(N); NoScale
  * hint            any value, without effect

@@ -100,7 +100,7 @@ Status tevsFFTGetBufSize_R_64f(const FFTSpec_R_64f* pSpec, int* pSize);
  *
  * Stockham autosort passes of radix 8 and 4 (C. Van Loan, Computational Frameworks for the Fast Fourier Transform, SIAM
  * 1992); from order 16 on, in double precision 14, in two sweeps over memory (D. H. Bailey, FFTs in External or
- * Hierarchical Memory, J. Supercomputing 4, 1990).
+ * Hierarchical Memory, J. Supercomputing 4, 1990), where registers hold two doubles by halves down to 64 points instead.
  */
 Status tevsFFTFwd_CToC_32fc(const Complex32f* pSrc, Complex32f* pDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);
 Status tevsFFTFwd_CToC_32fc_I(Complex32f* pSrcDst, const FFTSpec_C_32fc* pSpec, uint8_t* pBuffer);

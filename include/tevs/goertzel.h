@@ -22,7 +22,8 @@ TEVS_BEGIN
  *               any integer
  *
  * Accuracy      the 64fc forms work in double precision, the others in single and, between blocks, double precision.
- *               Off by no more than 2^-21, of 64fc 2^-49, of the sum of the samples' magnitudes. Results are the same
+ *               Off by no more than 2^-18, of 64fc 2^-46, of the sum of the samples' magnitudes, while that sum is
+ *               within the type's range; samples of like size come to an eighth of that at most. Results are the same
  *               at every SIMD level.
  *
  * Returns StatusOk, or the first that applies, with nothing written: StatusNullPtr (any pointer), StatusBadSize (len <

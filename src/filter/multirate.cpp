@@ -739,7 +739,7 @@ template <class Kind> struct Rated {
 
 // ---- without a record -----------------------------------------------------------------------------------------------------------------------
 
-// Sums in double precision, rounded once; those with 16-bit taps are exact up to 2^23 taps a phase. Taps are put in order by phase, and inputs, as doubles, behind
+// Sums in double precision, rounded once; those with 16-bit taps are exact up to 2^22 taps a phase. Taps are put in order by phase, and inputs, as doubles, behind
 // the past, for the kernel of single sums.
 template <class Kind> class StatelessRate {
 public:

@@ -34,7 +34,7 @@ template <class T> void generated(const Wave& wave, T* dst, int len) {
                 const auto value = [=](auto k, auto q) {
                     using V = decltype(k);
                     const V x = fraction((k * constant<V>(step) + constant<V>(phase)) + q * constant<V>(0.25));
-                    // Each line is the higher one where it counts. That of no falling slope at all is NaN at x = 0, which gives the other.
+                    // Each line is the higher one where it counts, but for the last bit at the bottom. That of no falling slope at all is NaN at x = 0, which gives the other.
                     const V falling = constant<V>(1) - x * constant<V>(down), rising = (x - constant<V>(fall)) * constant<V>(up) - constant<V>(1);
                     return constant<V>(magn) * atLeast(constant<V>(-1), atMost(constant<V>(1), atLeast(falling, rising)));
                 };

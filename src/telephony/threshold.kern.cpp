@@ -101,8 +101,10 @@ template <class T, class Side> void limitedMagnitude(const T* src, T* dst, int l
             const V size = __is_same(Side, Below) ? larger(bound, abs(x)) : smaller(abs(x), bound);
             return withSign(size, signOf(x));
         } else {
-            if constexpr (__is_same(Side, Below)) return atLeastInSize(x, same<V>(level));
-            return smaller(larger(x, same<V>(T(-level))), same<V>(level));
+            if constexpr (__is_same(Side, Below))
+                return atLeastInSize(x, same<V>(level));
+            else
+                return smaller(larger(x, same<V>(T(-level))), same<V>(level));
         }
     });
 }

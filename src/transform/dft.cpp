@@ -139,10 +139,6 @@ template <class T> const DftKernels<T>* kernelsOf(const RealDft<T>& real) {
         return dft64;
 }
 
-}   // namespace
-
-namespace {
-
 // A primitive root of the prime n.
 int primitiveRoot(int n) {
     const auto power = [n](int64_t g, int e) {

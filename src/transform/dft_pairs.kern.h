@@ -355,7 +355,8 @@ template <int K, int R, class T> __attribute__((noinline)) void pass(const PairP
     const ptrdiff_t pitch = 2 * a, gap = pitch * pass.rest;
     for (int run = 0; run < pass.runs; ++run, y += gap * R) {
         const T* __restrict w = pass.factors;
-        for (ptrdiff_t l = 0; l<pass.rest; ++l, w += l> 1 ? 4 * (R - 1) : 0)
+        for (ptrdiff_t l = 0; l < pass.rest; ++l) {
+            if (l > 1) w += 4 * (R - 1);
             for (ptrdiff_t k = 0; k < pitch; k += 2 * K) {
                 T* const at = y + pitch * l + k;
                 V x[R];
@@ -367,6 +368,7 @@ template <int K, int R, class T> __attribute__((noinline)) void pass(const PairP
                     for (int j = 1; j < R; ++j) x[j] = fma(everyPair<V>(w + 4 * j - 2), swapPairs(x[j]), x[j] * same<V>(w[4 * j - 4]));
                 for (int j = 0; j < R; ++j) store(at + gap * j, x[j]);
             }
+        }
     }
 }
 

@@ -23,8 +23,8 @@ template <class T> struct PairPass {
 };
 template <class T> struct PairSteps {
     int a, b;
-    const T*
-        factors;   // w_N^(b j) for each block of `lanes` b, the last of which ends with B - 1, and j from 1 on: real parts, each twice; imaginary parts, each negative and positive
+    // w_N^(b j) for each block of `lanes` b, the last of which ends with B - 1, and j from 1 on: real parts, each twice; imaginary parts, each negative and positive.
+    const T* factors;
     int passes, runs;   // in between; and the runs that these leave
     const PairPass<T>* pass;
     const int* place;   // of each run: k modulo `runs` of its results. Of one run not read

@@ -59,19 +59,17 @@ const auto& realKernels(const int16_t*, const int16_t*) { return fftInteger->of1
 const auto& realKernels(const int16_t*, const int32_t*) { return fftInteger->of16s32s; }
 const auto& realKernels(const int32_t*, const int32_t*) { return fftInteger->of32s; }
 template <Way way, class T, class S, class D> bool inRegisters(const S* src, D* dst, const FftSpec<T>& inner, int scaleFactor, Packing packing) {
-    const int at = inner.order - 1;
-    const T scale = scaleOf<way>(inner, scaleFactor);
-    NearestRounding guard;
-    if constexpr (way == Way::Forward) {
-        const auto& kernels = realKernels(src, dst);
+    const auto call = [&](const auto& kernels, const auto& ofOrder) {
+        const int at = inner.order - 1;
         if (at < 0 || at >= kernels.kOrders) return false;
-        kernels.forward[at](src, dst, packing, scale);
-    } else {
-        const auto& kernels = realKernels(dst, src);
-        if (at < 0 || at >= kernels.kOrders) return false;
-        kernels.inverse[at](src, dst, packing, scale);
-    }
-    return true;
+        NearestRounding guard;
+        ofOrder[at](src, dst, packing, scaleOf<way>(inner, scaleFactor));
+        return true;
+    };
+    if constexpr (way == Way::Forward)
+        return call(realKernels(src, dst), realKernels(src, dst).forward);
+    else
+        return call(realKernels(dst, src), realKernels(dst, src).inverse);
 }
 
 template <Way way, class Spec, class C> Status interleaved(const C* pSrc, C* pDst, const Spec* pSpec, int scaleFactor, uint8_t* pBuffer) {

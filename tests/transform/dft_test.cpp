@@ -114,7 +114,7 @@ TEST(Dft, EqualsTheDefinition) {
     for (const Form& form : kForms)
         for (size_t n = 1; n <= 300; ++n) expectDefinition(form, n, n <= 20 ? std::span(kFlags) : std::span(kFlags).subspan(n % 4, 1));
     for (const Form& form : kForms)
-        for (size_t n : {331, 360, 480, 539, 606, 960, 1000, 1009, 1024, 1155, 1920}) expectDefinition(form, n, std::span(kFlags).subspan(n % 4, 1));
+        for (size_t n : {331, 337, 360, 480, 539, 606, 960, 1000, 1009, 1024, 1155, 1920}) expectDefinition(form, n, std::span(kFlags).subspan(n % 4, 1));
 }
 
 // Long ones: some bins each, and the way back.
