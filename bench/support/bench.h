@@ -6,6 +6,7 @@
 #pragma once
 
 #include <benchmark/benchmark.h>
+#include <omp.h>
 #include <sched.h>
 #ifdef __i386__
 #include <immintrin.h>
@@ -47,16 +48,20 @@ inline void runs256() {}
 inline void forgets256() {}
 #endif
 
-// While it lives, threads may run on any processor, whatever one the program is bound to.
+// While it lives, the library may have two threads, on any processor, whatever one the program is bound to.
 class Everywhere {
 public:
     Everywhere() {
+        omp_set_num_threads(2);
         sched_getaffinity(0, sizeof bound_, &bound_);
         cpu_set_t all;
         std::memset(&all, 0xff, sizeof all);
         sched_setaffinity(0, sizeof all, &all);
     }
-    ~Everywhere() { sched_setaffinity(0, sizeof bound_, &bound_); }
+    ~Everywhere() {
+        sched_setaffinity(0, sizeof bound_, &bound_);
+        omp_set_num_threads(1);
+    }
     Everywhere(const Everywhere&) = delete;
     Everywhere& operator=(const Everywhere&) = delete;
 
