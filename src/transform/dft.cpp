@@ -124,13 +124,6 @@ template <Way way, class T> void runRoots(const AnyDft<T>& dft, const Values<con
     }
 }
 
-template <class T> const DftPairKernels<T>* pairKernels() {
-    if constexpr (sizeof(T) == 4)
-        return dftPairs32;
-    else
-        return dftPairs64;
-}
-
 template <class T> const DftKernels<T>* kernelsOf(const RealDft<T>& real) {
     if (real.dft.mixed.kernels) return real.dft.mixed.kernels;
     if constexpr (sizeof(T) == 4)

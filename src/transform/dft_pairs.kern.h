@@ -1,15 +1,12 @@
 // The kernels of transforms of interleaved values, for the sources that make them in one precision each.
 #pragma once
 
-#include "core/simd/vec.h"
+#include "transform/complex.kern.h"
 #include "transform/dft_pairs.table.h"
 #include "transform/turns.kern.h"
 
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
-
-// On lambdas.
-#define TEVS_HERE __attribute__((always_inline))
 
 // ---- DFTs in registers -----------------------------------------------------------------------------------------------------------------
 
@@ -22,12 +19,8 @@ template <class V> TEVS_INLINE V alternating(double s) { return alternatingOf<V>
 template <class V> TEVS_INLINE V minusI(V a, V b) { return fma(alternating<V>(1), swapPairs(b), a); }
 template <class V> TEVS_INLINE V plusI(V a, V b) { return fnma(alternating<V>(1), swapPairs(b), a); }
 #else
-template <class V> TEVS_INLINE V timesMinusI(V b) {
-    using Bits = Vec<int, sizeof(V) / sizeof(int)>;
-    return (V)((Bits)swapPairs(b) ^ (Bits)alternating<V>(0));
-}
-template <class V> TEVS_INLINE V minusI(V a, V b) { return a + timesMinusI(b); }
-template <class V> TEVS_INLINE V plusI(V a, V b) { return a - timesMinusI(b); }
+template <class V> TEVS_INLINE V minusI(V a, V b) { return a + conjugate(swapPairs(b)); }
+template <class V> TEVS_INLINE V plusI(V a, V b) { return a - conjugate(swapPairs(b)); }
 #endif
 // x (c + i s).
 template <class V> TEVS_INLINE V turned(V x, double c, double s) { return fma(alternating<V>(-s), swapPairs(x), x * same<V>(Element<V>(c))); }
@@ -82,7 +75,7 @@ template <class V> TEVS_INLINE void dft(V (&x)[13]) { prime(x, Iota<6>{}); }
 
 // Radix 2 by 4. The factor sqrt(1/2) of w_8 and w_8^3 is applied where their sum and difference join the rest.
 template <class V> TEVS_INLINE void dft(V (&x)[8]) {
-    const V h = same<V>(Element<V>(0.70710678118654752440));
+    const V h = same<V>(Element<V>(kSqrtHalf));
     V even[4] = {x[0] + x[4], x[1] + x[5], x[2] + x[6], x[3] + x[7]};
     const V d0 = x[0] - x[4], d1 = x[1] - x[5], d2 = x[2] - x[6], d3 = x[3] - x[7];
     const V p = minusI(d0, d2), q = plusI(d0, d2), sum = d1 + d3, difference = d1 - d3, s = minusI(difference, sum), t = plusI(difference, sum);
@@ -124,7 +117,7 @@ template <class V> TEVS_INLINE void dft(V (&x)[9]) {
 }
 template <class V> TEVS_INLINE void dft(V (&x)[16]) {
     square<4>(x, [](V(&y)[4][4]) TEVS_HERE {
-        constexpr double c = 0.92387953251128675613, s = 0.38268343236508977173, h = 0.70710678118654752440;
+        constexpr double c = kCos16, s = kSin16, h = kSqrtHalf;
         const V zero = {};
         y[1][1] = turned(y[1][1], c, -s);
         y[1][2] = turned(y[1][2], h, -h);
@@ -177,15 +170,6 @@ template <int N, bool Inverse, class T> void whole(const T* src, T* dst, T scale
 
 // ---- spectra of reals, in registers ------------------------------------------------------------------------------------------------------
 
-// The sum of a and b, and their difference, by turns.
-template <class V> TEVS_INLINE V sumAndDifference(V a, V b) {
-    using Bits = Vec<int, sizeof(V) / sizeof(int)>;
-    return a + (V)((Bits)b ^ (Bits)alternating<V>(0));
-}
-template <class V> TEVS_INLINE V conjugate(V a) {
-    using Bits = Vec<int, sizeof(V) / sizeof(int)>;
-    return (V)((Bits)a ^ (Bits)alternating<V>(0));
-}
 template <class T> TEVS_INLINE auto pairOf(T a, T b) { return Vec<T, 16 / int(sizeof(T))>{a, b}; }
 
 // N odd, by definition over t = x[j] + x[N-j] and u = x[j] - x[N-j]: X[k] = x[0] + sum over j = 1 .. (N-1)/2 of  t cos(2 pi j k / N) - i u sin(2 pi j k / N)
@@ -196,7 +180,7 @@ template <int N, class T> void oddSpectrum(const T* src, T* first, T*, T* bins, 
     const V start = pairOf<T>(src[0], 0);
     T sum = src[0];
     for (int j = 1; j <= H; ++j) {
-        x[j] = sumAndDifference(same<V>(src[j]), same<V>(src[N - j]));
+        x[j] = same<V>(src[j]) + conjugate(same<V>(src[N - j]));   // t and u
         sum += x[j][0];
     }
     for (int k = 1; k <= H; ++k) {
@@ -418,29 +402,18 @@ template <class T, bool Inverse, int N> constexpr typename DftPairKernels<T>::Wh
     else
         return whole<N, Inverse, T>;
 }
-template <class T, int N> constexpr typename DftPairKernels<T>::Spectrum* spectrumOf() {
-    if constexpr (N < 3 || (N & (N - 1)) == 0)
-        return nullptr;
-    else if constexpr (N % 2 == 0)
-        return evenSpectrum<N, T>;
-    else if constexpr (N <= kMostOdd)
-        return oddSpectrum<N, T>;
-    else
-        return nullptr;
+template <int N, class T> constexpr void setReal(DftPairKernels<T>& kernels) {
+    if constexpr (N < 3 || (N & (N - 1)) == 0) {
+        return;
+    } else if constexpr (N % 2 == 0) {
+        kernels.spectrum[N] = evenSpectrum<N, T>;
+        kernels.reals[N] = evenReals<N, T>;
+    } else if constexpr (N <= kMostOdd) {
+        kernels.spectrum[N] = oddSpectrum<N, T>;
+        kernels.reals[N] = oddReals<N, T>;
+    }
 }
-template <class T, int N> constexpr typename DftPairKernels<T>::RealValues* realsOf() {
-    if constexpr (N < 3 || (N & (N - 1)) == 0)
-        return nullptr;
-    else if constexpr (N % 2 == 0)
-        return evenReals<N, T>;
-    else if constexpr (N <= kMostOdd)
-        return oddReals<N, T>;
-    else
-        return nullptr;
-}
-template <class T, int... N> constexpr void setReals(DftPairKernels<T>& kernels, Lane<N...>) {
-    ((kernels.spectrum[N] = spectrumOf<T, N>(), kernels.reals[N] = realsOf<T, N>()), ...);
-}
+template <class T, int... N> constexpr void setReals(DftPairKernels<T>& kernels, Lane<N...>) { (setReal<N>(kernels), ...); }
 template <class T, int K, int... R> constexpr typename DftPairKernels<T>::Width width(Lane<R...>) {
     return {K, {columnsOf<T, K, R>()...}, {passOf<T, K, R>()...}, {rowsOf<T, K, R>()...}};
 }

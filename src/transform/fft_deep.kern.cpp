@@ -33,14 +33,7 @@ template <class In, bool Exchanged> TEVS_INLINE Pair readPair(ByColumns<In, Exch
 template <class In, class Out> TEVS_PASS void sixtyFour(In src, Out dst) { columnsAndRows<8, 8, false, false>(src, dst, 1.0); }
 
 // x times the factor at w.
-TEVS_INLINE Pair times(Pair x, const double* w) {
-    const Pair re = same<Pair>(w[0]), crossed = exchanged(x) * same<Pair>(w[1]);
-#if TEVS_LEVEL >= 2
-    return (Pair)_mm_fmaddsub_pd((__m128d)x, (__m128d)re, (__m128d)crossed);
-#else
-    return subAdd(x * re, crossed);
-#endif
-}
+TEVS_INLINE Pair times(Pair x, const double* w) { return productAnd<true>(x, same<Pair>(w[0]), exchanged(x) * same<Pair>(w[1])); }
 
 // Radix 8, from the sums and the differences of inputs four apart.
 template <class Emit> TEVS_INLINE void dft8OfPairs(const Pair (&s)[4], const Pair (&d)[4], Emit emit) {

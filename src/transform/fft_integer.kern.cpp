@@ -119,18 +119,9 @@ template <class D, class T, int N> TEVS_INLINE Integers<D, N> toIntegers(const R
 // and X[N-k] is the conjugate of X[k]. The inverse takes the same steps back: y[n] = sum over k of X[4k+1] w^(-4 n k), and d[n] - i d[n + N/4] is twice the conjugate of y[n]
 // times w^n.
 
-// Of the complex values in the lanes of a register.
-template <class V> TEVS_INLINE V conjugated(V x) {
-    if constexpr (kCount<V> == 4)
-        return (V)((Vec<int32_t, 4>)x ^ Vec<int32_t, 4>{0, INT32_MIN, 0, INT32_MIN});
-    else
-        return (V)((Vec<int64_t, 2>)x ^ Vec<int64_t, 2>{0, INT64_MIN});
-}
-
 using Double2 = Vec<double, 2>;
 using Float4 = Vec<float, 4>;
 
-TEVS_INLINE Double2 crossed(Double2 x) { return __builtin_shufflevector(x, x, 1, 0); }
 template <int... I> TEVS_INLINE Float4 picked(Float4 a, Float4 b) { return __builtin_shufflevector(a, b, I...); }
 template <int I> TEVS_INLINE Float4 lane(Float4 a) { return __builtin_shufflevector(a, a, I, I, I, I); }
 
@@ -138,18 +129,18 @@ template <int I> TEVS_INLINE Float4 lane(Float4 a) { return __builtin_shufflevec
 template <class V> TEVS_INLINE Cx<V> turned(V a, V b, V re, V im) { return {fma(a, re, b * im), fnma(b, re, a * im)}; }
 
 // The odd values of the spectrum of N from N/2 differences.
-TEVS_INLINE Reals<double, 2> oddValues(const Reals<double, 2>& d) { return {{conjugated(d.v[0])}}; }
+TEVS_INLINE Reals<double, 2> oddValues(const Reals<double, 2>& d) { return {{conjugate(d.v[0])}}; }
 TEVS_INLINE Reals<double, 4> oddValues(const Reals<double, 4>& d) {
     const auto z = turned(d.v[0], d.v[1], Double2{1, kSqrtHalf}, Double2{0, -kSqrtHalf});
     const Double2 z0 = interleaveLow(z.re, z.im), z1 = interleaveHigh(z.re, z.im);
-    return {{z0 + z1, conjugated(z0 - z1)}};
+    return {{z0 + z1, conjugate(z0 - z1)}};
 }
 TEVS_INLINE Reals<double, 8> oddValues(const Reals<double, 8>& d) {
     const auto y = turned(d.v[0], d.v[2], Double2{1, kCos16}, Double2{0, -kSin16});
     const auto z = turned(d.v[1], d.v[3], Double2{kSqrtHalf, kSin16}, Double2{-kSqrtHalf, -kCos16});
     const Double2 z0 = interleaveLow(y.re, y.im), z1 = interleaveHigh(y.re, y.im), z2 = interleaveLow(z.re, z.im), z3 = interleaveHigh(z.re, z.im);
-    const Double2 a = z0 + z2, b = z0 - z2, c = z1 + z3, e = conjugated(crossed(z1 - z3));
-    return {{a + c, conjugated(b - e), b + e, conjugated(a - c)}};
+    const Double2 a = z0 + z2, b = z0 - z2, c = z1 + z3, e = conjugate(swapPairs(z1 - z3));
+    return {{a + c, conjugate(b - e), b + e, conjugate(a - c)}};
 }
 TEVS_INLINE Reals<float, 4> oddValues(const Reals<float, 4>& d) {
     constexpr float h = float(kSqrtHalf);
@@ -162,7 +153,7 @@ TEVS_INLINE Reals<float, 8> oddValues(const Reals<float, 8>& d) {
     const auto z = turned(d.v[0], d.v[1], Float4{1, c, h, s}, Float4{0, -s, -h, -c});
     const Float4 low = interleaveLow(z.re, z.im), high = interleaveHigh(z.re, z.im), sum = low + high, difference = low - high;
     const Float4 p = picked<0, 1, 4, 5>(sum, difference), q = picked<2, 3, 7, 6>(sum, difference) * Float4{1, 1, 1, -1};
-    const Float4 of15 = p + q, of73 = conjugated(p - q);
+    const Float4 of15 = p + q, of73 = conjugate(p - q);
     return {{picked<0, 1, 6, 7>(of15, of73), picked<2, 3, 4, 5>(of15, of73)}};
 }
 
@@ -170,14 +161,14 @@ TEVS_INLINE Reals<float, 8> oddValues(const Reals<float, 8>& d) {
 TEVS_INLINE Reals<double, 2> differencesOf(const Reals<double, 2>& x) { return {{x.v[0] * Double2{2, -2}}}; }
 TEVS_INLINE Reals<double, 4> differencesOf(const Reals<double, 4>& x) {
     constexpr double h = 2 * kSqrtHalf;
-    const Double2 b = conjugated(x.v[1]), y0 = x.v[0] + b, y1 = x.v[0] - b;
+    const Double2 b = conjugate(x.v[1]), y0 = x.v[0] + b, y1 = x.v[0] - b;
     const auto d = turned(interleaveLow(y0, y1), interleaveHigh(y0, y1), Double2{2, h}, Double2{0, -h});
     return {{d.re, d.im}};
 }
 TEVS_INLINE Reals<double, 8> differencesOf(const Reals<double, 8>& x) {
     constexpr double h = 2 * kSqrtHalf, c = 2 * kCos16, s = 2 * kSin16;
-    const Double2 x9 = conjugated(x.v[3]), x13 = conjugated(x.v[1]);
-    const Double2 a = x.v[0] + x9, b = x.v[0] - x9, e = x.v[2] + x13, f = crossed(conjugated(x.v[2] - x13));
+    const Double2 x9 = conjugate(x.v[3]), x13 = conjugate(x.v[1]);
+    const Double2 a = x.v[0] + x9, b = x.v[0] - x9, e = x.v[2] + x13, f = swapPairs(conjugate(x.v[2] - x13));
     const Double2 y0 = a + e, y1 = b + f, y2 = a - e, y3 = b - f;
     const auto d = turned(interleaveLow(y0, y1), interleaveHigh(y0, y1), Double2{2, c}, Double2{0, -s});
     const auto g = turned(interleaveLow(y2, y3), interleaveHigh(y2, y3), Double2{h, s}, Double2{-h, -c});
@@ -191,7 +182,7 @@ TEVS_INLINE Reals<float, 4> differencesOf(const Reals<float, 4>& x) {
 }
 TEVS_INLINE Reals<float, 8> differencesOf(const Reals<float, 8>& x) {
     constexpr float h = float(2 * kSqrtHalf), c = float(2 * kCos16), s = float(2 * kSin16);
-    const Float4 of15 = picked<0, 1, 4, 5>(x.v[0], x.v[1]), of913 = conjugated(picked<2, 3, 6, 7>(x.v[1], x.v[0])), sum = of15 + of913,
+    const Float4 of15 = picked<0, 1, 4, 5>(x.v[0], x.v[1]), of913 = conjugate(picked<2, 3, 6, 7>(x.v[1], x.v[0])), sum = of15 + of913,
                  difference = of15 - of913;
     const Float4 p = picked<0, 1, 4, 5>(sum, difference), q = picked<2, 3, 7, 6>(sum, difference) * Float4{1, 1, -1, 1};
     const Float4 y01 = p + q, y23 = p - q;

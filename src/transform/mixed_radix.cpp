@@ -16,9 +16,6 @@ namespace {
 template <class T> const DftKernels<T>* chosenKernels();
 template <> const DftKernels<float>* chosenKernels() { return dft32; }
 template <> const DftKernels<double>* chosenKernels() { return dft64; }
-template <class T> const DftPairKernels<T>* chosenPairKernels();
-template <> const DftPairKernels<float>* chosenPairKernels() { return dftPairs32; }
-template <> const DftPairKernels<double>* chosenPairKernels() { return dftPairs64; }
 
 // The next prime factor of n, 1 of 1.
 int smallestPrime(int n) {
@@ -292,7 +289,7 @@ template <class T> double costInPairs(int n) {
     for (int d : {2, 3, 5, 7, 11, 13})
         while (rest % d == 0) rest /= d;
     if (rest > 1) return 0;
-    const PairSplit s = splitPairs(*chosenPairKernels<T>(), n);
+    const PairSplit s = splitPairs(*pairKernels<T>(), n);
     return s.a ? s.cost * n : 0;
 }
 
@@ -300,7 +297,7 @@ namespace {
 
 // False where there is no such plan.
 template <class T> bool planPairs(MixedRadix<T>& plan, int n, Carve& c, bool write) {
-    const auto* const kernels = chosenPairKernels<T>();
+    const auto* const kernels = pairKernels<T>();
     PairPlan<T> pairs{};
     PairSplit s{};
     if (n > kMostAtOnce && n <= kMostInPairs) s = splitPairs(*kernels, n);

@@ -15,6 +15,13 @@ constexpr int kMostInPairs = 45000;
 // N is a product of primes up to kMostPrime.
 bool isMixedLength(int n);
 
+template <class T> const DftPairKernels<T>* pairKernels() {
+    if constexpr (sizeof(T) == 4)
+        return dftPairs32;
+    else
+        return dftPairs64;
+}
+
 // Of interleaved values: forward and inverse at once where the length is up to kMostAtOnce, else in steps.
 template <class T> struct PairPlan {
     typename DftPairKernels<T>::Whole* whole[2];
