@@ -243,23 +243,25 @@ template <class T> TEVS_INLINE Parts<T> operator+(Parts<T> a, int64_t i) { retur
 template <class T> TEVS_INLINE Blocks<T> operator+(Blocks<T> a, int64_t i) { return {a.p + 2 * i}; }
 template <class T> TEVS_INLINE PartBlocks<T> operator+(PartBlocks<T> a, int64_t i) { return {a.re + i, a.im + i}; }
 
-// Row r of K goes in, column r comes out; lanes in block order on both sides.
-template <class V, int K>
-requires(K > 2 * kGroup<V>) TEVS_INLINE void transpose(V (&x)[K]) {
-    // A bit of a row's number for that of a lane's.
-    const auto exchange = [&]<int Bit>(At<Bit>) TEVS_HERE {
-        for (int r = 0; r < K; ++r)
-            if (!(r & Bit)) {
-                const V a = x[r], b = x[r + Bit];
-                x[r] = shuffle<[](int i) { return i & Bit ? i - Bit + K : i; }>(a, b);
-                x[r + Bit] = shuffle<[](int i) { return i & Bit ? i + K : i + Bit; }>(a, b);
+// K rows of K units of so many lanes: rows become columns.
+template <int Unit, int K, class V> TEVS_INLINE void turnUnits(V (&x)[K]) {
+    constexpr int n = Unit * K;
+    const auto exchange = [&]<int D>(At<D>) TEVS_HERE {   // the units D columns to the right in row i and D rows below
+        for (int i = 0; i < K; ++i)
+            if ((i & D) == 0) {
+                const V a = x[i], b = x[i + D];
+                x[i] = shuffle<[](int l) { return l / Unit & D ? n + l - Unit * D : l; }>(a, b);
+                x[i + D] = shuffle<[](int l) { return l / Unit & D ? n + l : l + Unit * D; }>(a, b);
             }
     };
-    exchange(At<1>{});
-    exchange(At<2>{});
-    exchange(At<4>{});
-    if constexpr (K == 16) exchange(At<8>{});
+    if constexpr (K >= 2) exchange(At<1>{});
+    if constexpr (K >= 4) exchange(At<2>{});
+    if constexpr (K >= 8) exchange(At<4>{});
+    if constexpr (K >= 16) exchange(At<8>{});
 }
+// Row r of K goes in, column r comes out; lanes in block order on both sides.
+template <class V, int K>
+requires(K > 2 * kGroup<V>) TEVS_INLINE void transpose(V (&x)[K]) { turnUnits<1>(x); }
 template <class V, int K> TEVS_INLINE void transpose(V (&x)[K]) {
     constexpr int G = kGroup<V>, H = G / 2;
     constexpr auto low = [](int i) { return i / G * G + i % H + (i % G < H ? 0 : K); };

@@ -381,8 +381,17 @@ template <class T, int K, int... R> constexpr typename DftKernels<T>::Width widt
             {rowsOf<T, K, R>()...}};
 }
 template <class T, int... R> constexpr DftKernels<T> dftKernels(Lane<R...> radices) {
-    constexpr int kWide = (kRegisterBytes >= 32 ? 32 : 16) / int(sizeof(T)), kNarrow = 16 / int(sizeof(T));
-    return {kWide > kNarrow ? 2 : 1, {width<T, kWide>(radices), width<T, kNarrow>(radices)}, {wholeOf<T, R>()...}, recombine<false, T>, recombine<true, T>};
+    constexpr int kBytes = int(sizeof(T));
+    return {
+#if TEVS_REGISTER_BYTES >= 64
+        3, {width<T, 64 / kBytes>(radices), width<T, 32 / kBytes>(radices), width<T, 16 / kBytes>(radices)},
+#elif TEVS_REGISTER_BYTES >= 32
+        2, {width<T, 32 / kBytes>(radices), width<T, 16 / kBytes>(radices)},
+#else
+        1, {width<T, 16 / kBytes>(radices)},
+#endif
+            {wholeOf<T, R>()...}, recombine<false, T>, recombine<true, T>
+    };
 }
 template <class T> constexpr DftKernels<T> dftKernels() { return dftKernels<T>(Iota<kMostRadix + 1>{}); }
 

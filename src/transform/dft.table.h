@@ -60,7 +60,7 @@ template <class T> struct DftKernels {
         Rows* rows[kMostRadix + 1];      // by columns; null below the lanes
     };
     int widths;
-    Width width[2];
+    Width width[3];
     Whole* whole[kMostRadix + 1];   // of so many values, at once
 
     // The spectrum of 2n reals from the n-point transform z of their pairs, and back, but for X[0], X[n] and z[0]: w^k = exp(-2 pi i k / 2n), k < n / 2. bins is not z.

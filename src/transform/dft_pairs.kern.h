@@ -247,23 +247,6 @@ template <int N, class T> void evenReals(const T* bins, T first, T last, T* dst,
 
 // ---- two steps -------------------------------------------------------------------------------------------------------------------------
 
-// K rows of K complex values, turned over.
-template <auto From, class V, int... I> TEVS_INLINE V pairsBy(V a, V b, Lane<I...>) { return __builtin_shufflevector(a, b, (From(I / 2) * 2 + I % 2)...); }
-template <auto From, class V> TEVS_INLINE V pairsBy(V a, V b) { return pairsBy<From>(a, b, Iota<kCount<V>>{}); }
-template <int K, class V> TEVS_INLINE void transpose(V (&x)[K]) {
-    const auto exchange = [&]<int D>(Lane<D>) TEVS_HERE {   // the values D columns to the right in row i and D rows below
-        for (int i = 0; i < K; ++i)
-            if ((i & D) == 0) {
-                const V a = x[i], b = x[i + D];
-                x[i] = pairsBy<[](int c) { return c & D ? K + c - D : c; }>(a, b);
-                x[i + D] = pairsBy<[](int c) { return c & D ? K + c : c + D; }>(a, b);
-            }
-    };
-    if constexpr (K >= 2) exchange(Lane<1>{});
-    if constexpr (K >= 4) exchange(Lane<2>{});
-    if constexpr (K >= 8) exchange(Lane<4>{});
-}
-
 constexpr int roundedUp(int n, int k) { return (n + k - 1) / k * k; }
 
 // The values of N rows from `first` on, of the inverse in the order 0, N - 1, .. 1.
@@ -290,7 +273,7 @@ template <int K, int A, class T> __attribute__((noinline)) void columns(const Pa
         for (int j = 0; j < A; j += K) {
             V t[K];
             for (int i = 0; i < K; ++i) t[i] = x[j + i < A ? j + i : A - 1];
-            transpose<K>(t);
+            turnUnits<2>(t);
             for (int i = 0; i < K; ++i) store(y + kPitch * (b + i) + 2 * j, t[i]);
         }
         if (b == columns - K) break;

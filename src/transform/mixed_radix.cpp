@@ -295,12 +295,19 @@ template <class T> double costInPairs(int n) {
 
 namespace {
 
+// Whether transforms of interleaved values, and so long, are faster as they lie: they work in place, but their factors take twice what the values do. 44100 points are a tenth to a fifth
+// faster, 48000 a tenth slower. What no second cache holds is up to 1.6 times faster again, but for registers of one or two values.
+template <class T> bool pairsAreFaster(int n, int widths) {
+    constexpr int kSecondCache = 1 << 20, kMostWithTables = 1 << 22;
+    return n <= kMostInPairs || (widths > 1 && n >= kSecondCache / int(2 * sizeof(T)) && n <= kMostWithTables);
+}
+
 // False where there is no such plan.
 template <class T> bool planPairs(MixedRadix<T>& plan, int n, Carve& c, bool write) {
     const auto* const kernels = pairKernels<T>();
     PairPlan<T> pairs{};
     PairSplit s{};
-    if (n > kMostAtOnce && n <= kMostInPairs) s = splitPairs(*kernels, n);
+    if (n > kMostAtOnce && pairsAreFaster<T>(n, kernels->widths)) s = splitPairs(*kernels, n);
     if (n == 1 || (n > kMostAtOnce && !s.a)) return false;
     auto* const at = c.take<PairPlan<T>>(1);
     if (n <= kMostAtOnce) {
