@@ -18,8 +18,8 @@ template <int Parts, int Bytes, int V, int U, class T> TEVS_INLINE void vectors(
     constexpr int K = Bytes / int(sizeof(T));
     using R = Vec<T, K>;
     R sum[U][V][Parts] = {};
-    const auto at = [=](int v) __attribute__((always_inline)) { return v < V - 1 ? v * K : scalars - K; };
-    const auto add = [&](int j, int u) __attribute__((always_inline)) {
+    const auto at = [=](int v) TEVS_HERE { return v < V - 1 ? v * K : scalars - K; };
+    const auto add = [&](int j, int u) TEVS_HERE {
         R tap[Parts];
 #pragma GCC unroll 2
         for (int p = 0; p < Parts; ++p) tap[p] = same<R>(taps[p]);
@@ -79,7 +79,7 @@ template <class T, class Sample> struct Few {
 };
 
 void digits(const int16_t* taps, int16_t* lower, int16_t* upper, int n) {
-    const auto split = [](auto w, const int16_t* p) __attribute__((always_inline)) {
+    const auto split = [](auto w, const int16_t* p) TEVS_HERE {
         const auto tap = load<int16_t, w.n>(p), low = shiftRight(shiftLeft(tap, 8), 8);
         return Two{low, shiftRight(tap, 8) - (low >> 15)};   // one more where the lower digit is negative
     };

@@ -236,7 +236,7 @@ template <int B> struct Bytes { static constexpr int n = B; };
 // add(Bytes<B>, j) for the elements of Size bytes from j to n, fewer than fill a register, in pieces of falling width. Returns where the last one ends; elements
 // of two bytes may leave one over.
 template <int Size, class Add> TEVS_INLINE int inPieces(int j, int n, Add add) {
-    const auto piece = [&](auto bytes) __attribute__((always_inline)) {
+    const auto piece = [&](auto bytes) TEVS_HERE {
         if ((n - j) * Size >= bytes.n) {
             add(bytes, j);
             j += bytes.n / Size;
@@ -264,8 +264,7 @@ template <class T> T dotReal(const T* in, const T* taps, int tapsLen) {
         for (int a = 0; a < 4; ++a) sum[a] = fma(load<T, K>(taps + j + a * K), load<T, K>(in + j + a * K), sum[a]);
     for (; j + K <= tapsLen; j += K) sum[0] = fma(load<T, K>(taps + j), load<T, K>(in + j), sum[0]);
     Register<T, 16> rest = {};
-    inPieces<sizeof(T)>(
-        j, tapsLen, [&](auto b, int i) __attribute__((always_inline)) { rest = fma(loadBytes<T, b.n>(taps + i), loadBytes<T, b.n>(in + i), rest); });
+    inPieces<sizeof(T)>(j, tapsLen, [&](auto b, int i) TEVS_HERE { rest = fma(loadBytes<T, b.n>(taps + i), loadBytes<T, b.n>(in + i), rest); });
     const auto all = folded((sum[0] + sum[1]) + (sum[2] + sum[3])) + rest;
     if constexpr (sizeof(T) == 4)
         return (all[0] + all[2]) + (all[1] + all[3]);
@@ -278,18 +277,17 @@ template <class T, class C> C dotComplex(const C* in, const C* taps, int tapsLen
     constexpr int K = kBytes / int(sizeof(C));
     using V = Vec<T, 2 * K>;
     V equal[4] = {}, unequal[4] = {};
-    const auto add = [](auto h, auto x, auto& same, auto& crossed) __attribute__((always_inline)) {
+    const auto add = [](auto h, auto x, auto& same, auto& crossed) TEVS_HERE {
         same = fma(h, x, same);
         crossed = fma(swapPairs(h), x, crossed);
     };
-    const auto values = [](const C* p) __attribute__((always_inline)) { return inRegister(loadAs<V>(p)); };
+    const auto values = [](const C* p) TEVS_HERE { return inRegister(loadAs<V>(p)); };
     int j = 0;
     for (; j + 4 * K <= tapsLen; j += 4 * K)
         for (int a = 0; a < 4; ++a) add(values(taps + j + a * K), values(in + j + a * K), equal[a], unequal[a]);
     for (; j + K <= tapsLen; j += K) add(values(taps + j), values(in + j), equal[0], unequal[0]);
     Register<T, 16> equalRest = {}, unequalRest = {};
-    inPieces<sizeof(C)>(
-        j, tapsLen, [&](auto b, int i) __attribute__((always_inline)) { add(loadBytes<T, b.n>(taps + i), loadBytes<T, b.n>(in + i), equalRest, unequalRest); });
+    inPieces<sizeof(C)>(j, tapsLen, [&](auto b, int i) TEVS_HERE { add(loadBytes<T, b.n>(taps + i), loadBytes<T, b.n>(in + i), equalRest, unequalRest); });
     const auto e = folded((equal[0] + equal[1]) + (equal[2] + equal[3])) + equalRest;
     const auto u = folded((unequal[0] + unequal[1]) + (unequal[2] + unequal[3])) + unequalRest;
     if constexpr (sizeof(T) == 4)
@@ -307,10 +305,9 @@ int32_t dotShort(const int16_t* in, const int16_t* taps, int tapsLen) {
         for (int a = 0; a < 2; ++a) sum[a] += (Sums)multiplyPairs(load<int16_t, K>(taps + j + a * K), load<int16_t, K>(in + j + a * K));
     for (; j + K <= tapsLen; j += K) sum[0] += (Sums)multiplyPairs(load<int16_t, K>(taps + j), load<int16_t, K>(in + j));
     Vec<uint32_t, 4> rest = {};
-    j = inPieces<2>(
-        j, tapsLen, [&](auto b, int i) __attribute__((always_inline)) {
-            rest += (Vec<uint32_t, 4>)multiplyPairs(loadBytes<int16_t, b.n>(taps + i), loadBytes<int16_t, b.n>(in + i));
-        });
+    j = inPieces<2>(j, tapsLen, [&](auto b, int i) TEVS_HERE {
+        rest += (Vec<uint32_t, 4>)multiplyPairs(loadBytes<int16_t, b.n>(taps + i), loadBytes<int16_t, b.n>(in + i));
+    });
     const auto all = folded(sum[0] + sum[1]) + rest;
     return int32_t((all[0] + all[2]) + (all[1] + all[3]) + (j < tapsLen ? uint32_t(taps[j] * in[j]) : 0));
 }
@@ -382,7 +379,7 @@ struct ComplexShortShape {
 };
 
 void addShifted(const int32_t* sums, int s, int64_t* totals, int len) {
-    const auto add = [=](auto w, const int32_t* from, const int64_t* to) __attribute__((always_inline)) {
+    const auto add = [=](auto w, const int32_t* from, const int64_t* to) TEVS_HERE {
         using Totals = Vec<int64_t, w.n / 2>;
         const auto x = load<int32_t, w.n>(from);
         const auto wide = interleave(x, x >> 31);

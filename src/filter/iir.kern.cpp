@@ -5,8 +5,6 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
-#define TEVS_HERE __attribute__((always_inline))
-
 constexpr int kBytes = kRegisterBytes >= 32 ? 32 : 16;
 #ifdef __FMA__
 constexpr bool kFused = true;
@@ -125,7 +123,7 @@ template <class T> struct Block {
     TEVS_INLINE bool operator()(const S* x, S* y, State<States>& s) const {
         Vec<float, 4> single = {};
         if constexpr (kSingle) single = narrowed(s);
-        const auto fromState = [&](int r) __attribute__((always_inline)) {
+        const auto fromState = [&](int r) TEVS_HERE {
             V sum = outOf[0][r] * stateOut(s, single, 0);
             for (int q = 1; q < States; ++q) sum = fma(outOf[q][r], stateOut(s, single, q), sum);
             return sum;

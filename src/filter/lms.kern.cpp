@@ -38,7 +38,7 @@ template <bool Adapts, bool Sums> TEVS_INLINE float pass(const float* in, float*
     constexpr int K = kBytes / 4, A = 4;
     Vec<float, K> sum[A] = {};
     Vec<float, 4> rest = {};
-    const auto at = [&](int j, auto bytes, auto& s) __attribute__((always_inline)) {
+    const auto at = [&](int j, auto bytes, auto& s) TEVS_HERE {
         auto t = loadBytes<bytes.n>(taps + j);
         if constexpr (Adapts) {
             t = fma(sameBytes<bytes.n>(e), loadBytes<bytes.n>(in + j), t);

@@ -89,12 +89,12 @@ template <int W, int N, class T> TEVS_INLINE void network(const T* s, T* d, ptrd
     struct Medians {
         V v[U];
     };
-    const auto behind = [](const T* at) __attribute__((always_inline)) {
+    const auto behind = [](const T* at) TEVS_HERE {
         Behind b;
         for (int k = 0; k < W; ++k) b.v[k] = load<T, N>(at - W + k);
         return b;
     };
-    const auto medians = [](const T* at, const Behind& first) __attribute__((always_inline)) {
+    const auto medians = [](const T* at, const Behind& first) TEVS_HERE {
         Medians m;
         for (int u = 0; u < U; ++u) {
             V v[2 * W + 1];
@@ -106,7 +106,7 @@ template <int W, int N, class T> TEVS_INLINE void network(const T* s, T* d, ptrd
         }
         return m;
     };
-    const auto put = [](T * at, const Medians& m) __attribute__((always_inline)) {
+    const auto put = [](T* at, const Medians& m) TEVS_HERE {
         for (int u = 0; u < U; ++u) store(at + u * N, m.v[u]);
     };
     const Medians last = medians(s + (n - kStep), behind(s + (n - kStep)));
@@ -382,7 +382,7 @@ template <class T> bool plain(const T* s, ptrdiff_t n) {
         return good;
     }
     I bad = {}, least = {};
-    const auto look = [&](const T* p) __attribute__((always_inline)) {
+    const auto look = [&](const T* p) TEVS_HERE {
         const V a = inRegister(load<T, N>(p)), b = inRegister(load<T, N>(p + N));
         bad |= unordered(a, b);
         // As signed integers, -0 is the least of all.
@@ -469,28 +469,26 @@ template <class T, int R, class F> TEVS_INLINE void forEachBlock(int log2, ptrdi
 template <class T, int R> void splitBy(const T* s, T* streams, int log2, ptrdiff_t stride, ptrdiff_t tiles) {
     constexpr int E = kLeast<T>;
     const ptrdiff_t row = R < E ? E : ptrdiff_t{1} << log2;
-    forEachBlock<T, R>(
-        log2, tiles, [=](ptrdiff_t t, ptrdiff_t j) __attribute__((always_inline)) {
-            Vec<T, E> v[R];
+    forEachBlock<T, R>(log2, tiles, [=](ptrdiff_t t, ptrdiff_t j) TEVS_HERE {
+        Vec<T, E> v[R];
 #pragma GCC unroll 16
-            for (int r = 0; r < R; ++r) v[r] = load<T, E>(s + (t << log2) + j + r * row);
-            turn<T, R>(v, log2Of(E));
+        for (int r = 0; r < R; ++r) v[r] = load<T, E>(s + (t << log2) + j + r * row);
+        turn<T, R>(v, log2Of(E));
 #pragma GCC unroll 16
-            for (int r = 0; r < R; ++r) store(streams + (j + r) * stride + t, v[r]);
-        });
+        for (int r = 0; r < R; ++r) store(streams + (j + r) * stride + t, v[r]);
+    });
 }
 template <class T, int R> void joinBy(const T* streams, T* d, int log2, ptrdiff_t stride, ptrdiff_t tiles) {
     constexpr int E = kLeast<T>;
     const ptrdiff_t row = R < E ? E : ptrdiff_t{1} << log2;
-    forEachBlock<T, R>(
-        log2, tiles, [=](ptrdiff_t t, ptrdiff_t j) __attribute__((always_inline)) {
-            Vec<T, E> v[R];
+    forEachBlock<T, R>(log2, tiles, [=](ptrdiff_t t, ptrdiff_t j) TEVS_HERE {
+        Vec<T, E> v[R];
 #pragma GCC unroll 16
-            for (int r = 0; r < R; ++r) v[r] = load<T, E>(streams + (j + r) * stride + t);
-            turn<T, R>(v, log2Of(R));
+        for (int r = 0; r < R; ++r) v[r] = load<T, E>(streams + (j + r) * stride + t);
+        turn<T, R>(v, log2Of(R));
 #pragma GCC unroll 16
-            for (int r = 0; r < R; ++r) store(d + (t << log2) + j + r * row, v[r]);
-        });
+        for (int r = 0; r < R; ++r) store(d + (t << log2) + j + r * row, v[r]);
+    });
 }
 template <class T> void split(const void* src, void* to, int log2, ptrdiff_t stride, ptrdiff_t tiles) {
     const T* const s = static_cast<const T*>(src);

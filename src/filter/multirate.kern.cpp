@@ -289,7 +289,7 @@ template <class T, int Parts, int Step = 1> void filter(const Phases<T>* f, cons
 
 // t made odd where something is left: as good to whoever rounds two or more of its bits away.
 void joinRounded(const int32_t* lower, const int32_t* upper, int32_t* dst, int len) {
-    const auto join = [](auto w, const int32_t* l, const int32_t* u) __attribute__((always_inline)) {
+    const auto join = [](auto w, const int32_t* l, const int32_t* u) TEVS_HERE {
         const auto low = load<int32_t, w.n>(l);
         return (load<int32_t, w.n>(u) + (low >> 8)) | ((low & 255) + 255) >> 8;
     };
@@ -297,7 +297,7 @@ void joinRounded(const int32_t* lower, const int32_t* upper, int32_t* dst, int l
 }
 // All of it, within +-2^28.
 void joinWhole(const int32_t* lower, const int32_t* upper, int32_t* dst, int len) {
-    const auto join = [](auto w, const int32_t* l, const int32_t* u) __attribute__((always_inline)) {
+    const auto join = [](auto w, const int32_t* l, const int32_t* u) TEVS_HERE {
         using V = Vec<int32_t, w.n>;
         const auto low = load<int32_t, w.n>(l);
         const V most = same<V>(1 << 20);

@@ -25,7 +25,7 @@ template <bool Adapts> TEVS_INLINE OutputAndPower pass(const float* before, floa
     constexpr int A = 2;
     const V all = same<V>(g);
     V sum[A] = {}, power[A] = {};
-    const auto at = [&](const float* b, const float* x, float* h, int a) __attribute__((always_inline)) {
+    const auto at = [&](const float* b, const float* x, float* h, int a) TEVS_HERE {
         V t = load<float, kInts>(h);
         const V v = load<float, kInts>(x);
         if constexpr (Adapts) {
@@ -114,7 +114,7 @@ TEVS_INLINE Doubles saturated(Doubles v) { return atMost(same<Doubles>(0x1p31 - 
 
 // product(samples) for each half of a vector of parts. What does not fill one passes through a copy.
 template <bool Bounded, class F> TEVS_INLINE void adaptBy(const int16_t* in, int32_t* taps, int64_t n, F product) {
-    const auto step = [&](const int16_t* x, int32_t* t) __attribute__((always_inline)) {
+    const auto step = [&](const int16_t* x, int32_t* t) TEVS_HERE {
         const Two<Doubles> samples = widen(Ints(loadWide<kInts>(x))), before = widen(Ints(load<int32_t, kInts>(t)));
         const Doubles a = before.a + wholeStep<Bounded>(product(samples.a)), b = before.b + wholeStep<Bounded>(product(samples.b));
         store(t, nearestInt(Two<Doubles>{saturated(a), saturated(b)}));
@@ -150,7 +150,7 @@ void adapt16sc(const Complex16s* in, Complex32s* taps, int n, Complex64f g) {
 void adapt32fc(const Complex32f* in, Complex32f* taps, int n, Complex32f g) {
     using V = Vec<float, kInts>;
     const V straight = alternating<V>(g.re, -g.re), across = same<V>(g.im);
-    const auto step = [=](const Complex32f* x, Complex32f* t) __attribute__((always_inline)) {
+    const auto step = [=](const Complex32f* x, Complex32f* t) TEVS_HERE {
         const V samples = load<float, kInts>(partsOf(x));
         store(t, load<float, kInts>(partsOf(t)) + fma(swapPairs(samples), across, samples * straight));
     };

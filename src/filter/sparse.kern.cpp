@@ -25,7 +25,7 @@ template <int N, int K> TEVS_INLINE void put(const Outputs<N, K>& sum, float* ou
 template <int N, int K> struct Size { static constexpr int lanes = N, vectors = K, outputs = N * K; };
 template <class F> TEVS_INLINE void inBlocks(int len, int most, F f) {
     int n = 0;
-    const auto while_ = [&](auto size) __attribute__((always_inline)) {
+    const auto while_ = [&](auto size) TEVS_HERE {
         if (size.outputs <= most)
             for (; len - n >= size.outputs; n += size.outputs) f(size, n);
     };
@@ -37,33 +37,31 @@ template <class F> TEVS_INLINE void inBlocks(int len, int most, F f) {
 }
 
 void fir(const float* in, const float* taps, const int32_t* delays, int count, float* out, int len) {
-    inBlocks(
-        len, len, [=](auto size, int n) __attribute__((always_inline)) {
-            Outputs<size.lanes, size.vectors> sum = {};
-            for (int k = 0; k < count; ++k) add<size.lanes, size.vectors>(sum, in + (ptrdiff_t{n} - delays[k]), taps[k]);
-            put<size.lanes, size.vectors>(sum, out + n);
-        });
+    inBlocks(len, len, [=](auto size, int n) TEVS_HERE {
+        Outputs<size.lanes, size.vectors> sum = {};
+        for (int k = 0; k < count; ++k) add<size.lanes, size.vectors>(sum, in + (ptrdiff_t{n} - delays[k]), taps[k]);
+        put<size.lanes, size.vectors>(sum, out + n);
+    });
 }
 
 // A block is as long as the least delay allows, but at least a vector: in a shorter block nothing would be gained by one. What outputs take from their own block is added
 // one by one, and comes last in every order: those are the least delays.
 void iir(float* out, const float* taps, const int32_t* delays, int count, int len) {
-    inBlocks(
-        len, delays[0] < kWidth ? kWidth : delays[0], [=](auto size, int n) __attribute__((always_inline)) {
-            Outputs<size.lanes, size.vectors> sum;
-            float* const y = out + n;
+    inBlocks(len, delays[0] < kWidth ? kWidth : delays[0], [=](auto size, int n) TEVS_HERE {
+        Outputs<size.lanes, size.vectors> sum;
+        float* const y = out + n;
 #pragma GCC unroll 8
-            for (int j = 0; j < size.vectors; ++j) sum[j] = load<float, size.lanes>(y + j * size.lanes);
-            int k = count - 1;
-            for (; k >= 0 && delays[k] >= size.outputs; --k) add<size.lanes, size.vectors>(sum, y - delays[k], taps[k]);
-            put<size.lanes, size.vectors>(sum, y);
-            if (k >= 0)
-                for (int i = 0; i < size.outputs; ++i) {
-                    Outputs<1, 1> one = {load<float, 1>(y + i)};
-                    for (int l = k; l >= 0; --l) add<1, 1>(one, y + (i - ptrdiff_t{delays[l]}), taps[l]);
-                    put<1, 1>(one, y + i);
-                }
-        });
+        for (int j = 0; j < size.vectors; ++j) sum[j] = load<float, size.lanes>(y + j * size.lanes);
+        int k = count - 1;
+        for (; k >= 0 && delays[k] >= size.outputs; --k) add<size.lanes, size.vectors>(sum, y - delays[k], taps[k]);
+        put<size.lanes, size.vectors>(sum, y);
+        if (k >= 0)
+            for (int i = 0; i < size.outputs; ++i) {
+                Outputs<1, 1> one = {load<float, 1>(y + i)};
+                for (int l = k; l >= 0; --l) add<1, 1>(one, y + (i - ptrdiff_t{delays[l]}), taps[l]);
+                put<1, 1>(one, y + i);
+            }
+    });
 }
 
 }   // namespace

@@ -63,9 +63,9 @@ private:
 
 // dst[i] = f(phases, src + i ...) for as many samples as N says, in which f takes registers of phases.
 template <int N, class T, Order O, class D, class F, class... S> TEVS_INLINE void forPhases(const ToneWords& words, D* dst, int len, F f, const S*... src) {
-    const auto each = [&](auto phases) __attribute__((always_inline)) {
+    const auto each = [&](auto phases) TEVS_HERE {
         mapLong<N>(
-            len, dst, [&](auto, auto... p) __attribute__((always_inline)) { return f(phases, p...); }, src...);
+            len, dst, [&](auto, auto... p) TEVS_HERE { return f(phases, p...); }, src...);
     };
     if (words.bend == 0)
         each(Phases<T, O, true>(words));
@@ -163,18 +163,17 @@ template <class T> void sinusoid(T* dst, int len, const ToneWords& words, double
     constexpr bool isShort = sizeof(Scalar<T>) == 2;
     constexpr Order order = kComplex<T> && !isShort ? Order::kPairs : Order::kSamples;
     const Wave<F> wave(magn);
-    forPhases<kLanes<F>*(isShort && !kComplex<T> ? 2 : 1), F, order>(
-        words, dst, len, [&](auto& phases) __attribute__((always_inline)) {
-            const auto z = wave.at(phases.next());
-            if constexpr (isShort && kComplex<T>)
-                return toShortPairs(z);
-            else if constexpr (isShort)
-                return pack16(toShorts(z.a), toShorts(wave.at(phases.next()).a));
-            else if constexpr (kComplex<T>)
-                return blockPairs(z.a, z.b);
-            else
-                return z.a;
-        });
+    forPhases<kLanes<F>*(isShort && !kComplex<T> ? 2 : 1), F, order>(words, dst, len, [&](auto& phases) TEVS_HERE {
+        const auto z = wave.at(phases.next());
+        if constexpr (isShort && kComplex<T>)
+            return toShortPairs(z);
+        else if constexpr (isShort)
+            return pack16(toShorts(z.a), toShorts(wave.at(phases.next()).a));
+        else if constexpr (kComplex<T>)
+            return blockPairs(z.a, z.b);
+        else
+            return z.a;
+    });
 }
 
 using Floats = Vec<float, kLanes<float>>;
@@ -187,7 +186,7 @@ template <bool Down> TEVS_INLINE Two<Floats> shifted(Two<Floats> x, Two<Floats> 
 
 template <bool Down> void mix16sc(const Complex16s* src, Complex16s* dst, int len, const ToneWords& words) {
     const Wave<float, true> wave(1);
-    const auto mixed = [&](auto& phases, const Complex16s* p) __attribute__((always_inline)) {
+    const auto mixed = [&](auto& phases, const Complex16s* p) TEVS_HERE {
         const auto x = loadAs<Vec<int32_t, kLanes<float>>>(p);
         const Two<Floats> parts = {__builtin_convertvector(x << 16 >> 16, Floats), __builtin_convertvector(x >> 16, Floats)};
         return toShortPairs(shifted<Down>(parts, wave.at(phases.next())));
@@ -196,7 +195,7 @@ template <bool Down> void mix16sc(const Complex16s* src, Complex16s* dst, int le
 }
 template <bool Down> void mix32fc(const Complex32f* src, Complex32f* dst, int len, const ToneWords& words) {
     const Wave<float, true> wave(1);
-    const auto mixed = [&](auto& phases, const Complex32f* p) __attribute__((always_inline)) {
+    const auto mixed = [&](auto& phases, const Complex32f* p) TEVS_HERE {
         const auto z = wave.at(phases.next());
         const auto x = loadTwo<float, kLanes<float>>(partsOf(p));
         const auto c = blockPairs(z.a, z.a), s = blockPairs(z.b, z.b);
@@ -210,14 +209,13 @@ template <bool Down> void mix32fc(const Complex32f* src, Complex32f* dst, int le
 }
 void up32fc32f(const Complex32f* src, float* dst, int len, const ToneWords& words) {
     const Wave<float, true> wave(1);
-    const auto mixed = [&](auto& phases, const Complex32f* p) __attribute__((always_inline)) {
-        return shifted<false>(loadSplit<float, kLanes<float>>(partsOf(p)), wave.at(phases.next())).a;
-    };
+    const auto mixed = [&](auto& phases, const Complex32f* p)
+                           TEVS_HERE { return shifted<false>(loadSplit<float, kLanes<float>>(partsOf(p)), wave.at(phases.next())).a; };
     forPhases<kLanes<float>, float, Order::kSamples>(words, dst, len, mixed, src);
 }
 void down32f32fc(const float* src, Complex32f* dst, int len, const ToneWords& words) {
     const Wave<float, true> wave(1);
-    const auto mixed = [&](auto& phases, const float* p) __attribute__((always_inline)) {
+    const auto mixed = [&](auto& phases, const float* p) TEVS_HERE {
         const auto z = wave.at(phases.next());
         const auto x = load<float, kLanes<float>>(p);
         return interleave(x * z.a, -x * z.b);

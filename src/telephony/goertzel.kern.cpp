@@ -164,7 +164,7 @@ TEVS_INLINE void addPairs(Sums<T> (&sums)[2][Count], const Factors<T>* w, const 
                 re[q][f][r] = sums[(from + q) % 2][f].re[First + r];
                 im[q][f][r] = sums[(from + q) % 2][f].im[First + r];
             }
-    const auto add = [&](int k, int q) __attribute__((always_inline)) {
+    const auto add = [&](int k, int q) TEVS_HERE {
         for (int r = 0; r < Registers; ++r) {
             const ptrdiff_t at = ptrdiff_t{k - place} * kTogether<T>;
             const V a = inRegister(loadLanes<T, kRegisterBytes, 1>(low - at + (First + r) * n).v[0]);
@@ -225,10 +225,9 @@ template <class T, int Count, class S> void valueAt(const S* src, int len, const
 
     // Powers for the lanes of a block of n elements, with so many groups before its middle.
     const auto turnsOf = [&](int f, int n, int middle, Four* turns) {
-        for (int i = 0; i < quarters; ++i)
-            turns[i] = powers(frequency[f], {double(n - middle * elements + elements / 2 - 4 * i / parts), -1, parts == 2});
+        for (int i = 0; i < quarters; ++i) turns[i] = powers(frequency[f], {double(n - middle * elements + elements / 2 - 4 * i / parts), -1, parts == 2});
     };
-    const auto add = [&](Sums<T>(&sums)[2][Count], const P* middle, int to) __attribute__((always_inline)) {
+    const auto add = [&](Sums<T>(&sums)[2][Count], const P* middle, int to) TEVS_HERE {
         const P* const low = middle - kTogether<T>;
         if constexpr (!kFewRegisters) {
             addPairs<Count, 2, 0, kRegisters>(sums, w, low, middle, 0, 0, to);

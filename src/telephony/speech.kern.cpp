@@ -39,7 +39,7 @@ template <class T> TEVS_INLINE auto rounded(const Step<T>& y, SpeechScale by) {
 // From the last sample to the first: in place, no output then lies where a sample is still to be read. What is left at the front is computed before anything
 // is stored, and stored over what the loop has left there.
 template <class T> void preEmphasis(const T* src, T* dst, int len, double alpha, double before, SpeechScale by) {
-    const auto at = [=](const T* p) __attribute__((always_inline)) {
+    const auto at = [=](const T* p) TEVS_HERE {
         const Step<T> x = loadStep<T>(p), earlier = loadStep<T>(p - 1);
         Step<T> y;
         for (int k = 0; k < kRegisters<T>; ++k) y.v[k] = x.v[k] - same<Doubles>(alpha) * earlier.v[k];
@@ -68,7 +68,7 @@ template <class T> void preEmphasis(const T* src, T* dst, int len, double alpha,
 template <class T> double deEmphasis(const T* src, T* dst, int len, double alpha, double before, SpeechScale by) {
     constexpr int n = kStep<T>;
     double y[n] = {};
-    const auto some = [&](int i, int count) __attribute__((always_inline)) {
+    const auto some = [&](int i, int count) TEVS_HERE {
         for (int j = 0; j < count; ++j) y[j] = before = double(src[i + j]) + alpha * before;
     };
     int i = 0;
@@ -97,7 +97,7 @@ constexpr int kLevels = kFewRegisters ? 8 : 16;
 template <bool Power, class S> double track(const S* src, int len, double level, double alpha) {
     constexpr int parts = kParts<S>, block = kLevels / parts, registers = kLevels / kDoubles;
     const double share = 1 - alpha;
-    const auto one = [](const Scalar<S>* p) __attribute__((always_inline)) {
+    const auto one = [](const Scalar<S>* p) TEVS_HERE {
         double x = p[0];
         if (Power) x *= x;
         if (parts == 2) x += double(p[parts - 1]) * double(p[parts - 1]);
@@ -216,7 +216,7 @@ template <class T> TEVS_INLINE void storeSums(T* dst, const Step<T>& y) { store(
 // Every window by itself.
 template <class T> void sumWindowAnew(const T* src, T* dst, int len, int maskSize) {
     constexpr int n = kStep<T>;
-    const auto at = [=](const T* p) __attribute__((always_inline)) {
+    const auto at = [=](const T* p) TEVS_HERE {
         Step<T> y = loadStep<T>(p);
         for (int m = 1; m < maskSize; ++m) {
             const Step<T> x = loadStep<T>(p + m);

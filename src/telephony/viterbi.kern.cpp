@@ -246,10 +246,10 @@ template <bool Symmetric, bool OnePart> TEVS_INLINE uint32_t* steps64(const Trel
         uint32_t word[2] = {};
         for (int pair = 0; pair < 2; ++pair)
             for (int half = 0; half < kParts; ++half)
-                word[pair] |= butterfly<Symmetric, OnePart>(
-                                  t, r, step, 32 * pair + kRegisterBytes * half, m[2 * pair * kParts + half], m[(2 * pair + 1) * kParts + half],
-                                  [&](int i, Shorts v) __attribute__((always_inline)) { next[kParts == 1 ? 2 * i + pair : 2 * (2 * half + pair) + i] = v; })
-                              << (16 * half);
+                word[pair] |=
+                    butterfly<Symmetric, OnePart>(t, r, step, 32 * pair + kRegisterBytes * half, m[2 * pair * kParts + half], m[(2 * pair + 1) * kParts + half],
+                                                  [&](int i, Shorts v) TEVS_HERE { next[kParts == 1 ? 2 * i + pair : 2 * (2 * half + pair) + i] = v; })
+                    << (16 * half);
         for (int i = 0; i < 4 * kParts; ++i) m[i] = next[i];
         store(decisions, Two<uint32_t>{word[0], word[1]});
     }
@@ -267,8 +267,7 @@ TEVS_INLINE void stepOf(const Trellis& t, const Rows& r, int step, const int16_t
             word |= butterfly<Symmetric, OnePart>(
                         t, r, step, 32 * pair + kRegisterBytes * half, load<int16_t, n>(now + 32 * pair + half * n),
                         load<int16_t, n>(now + 32 * pair + 16 + half * n),
-                        [&](int i, Shorts v)
-                            __attribute__((always_inline)) { store(next + (kParts == 1 ? 16 * (pair + i * words) : 16 * (pair + half * words) + i * n), v); })
+                        [&](int i, Shorts v) TEVS_HERE { store(next + (kParts == 1 ? 16 * (pair + i * words) : 16 * (pair + half * words) + i * n), v); })
                     << (16 * half);
         decisions[pair] = word;
     }

@@ -12,9 +12,6 @@ namespace {
 // A number as an argument.
 template <int J> using At = std::integral_constant<int, J>;
 
-// On lambdas.
-#define TEVS_HERE __attribute__((always_inline))
-
 // Separate real and imaginary parts, so that a product needs no shuffle.
 template <class V> struct Cx { V re, im; };
 template <class V> TEVS_INLINE Cx<V> operator+(Cx<V> a, Cx<V> b) { return {a.re + b.re, a.im + b.im}; }

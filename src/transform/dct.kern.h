@@ -53,8 +53,7 @@ template <int K, class T> TEVS_INLINE void cosinesAt(const T* bins, T* y, ptrdif
 template <class T> void cosines(const T* bins, T* y, ptrdiff_t n, ptrdiff_t from, ptrdiff_t to, const T* w, T f) {
     constexpr int K = kDctBlock<T>;
     if (to - from >= K)
-        blocksOf<K>(
-            from, to, [=](ptrdiff_t k) __attribute__((always_inline)) { cosinesAt<K>(bins, y, n, k, w + 2 * (k - from), f); });
+        blocksOf<K>(from, to, [=](ptrdiff_t k) TEVS_HERE { cosinesAt<K>(bins, y, n, k, w + 2 * (k - from), f); });
     else
         for (ptrdiff_t k = from; k < to; ++k) cosinesAt<1>(bins, y, n, k, w + 2 * (k - from), f);
 }
@@ -67,8 +66,7 @@ template <int K, class T> TEVS_INLINE void spectrumAt(const T* y, T* bins, ptrdi
 template <class T> void spectrum(const T* y, T* bins, ptrdiff_t n, ptrdiff_t from, ptrdiff_t to, const T* w, T f) {
     constexpr int K = kDctBlock<T>;
     if (to - from >= K)
-        blocksOf<K>(
-            from, to, [=](ptrdiff_t k) __attribute__((always_inline)) { spectrumAt<K>(y, bins, n, k, w + 2 * (k - from), f); });
+        blocksOf<K>(from, to, [=](ptrdiff_t k) TEVS_HERE { spectrumAt<K>(y, bins, n, k, w + 2 * (k - from), f); });
     else
         for (ptrdiff_t k = from; k < to; ++k) spectrumAt<1>(y, bins, n, k, w + 2 * (k - from), f);
 }

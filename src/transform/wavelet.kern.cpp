@@ -50,7 +50,7 @@ template <int N, class T> TEVS_INLINE Two<Vec<T, N>> split(const T* p) {
         const V x = load<T, N>(p), y = load<T, N>(p + N);
 #if TEVS_REGISTER_BYTES >= 32
         if constexpr (sizeof(V) == 32) {   // in halves of blocks; the compiler's own way takes more steps
-            const auto ordered = [](auto v) __attribute__((always_inline)) { return (V)_mm256_permute4x64_pd((__m256d)v, 0xd8); };
+            const auto ordered = [](auto v) TEVS_HERE { return (V)_mm256_permute4x64_pd((__m256d)v, 0xd8); };
             if constexpr (sizeof(T) == 4)
                 return {ordered(_mm256_shuffle_ps((__m256)x, (__m256)y, 0x88)), ordered(_mm256_shuffle_ps((__m256)x, (__m256)y, 0xdd))};
             else
@@ -78,7 +78,8 @@ constexpr double kRootHalf = 0.70710678118654752440;
 
 template <class T> void haarAnalysis(const T* src, T* low, T* high, int len) {
     map<kLanes<T>, kLeast<T>>(
-        len, Both<T>{low, high}, [](auto n, const LanePair<T>* p) __attribute__((always_inline)) {
+        len, Both<T>{low, high},
+        [](auto n, const LanePair<T>* p) TEVS_HERE {
             using V = Vec<T, n.n>;
             const auto x = split<n.n>(reinterpret_cast<const T*>(p));
             return Two<V>{(x.a + x.b) * constant<V>(kRootHalf), (x.a - x.b) * constant<V>(kRootHalf)};
@@ -87,7 +88,8 @@ template <class T> void haarAnalysis(const T* src, T* low, T* high, int len) {
 }
 template <class T> void haarSynthesis(const T* low, const T* high, T* dst, int len) {
     map<kLanes<T>, kLeast<T>>(
-        len, reinterpret_cast<LanePair<T>*>(dst), [](auto n, const T* l, const T* h) __attribute__((always_inline)) {
+        len, reinterpret_cast<LanePair<T>*>(dst),
+        [](auto n, const T* l, const T* h) TEVS_HERE {
             using V = Vec<T, n.n>;
             const V x = load<T, n.n>(l), y = load<T, n.n>(h);
             return interleave((x + y) * constant<V>(kRootHalf), (x - y) * constant<V>(kRootHalf));
@@ -101,12 +103,10 @@ void haarAnalysis16s(const int16_t* src, int16_t* low, int16_t* high, int len, i
     withScale(scaleFactor, [=](auto scale) {
         map<kLanes<int16_t>, kLeast<int16_t>>(
             len, Both<int16_t>{low, high},
-            [=](auto n, const LanePair<int16_t>* p) __attribute__((always_inline)) {
+            [=](auto n, const LanePair<int16_t>* p) TEVS_HERE {
                 using V = Vec<int16_t, n.n>;
                 const auto x = loadTwo<int16_t, n.n>(reinterpret_cast<const int16_t*>(p));
-                const auto with = [&](V signs) __attribute__((always_inline)) {
-                    return fit(scale, InOrder{multiplyPairs(x.a, signs), multiplyPairs(x.b, signs)});
-                };
+                const auto with = [&](V signs) TEVS_HERE { return fit(scale, InOrder{multiplyPairs(x.a, signs), multiplyPairs(x.b, signs)}); };
                 return Two<V>{with(ofPairs<V>(1)), with(ofPairs<V>(-1))};
             },
             reinterpret_cast<const LanePair<int16_t>*>(src));
@@ -116,12 +116,10 @@ void haarSynthesis16s(const int16_t* low, const int16_t* high, int16_t* dst, int
     withScale(scaleFactor, [=](auto scale) {
         map<kLanes<int16_t>, kLeast<int16_t>>(
             len, reinterpret_cast<LanePair<int16_t>*>(dst),
-            [=](auto n, const int16_t* l, const int16_t* h) __attribute__((always_inline)) {
+            [=](auto n, const int16_t* l, const int16_t* h) TEVS_HERE {
                 using V = Vec<int16_t, n.n>;
                 const Two<V> x = interleave(load<int16_t, n.n>(l), load<int16_t, n.n>(h));
-                const auto with = [&](V signs) __attribute__((always_inline)) {
-                    return fit(scale, InOrder{multiplyPairs(x.a, signs), multiplyPairs(x.b, signs)});
-                };
+                const auto with = [&](V signs) TEVS_HERE { return fit(scale, InOrder{multiplyPairs(x.a, signs), multiplyPairs(x.b, signs)}); };
                 return interleave(with(ofPairs<V>(1)), with(ofPairs<V>(-1)));
             },
             low, high);
@@ -151,7 +149,8 @@ template <class T> T restoredOdd(T high, T left, T right) { return T(high + ((in
 
 template <class T> void liftHaarAnalysis(const T* src, T* low, T* high, int len) {
     map<kLanes<T>, kLeast<T>>(
-        len, Both<T>{low, high}, [](auto n, const LanePair<T>* p) __attribute__((always_inline)) {
+        len, Both<T>{low, high},
+        [](auto n, const LanePair<T>* p) TEVS_HERE {
             const auto x = split<n.n>(reinterpret_cast<const T*>(p));
             const auto h = wrappedDifference(x.a, x.b);
             return Two{wrappedSum(x.b, h >> 1), h};
@@ -160,7 +159,8 @@ template <class T> void liftHaarAnalysis(const T* src, T* low, T* high, int len)
 }
 template <class T> void liftHaarSynthesis(const T* low, const T* high, T* dst, int len) {
     map<kLanes<T>, kLeast<T>>(
-        len, reinterpret_cast<LanePair<T>*>(dst), [](auto n, const T* l, const T* h) __attribute__((always_inline)) {
+        len, reinterpret_cast<LanePair<T>*>(dst),
+        [](auto n, const T* l, const T* h) TEVS_HERE {
             const auto x = load<T, n.n>(h), odd = wrappedDifference(load<T, n.n>(l), x >> 1);
             return interleave(wrappedSum(x, odd), odd);
         },
@@ -200,9 +200,8 @@ template <class T> void synthesis53(const T* low, const T* high, T* dst, int dst
     T x = even(0);
     if (highs > 2 * N) {
         // The even samples of a vector and the first of the next: each vector of them serves twice.
-        const auto evensAt = [=](ptrdiff_t k) __attribute__((always_inline)) {
-            return wrappedDifference(load<T, N>(low + k), quarter(load<T, N>(high + k - 1), load<T, N>(high + k)));
-        };
+        const auto evensAt = [=](ptrdiff_t k)
+                                 TEVS_HERE { return wrappedDifference(load<T, N>(low + k), quarter(load<T, N>(high + k - 1), load<T, N>(high + k))); };
         const auto first = [&] {
             T t[N];
             for (int i = 0; i < N; ++i) t[i] = even(i);
@@ -212,7 +211,7 @@ template <class T> void synthesis53(const T* low, const T* high, T* dst, int dst
         for (; n + 2 * N <= highs; n += N) {
             const auto after = evensAt(n + N);
             // x[2n+2] and on: all but the first of these, the first of those.
-            const auto next = [&]<int... I>(Lane<I...>) __attribute__((always_inline)) { return __builtin_shufflevector(before, after, (I + 1)...); }
+            const auto next = [&]<int... I>(Lane<I...>) TEVS_HERE { return __builtin_shufflevector(before, after, (I + 1)...); }
             (Iota<N>{});
             store(dst + 2 * n, interleave(before, wrappedSum(load<T, N>(high + n), mean(before, next))));
             before = after;
@@ -238,7 +237,7 @@ TEVS_INLINE void analyse(const T* in, const T* const (&taps)[C], int pairs, bool
     constexpr int W = kCount<V>;
     in += 2 * at;
     V sum[C][2 * U] = {};
-    const auto add = [&](int j, auto sample) __attribute__((always_inline)) {
+    const auto add = [&](int j, auto sample) TEVS_HERE {
         V tap[C];
         for (int c = 0; c < C; ++c) tap[c] = pairOf<V>(taps[c] + 2 * ptrdiff_t{j});
 #pragma GCC unroll 8
@@ -254,12 +253,9 @@ TEVS_INLINE void analyse(const T* in, const T* const (&taps)[C], int pairs, bool
         using I = Vec<int32_t, B / 4>;
         static const int32_t kSecond[4] = {0, sizeof(T) == 4 ? -1 : 0, -1, -1};
         const V mask = pairOf<V>(reinterpret_cast<const T*>(kSecond));
-        add(
-            j++, [=](V x) __attribute__((always_inline)) { return (V)((I)x & (I)mask); });
+        add(j++, [=](V x) TEVS_HERE { return (V)((I)x & (I)mask); });
     }
-    for (; j < pairs; ++j)
-        add(
-            j, [](V x) __attribute__((always_inline)) { return x; });
+    for (; j < pairs; ++j) add(j, [](V x) TEVS_HERE { return x; });
 #pragma GCC unroll 2
     for (int c = 0; c < C; ++c)
 #pragma GCC unroll 4
@@ -310,13 +306,13 @@ template <class T> void analysis(const T* in, const T* lowTaps, const T* highTap
 template <class V, int U> TEVS_INLINE void addChannel(const Element<V>* in, const SynthesisTaps<Element<V>>& f, V (&even)[U], V (&odd)[U]) {
     constexpr int W = kCount<V>;
     const Element<V>* taps = f.taps;
-    const auto at = [](const Element<V>* p) __attribute__((always_inline)) {
+    const auto at = [](const Element<V>* p) TEVS_HERE {
         if constexpr (W == 1)
             return V{*p};
         else
             return load<Element<V>, W>(p);
     };
-    const auto all = [](Element<V> x) __attribute__((always_inline)) { return same<V>(x); };
+    const auto all = [](Element<V> x) TEVS_HERE { return same<V>(x); };
     if (f.evenFirst) {
         for (int u = 0; u < U; ++u) even[u] = fma(all(taps[0]), at(in - 1 + u * W), even[u]);
         taps += 2;

@@ -295,7 +295,7 @@ template <class T, class F> __attribute__((noinline)) ptrdiff_t partition(T* p, 
 
     // What was held fills the room that is left. The vector that is not whole comes first: its surplus lanes go to the very end of `high`, and no further.
     T *const end = high + (3 * kStep + N), *h = end;
-    const auto place = [&](const T* src, uint32_t surplus) __attribute__((always_inline)) {
+    const auto place = [&](const T* src, uint32_t surplus) TEVS_HERE {
         const V v = load<T, N>(src);
         const int left = splitTo(l, h, v, above(v, src) | surplus);
         l += left;
@@ -428,7 +428,8 @@ template <class K, bool Float> void sort(K* p, int n, bool down) {
     if constexpr (Float) {
         bool nan = false;
         map<kLanes<K>, kLeast<K>>(
-            n, p, [&nan, flip ](auto w, const K* s) __attribute__((always_inline)) {
+            n, p,
+            [&nan, flip](auto w, const K* s) TEVS_HERE {
                 const auto x = load<K, w.n>(s);
                 nan |= any(isNaN(x));
                 return asOrdered(x) ^ same<decltype(x + x)>(flip);
@@ -446,13 +447,13 @@ template <class K, bool Float> void sort(K* p, int n, bool down) {
             }
     } else if (down) {
         map<kLanes<K>, kLeast<K>>(
-            n, p, [](auto w, const K* s) __attribute__((always_inline)) { return ~load<K, w.n>(s); }, (const K*)p);
+            n, p, [](auto w, const K* s) TEVS_HERE { return ~load<K, w.n>(s); }, (const K*)p);
     }
     quickSort(p, numbers);
     if (Float || down)
         map<kLanes<K>, kLeast<K>>(
             n, p,
-            [flip](auto w, const K* s) __attribute__((always_inline)) {
+            [flip](auto w, const K* s) TEVS_HERE {
                 const auto x = load<K, w.n>(s);
                 const auto y = x ^ same<decltype(x + x)>(flip);
                 if constexpr (Float)
@@ -516,7 +517,7 @@ private:
         int i = 0;
         if (n_ >= N) {
             V least = same<V>(lo), most = least;
-            const auto take = [&](const K* p) __attribute__((always_inline)) {
+            const auto take = [&](const K* p) TEVS_HERE {
                 const V v = keys_.of(load<K, N>(p));
                 least = ordered(least, v).a;
                 most = ordered(most, v).b;
@@ -579,7 +580,7 @@ private:
         int ends[kBuckets] = {};
         const int most = bitWidth(uint64_t(n_)) - 8, bits = most < 10 ? most : 10;
         const int shift = bitWidth(width) > bits ? bitWidth(width) - bits : 0;
-        const auto bucket = [&](int i) __attribute__((always_inline)) { return keys_.difference(keys_[i], lo) >> shift; };
+        const auto bucket = [&](int i) TEVS_HERE { return keys_.difference(keys_[i], lo) >> shift; };
         for (int i = 0; i < n_; ++i) ++ends[bucket(i)];
         for (int b = 0, sum = 0; b < kBuckets; ++b) {
             const int count = ends[b];
@@ -754,8 +755,7 @@ template <int U, class T> TEVS_INLINE auto nearestOf(const T* src, const T* tabl
     } else {
         constexpr int W = kRegisterBytes / 4;
         if constexpr (U > 1)
-            return eachPair(
-                found, [](I p, I q) __attribute__((always_inline)) { return evens((Vec<int32_t, W>)p, (Vec<int32_t, W>)q); });
+            return eachPair(found, [](I p, I q) TEVS_HERE { return evens((Vec<int32_t, W>)p, (Vec<int32_t, W>)q); });
         else
             return LowInts<I>{found.v[0]};
     }
@@ -773,7 +773,7 @@ template <class T> void nearest(const T* src, int* indx, int len, const T* table
     const int from = whole > 0 && len - whole < N ? len - N : whole;
     if (len > whole)
         map<N, N>(
-            len - from, indx + from, [=](auto, const T* s) __attribute__((always_inline)) { return nearestOf<1>(s, table, tableLen); }, src + from);
+            len - from, indx + from, [=](auto, const T* s) TEVS_HERE { return nearestOf<1>(s, table, tableLen); }, src + from);
 }
 
 // ---- the nearest vector -------------------------------------------------------------------------------------------------------------------------
@@ -874,7 +874,7 @@ struct Search {
             layAbreast(src + ptrdiff_t{i} * dim, n, dim, area);
             Best a = noneYet(), b = a;
             int j = 0;
-            const auto take = [&](int q, Two<Floats> s) __attribute__((always_inline)) {
+            const auto take = [&](int q, Two<Floats> s) TEVS_HERE {
                 a.take(s.a, same<Ints>(j + q));
                 b.take(s.b, same<Ints>(j + q));
             };
@@ -903,11 +903,10 @@ struct Search {
         for (int left = bookLen, j = 0; left > 0; left -= kAbreast, j += left > 0 ? kAbreast : 0) {
             layAbreast(book + ptrdiff_t{j} * dim, left < kAbreast ? left : kAbreast, dim, area);
             for (int i = 0; i < len; ++i)
-                sumsAbreast<1>(
-                    area, src + ptrdiff_t{i} * dim, dim, [&](int, Two<Floats> s) __attribute__((always_inline)) {
-                        best[i][0].take(s.a, rows);
-                        best[i][1].take(s.b, rows + kFloats);
-                    });
+                sumsAbreast<1>(area, src + ptrdiff_t{i} * dim, dim, [&](int, Two<Floats> s) TEVS_HERE {
+                    best[i][0].take(s.a, rows);
+                    best[i][1].take(s.b, rows + kFloats);
+                });
             rows += kAbreast;
         }
         for (int i = 0; i < len; ++i) {
@@ -927,7 +926,7 @@ struct Search {
         int32_t counts[2 * kFloats];
         for (int k = 0; k < 2 * kFloats; ++k) counts[k] = k < kFloats ? 0 : -1;
         const Ints fresh = load<int32_t, kFloats>(counts + dim % kFloats);
-        const auto sums = [&](auto rows, const float* x, const float* y, float* out) __attribute__((always_inline)) {
+        const auto sums = [&](auto rows, const float* x, const float* y, float* out) TEVS_HERE {
             Floats s[rows.n] = {};
             for (int k = 0; k <= dim - kFloats; k += kFloats) {
                 const Floats v = load<float, kFloats>(x + k);

@@ -125,8 +125,7 @@ template <class T> struct LanePair { T re, im; };
 // whole pairs: what pads a short vector is its first pair, and f meets no pair that is not an element.
 template <int N, int Least, class T, class F, class... S> TEVS_INLINE void mapPairs(ptrdiff_t n, T* d, F f, const S*... s) {
     map<N / 2, Least / 2>(
-        n / 2, reinterpret_cast<LanePair<T>*>(d),
-        [&f](auto w, auto... p) __attribute__((always_inline)) { return f(Lanes<2 * w.n>{}, reinterpret_cast<const S*>(p)...); },
+        n / 2, reinterpret_cast<LanePair<T>*>(d), [&f](auto w, auto... p) TEVS_HERE { return f(Lanes<2 * w.n>{}, reinterpret_cast<const S*>(p)...); },
         reinterpret_cast<const LanePair<S>*>(s)...);
 }
 
@@ -136,8 +135,7 @@ template <int N, class D, class F, class... S> TEVS_INLINE void mapLong(int n, D
     for (; i <= n - N; i += N) put(d + i, f(Lanes<N>{}, (s + i)...));
     if (i == n) return;
     Stage<N, D> t;
-    [&](auto... copy) __attribute__((always_inline)) { put(t.at(), f(Lanes<N>{}, copy.at()...)); }
-    (staged<N>(s + i, n - i)...);
+    [&](auto... copy) TEVS_HERE { put(t.at(), f(Lanes<N>{}, copy.at()...)); }(staged<N>(s + i, n - i)...);
     t.out(d + i, n - i);
 }
 

@@ -22,6 +22,7 @@ namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
 #define TEVS_INLINE inline __attribute__((always_inline))
+#define TEVS_HERE __attribute__((always_inline))   // on lambdas
 
 constexpr int kRegisterBytes = TEVS_REGISTER_BYTES;
 
