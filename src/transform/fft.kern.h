@@ -558,10 +558,9 @@ template <bool Inverse, class T> TEVS_INLINE void recombine(const T* in, T* out,
     const auto by = [=]<int Values>(At<Values>) TEVS_HERE {
         for (int k = 1; k <= n / 2; k += Values) recombined<Inverse, Values>(in, out, k, n - k - Values + 1, w + 2 * (k - 1));
     };
-    if (kBlock<T> * int(sizeof(T)) < 64 || n >= kBlock<T> * kBlock<T>)
-        by(At<K>{});
-    else
-        by(At<K / 2>{});   // as the transform has stored them a moment ago
+    if constexpr (kBlock<T> * int(sizeof(T)) == 64)
+        if (n < kBlock<T> * kBlock<T>) return by(At<K / 2>{});   // as the transform has stored them a moment ago
+    by(At<K>{});
 }
 
 // Of eight points, by loads and stores that lie where the transform stores and loads: any others would wait.
