@@ -223,7 +223,7 @@ class _Adaptive(Closing):
 
     def __init__(self, where: str, forms: str, taps: int | ArrayLike, dtype: DTypeLike, taps_dtype: DTypeLike, *more: Any, up: int = 1, down: int = 1) -> None:
         self._where, self.dtype, self.up, self.down = where, np.dtype(dtype), up, down
-        start = None if isinstance(taps, int) else np.ascontiguousarray(taps, taps_dtype)
+        start = None if isinstance(taps, (int, np.integer)) else np.ascontiguousarray(taps, taps_dtype)
         self._length, self._taps_dtype = int(taps) if start is None else start.size, taps_dtype   # type: ignore[arg-type]
         self._filter, self._get_taps, init = (named(forms.format(f), where) for f in ("", "GetTaps", "InitAlloc"))
         self._record = init(start, self._length, *more)
