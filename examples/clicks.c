@@ -6,24 +6,10 @@
  * than is usual around there, which is a median again, over some ten milliseconds of distances. Writes clicked.wav and repaired.wav into OUTDIR and prints what was gained.
  */
 #include <math.h>
-#include <tevs.h>
-#include <time.h>
 
-#include "wav.h"
+#include "program.h"
 
 enum { kRuns = 20, kMask = 9, kAround = 511, kTimesUsual = 8, kFloor = 200 };
-
-static double now(void) {
-    struct timespec t;
-    timespec_get(&t, TIME_UTC);
-    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
-}
-
-static void must(Status status, const char* what) {
-    if (status == StatusOk) return;
-    fprintf(stderr, "clicks: %s: status %d\n", what, (int)status);
-    exit(1);
-}
 
 /* One to three samples, of up to full scale either way, every 10 ms or so. Returns their number. */
 static int addClicks(int16_t* x, int len, int rate) {
@@ -48,15 +34,6 @@ static double ratio(const int16_t* clean, const int16_t* x, int len) {
     must(tevsNorm_L2_16s32f(clean, len, &signal), "tevsNorm_L2_16s32f");
     must(tevsNormDiff_L2_16s32f(clean, x, len, &error), "tevsNormDiff_L2_16s32f");
     return 20 * log10((double)signal / (error + 1e-9));
-}
-
-static void write(const char* dir, const char* name, uint32_t rate, int16_t* samples, int len) {
-    char path[4096];
-    snprintf(path, sizeof path, "%s/%s", dir, name);
-    if (writeWav(path, &(Wav){rate, len, samples})) {
-        perror(path);
-        exit(1);
-    }
 }
 
 int main(int argc, char** argv) {
@@ -99,8 +76,8 @@ int main(int argc, char** argv) {
     printf("median of %-10d %10.3f %16.0f  tevsFilterMedian_16s\n", kAround, 1e3 * best[1], seconds / best[1]);
     printf("\nthe recording over what is off it: %.1f dB with clicks, %.1f dB with the median everywhere, %.1f dB with %d samples of it\n",
            ratio(wav.samples, clicked, len), ratio(wav.samples, smooth, len), ratio(wav.samples, repaired, len), changed);
-    write(argv[2], "clicked.wav", wav.rate, clicked, len);
-    write(argv[2], "repaired.wav", wav.rate, repaired, len);
+    save(argv[2], "clicked.wav", wav.rate, clicked, len);
+    save(argv[2], "repaired.wav", wav.rate, repaired, len);
     tevsFree(repaired);
     tevsFree(usual);
     tevsFree(off);

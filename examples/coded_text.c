@@ -7,25 +7,12 @@
  * measured and Q(sqrt(2 Eb/N0)); with it, measured and the union bound over its first weights.
  */
 #include <math.h>
-#include <stdio.h>
-#include <stdlib.h>
 #include <string.h>
-#include <tevs.h>
-#include <time.h>
+
+#include "program.h"
 
 enum { kConstraint = 7, kPolys = 2, kTrace = 70, kAmplitude = 32, kBits = 1 << 20, kBlock = 8192, kMostText = 4096 };
 static const int kPoly[kPolys] = {0171, 0133};
-
-static void must(Status status, const char* what) {
-    if (status == StatusOk) return;
-    fprintf(stderr, "coded_text: %s: status %d\n", what, (int)status);
-    exit(1);
-}
-static double now(void) {
-    struct timespec t;
-    timespec_get(&t, TIME_UTC);
-    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
-}
 
 /* The probability that normal noise exceeds x. */
 static double tail(double x) { return erfc(x / sqrt(2)) / 2; }

@@ -7,27 +7,10 @@
  * the recording before and after five levels of lossless 5/3 lifting.
  */
 #include <math.h>
-#include <tevs.h>
-#include <time.h>
 
-#include "wav.h"
+#include "program.h"
 
 enum { kLevels = 5, kTaps = 8, kRuns = 20 };
-
-static double now(void) {
-    struct timespec t;
-    timespec_get(&t, TIME_UTC);
-    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
-}
-static void must(Status status, const char* what) {
-    if (status == StatusOk) return;
-    fprintf(stderr, "denoise: %s: status %d\n", what, (int)status);
-    exit(1);
-}
-static void* need(void* memory) {
-    if (!memory) must(StatusNoMemory, "buffers");
-    return memory;
-}
 
 /* Decibels of x over what y differs from it. */
 static double ratio(const float* x, const float* y, int len) {
@@ -68,18 +51,6 @@ static double entropy(const int16_t* x, int len) {
     for (int v = 0; v < 65536; ++v)
         if (count[v]) bits -= (double)count[v] / len * log2((double)count[v] / len);
     return bits;
-}
-
-static void writeSamples(const char* dir, const char* name, uint32_t rate, const float* x, int len) {
-    char path[4096];
-    int16_t* const out = need(tevsMalloc_16s(len));
-    must(tevsConvert_32f16s_Sfs(x, out, len, RoundNearest, -15), "tevsConvert_32f16s_Sfs");
-    snprintf(path, sizeof path, "%s/%s", dir, name);
-    if (writeWav(path, &(Wav){rate, len, out})) {
-        perror(path);
-        exit(1);
-    }
-    tevsFree(out);
 }
 
 int main(int argc, char** argv) {
@@ -139,15 +110,9 @@ int main(int argc, char** argv) {
     for (int s = 0; s < 3; ++s) printf("%-20s %10.3f %16.0f  %s\n", kStep[s][0], 1e3 * best[s], seconds / best[s], kStep[s][1]);
     printf("\nsignal to noise: %.1f dB before, %.1f dB after, gain %.1f dB\n", before, after, after - before);
 
-    writeSamples(argv[2], "noisy-wavelet.wav", wav.rate, noisy, len);
-    writeSamples(argv[2], "denoised.wav", wav.rate, y, len);
-    char path[4096];
-    snprintf(path, sizeof path, "%s/denoise.txt", argv[2]);
-    FILE* const file = fopen(path, "w");
-    if (!file) {
-        perror(path);
-        return 1;
-    }
+    saveFloats(argv[2], "noisy-wavelet.wav", wav.rate, noisy, len);
+    saveFloats(argv[2], "denoised.wav", wav.rate, y, len);
+    FILE* const file = create(argv[2], "denoise.txt");
     fprintf(file, "# seconds, recording, with noise, denoised\n");
     for (int n = 0; n < len; ++n) fprintf(file, "%.5f %.4f %.4f %.4f\n", (double)n / wav.rate, clean[n], noisy[n], y[n]);
     fclose(file);

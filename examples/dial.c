@@ -7,23 +7,10 @@
  */
 #include <math.h>
 #include <string.h>
-#include <tevs.h>
-#include <time.h>
 
-#include "wav.h"
+#include "program.h"
 
 enum { kRate = 8000, kBlock = 205, kTone = 400, kPause = 400, kRuns = 20 };
-
-static double now(void) {
-    struct timespec t;
-    timespec_get(&t, TIME_UTC);
-    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
-}
-static void must(Status status, const char* what) {
-    if (status == StatusOk) return;
-    fprintf(stderr, "dial: %s: status %d\n", what, (int)status);
-    exit(1);
-}
 
 static const char kKeys[] = "123A456B789C*0#D";
 static const float kHertz[8] = {697, 770, 852, 941, 1209, 1336, 1477, 1633}; /* rows, then columns */
@@ -104,12 +91,7 @@ int main(int argc, char** argv) {
     printf("\ntwo tones of %d samples, %.3f ns a sample\n", kTone, 1e9 * tones / kTone);
     printf("eight frequencies in blocks of %d samples, %.2f us a block: %.0f lines at once\n", kBlock, 1e6 * best, (double)kBlock / kRate / best);
 
-    char path[4096];
-    snprintf(path, sizeof path, "%s/dialled.wav", argv[1]);
-    if (writeWav(path, &(Wav){kRate, len, line})) {
-        perror(path);
-        return 1;
-    }
+    save(argv[1], "dialled.wav", kRate, line, len);
     tevsFree(heard);
     tevsFree(codes);
     tevsFree(noise);

@@ -5,10 +5,8 @@
  * Writes the designed and the measured response of each, in dB over frequency, and prints sizes, edges and the time that a design took.
  */
 #include <math.h>
-#include <stdio.h>
-#include <stdlib.h>
-#include <tevs.h>
-#include <time.h>
+
+#include "program.h"
 
 enum { kRate = 8000, kPoints = 400, kLen = 16384, kRuns = 50, kMost = 6 };
 
@@ -20,17 +18,6 @@ typedef struct {
     double response[kPoints]; /* designed, then measured */
     double measured[kPoints];
 } Filter;
-
-static double now(void) {
-    struct timespec t;
-    timespec_get(&t, TIME_UTC);
-    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
-}
-static void must(Status status, const char* what) {
-    if (status == StatusOk) return;
-    fprintf(stderr, "line_filters: %s: status %d\n", what, (int)status);
-    exit(1);
-}
 
 static double frequency(int k) { return 0.5 * (k + 0.5) / kPoints; }
 static double toDecibels(double power) { return 10 * log10(power + 1e-30); }

@@ -8,28 +8,12 @@
  * Writes room.wav and room-response.txt into OUTDIR, and prints what each step took.
  */
 #include <math.h>
-#include <tevs.h>
-#include <time.h>
 
-#include "wav.h"
+#include "program.h"
 
 enum { kRuns = 5, kNoiseSeconds = 30 };
 
-static double now(void) {
-    struct timespec t;
-    timespec_get(&t, TIME_UTC);
-    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
-}
-static void must(Status status, const char* what) {
-    if (status == StatusOk) return;
-    fprintf(stderr, "room: %s: status %d\n", what, (int)status);
-    exit(1);
-}
-static float* vector(int len) {
-    float* v = tevsMalloc_32f(len);
-    if (!v) must(StatusNoMemory, "buffers");
-    return v;
-}
+static float* vector(int len) { return need(tevsMalloc_32f(len)); }
 
 /* A direct sound after 5 ms, four early reflections, and from 20 ms on a diffuse tail that decays by 60 dB in 0.35 s. */
 static void makeRoom(float* room, int len, int rate) {
@@ -104,13 +88,7 @@ int main(int argc, char** argv) {
     printf("%-22s %10s %16s  %s\n", "step", "time, ms", "times real time", "functions");
     for (int s = 0; s < 3; ++s) printf("%-22s %10.3f %16.0f  %s\n", kStep[s][0], 1e3 * best[s], seconds[s] / best[s], kStep[s][1]);
 
-    char path[4096];
-    snprintf(path, sizeof path, "%s/room-response.txt", argv[2]);
-    FILE* file = fopen(path, "w");
-    if (!file) {
-        perror(path);
-        return 1;
-    }
+    FILE* const file = create(argv[2], "room-response.txt");
     fprintf(file, "# ms, the room's response, what was found of it\n");
     for (int n = 0; n < roomLen; ++n) fprintf(file, "%.4f %.5f %.5f\n", 1e3 * n / rate, room[n], found[n]);
     fclose(file);
@@ -119,21 +97,13 @@ int main(int argc, char** argv) {
     float most;
     must(tevsNorm_Inf_32f(wet, wetLen, &most), "tevsNorm_Inf_32f");
     must(tevsMulC_32f_I(most > 0 ? 0.9f / most : 1, wet, wetLen), "tevsMulC_32f_I");
-    int16_t* out = tevsMalloc_16s(wetLen);
-    if (!out) must(StatusNoMemory, "samples");
-    must(tevsConvert_32f16s_Sfs(wet, out, wetLen, RoundNearest, -15), "tevsConvert_32f16s_Sfs");
-    snprintf(path, sizeof path, "%s/room.wav", argv[2]);
-    if (writeWav(path, &(Wav){wav.rate, wetLen, out})) {
-        perror(path);
-        return 1;
-    }
+    saveFloats(argv[2], "room.wav", wav.rate, wet, wetLen);
 
     const double reverberant[2] = {reverberation(room, roomLen, rate), reverberation(found, roomLen, rate)}, whole = decibels(room, roomLen);
     must(tevsSub_32f_I(room, found, roomLen), "tevsSub_32f_I");
     printf("\nthe response found is %.1f dB off the room's; its reverberation time is %.2f s, the room's %.2f s\n", decibels(found, roomLen) - whole,
            reverberant[1], reverberant[0]);
 
-    tevsFree(out);
     tevsFree(wet);
     tevsFree(dry);
     tevsFree(hiss);

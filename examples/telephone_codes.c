@@ -6,30 +6,10 @@
  * companded.wav, noisy.wav and cored.wav into OUTDIR.
  */
 #include <math.h>
-#include <tevs.h>
-#include <time.h>
 
-#include "wav.h"
+#include "program.h"
 
 enum { kRate = 8000, kRuns = 20, kNoise = 60 };
-
-static double now(void) {
-    struct timespec t;
-    timespec_get(&t, TIME_UTC);
-    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
-}
-static void must(Status status, const char* what) {
-    if (status == StatusOk) return;
-    fprintf(stderr, "telephone_codes: %s: status %d\n", what, (int)status);
-    exit(1);
-}
-static void write(const char* dir, const char* name, int16_t* samples, int len) {
-    char path[4096];
-    snprintf(path, sizeof path, "%s/%s", dir, name);
-    if (!writeWav(path, &(Wav){kRate, len, samples})) return;
-    perror(path);
-    exit(1);
-}
 
 /* The least time of a step, which is repeated. */
 #define TIMED(best, call)                                       \
@@ -70,7 +50,7 @@ static void companding(const Wav* wav, const char* dir) {
         TIMED(to, kLaw[law].encode(wav->samples, codes, wav->len));
         TIMED(from, kLaw[law].decode(codes, back, wav->len));
         printf("%-24s %14.2f %13.3f %8.3f\n", kLaw[law].name, distance(wav->samples, back, wav->len), 1e9 * to / wav->len, 1e9 * from / wav->len);
-        if (law == 0) write(dir, "companded.wav", back, wav->len);
+        if (law == 0) save(dir, "companded.wav", kRate, back, wav->len);
     }
     double there, again; /* across a border and back */
     TIMED(there, tevsMuLawToALaw_8u(codes, other, wav->len));
@@ -104,9 +84,9 @@ static void coring(const Wav* wav, const char* dir) {
     for (int n = 0; n < wav->len; ++n) quiet += noisy[n] == 0;
     printf("noise of %d steps cored: %.1f %% of the samples are silent, %.2f dB from the recording; %.3f ns a sample\n", kNoise, 100.0 * quiet / wav->len,
            distance(wav->samples, noisy, wav->len), 1e9 * best / wav->len);
-    write(dir, "cored.wav", noisy, wav->len);
+    save(dir, "cored.wav", kRate, noisy, wav->len);
     must(tevsAdd_16s_ISfs(cored, noisy, wav->len, 0), "tevsAdd_16s_ISfs");
-    write(dir, "noisy.wav", noisy, wav->len);
+    save(dir, "noisy.wav", kRate, noisy, wav->len);
     tevsFree(cored);
     tevsFree(noisy);
 }

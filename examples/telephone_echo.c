@@ -7,25 +7,11 @@
  * Writes channel.wav, echo.wav, cancelled.wav, channel-response.txt, echo-path.txt, echo-level.txt and constellation.txt into OUTDIR, and prints what each step took.
  */
 #include <math.h>
-#include <tevs.h>
-#include <time.h>
 
-#include "wav.h"
+#include "program.h"
 
 enum { kRuns = 20, kBlock = 160, kChannelTaps = 127, kPathLen = 96, kEchoTaps = 128, kPoints = 512 };
 static const double kPi = 3.14159265358979323846;
-
-static double now(void) {
-    struct timespec t;
-    timespec_get(&t, TIME_UTC);
-    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
-}
-
-static void must(Status status, const char* what) {
-    if (status == StatusOk) return;
-    fprintf(stderr, "telephone_echo: %s: status %d\n", what, (int)status);
-    exit(1);
-}
 
 /* ---- The channel filter -------------------------------------------------------------------------------------------------------- */
 
@@ -128,28 +114,6 @@ static void equalise(FILE* file) {
     tevsFree(sent);
 }
 
-static FILE* create(const char* dir, const char* name) {
-    char path[4096];
-    snprintf(path, sizeof path, "%s/%s", dir, name);
-    FILE* file = fopen(path, "w");
-    if (!file) {
-        perror(path);
-        exit(1);
-    }
-    return file;
-}
-static void writeSamples(const char* dir, const char* name, uint32_t rate, const float* x, int len) {
-    char path[4096];
-    int16_t* out = tevsMalloc_16s(len);
-    if (!out) must(StatusNoMemory, "samples");
-    must(tevsConvert_32f16s_Sfs(x, out, len, RoundNearest, -15), "tevsConvert_32f16s_Sfs");
-    snprintf(path, sizeof path, "%s/%s", dir, name);
-    if (writeWav(path, &(Wav){rate, len, out})) {
-        perror(path);
-        exit(1);
-    }
-    tevsFree(out);
-}
 static double decibels(const float* x, int len) {
     float norm;
     must(tevsNorm_L2_32f(x, len, &norm), "tevsNorm_L2_32f");
@@ -244,10 +208,10 @@ int main(int argc, char** argv) {
         fprintf(file, "%d %.5f %.5f\n", k, h, found[k]);
     }
     fclose(file);
-    writeSamples(argv[2], "channel.wav", wav.rate, line, len);
-    writeSamples(argv[2], "echo.wav", wav.rate, echo, len);
+    saveFloats(argv[2], "channel.wav", wav.rate, line, len);
+    saveFloats(argv[2], "echo.wav", wav.rate, echo, len);
     must(tevsSub_32f(model, echo, x, len), "tevsSub_32f"); /* the echo less its model */
-    writeSamples(argv[2], "cancelled.wav", wav.rate, x, len);
+    saveFloats(argv[2], "cancelled.wav", wav.rate, x, len);
     file = create(argv[2], "echo-level.txt");
     fprintf(file, "# seconds, dB of the echo, dB of what is left\n");
     const int last = len - len / 4;

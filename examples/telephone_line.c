@@ -6,25 +6,11 @@
  * line-8k.wav, spectrum.txt and spectrogram-{before,after}.txt into OUTDIR, and prints what each step took.
  */
 #include <math.h>
-#include <tevs.h>
-#include <time.h>
 
-#include "wav.h"
+#include "program.h"
 
 enum { kRuns = 20, kBlockMilliseconds = 20, kLineRate = 8000 };
 static const double kPi = 3.14159265358979323846;
-
-static double now(void) {
-    struct timespec t;
-    timespec_get(&t, TIME_UTC);
-    return (double)t.tv_sec + 1e-9 * (double)t.tv_nsec;
-}
-
-static void must(Status status, const char* what) {
-    if (status == StatusOk) return;
-    fprintf(stderr, "telephone_line: %s: status %d\n", what, (int)status);
-    exit(1);
-}
 
 /* ---- The filter: windowed sinc, Kaiser window -------------------------------------------------------------------------------- */
 
@@ -167,17 +153,6 @@ static void toDecibels(float* power, int len) {
 
 /* ---- Results ------------------------------------------------------------------------------------------------------------------- */
 
-static FILE* create(const char* dir, const char* name) {
-    char path[4096];
-    snprintf(path, sizeof path, "%s/%s", dir, name);
-    FILE* file = fopen(path, "w");
-    if (!file) {
-        perror(path);
-        exit(1);
-    }
-    return file;
-}
-
 static void writeSpectrum(const char* dir, const Analyser* a, uint32_t rate, const float* before, const float* after) {
     FILE* file = create(dir, "spectrum.txt");
     fprintf(file, "# Hz, dB before, dB after: mean power of %d frames\n", a->frames);
@@ -294,18 +269,9 @@ int main(int argc, char** argv) {
            decimation.tapsLen, apart);
     printf("level, dB of full scale: peak %.2f, rms %.2f before; peak %.2f, rms %.2f after\n", was.peak, was.rms, is.peak, is.rms);
 
-    char path[4096];
-    snprintf(path, sizeof path, "%s/line.wav", argv[2]);
-    if (writeWav(path, &(Wav){wav.rate, len, out})) {
-        perror(path);
-        return 1;
-    }
+    save(argv[2], "line.wav", wav.rate, out, len);
     if (lineLen > 0) must(tevsConvert_32f16s_Sfs(line, out, lineLen, RoundNearest, 0), "tevsConvert_32f16s_Sfs");
-    snprintf(path, sizeof path, "%s/line-8k.wav", argv[2]);
-    if (writeWav(path, &(Wav){kLineRate, lineLen, out})) {
-        perror(path);
-        return 1;
-    }
+    save(argv[2], "line-8k.wav", kLineRate, out, lineLen);
     writeSpectrum(argv[2], &analyser, wav.rate, mean, mean + analyser.bins);
     writeSpectrogram(argv[2], "spectrogram-before.txt", &analyser, wav.rate, before);
     writeSpectrogram(argv[2], "spectrogram-after.txt", &analyser, wav.rate, after);

@@ -134,6 +134,8 @@ std::string formatSeconds(double seconds) {
     return text;
 }
 
+int64_t framesIn(double seconds, int rate) { return std::llround(std::min(1e18, seconds * rate)); }
+
 /* ---- Input ----------------------------------------------------------------------------------------------------------------------- */
 
 Input::Input(const std::string& path, const std::string& raw) : path_(path == "-" ? "the standard input" : path) {

@@ -35,6 +35,7 @@ using SoundFile = std::unique_ptr<SNDFILE, decltype(&sf_close)>;
 const char* typeName(int format);     // s16, f32, vorbis, ..; of formats without a name here, libsndfile's
 std::string formatName(int format);   // WAV (Microsoft), ..
 std::string formatSeconds(double seconds);
+int64_t framesIn(double seconds, int rate);   // of a time that no file lasts, more than any has
 
 // A file of libsndfile, or samples without a header. "-" is the standard input.
 class Input {

@@ -36,8 +36,8 @@ void convert(const ConvertOptions& o) {
     if (o.channels.empty())
         for (int k = 0; k < input.channels(); ++k) picked.push_back(k);
 
-    const auto begin = int64_t(std::llround(o.start * input.rate()));
-    int64_t left = o.length ? int64_t(std::llround(*o.length * input.rate())) : INT64_MAX;
+    const int64_t begin = framesIn(o.start, input.rate());
+    int64_t left = o.length ? framesIn(*o.length, input.rate()) : INT64_MAX;
     if (input.skip(begin) < begin) throw Failure(input.path() + " ends before the start");
     const int64_t expected = input.frames() < 0 ? -1 : std::min(left, input.frames() - begin);
     const int channels = mix ? 1 : int(picked.size());

@@ -18,8 +18,10 @@ void echo(const EchoOptions& o) {
     Input far(o.far, ""), near(o.files.input, o.files.rawIn);
     if (far.rate() != near.rate()) throw UsageError("both ends have one rate; see tevs resample");
     if (far.channels() != 1 || near.channels() != 1) throw UsageError("both ends have one channel; see tevs convert --channels");
-    const int rate = near.rate(), taps = std::max(1, int(std::lround(o.length * rate)));
-    if (taps > 1 << 20) throw UsageError("--length is too long");
+    const int rate = near.rate();
+    const int64_t length = framesIn(o.length, rate);
+    if (length > 1 << 20) throw UsageError("--length is too long");
+    const int taps = std::max(1, int(length));
     const auto filter = tevs::firlmsInitAlloc<FIRLMSState_32f>(std::vector<float>(size_t(taps), 0.0f), nullptr, 0);
     Output output(o.files.output, rate, 1, near.frames(), &near);
     Progress progress(near.frames(), rate);

@@ -33,11 +33,19 @@ double tickStep(double range, int count) {
     return 10 * power;
 }
 
+using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
+
+Surface blank(int width, int height) {
+    Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height), cairo_surface_destroy);
+    if (const auto status = cairo_surface_status(surface.get())) throw Failure(std::string("cannot draw: ") + cairo_status_to_string(status));
+    return surface;
+}
+
 class Canvas {
 public:
     Canvas(const std::string& path, int width, int height, bool bar)
         : target_(path),
-          surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height), cairo_surface_destroy),
+          surface_(blank(width, height)),
           cr_(cairo_create(surface_.get()), cairo_destroy),
           left(70),
           top(40),
@@ -116,7 +124,7 @@ public:
 
 private:
     OutputFile target_;
-    std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> surface_;
+    Surface surface_;
     std::unique_ptr<cairo_t, decltype(&cairo_destroy)> cr_;
 
 public:
@@ -126,8 +134,7 @@ public:
 // Pixels of their own, over the rectangle.
 void paintRaster(Canvas& canvas, double left, double top, double right, double bottom, const std::function<double(double, double)>& part) {
     const int width = int(right - left), height = int(bottom - top);
-    const std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)> image(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height),
-                                                                                   cairo_surface_destroy);
+    const Surface image = blank(width, height);
     cairo_surface_flush(image.get());
     for (int v = 0; v < height; ++v) {
         unsigned char* row = cairo_image_surface_get_data(image.get()) + ptrdiff_t(v) * cairo_image_surface_get_stride(image.get());

@@ -31,7 +31,7 @@ void addTones(std::vector<tevs::Record<ToneState>>& tones, double magn, Samples&
 }   // namespace
 
 void tone(const ToneOptions& o) {
-    const auto frames = int64_t(std::llround(o.length * o.rate));
+    const int64_t frames = framesIn(o.length, o.rate);
     if (frames < 1) throw UsageError("--length is above 0");
     if (o.to && (o.frequencies.size() != 1 || frames > INT32_MAX)) throw UsageError("--to goes from one frequency to another, in 2^31 samples at most");
     std::vector<tevs::Record<ToneState>> tones;
@@ -55,7 +55,7 @@ void tone(const ToneOptions& o) {
 
 void dial(const DialOptions& o) {
     checkFrequency(kColumns[3], o.rate);
-    const auto on = int64_t(std::llround(o.on * o.rate)), off = int64_t(std::llround(o.off * o.rate));
+    const int64_t on = framesIn(o.on, o.rate), off = framesIn(o.off, o.rate);
     if (on < 1 || off < 0 || on + off > 1 << 28) throw UsageError("--on is above 0, --off is not below, and both together are no year");
     std::vector<int> keys;
     for (char c : o.number) {

@@ -100,9 +100,9 @@ Status tevsViterbiMetric_32fc16s(const Complex32f* pSrc, int16_t* pDst, uint8_t*
  * Return StatusOk, or the first that applies, with nothing written: StatusNullPtr; StatusBadSize (len < 1;
  * constraintLen, numPoly, numStates, numInputs, numSymbols out of range, traceLen < 1 or so large that the record would
  * take more than INT_MAX bytes), StatusContextMismatch (no such record; soft bits for a record of a table; the other
- * kind of metrics within a frame), StatusBadArg (an entry of a table out of range; startState or endState outside -1 ..
- * the number of states - 1); InitAlloc: StatusNoMemory. Records copy what they are made from. One call per record at a
- * time. No two vectors may overlap.
+ * kind of metrics within a frame), StatusBadSize (more than INT_MAX inputs to release), StatusBadArg (an entry of a
+ * table out of range; startState or endState outside -1 .. the number of states - 1); InitAlloc: StatusNoMemory.
+ * Records copy what they are made from. One call per record at a time. No two vectors may overlap.
  */
 typedef struct ViterbiState ViterbiState;
 

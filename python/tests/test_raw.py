@@ -208,6 +208,38 @@ def test_threads_take_turns_at_a_filter():
     assert not wrong
 
 
+FREED_BESIDE_A_READER = """
+import threading
+from tevs import raw
+
+for _ in range(20):
+    memory = raw.tevsMalloc_8u(1 << 27)
+    raw.tevsSet_8u(1, memory, 1 << 27)   # pages whose end takes a while
+
+    def read():
+        while True:
+            try:
+                with memoryview(memory) as view:
+                    view[5 << 24]
+            except ValueError:   # it is freed
+                return
+
+    reader = threading.Thread(target=read)
+    reader.start()
+    while True:
+        try:
+            raw.tevsFree(memory)
+            break
+        except ValueError:   # a view is there
+            pass
+    reader.join()
+"""
+
+
+def test_nobody_gets_what_is_being_freed():
+    assert subprocess.run([sys.executable, "-c", FREED_BESIDE_A_READER]).returncode == 0
+
+
 def test_fork():
     fir = tevs.FIR([0.5, 0.5], np.float32)
     fir.process(np.array([2], "f4"))

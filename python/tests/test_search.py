@@ -78,6 +78,12 @@ def test_multirate_lms(dtype, up, down):
     assert np.abs(y - reference)[-100:].max() < 1e-2 < np.abs(y - reference)[:20].max()
 
 
+@pytest.mark.parametrize("filter", [tevs.LMS, tevs.MultirateLMS])
+def test_number_of_adaptive_taps(filter):
+    for number in (3, np.int64(3), [0, 0, 0]):   # what size and shape give is a number too, and no tap
+        np.testing.assert_array_equal(filter(number, 0.1).taps, np.zeros(3, "f4"))
+
+
 @pytest.mark.parametrize("error, reason, call", [
     (ValueError, "rise|position", lambda: tevs.SparseFIR([1, 2], [3, 1])),
     (ValueError, "SparseFIR: taps: needs at least one", lambda: tevs.SparseFIR([], [])),

@@ -4,7 +4,8 @@ from __future__ import annotations
 
 import warnings
 from collections.abc import Callable, Iterator
-from typing import Any, NoReturn
+from types import TracebackType
+from typing import Any, NoReturn, Self
 
 import numpy as np
 from numpy import ndarray
@@ -135,6 +136,22 @@ def rephrased(where: str, error: Error) -> Error:
     return new
 
 
+class Closing:
+    """What owns a record, until it is closed or its with statement ends."""
+
+    _record: Any
+
+    def close(self) -> None:
+        """Gives the memory back; calls are refused from now on."""
+        self._record.close()
+
+    def __enter__(self) -> Self:
+        return self
+
+    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
+        self.close()
+
+
 def array(x: ArrayLike) -> Array:
     return x if type(x) is ndarray else np.asarray(x)
 
@@ -154,12 +171,23 @@ def floating(x: ArrayLike) -> Array:
     raise TypeError(f"tevs: no samples of {a.dtype}")
 
 
-def checked_out(where: str, out: Array, shape: tuple[int, ...], dtype: np.dtype[Any] | None = None) -> Array:
+def samples(where: str, x: ArrayLike, dtype: np.dtype[Any], name: str = "x") -> Array:
+    """x, which has to be of this type."""
+    a = array(x)
+    if a.dtype != dtype:
+        raise TypeError(f"{where}: {name}: {type_name(a.dtype)}, needs {type_name(dtype)}")
+    return a
+
+
+def destination(where: str, out: Array | None, shape: tuple[int, ...], dtype: np.dtype[Any]) -> Array:
+    """out, which has to be a contiguous array of this shape and type that may be written; without it a new one."""
+    if out is None:
+        return np.empty(shape, dtype)
     if not isinstance(out, ndarray):
         raise TypeError(f"{where}: out: needs an array, not {type(out).__name__}")
     if out.shape != shape:
         raise ValueError(f"{where}: out: shape {out.shape}, needs {shape}")
-    if dtype is not None and out.dtype != dtype:
+    if out.dtype != dtype:
         raise TypeError(f"{where}: out: {type_name(out.dtype)}, needs {type_name(dtype)}")
     if not out.flags.c_contiguous:
         raise ValueError(f"{where}: out: the array is not contiguous")

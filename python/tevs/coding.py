@@ -3,13 +3,12 @@
 from __future__ import annotations
 
 from collections.abc import Sequence
-from types import TracebackType
 
 import numpy as np
 from numpy.typing import ArrayLike
 
 from . import raw
-from ._core import Array, call
+from ._core import Array, Closing, call
 
 
 def convolutional_encode(bits: ArrayLike, polynomials: Sequence[int], constraint_length: int, state: int = 0) -> tuple[Array, int]:
@@ -28,7 +27,7 @@ def convolutional_encode(bits: ArrayLike, polynomials: Sequence[int], constraint
     return out, int(shift[0])
 
 
-class ViterbiDecoder:
+class ViterbiDecoder(Closing):
     """The maximum-likelihood decoder of a convolutional code, over a stream of soft bits: int8, positive for a 0, negative for a 1, the more so the surer, 0 an erasure.
 
     Bits come out with a delay of `trace` to 2 * trace - 1 steps; flush() gives the last ones.
@@ -65,16 +64,6 @@ class ViterbiDecoder:
         out, count = np.empty(2 * self._trace, np.uint8), np.zeros(1, np.int32)
         call("tevs.ViterbiDecoder.flush", raw.tevsViterbiFlush_8u, out, out, count, raw.StateAny if end_state is None else end_state, self._record)
         return out[:count[0]]
-
-    def close(self) -> None:
-        """Gives the decoder's memory back."""
-        self._record.close()
-
-    def __enter__(self) -> ViterbiDecoder:
-        return self
-
-    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
-        self.close()
 
 
 __all__ = ["convolutional_encode", "ViterbiDecoder"]

@@ -9,7 +9,7 @@ import numpy as np
 from numpy.typing import ArrayLike
 
 from . import raw
-from ._core import Array, along, array, axis_of, back, call, checked_out, code, floating, named
+from ._core import Array, along, array, axis_of, back, call, code, destination, floating, named
 from .design import firwin
 from .filters import upfirdn
 
@@ -106,7 +106,7 @@ def median_filter(x: ArrayLike, size: int, out: Array | None = None) -> Array:
     if size < 1 or size % 2 == 0:
         raise ValueError(f"{where}: size: {size}, needs an odd number")
     f = named(f"tevsFilterMedian_{code(a.dtype, where)}", where)
-    result = np.empty(a.shape, a.dtype) if out is None else checked_out(where, out, a.shape, a.dtype)
+    result = destination(where, out, a.shape, a.dtype)
     if a.size:
         call(where, f, result, a, result, a.size, size)
     return result

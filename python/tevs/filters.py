@@ -4,16 +4,14 @@ from __future__ import annotations
 
 import math
 from functools import lru_cache
-from types import TracebackType
 from typing import Any
 
 import numpy as np
 from numpy.typing import ArrayLike, DTypeLike
 
 from . import raw
-from ._core import Array, along, array, axis_of, back, call, checked_out, code, floating, named, type_name
+from ._core import Array, Closing, along, axis_of, back, call, code, destination, floating, named, samples, type_name
 from .elementwise import multiply
-
 
 
 def _taps_for(where: str, taps: Array, dtype: np.dtype[Any]) -> Array:
@@ -29,7 +27,14 @@ def _taps_for(where: str, taps: Array, dtype: np.dtype[Any]) -> Array:
     return np.ascontiguousarray(taps, {(0, 0): np.float32, (0, 1): np.float64, (1, 0): np.complex64, (1, 1): np.complex128}[whole, double])
 
 
-class _Stream:
+def _memory(get_size: Any, *arguments: int) -> Array:
+    """The bytes that a record needs."""
+    size = np.empty(1, np.int32)
+    get_size(*arguments, size)
+    return np.empty(size[0], np.uint8)
+
+
+class _Stream(Closing):
     """One record a channel, and the rows of a block filtered by them."""
 
     _where: str
@@ -47,9 +52,7 @@ class _Stream:
         """The next block of the stream, of any length (between rates: a multiple of `down`); with channels a matrix, one channel a row. In place with out=x.
         Integer samples are stored times 2**-scale, rounded and saturated."""
         where = self._where + ".process"
-        a = array(x)
-        if a.dtype != self.dtype:
-            raise TypeError(f"{where}: x: {type_name(a.dtype)}, needs {type_name(self.dtype)}")
+        a = samples(where, x, self.dtype)
         if a.ndim != (1 if self.channels is None else 2) or self.channels is not None and a.shape[0] != self.channels:
             raise ValueError(f"{where}: x: shape {a.shape}, needs {'(n,)' if self.channels is None else f'({self.channels}, n)'}")
         if scale and not self._integer:
@@ -58,11 +61,11 @@ class _Stream:
         if rest:
             raise ValueError(f"{where}: x: {a.shape[-1]} samples, needs a multiple of {self.down}")
         shape = (*a.shape[:-1], iterations * self.up)
-        result = np.empty(shape, self.dtype) if out is None else checked_out(where, out, shape, self.dtype)
+        result = destination(where, out, shape, self.dtype)
         if iterations:
             rows = ((a, result),) if self.channels is None else zip(a, result)
-            for record, (source, destination) in zip(self._records, rows):
-                call(where, self._filter, destination, source, destination, iterations, record, *((scale,) if self._integer else ()))
+            for record, (source, target) in zip(self._records, rows):
+                call(where, self._filter, target, source, target, iterations, record, *((scale,) if self._integer else ()))
         return result
 
     __call__ = process
@@ -73,12 +76,8 @@ class _Stream:
             self._set_delay(record, None)
 
     def close(self) -> None:
-        """Gives the memory back; calls are refused from now on."""
         for record in self._records:
             record.close()
-
-    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
-        self.close()
 
 
 class FIR(_Stream):
@@ -119,14 +118,10 @@ class FIR(_Stream):
         elif method == "auto":
             arguments, init = (h, h.size, None), named(f"tevsFIRInitAlloc{pair}", "tevs.FIR")
         else:   # a record in memory of the caller's has no transform
-            size = np.empty(1, np.int32)
-            named(f"tevsFIRGetStateSize{pair}", "tevs.FIR")(h.size, size)
-            arguments, init = (h, h.size, None), lambda *given: named(f"tevsFIRInit{pair}", "tevs.FIR")(*given, np.empty(size[0], np.uint8))
+            get_size, build = named(f"tevsFIRGetStateSize{pair}", "tevs.FIR"), named(f"tevsFIRInit{pair}", "tevs.FIR")
+            arguments, init = (h, h.size, None), lambda *given: build(*given, _memory(get_size, h.size))
         for _ in range(channels or 1):
             self._records.append(init(*arguments))
-
-    def __enter__(self) -> FIR:
-        return self
 
     @property
     def taps(self) -> Array:
@@ -205,9 +200,6 @@ class IIR(_Stream):
         for _ in range(channels or 1):
             self._records.append(init(taps, self._size, None))
 
-    def __enter__(self) -> IIR:
-        return self
-
     @property
     def state(self) -> Array:
         """What the filter remembers: (order,), or (sections, 2); channels in front."""
@@ -226,7 +218,38 @@ class IIR(_Stream):
             self._set_delay(record, state)
 
 
-class LMS:
+class _Adaptive(Closing):
+    """An adaptive filter that takes `down` samples and gives `up` in an iteration, and its taps, given or so many zeros."""
+
+    def __init__(self, where: str, forms: str, taps: int | ArrayLike, dtype: DTypeLike, taps_dtype: DTypeLike, *more: Any, up: int = 1, down: int = 1) -> None:
+        self._where, self.dtype, self.up, self.down = where, np.dtype(dtype), up, down
+        start = None if isinstance(taps, (int, np.integer)) else np.ascontiguousarray(taps, taps_dtype)
+        self._length, self._taps_dtype = int(taps) if start is None else start.size, taps_dtype   # type: ignore[arg-type]
+        self._filter, self._get_taps, init = (named(forms.format(f), where) for f in ("", "GetTaps", "InitAlloc"))
+        self._record = init(start, self._length, *more)
+
+    def _follow(self, x: ArrayLike, reference: ArrayLike, out: Array | None, *steps: float) -> Array:
+        where = self._where + ".process"
+        a, r = samples(where, x, self.dtype), samples(where, reference, self.dtype, "reference")
+        if a.ndim != 1 or a.size % self.down:
+            raise ValueError(f"{where}: x: shape {a.shape}, needs a vector of a multiple of {self.down}")
+        iterations = a.size // self.down
+        if r.shape != (iterations * self.up,):
+            raise ValueError(f"{where}: reference: shape {r.shape}, needs {(iterations * self.up,)}")
+        result = destination(where, out, r.shape, self.dtype)
+        if iterations:
+            call(where, self._filter, result, a, r, result, iterations, *steps, self._record)
+        return result
+
+    @property
+    def taps(self) -> Array:
+        """The taps as they are now."""
+        taps = np.empty(self._length, self._taps_dtype)
+        self._get_taps(self._record, taps)
+        return taps
+
+
+class LMS(_Adaptive):
     """An adaptive FIR filter that follows a reference by least mean squares; float32 or int16 samples.
 
     >>> x = np.sign(np.sin(np.arange(2000) ** 2)).astype(np.float32)
@@ -237,48 +260,16 @@ class LMS:
     """
 
     def __init__(self, taps: int | ArrayLike, mu: float, dtype: DTypeLike = np.float32) -> None:
-        where = "tevs.LMS"
-        self.dtype, self.mu = np.dtype(dtype), mu
-        start = None if isinstance(taps, int) else np.ascontiguousarray(taps, np.float32)
-        self._length = taps if isinstance(taps, int) else start.size   # type: ignore[union-attr]
-        letters = code(dtype, where)
-        self._pair = "_32f" if letters == "32f" else f"32f_{letters}"
-        self._filter = named(f"tevsFIRLMS{self._pair}", where)
-        self._record = named(f"tevsFIRLMSInitAlloc{self._pair}", where)(start, self._length, None, 0)
+        letters = code(dtype, "tevs.LMS")
+        super().__init__("tevs.LMS", "tevsFIRLMS{}" + ("_32f" if letters == "32f" else f"32f_{letters}"), taps, dtype, np.float32, None, 0)
+        self.mu = mu
 
     def process(self, x: ArrayLike, reference: ArrayLike, out: Array | None = None) -> Array:
         """The next block, and the taps moved on after every sample."""
-        where = "tevs.LMS.process"
-        a, r = array(x), array(reference)
-        for name, v in (("x", a), ("reference", r)):
-            if v.dtype != self.dtype:
-                raise TypeError(f"{where}: {name}: {type_name(v.dtype)}, needs {type_name(self.dtype)}")
-        if a.ndim != 1 or a.shape != r.shape:
-            raise ValueError(f"{where}: reference: shape {r.shape}, needs that of x, {a.shape}")
-        result = np.empty(a.shape, self.dtype) if out is None else checked_out(where, out, a.shape, self.dtype)
-        if a.size:
-            call(where, self._filter, result, a, r, result, a.size, self.mu, self._record)
-        return result
-
-    @property
-    def taps(self) -> Array:
-        """The taps as they are now."""
-        taps = np.empty(self._length, np.float32)
-        getattr(raw, f"tevsFIRLMSGetTaps{self._pair}")(self._record, taps)
-        return taps
-
-    def close(self) -> None:
-        """Gives the memory back."""
-        self._record.close()
-
-    def __enter__(self) -> LMS:
-        return self
-
-    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
-        self.close()
+        return self._follow(x, reference, out, self.mu)
 
 
-class _Sparse:
+class _Sparse(Closing):
     """A record in memory of Python's, and the blocks of a stream of float32 samples through it."""
 
     def __init__(self, where: str, filter: Any, record: Any) -> None:
@@ -286,22 +277,14 @@ class _Sparse:
 
     def process(self, x: ArrayLike, out: Array | None = None) -> Array:
         """The next block of the stream, of any length."""
-        where, a = self._where + ".process", array(x)
-        if a.dtype != np.float32:
-            raise TypeError(f"{where}: x: {type_name(a.dtype)}, needs float32")
+        where = self._where + ".process"
+        a = samples(where, x, np.dtype(np.float32))
         if a.ndim != 1:
             raise ValueError(f"{where}: x: shape {a.shape}, needs (n,)")
-        result = np.empty(a.shape, np.float32) if out is None else checked_out(where, out, a.shape, a.dtype)
+        result = destination(where, out, a.shape, a.dtype)
         if a.size:
             call(where, self._filter, result, a, result, a.size, self._record)
         return result
-
-    def close(self) -> None:
-        """Calls are refused from now on."""
-        self._record.close()
-
-    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
-        self.close()
 
 
 def _sparse_taps(where: str, taps: ArrayLike, delays: ArrayLike) -> tuple[Array, Array]:
@@ -327,12 +310,8 @@ class SparseFIR(_Sparse):
         h, d = _sparse_taps(where, taps, delays)
         if not h.size:
             raise ValueError(f"{where}: taps: needs at least one")
-        size = np.empty(1, np.int32)
-        raw.tevsFIRSparseGetStateSize_32f(h.size, int(d[-1]), size)
-        super().__init__(where, raw.tevsFIRSparse_32f, raw.tevsFIRSparseInit_32f(h, d, h.size, None, np.empty(size[0], np.uint8)))
-
-    def __enter__(self) -> SparseFIR:
-        return self
+        memory = _memory(raw.tevsFIRSparseGetStateSize_32f, h.size, int(d[-1]))
+        super().__init__(where, raw.tevsFIRSparse_32f, raw.tevsFIRSparseInit_32f(h, d, h.size, None, memory))
 
 
 class SparseIIR(_Sparse):
@@ -347,16 +326,12 @@ class SparseIIR(_Sparse):
         (forward, delays), (feedback, feedback_delays) = _sparse_taps(where, b, p), _sparse_taps(where, a, q)
         if not forward.size:
             raise ValueError(f"{where}: b: needs at least one")
-        size = np.empty(1, np.int32)
-        raw.tevsIIRSparseGetStateSize_32f(forward.size, feedback.size, int(delays[-1]), int(feedback_delays[-1]) if feedback.size else 0, size)
+        memory = _memory(raw.tevsIIRSparseGetStateSize_32f, forward.size, feedback.size, int(delays[-1]), int(feedback_delays[-1]) if feedback.size else 0)
         super().__init__(where, raw.tevsIIRSparse_32f, raw.tevsIIRSparseInit_32f(
-            np.concatenate([forward, feedback]), np.concatenate([delays, feedback_delays]), forward.size, feedback.size, None, np.empty(size[0], np.uint8)))
-
-    def __enter__(self) -> SparseIIR:
-        return self
+            np.concatenate([forward, feedback]), np.concatenate([delays, feedback_delays]), forward.size, feedback.size, None, memory))
 
 
-class MultirateLMS:
+class MultirateLMS(_Adaptive):
     """An adaptive FIR filter from one rate to another that follows a reference at the new one: equalisers, echo cancellers; float32 or complex64.
 
     norm > 0 divides the step mu by norm plus the power of the samples. An iteration takes `down` samples and gives `up`.
@@ -369,49 +344,15 @@ class MultirateLMS:
     """
 
     def __init__(self, taps: int | ArrayLike, mu: float, dtype: DTypeLike = np.float32, up: int = 1, down: int = 1, norm: float = 0, up_phase: int = 0, down_phase: int = 0) -> None:
-        where = "tevs.MultirateLMS"
-        self.dtype, self.mu, self.norm, self.up, self.down = np.dtype(dtype), mu, norm, up, down
-        letters = code(dtype, where)
+        where, letters = "tevs.MultirateLMS", code(dtype, "tevs.MultirateLMS")
         if letters not in ("32f", "32fc"):
-            raise TypeError(f"{where}: dtype: {type_name(self.dtype)}, needs float32 or complex64")
-        start = None if isinstance(taps, int) else np.ascontiguousarray(taps, self.dtype)
-        self._length = taps if isinstance(taps, int) else start.size   # type: ignore[union-attr]
-        self._filter, self._get = named(f"tevsFIRLMSMR_{letters}", where), named(f"tevsFIRLMSMRGetTaps_{letters}", where)
-        self._record = named(f"tevsFIRLMSMRInitAlloc_{letters}", where)(start, self._length, up, up_phase, down, down_phase, None)
+            raise TypeError(f"{where}: dtype: {type_name(np.dtype(dtype))}, needs float32 or complex64")
+        super().__init__(where, f"tevsFIRLMSMR{{}}_{letters}", taps, dtype, dtype, up, up_phase, down, down_phase, None, up=up, down=down)
+        self.mu, self.norm = mu, norm
 
     def process(self, x: ArrayLike, reference: ArrayLike, out: Array | None = None) -> Array:
         """The next block, and the taps moved on after every iteration: a multiple of `down` samples, and as many times `up` of the reference and of the result."""
-        where = "tevs.MultirateLMS.process"
-        a, r = array(x), array(reference)
-        for name, v in (("x", a), ("reference", r)):
-            if v.dtype != self.dtype:
-                raise TypeError(f"{where}: {name}: {type_name(v.dtype)}, needs {type_name(self.dtype)}")
-        if a.ndim != 1 or a.size % self.down:
-            raise ValueError(f"{where}: x: shape {a.shape}, needs a vector of a multiple of {self.down}")
-        iterations = a.size // self.down
-        if r.shape != (iterations * self.up,):
-            raise ValueError(f"{where}: reference: shape {r.shape}, needs {(iterations * self.up,)}")
-        result = np.empty(r.shape, self.dtype) if out is None else checked_out(where, out, r.shape, self.dtype)
-        if iterations:
-            call(where, self._filter, result, a, r, result, iterations, self.mu, self.norm, self._record)
-        return result
-
-    @property
-    def taps(self) -> Array:
-        """The taps as they are now."""
-        taps = np.empty(self._length, self.dtype)
-        self._get(self._record, taps)
-        return taps
-
-    def close(self) -> None:
-        """Gives the memory back."""
-        self._record.close()
-
-    def __enter__(self) -> MultirateLMS:
-        return self
-
-    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
-        self.close()
+        return self._follow(x, reference, out, self.mu, self.norm)
 
 
 def _common(*arrays: ArrayLike) -> np.dtype[Any]:

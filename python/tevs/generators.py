@@ -2,20 +2,24 @@
 
 from __future__ import annotations
 
-from types import TracebackType
+from collections.abc import Callable
 from typing import Any
 
 import numpy as np
 from numpy.typing import DTypeLike
 
 from . import raw
-from ._core import Array, call, code, named
+from ._core import Array, Closing, call, code, named
 
 
-def _made(where: str, n: int, dtype: DTypeLike) -> Array:
+def _written(where: str, f: Callable[..., int], n: int, dtype: DTypeLike, *arguments: Any) -> Array:
+    """The n samples that a C function writes."""
     if n < 0:
         raise ValueError(f"{where}: n: {n}, needs at least 0")
-    return np.empty(n, dtype)
+    out = np.empty(n, dtype)
+    if n:
+        call(where, f, out, out, n, *arguments)
+    return out
 
 
 def ramp(n: int, offset: float, slope: float, dtype: DTypeLike = np.float64) -> Array:
@@ -24,10 +28,8 @@ def ramp(n: int, offset: float, slope: float, dtype: DTypeLike = np.float64) -> 
     >>> ramp(4, 1, 0.5, np.float32)
     array([1. , 1.5, 2. , 2.5], dtype=float32)
     """
-    out = _made("tevs.ramp", n, dtype)
-    if n:
-        call("tevs.ramp", named(f"tevsVectorRamp_{code(dtype, 'tevs.ramp')}", "tevs.ramp"), out, out, n, offset, slope)
-    return out
+    where = "tevs.ramp"
+    return _written(where, named(f"tevsVectorRamp_{code(dtype, where)}", where), n, dtype, offset, slope)
 
 
 def sweep(n: int, magnitude: float, dtype: DTypeLike = np.float64) -> Array:
@@ -36,10 +38,8 @@ def sweep(n: int, magnitude: float, dtype: DTypeLike = np.float64) -> Array:
     >>> sweep(4, 100, np.int16)
     array([  0,  38, 100, -38], dtype=int16)
     """
-    out = _made("tevs.sweep", n, dtype)
-    if n:
-        call("tevs.sweep", named(f"tevsVectorJaehne_{code(dtype, 'tevs.sweep')}", "tevs.sweep"), out, out, n, magnitude)
-    return out
+    where = "tevs.sweep"
+    return _written(where, named(f"tevsVectorJaehne_{code(dtype, where)}", where), n, dtype, magnitude)
 
 
 def triangle(n: int, magnitude: float, frequency: float, asymmetry: float = 0, phase: float = 0, dtype: DTypeLike = np.float64) -> tuple[Array, float]:
@@ -48,14 +48,12 @@ def triangle(n: int, magnitude: float, frequency: float, asymmetry: float = 0, p
     >>> triangle(4, 1, 0.25)
     (array([ 1.,  0., -1.,  0.]), 0.0)
     """
-    out = _made("tevs.triangle", n, dtype)
-    place = np.array([phase], np.float32)
-    if n:
-        call("tevs.triangle", named(f"tevsTriangle_Direct_{code(dtype, 'tevs.triangle')}", "tevs.triangle"), out, out, n, magnitude, frequency, asymmetry, place)
+    where, place = "tevs.triangle", np.array([phase], np.float32)
+    out = _written(where, named(f"tevsTriangle_Direct_{code(dtype, where)}", where), n, dtype, magnitude, frequency, asymmetry, place)
     return out, float(place[0])
 
 
-class _Noise:
+class _Noise(Closing):
     _KIND = ""
 
     def __init__(self, first: float, second: float, seed: int, dtype: DTypeLike) -> None:
@@ -68,20 +66,7 @@ class _Noise:
 
     def process(self, n: int) -> Array:
         """The next n samples."""
-        out = np.empty(n, self.dtype)
-        if n:
-            call(f"tevs.{type(self).__name__}.process", self._f, out, out, n, self._record)
-        return out
-
-    def close(self) -> None:
-        """Gives the generator's memory back."""
-        self._record.close()
-
-    def __enter__(self) -> _Noise:
-        return self
-
-    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
-        self.close()
+        return _written(f"tevs.{type(self).__name__}.process", self._f, n, self.dtype, self._record)
 
 
 class UniformNoise(_Noise):
@@ -108,7 +93,7 @@ class GaussianNoise(_Noise):
         super().__init__(mean, std, seed, dtype)
 
 
-class Tone:
+class Tone(Closing):
     """An oscillator: tones, and complex signals mixed up and down in frequency, whose phase never drifts. frequency in cycles a sample, below 0.5, phase in radians.
 
     >>> with Tone(0.25) as tone:
@@ -125,10 +110,7 @@ class Tone:
 
     def process(self, n: int) -> Array:
         """The next n samples."""
-        out = np.empty(n, self.dtype)
-        if n:
-            call("tevs.Tone.process", self._f, out, out, n, self.magnitude, self._record)
-        return out
+        return _written("tevs.Tone.process", self._f, n, self.dtype, self.magnitude, self._record)
 
     def _mixed(self, direction: str, x: Array) -> Array:
         where = f"tevs.Tone.{direction.lower()}"
@@ -164,16 +146,6 @@ class Tone:
     @phase.setter
     def phase(self, radians: float) -> None:
         raw.tevsToneSetPhase(self._record, radians)
-
-    def close(self) -> None:
-        """Gives the oscillator's memory back."""
-        self._record.close()
-
-    def __enter__(self) -> Tone:
-        return self
-
-    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
-        self.close()
 
 
 __all__ = ["Tone", "ramp", "sweep", "triangle", "UniformNoise", "GaussianNoise"]

@@ -556,15 +556,20 @@ static PyObject* call(PyObject* self, PyObject* const* arguments, Py_ssize_t cou
     if (maker && !(made = record_new(&kRecordKinds[maker->element]))) goto done;
     if (f->result == R_MEMORY) {
         if (!(memory = PyObject_New(MemoryObject, (PyTypeObject*)memory_type))) goto done;
-        memory->address = NULL;
         memory->exports = 0;
     }
+
+    /* What is about to be freed nobody else begins with while the lock is released. */
+    void* const freed = f->freeing && held ? held->record : NULL;
+    if (freed) held->record = NULL;
+    if (memory) memory->address = NULL;
 
     Py_BEGIN_ALLOW_THREADS;
     f->call(f->f, v, &result);
     Py_END_ALLOW_THREADS;
 
     if (f->result == R_STATUS && (int)result.i < 0) {
+        if (freed) held->record = freed;
         /* A transform whose inner memory was refused leaves a record that only Free takes. */
         if (made && f->owned && v[m].made) made->kind->release(v[m].made);
         status_error(f->name, (int)result.i);
@@ -586,8 +591,7 @@ static PyObject* call(PyObject* self, PyObject* const* arguments, Py_ssize_t cou
         memory->length = (Py_ssize_t)v[0].a.i;
         value = result.p ? Py_NewRef((PyObject*)memory) : v[0].a.i < 1 ? status_error(f->name, StatusBadSize) : PyErr_NoMemory();
     } else {
-        if (f->freeing && held) record_end(held);
-        if (memory) memory->address = NULL;
+        if (freed) record_end(held);
         value = f->result == R_STATUS ? PyLong_FromLong((long)(int)result.i) : returned(f, &result);
     }
 

@@ -3,14 +3,13 @@
 from __future__ import annotations
 
 from functools import lru_cache
-from types import TracebackType
 from typing import Any
 
 import numpy as np
 from numpy.typing import ArrayLike, DTypeLike
 
 from . import raw
-from ._core import Array, along, array, axis_of, back, call, checked_out, code, complex_int16, complex_int32, floating, named, type_name
+from ._core import Array, Closing, along, axis_of, back, call, code, complex_int16, complex_int32, destination, floating, named, samples, type_name
 from .elementwise import multiply
 from .windows import get_window
 
@@ -18,7 +17,7 @@ _FLAGS = {None: raw.ScaleInvByN, "backward": raw.ScaleInvByN, "forward": raw.Sca
 _SPECTRA: dict[np.dtype[Any], np.dtype[Any]] = {np.dtype("f4"): np.dtype("c8"), np.dtype("f8"): np.dtype("c16"), np.dtype("i2"): complex_int16, np.dtype("i4"): complex_int32}
 
 
-class FFT:
+class FFT(Closing):
     """The Fourier transform of n samples, of any n; powers of two are fastest.
 
     dtype is that of the samples: complex64, complex128, complex_int16, complex_int32 (powers of two), or float32, float64, int16, int32 (powers of two) with spectra of
@@ -53,15 +52,13 @@ class FFT:
         """How many values a spectrum has."""
         return self.n // 2 + 1 if self.real else self.n
 
-    def _transform(self, where: str, f: Any, x: ArrayLike, source: tuple[int, Any], destination: tuple[int, Any], out: Array | None, scale: int) -> Array:
-        a = array(x)
+    def _transform(self, where: str, f: Any, x: ArrayLike, source: tuple[int, Any], target: tuple[int, Any], out: Array | None, scale: int) -> Array:
+        a = samples(where, x, source[1])
         if a.shape != (source[0],):
             raise ValueError(f"{where}: x: shape {a.shape}, needs {(source[0],)}")
-        if a.dtype != source[1]:
-            raise TypeError(f"{where}: x: {type_name(a.dtype)}, needs {type_name(source[1])}")
         if scale and not self._integer:
             raise TypeError(f"{where}: scale: only integers are scaled, not {type_name(self.dtype)}")
-        result = np.empty(destination[0], destination[1]) if out is None else checked_out(where, out, (destination[0],), destination[1])
+        result = destination(where, out, (target[0],), target[1])
         given, made = a, result
         if self.real:   # a spectrum in C is the parts of its values in turn
             given, made = (np.ascontiguousarray(a).view(self.dtype), result) if source[1] != self.dtype else (a, result.view(self.dtype))
@@ -75,16 +72,6 @@ class FFT:
     def inverse(self, x: ArrayLike, out: Array | None = None, scale: int = 0) -> Array:
         """The samples of a spectrum."""
         return self._transform("tevs.FFT.inverse", self._inverse, x, (self.bins, self.spectrum_dtype), (self.n, self.dtype), out, scale)
-
-    def close(self) -> None:
-        """Gives the record's memory back."""
-        self._record.close()
-
-    def __enter__(self) -> FFT:
-        return self
-
-    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
-        self.close()
 
 
 @lru_cache(maxsize=32)

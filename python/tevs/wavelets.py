@@ -2,13 +2,12 @@
 
 from __future__ import annotations
 
-from types import TracebackType
 
 import numpy as np
 from numpy.typing import ArrayLike, DTypeLike
 
 from . import raw
-from ._core import Array, call, checked_out, code, named, type_name
+from ._core import Array, Closing, call, code, destination, named, samples
 
 _FAMILIES = {"daubechies": raw.WaveletDaubechies, "symlet": raw.WaveletSymlet, "cdf": raw.WaveletCdf}
 _EXTENSIONS = {"periodic": raw.ExtPeriodic, "mirror": raw.ExtMirror}
@@ -27,7 +26,7 @@ def wavelet(family: str, taps: int, dtype: DTypeLike = np.float64) -> tuple[Arra
     return filters[0], filters[1], filters[2], filters[3]
 
 
-class DWT:
+class DWT(Closing):
     """The discrete wavelet transform of n samples over some levels; float32 or float64. One record serves any number of threads.
 
     >>> x = np.arange(8.0)
@@ -51,12 +50,10 @@ class DWT:
         self._forward, self._inverse, self._band = (named(f"tevsDWT{f}_{letters}", where) for f in ("Fwd", "Inv", "GetBand"))
 
     def _run(self, where: str, f: object, x: ArrayLike, n: int, made: int, out: Array | None) -> Array:
-        a = np.asarray(x)
-        if a.dtype != self.dtype:
-            raise TypeError(f"{where}: x: {type_name(a.dtype)}, needs {type_name(self.dtype)}")
+        a = samples(where, x, self.dtype)
         if a.shape != (n,):
             raise ValueError(f"{where}: x: shape {a.shape}, needs {(n,)}")
-        result = np.empty(made, self.dtype) if out is None else checked_out(where, out, (made,), self.dtype)
+        result = destination(where, out, (made,), self.dtype)
         call(where, f, result, a, result, self._record, None)   # type: ignore[arg-type]
         return result
 
@@ -73,16 +70,6 @@ class DWT:
         place = np.empty((2, 1), np.int32)
         self._band(self._record, level, *place)
         return slice(int(place[0, 0]), int(place[0, 0] + place[1, 0]))
-
-    def close(self) -> None:
-        """Gives the record's memory back."""
-        self._record.close()
-
-    def __enter__(self) -> DWT:
-        return self
-
-    def __exit__(self, type: type[BaseException] | None, value: BaseException | None, traceback: TracebackType | None) -> None:
-        self.close()
 
 
 __all__ = ["wavelet", "DWT"]

@@ -323,6 +323,8 @@ template <class Decoder, class T> int decode(Decoder& d, const T* src, int len, 
     if (d.complete > 1) dst += release(d, ends, dst);
     return int(dst - begin);
 }
+// Whether what that would release can be counted: all blocks but the newest.
+bool countable(const ViterbiState* s, int len) { return ((int64_t{s->held()} + len) / s->traceLen - 1) * s->traceLen <= INT_MAX; }
 template <class Decoder> int flush(Decoder& d, uint8_t* dst, int endState) {
     const int held = d.held();
     if (held > 0) {
@@ -552,7 +554,8 @@ Status tevsViterbi_8s8u(const int8_t* pSrc, int len, uint8_t* pDst, int* pDstLen
                        .ptr(pState)
                        .len(len)
                        .record(pState, kCode)
-                       .require([=] { return !mixes(pState, CodeDecoder::kSoft); }, StatusContextMismatch))
+                       .require([=] { return !mixes(pState, CodeDecoder::kSoft); }, StatusContextMismatch)
+                       .require([=] { return countable(pState, len); }, StatusBadSize))
         return s;
     *pDstLen = decodeCode(pState, pSrc, len, pDst, CodeDecoder::kSoft);
     return StatusOk;
@@ -565,7 +568,8 @@ Status tevsViterbi_16s8u(const int16_t* pMetric, int len, uint8_t* pDst, int* pD
                        .ptr(pState)
                        .len(len)
                        .record(pState, kCode, kTable)
-                       .require([=] { return !mixes(pState, CodeDecoder::kRows); }, StatusContextMismatch))
+                       .require([=] { return !mixes(pState, CodeDecoder::kRows); }, StatusContextMismatch)
+                       .require([=] { return countable(pState, len); }, StatusBadSize))
         return s;
     *pDstLen =
         pState->id == kTable ? decode(*static_cast<TableDecoder*>(pState), pMetric, len, pDst) : decodeCode(pState, pMetric, len, pDst, CodeDecoder::kRows);

@@ -242,7 +242,7 @@ template <class T> void spectrumOf(const DctSpec<T>& spec, int n, const T* y, T*
     eachRun(spec, (n + 1) / 2, [&](ptrdiff_t from, ptrdiff_t to, const T* w) { kernels<T>().spectrum(y, bins, n, from, to, w, spec.other * T(0.5)); });
 }
 
-// A work area for the FFT that begins where it is to begin, and not at the next multiple of 32.
+// A work area for the FFT that begins at this multiple of 16, and not at the next one of 32 (workIn): there is no room for more.
 inline uint8_t* exactly(void* work) { return static_cast<uint8_t*>(work) - 1; }
 
 // sum over n of  b[n] cos(pi (2n+1) (2k+1) / 4M), M = N/2, to y, by a complex transform of length M/2 (P. Duhamel, Y. Mahieux and J. P. Petit, A fast algorithm for the implementation
@@ -314,14 +314,6 @@ template <class T> void forwardBy(const DctSpec<T>& spec, const T* src, T* dst, 
     T* const v = reinterpret_cast<T*>(work);
     T* const bins = v + firstPair(Packing::Perm, n) - 2;
     switch (spec.method) {
-        case Method::Matrix:
-            if (n == 1)
-                dst[0] = src[0];
-            else
-                k.forward(src, dst, n, spec.first, spec.other);
-            return;
-        case Method::Sums:
-            return k.forwardSums(src, dst, n, spec.turns, spec.first, spec.other);
         case Method::Real:
         case Method::RealInParts:
             k.fold(src, v, n);
@@ -357,14 +349,6 @@ template <class T> void inverseBy(const DctSpec<T>& spec, const T* src, T* dst, 
     };
     T* const bins = v + firstPair(Packing::Perm, n) - 2;
     switch (spec.method) {
-        case Method::Matrix:
-            if (n == 1)
-                dst[0] = src[0];
-            else
-                k.inverse(src, dst, n, spec.first, spec.other);
-            return;
-        case Method::Sums:
-            return k.inverseSums(src, dst, n, spec.turns, spec.first, spec.other);
         case Method::Real:
         case Method::RealInParts:
             spectrumOf(spec, n, src, bins);
@@ -490,10 +474,17 @@ template <class Spec> Status dctInitAlloc(Spec** ppSpec, int length, int hint) {
 // ---- calls ---------------------------------------------------------------------------------------------------------------------------------
 
 template <Direction D, class T> void run(const DctSpec<T>& spec, const T* src, T* dst, uint8_t* work) {
-    if (D == Direction::Forward)
-        forwardBy<T>(spec, src, dst, work);
+    constexpr bool forward = D == Direction::Forward;
+    const int n = spec.length;
+    const DctKernels<T>& k = kernels<T>();
+    if (n == 1)
+        dst[0] = src[0];
+    else if (spec.method == Method::Matrix)
+        (forward ? k.forward : k.inverse)(src, dst, n, spec.first, spec.other);
+    else if (spec.method == Method::Sums)
+        (forward ? k.forwardSums : k.inverseSums)(src, dst, n, spec.turns, spec.first, spec.other);
     else
-        inverseBy<T>(spec, src, dst, work);
+        (forward ? forwardBy<T> : inverseBy<T>)(spec, src, dst, work);
 }
 
 template <class Spec, class T> Status transform(const T* pSrc, T* pDst, const Spec* pSpec, uint8_t* pBuffer) {

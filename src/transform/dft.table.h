@@ -22,7 +22,7 @@ namespace tevs {
 
 constexpr int kMostRadix = 16;    // of the straight-line DFTs
 constexpr int kMostPrime = 149;   // other primes, by symmetric sums
-constexpr int kMostPasses = 16;
+constexpr int kMostPasses = 16;   // 3^17 rows, of 4 floats or 2 doubles at least, are more than the work area of any record holds
 
 // Radices whose butterflies registers hold, and those that nothing else can do. 0 is any prime above kMostRadix.
 constexpr bool isPassRadix(int r) { return r == 0 || (r >= 2 && r <= 8) || r == 10 || r == 11 || r == 13; }

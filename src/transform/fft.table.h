@@ -11,7 +11,7 @@ namespace tevs {
 template <class T> struct FftTables {
     int order;                 // of the complex transform, N = 2^order
     int room;                  // large: bytes of the work area that tiles may take
-    const T* passes;           // below the large orders: the passes' factors. Large: those of the column passes, length P and then Q
+    const T* passes;           // the passes' factors, also depth first. Of large orders in two sweeps those of the column passes, length P and then Q
     const T* outer;            // large: the factors w_N^(n2 k1) between the sweeps: for the first columns in blocks, then for its multiples
     const T* recombination;    // real records: exp(-2 pi i k / 2N) for 1 <= k <= N/2
     const FftTables* little;   // where the room may be less than for two tiles: the tables of the columns, and of the rows, of a matrix that has room

@@ -374,4 +374,25 @@ TEST(Viterbi, BadArguments) {
     expectEach(StatusOk, {tevsViterbiFlush_8u(out, &n, StateAny, c), tevsViterbi_8s8u(soft, 1, out, &n, c)});
 }
 
+// A call that would release more than *pDstLen can say reads nothing, and the stream goes on behind it.
+TEST(Viterbi, CountsWhatItReleases) {
+    const int16_t next[] = {0}, row[] = {3};
+    const uint8_t symbols[] = {0};
+    const std::vector<int8_t> soft(2 * 17, 5);
+    const std::vector<int16_t> rows(17, 3);
+    const Decoder code = decoder(kSeven, 9), table = made(tevsViterbiInitAlloc_Table, next, symbols, 1, 1, 1, 9);
+    std::vector<uint8_t> out(17 + 8, 7);
+    int n = 7;
+    expectEach(StatusOk, {tevsViterbi_8s8u(soft.data(), 17, out.data(), &n, code.get()), tevsViterbi_16s8u(rows.data(), 17, out.data(), &n, table.get())});
+    EXPECT_EQ(n, 0);   // 17 held: 17 + INT_MAX steps are 238609296 blocks of 9, all of them but one more than INT_MAX
+    n = 7;
+    expectEach(StatusBadSize,
+               {tevsViterbi_8s8u(soft.data(), INT_MAX, out.data(), &n, code.get()), tevsViterbi_16s8u(row, INT_MAX, out.data(), &n, table.get())});
+    EXPECT_TRUE(n == 7 && out == std::vector<uint8_t>(out.size(), 7));
+    expectEach(StatusOk, {tevsViterbi_8s8u(soft.data(), 1, out.data(), &n, code.get())});
+    EXPECT_EQ(n, 9);
+    expectEach(StatusOk, {tevsViterbi_16s8u(row, 1, out.data(), &n, table.get())});
+    EXPECT_EQ(n, 9);
+}
+
 }   // namespace

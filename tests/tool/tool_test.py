@@ -389,6 +389,19 @@ class Failures(Case):
                           ("convert", "a.wav", "old.wav", "--length", "-1"), ("echo", "a.wav", "a.wav", "old.wav", "--step", 2)):
             self.refuses(USAGE, *arguments)
 
+    def test_times_that_no_file_lasts(self):
+        self.tevs("convert", "a.wav", "all.wav", "--length", 1e300)
+        self.assertTrue(self.samples("all.wav") == self.samples("a.wav"))
+        self.refuses(FAILED, "convert", "a.wav", "old.wav", "--start", 1e300, says=b"a.wav ends before the start")
+        self.refuses(USAGE, "echo", "a.wav", "a.wav", "old.wav", "--length", 2**32 / 8000 + 0.01, says=b"--length is too long")
+        self.refuses(USAGE, "dial", "1", "old.wav", "--on", 1e300, "--off", 1e300, says=b"no year")
+
+    def test_no_memory_for_a_picture(self):
+        for megabytes in range(100, 360, 40):   # of the two that it takes, 76 MiB each, some of these refuse the second
+            limited = lambda: resource.setrlimit(resource.RLIMIT_AS, (megabytes << 20, megabytes << 20))
+            done = self.run_tevs("spectrogram", "a.wav", "new.png", "--width", 10000, "--height", 2000, preexec_fn=limited)
+            self.assertGreaterEqual(done.returncode, 0, (megabytes, done.stderr))   # no signal
+
     def test_help_and_version(self):
         self.assertIn(b"filter", self.tevs("--help"))
         self.assertRegex(self.tevs("--version"), rb"\Atevs \d+\.\d+\.\d+\n\Z")

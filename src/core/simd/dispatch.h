@@ -4,7 +4,7 @@
 //     TEVS_KERNEL_TABLE(MovementKernels, movement, 2)
 //
 // movement.kern.cpp, compiled once per level, defines levelN::movement; the exports call through tevs::movement->flip8(...).
-// The number is the family's highest level; FMA after it lets fma() fuse from level 2 on: only where results may differ in rounding between levels.
+// The number is the family's highest level; FMA after it lets fma() fuse at level 2, as it does at 3: for what fma() is for (vec.h).
 // cmake/Families.cmake reads these lines and writes families.h, the list of all tables; dispatch.cpp points each at its level when the library is loaded.
 #pragma once
 
