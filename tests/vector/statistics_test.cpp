@@ -220,12 +220,7 @@ template <class T> long double normOf(Kind kind, const std::vector<T>& a, const 
 }
 // Whose squares leave the range of their type, or are zeros.
 template <class T, int Exponent> std::vector<T> times2To(size_t n) {
-    std::vector<T> v = randomVector<T>(n);
-    for (size_t i = 0; i < n * kParts<T>; ++i) {
-        auto& part = reinterpret_cast<Part<T>*>(v.data())[i];
-        part = std::ldexp(-std::fabs(part), Exponent);
-    }
-    return v;
+    return withParts(randomVector<T>(n), [](Part<T>& part) { part = std::ldexp(-std::fabs(part), Exponent); });
 }
 
 // Of one vector and of a difference. Of floats: off by 2^-52 for each addition, of those with results in single precision by 2^-24 for each in a lane of a block. Of integers: exact but for the result's rounding, and of a scaled norm the exact
