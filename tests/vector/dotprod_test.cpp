@@ -46,6 +46,8 @@ constexpr auto atEveryScale = []<class A, class B, class R>(Status (*dot)(const 
         all(withParts(randomVector<A>(n), small), withParts(randomVector<B>(n), small));
     }
     all(lowest<A>(kLong), lowest<B>(kLong));
+    const auto one = [](auto& part) { part = 1; };   // which the least scale makes the most
+    all(withParts(std::vector<A>(1), one), withParts(std::vector<B>(1), one));
     for (int scale : {0, 20, 31, 45})
         reduces(
             dot, [=](const auto& a, const auto& b) { return want(a, b, scale); }, {}, scale);
