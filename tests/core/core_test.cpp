@@ -7,40 +7,26 @@
 #include <set>
 #include <string>
 
-#include "support/guarded.h"
+#include "support/elements.h"
 #include "tevcore.h"
 #include "tevs.h"
 
 namespace {
 
-template <class T> void allocates(T* (*allocate)(int), size_t size) {
-    ASSERT_EQ(sizeof(T), size);
+constexpr auto allocates = []<class T>(T* (*allocate)(int)) {
     for (int len : {0, -1, -5, INT_MIN}) EXPECT_EQ(allocate(len), nullptr);
     for (int len : {1, 2, 3, 7, 31, 32, 33, 1000}) {
         T* p = allocate(len);
         ASSERT_NE(p, nullptr);
         EXPECT_EQ(reinterpret_cast<uintptr_t>(p) % 32, 0u);
-        std::memset(p, 0x5a, size * size_t(len));   // the heap's own checks, or the sanitizer's, see an overrun
+        std::memset(p, 0x5a, sizeof(T) * size_t(len));   // the heap's own checks, or the sanitizer's, see an overrun
         tevsFree(p);
     }
-}
+};
 
 TEST(Malloc, EveryTypeAlignedAndWhole) {
-    allocates(tevsMalloc_8u, 1);
-    allocates(tevsMalloc_16u, 2);
-    allocates(tevsMalloc_32u, 4);
-    allocates(tevsMalloc_8s, 1);
-    allocates(tevsMalloc_16s, 2);
-    allocates(tevsMalloc_32s, 4);
-    allocates(tevsMalloc_64s, 8);
-    allocates(tevsMalloc_32f, 4);
-    allocates(tevsMalloc_64f, 8);
-    allocates(tevsMalloc_8sc, 2);
-    allocates(tevsMalloc_16sc, 4);
-    allocates(tevsMalloc_32sc, 8);
-    allocates(tevsMalloc_64sc, 16);
-    allocates(tevsMalloc_32fc, 8);
-    allocates(tevsMalloc_64fc, 16);
+    test::each(allocates, tevsMalloc_8u, tevsMalloc_16u, tevsMalloc_32u, tevsMalloc_8s, tevsMalloc_16s, tevsMalloc_32s, tevsMalloc_64s, tevsMalloc_32f,
+               tevsMalloc_64f, tevsMalloc_8sc, tevsMalloc_16sc, tevsMalloc_32sc, tevsMalloc_64sc, tevsMalloc_32fc, tevsMalloc_64fc);
     tevsFree(nullptr);
 }
 

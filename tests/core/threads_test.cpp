@@ -39,15 +39,22 @@ TEST(Threads, ConversionAndMemory) {
 }
 
 TEST(Threads, OneTransformRecord) {
-    FFTSpec_R_32f* spec;
-    ASSERT_EQ(tevsFFTInitAlloc_R_32f(&spec, 10, NoScale, HintNone), StatusOk);
-    const auto src = test::randomVector<float>(1024);
-    inParallel([&] {
-        std::vector<float> dst(1026);
-        EXPECT_EQ(tevsFFTFwd_RToCCS_32f(src.data(), dst.data(), spec, nullptr), StatusOk);
-        return dst;
-    });
-    tevsFFTFree_R_32f(spec);
+    for (int order : {5, 10, 17}) {
+        FFTSpec_R_32f* spec;
+        int bufferSize;
+        ASSERT_EQ(tevsFFTInitAlloc_R_32f(&spec, order, NoScale, HintNone), StatusOk);
+        ASSERT_EQ(tevsFFTGetBufSize_R_32f(spec, &bufferSize), StatusOk);
+        const auto src = test::randomVector<float>(size_t{1} << order);
+        inParallel([&] {
+            std::vector<float> dst(src.size() + 2), again(dst);
+            std::vector<uint8_t> buffer(static_cast<size_t>(bufferSize));
+            EXPECT_EQ(tevsFFTFwd_RToCCS_32f(src.data(), dst.data(), spec, nullptr), StatusOk);
+            EXPECT_EQ(tevsFFTFwd_RToCCS_32f(src.data(), again.data(), spec, buffer.data()), StatusOk);
+            EXPECT_EQ(dst, again);
+            return dst;
+        });
+        tevsFFTFree_R_32f(spec);
+    }
 }
 
 TEST(Threads, FilterRecordsOfTheirOwn) {

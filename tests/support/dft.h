@@ -58,10 +58,7 @@ inline Values oracle(Values x, int sign) {
 enum Layout { Pairs, Parts, Reals, Ccs, Pack, Perm };
 
 inline size_t samples(int order) { return size_t{1} << order; }
-inline size_t scalars(Layout layout, int order) {
-    const size_t n = samples(order);
-    return layout <= Parts ? 2 * n : layout == Ccs ? (n == 1 ? 2 : n + 2) : n;
-}
+inline size_t scalars(Layout layout, size_t n) { return layout <= Parts ? 2 * n : layout == Ccs ? 2 * (n / 2 + 1) : n; }
 struct Where {
     size_t k;
     bool imaginary;
@@ -86,9 +83,9 @@ template <class T> Values unpacked(Layout layout, const std::vector<T>& v, size_
         for (size_t k = n / 2 + 1; k < n; ++k) x[k] = std::conj(x[n - k]);
     return x;
 }
-inline std::vector<long double> packed(Layout layout, const Values& x, int order) {
-    const size_t n = samples(order);
-    std::vector<long double> v(scalars(layout, order));
+inline std::vector<long double> packed(Layout layout, const Values& x) {
+    const size_t n = x.size();
+    std::vector<long double> v(scalars(layout, n));
     for (size_t i = 0; i < v.size(); ++i) {
         const Where at = whereIs(layout, i, n);
         v[i] = isZero(layout, at, n) ? 0 : at.imaginary ? x[at.k].imag() : x[at.k].real();

@@ -63,7 +63,10 @@ struct Vector {
 };
 inline Vector randomVector(Type t, size_t n) {
     Vector v(t, n);
-    for (size_t i = 0; i < v.parts(); ++i) v.setPart(i, withNumber(t.number, [](auto x) { return Real(randomValue<decltype(x)>()); }));
+    withNumber(t.number, [&](auto x) {
+        for (size_t i = 0; i < v.parts(); ++i) x = randomValue<decltype(x)>(), std::memcpy(&v.bytes[i * sizeof x], &x, sizeof x);
+        return 0;
+    });
     return v;
 }
 inline ::testing::AssertionResult same(const Vector& a, const Vector& b) { return same(a.bytes, b.bytes); }

@@ -1,288 +1,204 @@
-// Records of transforms: one test of each rule of their lifecycle and of their calls, for every kind.
+// Records of Fourier transforms, with the types erased: one test of each rule of their lifecycle and of their calls, for every kind.
 #pragma once
 
-#include <climits>
-#include <cmath>
-#include <cstring>
 #include <functional>
-#include <limits>
-#include <memory>
 #include <span>
-#include <string>
-#include <type_traits>
-#include <vector>
 
-#include "support/control_words.h"
-#include "support/data.h"
-#include "support/dft.h"
-#include "support/guarded.h"
-#include "tevcore.h"
+#include "support/spec.h"
 
 namespace test {
+
+// The lifecycle of one kind of record. `size` is a length or, of kinds that have a block of the caller's too, an order.
+struct Kind {
+    const char* name;
+    uint32_t identifier;
+    Number time, frequency;
+    Status (*initAlloc)(Ptr ppSpec, int size, int flag, int hint);
+    Status (*free)(Ptr spec);
+    Status (*getBufSize)(Ptr spec, Ptr size);
+    int firstWithInit = 0;   // the order from which on Init needs memory to build in
+    Status (*getSize)(int order, int flag, int hint, Ptr spec, Ptr init, Ptr work) = nullptr;
+    Status (*init)(Ptr ppSpec, int order, int flag, int hint, Ptr memory, Ptr scratch) = nullptr;
+};
+
+// One transform, in the function of the two that takes its layout, and in the one in place where there is such a one. Parts in two arrays lie one behind the other.
+struct Form {
+    const Kind& kind;
+    const char* name;
+    Layout from, to;
+    Status (*pairs)(Ptr src, Ptr dst, Ptr spec, Scale scale, Ptr buffer);
+    Status (*parts)(Ptr srcRe, Ptr srcIm, Ptr dstRe, Ptr dstIm, Ptr spec, Scale scale, Ptr buffer);
+    Status (*pairsInPlace)(Ptr srcDst, Ptr spec, Scale scale, Ptr buffer) = nullptr;
+    Status (*partsInPlace)(Ptr srcDstRe, Ptr srcDstIm, Ptr spec, Scale scale, Ptr buffer) = nullptr;
+
+    bool forward() const { return name[0] == 'F'; }
+    Type in() const { return {forward() ? kind.time : kind.frequency, 1}; }
+    Type out() const { return {forward() ? kind.frequency : kind.time, 1}; }
+    Vector source(size_t n) const { return randomVector(in(), scalars(from, n)); }
+    Ptr second(Ptr p, size_t n) const { return p.p ? static_cast<const char*>(p.p) + n * in().size() : nullptr; }
+
+    Status call(Ptr src, Ptr dst, Ptr spec, size_t n, int scaleFactor = 0, Ptr buffer = nullptr) const {
+        if (pairs) return pairs(src, dst, spec, {scaleFactor}, buffer);
+        return parts(src, second(src, n), dst, second(dst, n), spec, {scaleFactor}, buffer);
+    }
+    Status inPlace(Ptr both, Ptr spec, size_t n, int scaleFactor = 0, Ptr buffer = nullptr) const {
+        if (pairsInPlace) return pairsInPlace(both, spec, {scaleFactor}, buffer);
+        if (partsInPlace) return partsInPlace(both, second(both, n), spec, {scaleFactor}, buffer);
+        return call(both, both, spec, n, scaleFactor, buffer);
+    }
+    Vector run(const Vector& src, Ptr spec, size_t n, int scaleFactor = 0) const {
+        Vector dst(out(), scalars(to, n));
+        EXPECT_EQ(call(src, dst, spec, n, scaleFactor), StatusOk) << kind.name << " " << name << " " << n;
+        return dst;
+    }
+};
+inline void PrintTo(const Form& form, std::ostream* out) { *out << form.kind.name << " " << form.name; }
+
+// The forms of a kind; CALLS(name, ...) gives the functions of one.
+// clang-format off
+#define TEVS_COMPLEX_FORMS(kind, layout, CALLS, type, ...)                  \
+    {kind, "Fwd_CToC", layout, layout, CALLS(Fwd_CToC_##type, __VA_ARGS__)}, \
+    {kind, "Inv_CToC", layout, layout, CALLS(Inv_CToC_##type, __VA_ARGS__)}
+#define TEVS_REAL_FORMS(kind, CALLS, type, ...)                               \
+    {kind, "Fwd_RToCCS", Reals, Ccs, CALLS(Fwd_RToCCS_##type, __VA_ARGS__)},   \
+    {kind, "Fwd_RToPack", Reals, Pack, CALLS(Fwd_RToPack_##type, __VA_ARGS__)}, \
+    {kind, "Fwd_RToPerm", Reals, Perm, CALLS(Fwd_RToPerm_##type, __VA_ARGS__)}, \
+    {kind, "Inv_CCSToR", Ccs, Reals, CALLS(Inv_CCSToR_##type, __VA_ARGS__)},   \
+    {kind, "Inv_PackToR", Pack, Reals, CALLS(Inv_PackToR_##type, __VA_ARGS__)}, \
+    {kind, "Inv_PermToR", Perm, Reals, CALLS(Inv_PermToR_##type, __VA_ARGS__)}
+// Of two to the power of an order.
+#define TEVS_FFT_KIND(k, identifier, time, frequency, firstWithInit)                                                                           \
+    {#k, identifier, Number::time, Number::frequency, erased<tevsFFTInitAlloc_##k>, erased<tevsFFTFree_##k>, erased<tevsFFTGetBufSize_##k>, \
+     firstWithInit, erased<tevsFFTGetSize_##k>, erased<tevsFFTInit_##k>}
+#define TEVS_FFT_PAIRS(name, suffix, inPlace) erased<tevsFFT##name##suffix>, nullptr, erased<tevsFFT##name##inPlace>
+#define TEVS_FFT_PARTS(name, suffix, inPlace) nullptr, erased<tevsFFT##name##suffix>, nullptr, erased<tevsFFT##name##inPlace>
+// clang-format on
+
+constexpr int kFlags[] = {ScaleFwdByN, ScaleInvByN, ScaleBySqrtN, NoScale};
+// What a direction multiplies its result by.
+inline Real factor(int flag, bool forward, size_t n) {
+    if (flag == ScaleBySqrtN) return 1 / std::sqrt(Real(n));
+    return flag == (forward ? ScaleFwdByN : ScaleInvByN) ? 1 / Real(n) : 1;
+}
+
+// ---- records ------------------------------------------------------------------------------------------------------------------------------
 
 struct Sizes {   // rows of tables, whose braces are left out
     int order, spec, init, work;
 };
 
-// The lifecycle of one kind of record.
-struct Kind {
-    const char* name;
-    uint32_t identifier;
-    int firstWithInit;   // the order from which on Init needs memory to build in
-    Status (*getSize)(int order, int flag, int hint, int* spec, int* init, int* work);
-    Status (*init)(void** spec, int order, int flag, int hint, uint8_t* memory, uint8_t* scratch);
-    Status (*initAlloc)(void** spec, int order, int flag, int hint);
-    Status (*free)(void* spec);
-    Status (*getBufSize)(const void* spec, int* size);
-};
-// The library's functions without the record's type, which they tell apart by its identifier alone.
-template <auto F> struct Untyped;
-template <class S, class... P, Status (*F)(S**, P...)> struct Untyped<F> {
-    static Status call(void** spec, P... rest) {
-        S* typed = spec ? static_cast<S*>(*spec) : nullptr;
-        const Status s = F(spec ? &typed : nullptr, rest...);
-        if (spec) *spec = typed;
-        return s;
-    }
-};
-template <class S, Status (*F)(S*)> struct Untyped<F> {
-    static Status call(void* spec) { return F(static_cast<S*>(spec)); }
-};
-template <class S, Status (*F)(const S*, int*)> struct Untyped<F> {
-    static Status call(const void* spec, int* size) { return F(static_cast<const S*>(spec), size); }
-};
-#define TEVS_KIND(k, identifier, firstWithInit)                                                                                                   \
-    test::Kind {                                                                                                                                  \
-#k, identifier, firstWithInit, tevsFFTGetSize_##k, test::Untyped < tevsFFTInit_##k> ::call, test::Untyped < tevsFFTInitAlloc_##k> ::call, \
-            test::Untyped < tevsFFTFree_##k> ::call, test::Untyped < tevsFFTGetBufSize_##k> ::call                                                \
-    }
-
-using Record = std::unique_ptr<void, Status (*)(void*)>;
-inline Record record(const Kind& kind, int order, int flag, int hint = HintNone) {
-    void* spec = nullptr;
-    EXPECT_EQ(kind.initAlloc(&spec, order, flag, hint), StatusOk);
-    return {spec, kind.free};
-}
-inline size_t bufferSize(const Kind& kind, const void* spec) {
-    int size = -1;
-    EXPECT_EQ(kind.getBufSize(spec, &size), StatusOk);
-    return size_t(size);
-}
-
-constexpr int kFlags[] = {ScaleFwdByN, ScaleInvByN, ScaleBySqrtN, NoScale};
-
-// One transform in both of its forms, from scalars S to scalars D: parts in two arrays lie one behind the other. Floats have no scale.
-template <class S, class D> struct Form {
-    const Kind& kind;
-    std::string name;
-    Layout from, to;
-    Status (*call)(const void* src, void* dst, const void* spec, int scaleFactor, uint8_t* buffer, int order);
-    Status (*inPlace)(const void*, void* srcDst, const void* spec, int scaleFactor, uint8_t* buffer, int order);   // null where there is no such form
-    bool forward() const { return name[0] == 'F'; }
-    std::vector<S> source(int order) const { return randomVector<S>(scalars(from, order)); }
-};
-// Any of the library's transforms in that shape.
-template <auto F> struct Flat;
-template <class First, class... P, Status (*F)(First*, P...)> struct Flat<F> {
-    static Status call(const void* src, void* dst, const void* spec, int scaleFactor, uint8_t* buffer, int order) {
-        constexpr size_t kArrays = 1 + (std::is_pointer_v<P> + ...) - 2;   // behind them the record, the scale, the buffer
-        constexpr bool kInPlace = !std::is_const_v<First>;
-        size_t at = 0;
-        const auto argument = [&]<class A>(std::type_identity<A>) -> A {
-            if constexpr (std::is_same_v<A, int>) {
-                return scaleFactor;
-            } else {
-                const size_t i = at++;
-                using Element = std::remove_const_t<std::remove_pointer_t<A>>;
-                if (i >= kArrays) return A(i == kArrays ? const_cast<void*>(spec) : buffer);
-                auto* const array = static_cast<Element*>(i < (kArrays + 1) / 2 && !kInPlace ? const_cast<void*>(src) : dst);
-                const bool second = kArrays == 4 ? i % 2 : kInPlace && i;
-                if constexpr (std::is_arithmetic_v<Element>)
-                    return A(array && second ? array + samples(order) : array);
-                else
-                    return A(array);
-            }
-        };
-        std::tuple<First*, P...> all{argument(std::type_identity<First*>{}), argument(std::type_identity<P>{})...};   // braces: in this order
-        return std::apply(F, all);
-    }
-};
-#define TEVS_FORM(kind, name, suffix, outOfPlace, in, from, to) \
-    { kind, #name #suffix, from, to, test::Flat<tevsFFT##name##suffix##outOfPlace>::call, test::Flat<tevsFFT##name##suffix##in>::call }
-#define TEVS_COMPLEX_FORMS(kind, type, o, i, layout) \
-    { TEVS_FORM(kind, Fwd_CToC, _##type, o, i, layout, layout), TEVS_FORM(kind, Inv_CToC, _##type, o, i, layout, layout) }
-#define TEVS_REAL_FORMS(kind, type, o, i)                                                                                      \
-    {                                                                                                                          \
-        TEVS_FORM(kind, Fwd_RToCCS, _##type, o, i, Reals, Ccs), TEVS_FORM(kind, Fwd_RToPack, _##type, o, i, Reals, Pack),      \
-            TEVS_FORM(kind, Fwd_RToPerm, _##type, o, i, Reals, Perm), TEVS_FORM(kind, Inv_CCSToR, _##type, o, i, Ccs, Reals),  \
-            TEVS_FORM(kind, Inv_PackToR, _##type, o, i, Pack, Reals), TEVS_FORM(kind, Inv_PermToR, _##type, o, i, Perm, Reals) \
-    }
-
-template <class S, class D> std::vector<D> run(const Form<S, D>& f, const std::vector<S>& src, const void* spec, int order, int scaleFactor = 0) {
-    std::vector<D> dst(scalars(f.to, order));
-    EXPECT_EQ(f.call(src.data(), dst.data(), spec, scaleFactor, nullptr, order), StatusOk);
-    return dst;
-}
-
-// ---- records ------------------------------------------------------------------------------------------------------------------------------
-
 // What is reported, and what a record built so asks for: `room` more, where the size that 32-bit integers report has no room to align in.
 inline void expectSizes(const Kind& kind, int hint, std::span<const Sizes> rows, int firstTooLarge, const std::function<int(int order)>& room) {
-    for (int i = 0; i < int(rows.size()) + 31 - firstTooLarge; ++i) {
-        const bool listed = i < int(rows.size());
-        const int order = listed ? rows[size_t(i)].order : firstTooLarge + i - int(rows.size());
-        int spec = 0, init = 0, work = 0;
-        ASSERT_EQ(kind.getSize(order, -7, hint, &spec, &init, &work), StatusOk);
-        if (listed) {
-            const Sizes& want = rows[size_t(i)];
-            EXPECT_TRUE(spec == want.spec && init == want.init && work == want.work)
-                << kind.name << " " << order << " hint " << hint << ": " << spec << " " << init << " " << work;
-            EXPECT_EQ(bufferSize(kind, record(kind, order, NoScale, hint).get()), size_t(work + room(order))) << kind.name << " " << order;
-        } else {
-            EXPECT_TRUE(spec == INT_MAX && init > 0 && work > 0) << kind.name << " " << order;
-        }
+    const auto sizes = [&](int order) {
+        Sizes s{order, 0, 0, 0};
+        EXPECT_EQ(kind.getSize(order, -7, hint, &s.spec, &s.init, &s.work), StatusOk);
+        return s;
+    };
+    for (const Sizes& want : rows) {
+        const Sizes s = sizes(want.order);
+        EXPECT_TRUE(s.spec == want.spec && s.init == want.init && s.work == want.work)
+            << kind.name << " " << s.order << " hint " << hint << ": " << s.spec << " " << s.init << " " << s.work;
+        EXPECT_EQ(Spec(kind, size_t(s.order), NoScale, hint).buffer(), size_t(s.work + room(s.order))) << kind.name << " " << s.order;
+    }
+    for (int order = firstTooLarge; order < 31; ++order) {
+        const Sizes s = sizes(order);
+        EXPECT_TRUE(s.spec == INT_MAX && s.init > 0 && s.work > 0) << kind.name << " " << order;
     }
 }
 
-inline uint32_t identifierOf(const void* spec) {
-    uint32_t word;
-    std::memcpy(&word, spec, sizeof word);
-    return word;
-}
-
-// A record in a block of exactly the reported size, at any address, works as one of the library's own does; building it keeps to its two blocks.
-template <class S, class D> void expectInitAnywhere(const Form<S, D>& form, int order, int hint, int step) {
+// A block of the caller's holds a record that works as one of the library's own does.
+inline void expectInitAnywhere(const Form& form, int order, int hint, int step) {
+    SCOPED_TRACE(::testing::Message() << ::testing::PrintToString(form) << " order " << order);
     const Kind& kind = form.kind;
+    const size_t n = samples(order);
     int specSize, initSize, workSize;
     ASSERT_EQ(kind.getSize(order, NoScale, hint, &specSize, &initSize, &workSize), StatusOk);
-    const auto src = form.source(order);
-    const auto want = run(form, src, record(kind, order, ScaleFwdByN, hint).get(), order);
-    for (int offset = 0; offset < 16; offset += step)
-        for (bool atEnd : {false, true}) {
-            Guarded<uint8_t> memory(size_t(specSize), {offset, atEnd}), scratch(size_t(initSize), {offset, atEnd});
-            void* spec = nullptr;
-            ASSERT_EQ(kind.init(&spec, order, ScaleFwdByN, hint, memory, initSize ? scratch.data() : nullptr), StatusOk);
-            ASSERT_EQ(reinterpret_cast<uintptr_t>(spec), (reinterpret_cast<uintptr_t>(memory.data()) + 15) / 16 * 16);
-            const auto before = memory.values();
-            ASSERT_EQ(identifierOf(spec), kind.identifier);
-            ASSERT_TRUE(same(want, run(form, src, spec, order))) << form.name << " order " << order << " offset " << offset;
-            ASSERT_TRUE(same(before, memory.values())) << "a call changed the record";
-            ASSERT_EQ(kind.free(spec), StatusOk);
-            ASSERT_EQ(kind.free(spec), StatusContextMismatch);
-            ASSERT_EQ(identifierOf(spec), 0u);
-            ASSERT_TRUE(memory.intact() && scratch.intact()) << form.name << " order " << order << " offset " << offset;
-        }
+    const Vector src = form.source(n), want = form.run(src, Spec(kind, size_t(order), ScaleFwdByN, hint), n);
+    const auto init = [&](Ptr spec, Ptr memory, Ptr scratch) { return kind.init(spec, order, ScaleFwdByN, hint, memory, scratch); };
+    checkRecordPlaces(kind, specSize, initSize, step, init, [&](Ptr spec) { ASSERT_TRUE(same(want, form.run(src, spec, n))); });
 }
 
-// Every check of the lifecycle, in its order. `strangers` are records of all kinds.
-inline void expectChecks(const Kind& kind, std::span<const Kind* const> strangers) {
+// Every check of the lifecycle, in its order.
+inline void expectChecks(const Kind& kind) {
+    SCOPED_TRACE(kind.name);
     int a = 7, b = 7, c = 7;
-    for (int order : {-1, 31, INT_MIN, INT_MAX}) EXPECT_EQ(kind.getSize(order, 0, 0, nullptr, nullptr, nullptr), StatusFftOrder);
-    EXPECT_EQ(kind.getSize(5, 0, 0, nullptr, &b, &c), StatusNullPtr);
-    EXPECT_EQ(kind.getSize(5, 0, 0, &a, nullptr, &c), StatusNullPtr);
-    EXPECT_EQ(kind.getSize(5, 0, 0, &a, &b, nullptr), StatusNullPtr);
-    EXPECT_TRUE(a == 7 && b == 7 && c == 7);
-
     const int first = kind.firstWithInit;
     alignas(16) uint8_t block[176], scratch[32];
+    alignas(16) uint32_t stranger[64] = {kind.identifier ^ 1, 5};
     void *const mark = scratch, *spec = mark;
-    struct Row {
-        bool ppSpec;
-        int order, flag;
-        bool memory, init;
-        Status want;
-    };
-    for (const Row& r :
-         {Row{false, -1, 3, false, false, StatusNullPtr}, Row{true, -1, 3, false, false, StatusFftOrder}, Row{true, 31, 3, false, false, StatusFftOrder},
-          Row{true, 28, 3, false, false, StatusFftOrder}, Row{true, first, 3, false, false, StatusNullPtr}, Row{true, first, 3, true, false, StatusFftFlag},
-          Row{true, first, 0, true, true, StatusFftFlag}, Row{true, 0, 16, true, true, StatusFftFlag}, Row{true, 0, -1, true, false, StatusFftFlag},
-          Row{true, first, NoScale, true, false, StatusNullPtr}}) {
+    const auto init = [&](Ptr ppSpec, int order, int flag, Ptr memory, Ptr in) {
         std::memcpy(block, &kind.identifier, sizeof kind.identifier);   // a failure must end what looks like a record
-        EXPECT_EQ(kind.init(r.ppSpec ? &spec : nullptr, r.order, r.flag, HintNone, r.memory ? block : nullptr, r.init ? scratch : nullptr), r.want)
-            << kind.name << " " << r.order << " " << r.flag;
-        EXPECT_EQ(spec, mark);
-        if (r.memory) {
-            EXPECT_EQ(kind.getBufSize(block, &a), StatusContextMismatch);
-        }
-    }
-    EXPECT_EQ(kind.initAlloc(nullptr, 31, 3, HintNone), StatusNullPtr);
-    EXPECT_EQ(kind.initAlloc(&spec, 31, 3, HintNone), StatusFftOrder);
-    EXPECT_EQ(kind.initAlloc(&spec, 0, 3, HintNone), StatusFftFlag);
+        const Status s = kind.init(ppSpec, order, flag, HintNone, memory, in);
+        EXPECT_TRUE(!memory.p || kind.getBufSize(block, &a) == StatusContextMismatch) << order << " " << flag;
+        return s;
+    };
+    for (int order : {-1, 31, INT_MIN, INT_MAX}) EXPECT_EQ(kind.getSize(order, 0, 0, nullptr, nullptr, nullptr), StatusFftOrder);
+    expectEach(StatusNullPtr, {kind.getSize(5, 0, 0, nullptr, &b, &c), kind.getSize(5, 0, 0, &a, nullptr, &c), kind.getSize(5, 0, 0, &a, &b, nullptr),
+                               init(nullptr, -1, 3, nullptr, nullptr), init(&spec, first, 3, nullptr, nullptr), init(&spec, first, NoScale, block, nullptr),
+                               kind.initAlloc(nullptr, 31, 3, 0), kind.free(nullptr), kind.getBufSize(nullptr, &a), kind.getBufSize(stranger, nullptr)});
+    expectEach(StatusFftOrder, {init(&spec, -1, 3, nullptr, nullptr), init(&spec, 31, 3, nullptr, nullptr), init(&spec, 28, 3, nullptr, nullptr),
+                                kind.initAlloc(&spec, 31, 3, 0)});
+    expectEach(StatusFftFlag, {init(&spec, first, 3, block, nullptr), init(&spec, first, 0, block, scratch), init(&spec, 0, 16, block, scratch),
+                               init(&spec, 0, -1, block, nullptr), kind.initAlloc(&spec, 0, 3, 0)});
+    expectEach(StatusContextMismatch, {kind.free(stranger), kind.getBufSize(stranger, &a)});
     EXPECT_EQ(kind.initAlloc(&spec, 30, NoScale, HintNone), StatusNoMemory);
-    EXPECT_EQ(spec, mark);
-    EXPECT_EQ(kind.init(&spec, first - 1, NoScale, HintNone, block, nullptr), StatusOk);
-    EXPECT_EQ(kind.free(spec), StatusOk);
-
-    EXPECT_EQ(kind.free(nullptr), StatusNullPtr);
-    EXPECT_EQ(kind.getBufSize(nullptr, &a), StatusNullPtr);
-    EXPECT_EQ(kind.getBufSize(block, nullptr), StatusNullPtr);
-    EXPECT_EQ(kind.free(spec), StatusContextMismatch);
-    for (const Kind* other : strangers) {
-        if (other->identifier == kind.identifier) continue;
-        const auto stranger = record(*other, 5, NoScale);
-        EXPECT_EQ(kind.getBufSize(stranger.get(), &a), StatusContextMismatch);
-        EXPECT_EQ(kind.free(stranger.get()), StatusContextMismatch);
-    }
-    EXPECT_EQ(a, 7);
+    EXPECT_TRUE(spec == mark && a == 7 && b == 7 && c == 7);
+    expectEach(StatusOk, {kind.init(&spec, first - 1, NoScale, HintNone, block, nullptr), kind.free(spec)});
 }
 
 // ---- calls --------------------------------------------------------------------------------------------------------------------------------
 
-template <class S, class D> void expectCallChecks(const Form<S, D>& form) {
-    alignas(16) uint32_t stranger[32] = {form.kind.identifier ^ 1, 5};
-    for (int order : {0, 5}) {
-        const auto spec = record(form.kind, order, NoScale);
-        const auto src = form.source(order);
-        Guarded<D> dst(scalars(form.to, order));
-        struct Row {
-            const void *src, *spec;
-            bool dst;
-            Status want;
-        };
-        for (const Row& r : {Row{nullptr, nullptr, false, StatusNullPtr}, Row{nullptr, stranger, false, StatusContextMismatch},
-                             Row{nullptr, spec.get(), true, StatusNullPtr}, Row{src.data(), spec.get(), false, StatusNullPtr},
-                             Row{src.data(), nullptr, true, StatusNullPtr}, Row{src.data(), stranger, true, StatusContextMismatch}}) {
-            EXPECT_EQ(form.call(r.src, r.dst ? dst.data() : nullptr, r.spec, 0, nullptr, order), r.want) << form.name;
-            if (form.inPlace && (!r.dst || r.spec != spec.get())) {
-                EXPECT_EQ(form.inPlace(nullptr, r.dst ? dst.data() : nullptr, r.spec, 0, nullptr, order), r.want) << form.name;
-            }
-        }
-        EXPECT_TRUE(dst.untouched()) << form.name;
+// Of a record for n values.
+inline void expectCallChecks(const Form& form, Ptr spec, size_t n) {
+    SCOPED_TRACE(::testing::PrintToString(form));
+    const Vector src = form.source(n), before(form.out(), scalars(form.to, n));
+    Vector dst = before;
+    alignas(16) uint32_t stranger[64] = {form.kind.identifier ^ 1, 5};
+    expectEach(StatusNullPtr,
+               {form.call(nullptr, nullptr, nullptr, n), form.call(src, dst, nullptr, n), form.call(nullptr, dst, spec, n), form.call(src, nullptr, spec, n)});
+    expectEach(StatusContextMismatch, {form.call(nullptr, nullptr, stranger, n), form.call(src, dst, stranger, n)});
+    if (form.pairsInPlace || form.partsInPlace) {
+        expectEach(StatusNullPtr, {form.inPlace(nullptr, nullptr, n), form.inPlace(nullptr, spec, n), form.inPlace(dst, nullptr, n)});
+        expectEach(StatusContextMismatch, {form.inPlace(nullptr, stranger, n), form.inPlace(dst, stranger, n)});
     }
-}
-
-// In place or not, at any address, in whose work buffer ever: the same bits, and nothing touched beside the destination.
-template <class S, class D> void expectSameEverywhere(const Form<S, D>& form, int order, int scaleFactor) {
-    const auto spec = record(form.kind, order, ScaleBySqrtN);
-    const auto src = form.source(order);
-    const auto want = run(form, src, spec.get(), order, scaleFactor);
-    int ignored, reported;
-    ASSERT_EQ(form.kind.getSize(order, NoScale, HintNone, &ignored, &ignored, &reported), StatusOk);
-    const size_t work = std::min(size_t(reported), bufferSize(form.kind, spec.get()));
-    constexpr int e = int(sizeof(S));
-    for (Place at : {Place{0, false}, Place{e, false}, Place{2 * e, false}, Place{3 * e, false}, Place{0, true}, Place{1, true}}) {
-        const Guarded<S> in(src, at);
-        Guarded<D> out(want.size(), at);
-        Guarded<uint8_t> buffer(work, {at.offset / e * 5 + at.offset % e, at.atEnd});
-        ASSERT_EQ(form.call(in.data(), out, spec.get(), scaleFactor, buffer, order), StatusOk);
-        ASSERT_TRUE(same(want, out.values())) << form.name << " order " << order << " offset " << at.offset;
-        ASSERT_TRUE(same(src, in.values()) && out.intact() && in.intact() && buffer.intact()) << form.name << " order " << order;
-        if constexpr (std::is_same_v<S, D>) {
-            Guarded<S> both(std::max(src.size(), want.size()), at);
-            both.assign(src);
-            ASSERT_EQ(form.inPlace(nullptr, both, spec.get(), scaleFactor, at.atEnd ? nullptr : buffer.data(), order), StatusOk);
-            auto got = both.values();
-            got.resize(want.size());
-            ASSERT_TRUE(same(want, got)) << form.name << " in place, order " << order << " offset " << at.offset;
-            ASSERT_TRUE(both.intact() && buffer.intact()) << form.name << " order " << order;
+    for (int missing = 0; missing < 4 && form.parts; ++missing) {
+        const auto p = [&](int i, const Vector& v) { return i == missing ? Ptr() : Ptr(v); };
+        EXPECT_EQ(form.parts(p(0, src), p(1, src), p(2, dst), p(3, dst), spec, {0}, nullptr), StatusNullPtr);
+        if (form.partsInPlace && missing < 2) {
+            EXPECT_EQ(form.partsInPlace(p(0, dst), p(1, dst), spec, {0}, nullptr), StatusNullPtr);
         }
     }
+    EXPECT_TRUE(same(before, dst));
 }
 
-template <class S, class D> void expectOwnRounding(const Form<S, D>& form, int order) {
-    SCOPED_TRACE(::testing::Message() << form.name << " " << order);
-    const auto src = form.source(order);
-    expectOwnModes([&] { return run(form, src, record(form.kind, order, ScaleBySqrtN).get(), order, 1); });
+// In place or not, at any address, in whose work buffer ever; `size` is the length or the order of n values.
+inline void expectSameEverywhere(const Form& form, size_t size, size_t n) {
+    SCOPED_TRACE(::testing::Message() << ::testing::PrintToString(form) << " " << n);
+    const Spec spec(form.kind, size, ScaleBySqrtN, HintNone);
+    int spare, work = INT_MAX;
+    EXPECT_TRUE(!form.kind.getSize || form.kind.getSize(int(size), NoScale, HintNone, &spare, &spare, &work) == StatusOk);
+    const Vector src = form.source(n);
+    checkPlaces(src, form.run(src, spec, n, 1), std::min(size_t(work), spec.buffer()),
+                [&](Ptr x, Ptr y, Ptr buffer) { return x.p == y.p ? form.inPlace(y, spec, n, 1, buffer) : form.call(x, y, spec, n, 1, buffer); });
+}
+
+inline void expectOwnRounding(const Form& form, size_t size, size_t n) {
+    SCOPED_TRACE(::testing::Message() << ::testing::PrintToString(form) << " " << n);
+    const Vector src = form.source(n);
+    expectOwnModes([&] { return form.run(src, Spec(form.kind, size, ScaleBySqrtN, HintNone), n, 1).bytes; });
+}
+
+// Any array of a source may be any of the destination: three arrays, and which of them are source re, im and destination re, im.
+inline void expectShareableArrays(const Form& form, size_t size, size_t n) {
+    const Spec spec(form.kind, size, NoScale, HintNone);
+    const Vector src = form.source(n), want = form.run(src, spec, n, 3);
+    constexpr int kSharings[][4] = {{0, 1, 0, 1}, {0, 1, 1, 0}, {0, 1, 0, 2}, {0, 1, 2, 1}, {0, 1, 2, 0}, {0, 1, 1, 2}};
+    for (const auto& at : kSharings) {
+        Vector arrays[] = {src.slice(0, n), src.slice(n, n), Vector(form.out(), n)};
+        ASSERT_EQ(form.parts(arrays[at[0]], arrays[at[1]], arrays[at[2]], arrays[at[3]], spec, {3}, nullptr), StatusOk);
+        EXPECT_TRUE(same(want.slice(0, n), arrays[at[2]]) && same(want.slice(n, n), arrays[at[3]]))
+            << ::testing::PrintToString(form) << " " << n << " sharing " << at[0] << at[1] << at[2] << at[3];
+    }
 }
 
 }   // namespace test

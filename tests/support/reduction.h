@@ -89,11 +89,13 @@ template <class A, class B = A> struct Vectors {
     Make<A> a = randomVector<A>;
     Make<B> b = randomVector<B>;
 };
+// With each part of each element changed.
+template <class T, class Change> std::vector<T> withParts(std::vector<T> v, Change change) {
+    for (size_t i = 0; i < v.size() * kParts<T>; ++i) change(reinterpret_cast<Part<T>*>(v.data())[i]);
+    return v;
+}
 template <class T> std::vector<T> lowest(size_t n) {
-    T x{};
-    std::vector<Part<T>> parts(kParts<T>, std::numeric_limits<Part<T>>::min());
-    std::memcpy(&x, parts.data(), sizeof x);
-    return std::vector<T>(n, x);
+    return withParts(std::vector<T>(n), [](Part<T>& part) { part = std::numeric_limits<Part<T>>::min(); });
 }
 
 // call(sources..., len, result) reduces vectors of the lengths to what oracle(vectors...) says.

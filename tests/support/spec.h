@@ -31,9 +31,11 @@ private:
 };
 
 inline std::vector<Real> reals(const Vector& v) {
-    std::vector<Real> x(v.parts());
-    for (size_t i = 0; i < x.size(); ++i) x[i] = v.part(i);
-    return x;
+    return withNumber(v.type.number, [&](auto part) {
+        std::vector<Real> x(v.parts());
+        for (size_t i = 0; i < x.size(); ++i) std::memcpy(&part, &v.bytes[i * sizeof part], sizeof part), x[i] = part;
+        return x;
+    });
 }
 
 // What the distance from the definition grows like over the stages of a transform.
@@ -60,7 +62,7 @@ template <class Run> void checkExtremeScales(const Vector& x, Run run) {
 // In place or not, at any address, in whose work buffer ever: the same bits, and nothing touched beside the destination. call(src, dst, buffer)
 template <class Call> void checkPlaces(const Vector& src, const Vector& want, size_t bufferSize, Call call) {
     const int e = int(src.type.size());
-    for (Place at : {Place{0, false}, Place{e, false}, Place{1, false}, Place{3 * e, false}, Place{0, true}, Place{1, true}}) {
+    for (Place at : {Place{0, false}, Place{e, false}, Place{1, false}, Place{2 * e, false}, Place{3 * e, false}, Place{0, true}, Place{1, true}}) {
         const Guarded<uint8_t> in(src.bytes, at);
         Guarded<uint8_t> out(want.bytes.size(), at), both(std::max(src.bytes.size(), want.bytes.size()), at),
             buffer(bufferSize, {at.offset / e * 5 + at.offset % e, at.atEnd});
@@ -73,6 +75,24 @@ template <class Call> void checkPlaces(const Vector& src, const Vector& want, si
         ASSERT_TRUE(same(want, Vector(want.type, both.values()).slice(0, want.size()))) << "in place, offset " << at.offset;
         ASSERT_TRUE(both.intact() && buffer.intact()) << "in place, offset " << at.offset;
     }
+}
+
+// A record in a block of exactly its size, at any address, works: check(spec) says so. Building it keeps to its two blocks. init(ppSpec, memory, scratch)
+template <class Kind, class Init, class Check> void checkRecordPlaces(const Kind& kind, int specSize, int initSize, int step, Init init, Check check) {
+    for (int offset = 0; offset < 16; offset += step)
+        for (bool atEnd : {false, true}) {
+            Guarded<uint8_t> memory(size_t(specSize), {offset, atEnd}), scratch(size_t(initSize), {offset, atEnd});
+            void* spec = nullptr;
+            ASSERT_EQ(init(&spec, memory.data(), initSize ? scratch.data() : nullptr), StatusOk);
+            ASSERT_EQ(reinterpret_cast<uintptr_t>(spec), (reinterpret_cast<uintptr_t>(memory.data()) + 15) / 16 * 16);
+            ASSERT_EQ(std::memcmp(spec, &kind.identifier, sizeof kind.identifier), 0);
+            const auto record = memory.values();
+            check(spec);
+            ASSERT_TRUE(same(record, memory.values())) << "a call changed the record";
+            ASSERT_EQ(kind.free(spec), StatusOk);
+            ASSERT_EQ(kind.free(spec), StatusContextMismatch);
+            ASSERT_TRUE(memory.intact() && scratch.intact()) << "offset " << offset;
+        }
 }
 
 }   // namespace test

@@ -95,32 +95,19 @@ TEST(Hilbert, ChecksInOrder) {
         EXPECT_EQ(kind.initAlloc(nullptr, 0, 0), StatusNullPtr);
         for (int length : {0, -1, INT_MIN}) EXPECT_EQ(kind.initAlloc(&none, length, 0), StatusBadSize);
         EXPECT_EQ(none, mark);
+        const Vector x = randomVector(kind.from, 6);
+        Vector y(kind.to, 6);
         // A length that there is no memory for leaves a record without transforms.
         EXPECT_EQ(kind.initAlloc(&none, INT_MAX, 0), StatusNoMemory);
         ASSERT_TRUE(none && none != mark);
         EXPECT_EQ(std::memcmp(none, &kind.identifier, 4), 0);
-        EXPECT_EQ(kind.free(none), StatusNullPtr);
+        expectEach(StatusNullPtr, {kind.free(none), kind.transform(x, y, none, {0})});
         tevsFree(none);
-        const Spec spec(kind, 6, HintFast);
-        const Vector x = randomVector(kind.from, 6);
-        Vector y(kind.to, 6);
         alignas(16) uint32_t stranger[64] = {kind.identifier ^ 1, 6};
         expectEach(StatusNullPtr, {kind.free(nullptr), kind.transform(nullptr, y, stranger, {0}), kind.transform(x, nullptr, stranger, {0}),
                                    kind.transform(x, y, nullptr, {0})});
         expectEach(StatusContextMismatch, {kind.free(stranger), kind.transform(x, y, stranger, {0})});
         EXPECT_TRUE(same(y, Vector(kind.to, 6)));
-    }
-}
-
-TEST(Hilbert, RecordsWithoutTransformsAreRefused) {
-    for (const Kind& kind : kKinds) {
-        void* spec = nullptr;
-        EXPECT_EQ(kind.initAlloc(&spec, INT_MAX, 0), StatusNoMemory);
-        const Vector x = randomVector(kind.from, 6);
-        Vector y(kind.to, 6);
-        EXPECT_EQ(kind.transform(x, y, spec, {0}), StatusNullPtr);
-        EXPECT_TRUE(same(y, Vector(kind.to, 6)));
-        tevsFree(spec);
     }
 }
 

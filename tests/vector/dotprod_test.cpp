@@ -27,16 +27,6 @@ constexpr auto exact = []<class A, class B, class R>(Status (*dot)(const A*, con
     reduces(dot, want, {lengthsFrom(1), lowest<A>, lowest<B>});   // where products and their sums are largest
 };
 
-template <class T> std::vector<T> small(size_t n) {
-    std::vector<T> v = randomVector<T>(n);
-    for (T& x : v) {
-        Part<T> parts[kParts<T>];
-        std::memcpy(parts, &x, sizeof x);
-        for (auto& p : parts) p = Part<T>(p % 64);
-        std::memcpy(&x, parts, sizeof x);
-    }
-    return v;
-}
 // Every scale on a few vectors, with results of 16 bits held to -15 .. 31, and a sweep of lengths and places at some.
 constexpr auto atEveryScale = []<class A, class B, class R>(Status (*dot)(const A*, const B*, int, R*, int)) {
     const auto want = [](const auto& a, const auto& b, int scale) {
@@ -52,9 +42,12 @@ constexpr auto atEveryScale = []<class A, class B, class R>(Status (*dot)(const 
     for (size_t n : {1, 2, 3, 4, 37, 1003}) {
         for (int i = 0; i < 20; ++i) all(randomVector<A>(n), randomVector<B>(n));
         all(lowest<A>(n), lowest<B>(n));
-        all(small<A>(n), small<B>(n));
+        const auto small = [](auto& part) { part %= 64; };   // where ties are
+        all(withParts(randomVector<A>(n), small), withParts(randomVector<B>(n), small));
     }
     all(lowest<A>(kLong), lowest<B>(kLong));
+    const auto one = [](auto& part) { part = 1; };   // which the least scale makes the most
+    all(withParts(std::vector<A>(1), one), withParts(std::vector<B>(1), one));
     for (int scale : {0, 20, 31, 45})
         reduces(
             dot, [=](const auto& a, const auto& b) { return want(a, b, scale); }, {}, scale);
@@ -69,34 +62,6 @@ TEST(DotProd, ScaledSumsRoundAndSaturate) {
          tevsDotProd_16s16sc_Sfs, tevsDotProd_16s16sc32sc_Sfs, tevsDotProd_16s32s32s_Sfs, tevsDotProd_32s32sc_Sfs);
 }
 
-struct Row {
-    int16_t a[3], b[3];
-    int scale, want16s, want32s;
-};
-constexpr Row kRows[] = {
-    {{-32768, -32768, 0}, {-32768, -32768, 0}, 31, 1, 1},   // 2^31
-    {{-32768, -32768, 0}, {-32768, -32768, 0}, 32, 1, 0},   // the factor of 16-bit results stops at 31
-    {{-32768, -32768, 0}, {-32768, -32768, 0}, 0, 32767, INT_MAX},
-    {{3, 0, 0}, {1, 0, 0}, 1, 2, 2},   // 1.5: the tie goes to even
-    {{5, 0, 0}, {1, 0, 0}, 1, 2, 2},
-    {{-3, 1, 0}, {1, 2, 0}, 1, 0, 0},
-    {{100, 1, 0}, {-100, -1, 0}, -15, -32768, -10001 * 32768},
-    {{1, 0, 0}, {1, 0, 0}, INT_MIN, 32767, INT_MAX},
-};
-TEST(DotProd, TellingCases) {
-    for (const Row& r : kRows) {
-        int16_t got16 = 0;
-        int32_t got32 = 0;
-        ASSERT_EQ(tevsDotProd_16s_Sfs(r.a, r.b, 3, &got16, r.scale), StatusOk);
-        ASSERT_EQ(tevsDotProd_16s32s_Sfs(r.a, r.b, 3, &got32, r.scale), StatusOk);
-        EXPECT_TRUE(got16 == r.want16s && got32 == r.want32s) << r.a[0] << " * " << r.b[0] << " scale " << r.scale << ": " << got16 << ", " << got32;
-    }
-}
-
-template <class T> std::vector<T> times(std::vector<T> v, float factor) {
-    for (size_t i = 0; i < v.size() * kParts<T>; ++i) reinterpret_cast<Part<T>*>(v.data())[i] *= factor;
-    return v;
-}
 // Of sums in double precision, off by 2^-53 of the magnitudes per addition; of those in single, by 2^-24 per addition in a lane of a block and for what is around them.
 template <bool Single>
 constexpr auto within = []<class A, class B, class R>(Status (*dot)(const A*, const B*, int, R*)) {
@@ -115,10 +80,11 @@ constexpr auto within = []<class A, class B, class R>(Status (*dot)(const A*, co
     // Where the products leave the range of single precision, below it and above it, there with a sum of 0.
     if constexpr (Single)
         for (const float factor : {0x1p-70f, 0x1p70f}) {
-            auto a = times(randomVector<A>(50), factor);
-            auto b = times(randomVector<B>(50), factor);
+            const auto scale = [=](float& part) { part *= factor; };
+            auto a = withParts(randomVector<A>(50), scale);
+            auto b = withParts(randomVector<B>(50), scale);
             const auto again = a;
-            const auto opposite = times(b, factor < 1 ? 1 : -1);
+            const auto opposite = withParts(b, [=](float& part) { part *= factor < 1 ? 1 : -1; });
             a.insert(a.end(), again.begin(), again.end());
             b.insert(b.end(), opposite.begin(), opposite.end());
             R got;
