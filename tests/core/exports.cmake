@@ -23,7 +23,12 @@ foreach(library tevs tevcore)
 endforeach()
 
 # A table of some hundred types of functions, which takes the compiler minutes where each of its instructions is optimised or watched.
-target_sources(core_environment_test PRIVATE ${exports_work}/tevs_functions.cpp)
+add_library(tevs_functions OBJECT EXCLUDE_FROM_ALL ${exports_work}/tevs_functions.cpp)
+target_include_directories(tevs_functions PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+target_link_libraries(tevs_functions PRIVATE tevs tevs_gtest)
+foreach(test core_environment_test core_record_test)
+    target_link_libraries(${test} PRIVATE tevs_functions)
+endforeach()
 set_source_files_properties(${exports_work}/tevs_functions.cpp PROPERTIES COMPILE_OPTIONS "-O1;-fno-sanitize=all")
 
 file(GENERATE OUTPUT ${exports_work}/kernel_objects.txt CONTENT "$<JOIN:${TEVS_KERNEL_OBJECTS},\n>\n")

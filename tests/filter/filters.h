@@ -11,7 +11,7 @@
 #include <string>
 
 #include "support/control_words.h"
-#include "support/erased.h"
+#include "support/values.h"
 #include "tevcore.h"
 #include "tevs.h"
 
@@ -171,9 +171,7 @@ inline ::testing::AssertionResult fits(const Api& api, const Taps& t, const Vect
                                        bool roundedOnce = false) {
     const auto want = convolution(t, x, past, f);
     if (want.size() != got.parts()) return ::testing::AssertionFailure() << want.size() << " parts, not " << got.parts();
-    const auto [lo, hi] = withNumber(api.sample.number, [](auto v) {
-        return std::pair<Real, Real>{std::numeric_limits<decltype(v)>::lowest(), std::numeric_limits<decltype(v)>::max()};
-    });
+    const auto [lo, hi] = rangeOf(api.sample.number);
     const Real eps = api.kept == Number::f32 && !roundedOnce ? 0x1p-24L : 0x1p-53L;
     const Real bound = (api.sample.whole() ? -lo : 1) * eps * api.sample.parts * (1.5L * pastLen(t.size(), f) + 6);
     const int s = int(std::clamp(int64_t{scale} - (api.exact() ? t.exponent : 0), int64_t{-2000}, int64_t{2000}));
@@ -214,9 +212,8 @@ public:
             EXPECT_EQ(f ? api.rateInitAlloc(&state, h, n, factor, *f, past) : api.initAlloc(&state, h, n, factor, past), StatusOk);
             return;
         }
-        int size = 0;
-        EXPECT_EQ(f ? api.rateStateSize(n, f->up, f->down, &size) : api.stateSize(n, &size), StatusOk);
-        memory = std::make_unique<Guarded<uint8_t>>(size_t(size), Place{offset, offset % 2 == 0});
+        const size_t size = f ? reported(api.rateStateSize, n, f->up, f->down) : reported(api.stateSize, n);
+        memory = std::make_unique<Guarded<uint8_t>>(size, Place{offset, offset % 2 == 0});
         uint8_t* const m = memory->data();
         EXPECT_EQ(f ? api.rateInit(&state, h, n, factor, *f, past, m) : api.init(&state, h, n, factor, past, m), StatusOk);
     }
@@ -253,7 +250,7 @@ struct Threads {   // the count while a scope lasts
 
 inline Factors factorsOf(const Factors* f) { return f ? *f : Factors{}; }
 
-// A block apart and in place, of records of either lifecycle, `variant` saying where everything lies.
+// A block apart and in place, of records of either lifecycle and between two rates without one, `variant` saying where everything lies.
 inline void checkBlock(const Api& api, size_t taps, const Factors* rates, size_t numIters, bool owned, int scale, int variant) {
     const Factors f = factorsOf(rates);
     SCOPED_TRACE(::testing::Message() << api.name << ", " << taps << " taps, " << f.up << "(" << f.upPhase << ")/" << f.down << "(" << f.downPhase << "), "
@@ -268,12 +265,25 @@ inline void checkBlock(const Api& api, size_t taps, const Factors* rates, size_t
     both.assign(x.bytes);
     ASSERT_EQ(apart.block(src.data(), dst.data(), numIters, scale), StatusOk);
     ASSERT_EQ(inPlace.inPlace(both.data(), numIters, scale), StatusOk);
-    const Vector y{api.sample, dst.values()};
-    ASSERT_TRUE(fits(api, t, x, before, y, scale, f));
-    ASSERT_TRUE(same(y, Vector(api.sample, both.values()).slice(0, outputs)));
-    ASSERT_TRUE(same(pastAfter(x, before), apart.past()));
-    ASSERT_TRUE(same(pastAfter(x, before), inPlace.past()));
-    ASSERT_TRUE(dst.intact() && both.intact());
+    const Vector after = pastAfter(x, before);
+    const auto expectResults = [&](bool roundedOnce) {
+        const Vector y{api.sample, dst.values()};
+        ASSERT_TRUE(fits(api, t, x, before, y, scale, f, roundedOnce));
+        ASSERT_TRUE(same(y, Vector(api.sample, both.values()).slice(0, outputs)));
+        ASSERT_TRUE(dst.intact() && both.intact());
+    };
+    expectResults(false);
+    ASSERT_TRUE(same(after, apart.past()) && same(after, inPlace.past()));
+    if (!rates || !api.rateDirect || ::testing::Test::HasFatalFailure()) return;
+    SCOPED_TRACE("stateless");
+    const int n = int(taps), iterations = int(numIters);
+    Guarded<uint8_t> line(before.bytes, at), lineInPlace(before.bytes, at);
+    dst.assign(std::vector<uint8_t>(bytes));
+    both.assign(x.bytes);
+    ASSERT_EQ(api.rateDirect(src.data(), dst.data(), iterations, h.data(), n, Factor{t.factor}, f, line.data(), Scale{scale}), StatusOk);
+    ASSERT_EQ(api.rateDirectInPlace(both.data(), iterations, h.data(), n, Factor{t.factor}, f, lineInPlace.data(), Scale{scale}), StatusOk);
+    expectResults(true);
+    ASSERT_TRUE(same(after.bytes, line.values()) && same(after.bytes, lineInPlace.values()) && line.intact());
 }
 
 // A stream cut into blocks gives the bits of the whole. run(src, dst, n) goes on with a stream; start() begins another.

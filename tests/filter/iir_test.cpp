@@ -2,14 +2,12 @@
 #include <climits>
 
 #include "support/control_words.h"
-#include "support/erased.h"
+#include "support/values.h"
 #include "tevs.h"
 
 using namespace test;
 
 namespace {
-
-using Value = std::complex<Real>;   // of the oracle; real samples have no imaginary part
 
 constexpr int kArbitrary = 0, kBiQuad = 1;
 
@@ -61,11 +59,6 @@ Real epsOf(const Api& api) { return api.kept.number == Number::f32 ? 0x1p-24L : 
 
 // ---- what comes out -------------------------------------------------------------------------------------------------------------------------
 
-std::vector<Value> numbers(const Vector& v) {
-    std::vector<Value> all;
-    for (size_t i = 0; i < v.parts(); i += size_t(v.type.parts)) all.push_back({v.part(i), v.type.parts == 2 ? v.part(i + 1) : 0});
-    return all;
-}
 void setNumber(Vector& v, size_t n, Value z) {
     v.setPart(n * size_t(v.type.parts), z.real());
     if (v.type.parts == 2) v.setPart(2 * n + 1, z.imag());
@@ -154,9 +147,7 @@ std::vector<Value> response(const Design& f, const Vector& x, const Vector& dela
 // Each tap is rounded where it is divided by a0 and every output at each step: with these filters the error stays near eps times the largest output
 // for each section or order, and thirty times as much is allowed. Integers are rounded once more.
 ::testing::AssertionResult fits(const Api& api, const Design& f, const std::vector<Value>& want, const Vector& got, int scale) {
-    const auto [lo, hi] = withNumber(api.sample.number, [](auto v) {
-        return std::pair<Real, Real>{std::numeric_limits<decltype(v)>::lowest(), std::numeric_limits<decltype(v)>::max()};
-    });
+    const auto [lo, hi] = rangeOf(api.sample.number);
     Real most = 0;
     for (const Value& v : want) most = std::max(most, std::abs(v));
     const int s = std::clamp(scale, -2000, 2000);
@@ -184,7 +175,8 @@ struct Filter {
     const Design& f;
     Guarded<uint8_t> memory;
     void* state = nullptr;
-    Filter(const Api& a, const Design& d, Ptr delay, bool owned, int offset = 0) : api(a), f(d), memory(size(), {offset, offset % 2 == 0}) {
+    Filter(const Api& a, const Design& d, Ptr delay, bool owned, int offset = 0)
+        : api(a), f(d), memory(reported(a.stateSize[d.form], d.count), {offset, offset % 2 == 0}) {
         const Factor factor{f.factor};
         EXPECT_EQ(
             owned ? api.initAlloc[f.form](&state, f.taps, f.count, factor, delay) : api.init[f.form](&state, f.taps, f.count, factor, delay, memory.data()),
@@ -193,11 +185,6 @@ struct Filter {
     ~Filter() {
         EXPECT_EQ(api.free(state), StatusOk);
         EXPECT_TRUE(memory.intact());
-    }
-    size_t size() const {
-        int size = 0;
-        EXPECT_EQ(api.stateSize[f.form](f.count, &size), StatusOk);
-        return size_t(size);
     }
     operator Ptr() const { return state; }
     Status block(Ptr src, Ptr dst, size_t n, int scale = 0) { return api.block(src, dst, int(n), state, Scale{scale}); }
@@ -322,36 +309,19 @@ TEST_P(Iir, RefusesTapsAndKeepsTheOldOnes) {
         }
 }
 
-TEST_P(Iir, ChecksInOrder) {
+TEST_P(Iir, RefusesOrders) {
     const Api& api = GetParam();
-    const Scale s{0};
+    const Vector taps(api.tap, 12);
     const Factor none{0};
-    for (int form : {kArbitrary, kBiQuad}) {
-        const auto f = randomDesign(api, form, 2);
-        Vector x = randomVector(api.sample, 4), y(x), before = randomDelay(api, f);
-        int size = 77;
-        void* p = &size;
-        uint8_t buffer[100] = {3};
-        expectEach(StatusNullPtr, {api.stateSize[form](0, nullptr), api.init[form](nullptr, f.taps, 0, none, nullptr, buffer),
-                                   api.init[form](&p, nullptr, 0, none, nullptr, buffer), api.init[form](&p, f.taps, 0, none, nullptr, nullptr),
-                                   api.initAlloc[form](nullptr, f.taps, 0, none, nullptr), api.initAlloc[form](&p, nullptr, 0, none, nullptr)});
+    for (int form : {kArbitrary, kBiQuad})
         for (int count : {0, -1, INT_MIN, INT_MAX, INT_MAX - 1}) {
-            expectEach(StatusFilterOrder, {api.stateSize[form](count, &size), api.init[form](&p, f.taps, count, none, nullptr, buffer)});
-            EXPECT_EQ(api.initAlloc[form](&p, f.taps, count, none, nullptr), count < 1 ? StatusFilterOrder : StatusNoMemory);
+            int size = 77;
+            void* p = &size;
+            uint8_t buffer[100] = {3};
+            expectEach(StatusFilterOrder, {api.stateSize[form](count, &size), api.init[form](&p, taps, count, none, nullptr, buffer)});
+            EXPECT_EQ(api.initAlloc[form](&p, taps, count, none, nullptr), count < 1 ? StatusFilterOrder : StatusNoMemory);
+            EXPECT_TRUE(size == 77 && p == &size && buffer[0] == 3 && std::count(buffer, buffer + 100, 0) == 99);
         }
-        EXPECT_TRUE(size == 77 && p == &size && buffer[0] == 3 && std::count(buffer, buffer + 100, 0) == 99);
-        uint32_t foreign[64] = {0x49493030};   // "II00"
-        for (Ptr state : {Ptr(), Ptr(foreign)})
-            expectEach(state.p ? StatusContextMismatch : StatusNullPtr,
-                       {api.free(state), api.setTaps(f.taps, state, none), api.setDlyLine(state, before), api.getDlyLine(state, before),
-                        api.block(x, y, 4, state, s), api.blockInPlace(y, 4, state, s), api.one(Element{x.at(0)}, y, state, s)});
-        expectEach(StatusNullPtr,
-                   {api.setTaps(nullptr, foreign, none), api.getDlyLine(foreign, nullptr), api.block(nullptr, y, 0, foreign, s),
-                    api.block(x, nullptr, 0, foreign, s), api.blockInPlace(nullptr, 0, foreign, s), api.one(Element{x.at(0)}, nullptr, foreign, s)});
-        expectEach(StatusBadSize, {api.block(x, y, 0, foreign, s), api.block(x, y, INT_MIN, foreign, s), api.blockInPlace(y, 0, foreign, s),
-                                   api.blockInPlace(y, INT_MIN, foreign, s)});
-        EXPECT_TRUE(same(x, y));
-    }
 }
 
 // Of white noise through a section, against the recursion in extended precision: at every radius and angle of the poles the error of blocks is at most 1.5 times

@@ -103,21 +103,6 @@ TYPED_TEST(Median, OfLongVectors) {
     for (int mask : {3, 9, 11, 2047, 2501}) check(x, mask, {}, {0, 15000, 39800, 69600}, 400);
 }
 
-TEST(Median, Examples) {
-    struct Row {
-        int mask;
-        std::vector<float> x, want;
-    };
-    for (const Row& r :
-         {Row{3, {1, 9, 2, 8, 3}, {1, 2, 8, 3, 3}}, Row{4, {1, 9, 2, 8, 3}, {1, 2, 8, 3, 3}}, Row{2, {1, 9, 2, 8, 3}, {1, 9, 2, 8, 3}},
-          Row{1, {5, 4, 3}, {5, 4, 3}}, Row{6, {7, 1}, {7, 1}}, Row{5, {0, 0, 9, 0, 0}, {0, 0, 0, 0, 0}}, Row{3, {1, NAN, 2, NAN, NAN}, {1, 2, NAN, NAN, NAN}},
-          Row{3, {-NAN, -INFINITY, 5}, {-NAN, 5, 5}}, Row{3, {0.0f, -0.0f, 0.0f, -0.0f, -0.0f}, {0.0f, 0.0f, -0.0f, -0.0f, -0.0f}}}) {
-        auto y = r.x;
-        EXPECT_EQ(tevsFilterMedian_32f_I(y.data(), int(y.size()), r.mask), r.mask % 2 ? StatusOk : WarnEvenMedianMask);
-        EXPECT_TRUE(sameNumbers(r.want, y)) << "mask " << r.mask;
-    }
-}
-
 TEST(Median, KeepsTheBitsOfSignallingNaN) {
     const std::vector<uint32_t> x(3000, 0x7fa18181);
     for (int mask : {1, 3, 9, 11, 2047}) {

@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "support/control_words.h"
-#include "support/erased.h"
+#include "support/values.h"
 #include "tevs.h"
 
 using namespace test;
@@ -48,11 +48,9 @@ public:
         const Guarded<float> taps(all.taps);
         const Guarded<int32_t> delays(all.delays);
         const Guarded<float> line(past ? *past : std::vector<float>{});
-        int size = 0;
-        EXPECT_EQ(a ? tevsIIRSparseGetStateSize_32f(int(b.taps.size()), int(a->taps.size()), int(b.order()), int(a->order()), &size)
-                    : tevsFIRSparseGetStateSize_32f(int(b.taps.size()), int(b.order()), &size),
-                  StatusOk);
-        buffer_ = std::make_unique<Guarded<uint8_t>>(size_t(size), at);
+        const size_t size = a ? reported(tevsIIRSparseGetStateSize_32f, int(b.taps.size()), int(a->taps.size()), int(b.order()), int(a->order()))
+                              : reported(tevsFIRSparseGetStateSize_32f, int(b.taps.size()), int(b.order()));
+        buffer_ = std::make_unique<Guarded<uint8_t>>(size, at);
         const float* const before = past ? line.data() : nullptr;
         EXPECT_EQ(a ? tevsIIRSparseInit_32f(&iir_, taps.data(), delays.data(), int(b.taps.size()), int(a->taps.size()), before, buffer_->data())
                     : tevsFIRSparseInit_32f(&fir_, taps.data(), delays.data(), int(b.taps.size()), before, buffer_->data()),
@@ -121,7 +119,6 @@ TEST(Sparse, ReportsSizes) {
     int size = 7;
     const auto fir = [&](int count, int order) { return tevsFIRSparseGetStateSize_32f(count, order, &size); };
     const auto iir = [&](int n1, int n2, int o1, int o2) { return tevsIIRSparseGetStateSize_32f(n1, n2, o1, o2, &size); };
-    expectEach(StatusNullPtr, {tevsFIRSparseGetStateSize_32f(0, -1, nullptr), tevsIIRSparseGetStateSize_32f(0, -1, -1, -1, nullptr)});
     expectEach(StatusFilterLength, {fir(0, -1), fir(INT_MIN, 0), fir(INT_MAX, 0)});
     expectEach(StatusSparseArg,
                {fir(1, -1), fir(1, INT_MIN), fir(1, INT_MAX), iir(1, 0, -1, 0), iir(1, 0, 0, -1), iir(1, 0, INT_MAX, 0), iir(1, 1, INT_MAX / 8, INT_MAX / 8)});
@@ -140,13 +137,6 @@ TEST(Sparse, ChecksInOrder) {
     IIRSparseState_32f* iir = mark;
     const auto initF = [&](std::vector<int32_t> at, int n) { return tevsFIRSparseInit_32f(&fir, x, at.data(), n, nullptr, block); };
     const auto initI = [&](std::vector<int32_t> at, int n1, int n2) { return tevsIIRSparseInit_32f(&iir, x, at.data(), n1, n2, nullptr, block); };
-    for (int null = 0; null < 4; ++null) {
-        Ptr all[] = {&fir, x, block, block};
-        all[null] = nullptr;
-        expectEach(StatusNullPtr,
-                   {tevsFIRSparseInit_32f(all[0], all[1], all[2], 0, nullptr, all[3]), tevsIIRSparseInit_32f(all[0], all[1], all[2], 0, 0, nullptr, all[3])});
-        if (null > 0) expectEach(StatusNullPtr, {tevsFIRSparse_32f(all[1], all[2], 0, all[3]), tevsIIRSparse_32f(all[1], all[2], 0, all[3])});
-    }
     expectEach(StatusFilterLength, {initF({-1, 5}, 0), initF({0}, INT_MIN), initF({0}, INT_MAX)});
     expectEach(StatusFilterOrder, {initI({-1}, 0, 0), initI({-1}, 1, -1), initI({0}, INT_MAX, INT_MAX)});
     expectEach(StatusSparseArg,
@@ -155,7 +145,6 @@ TEST(Sparse, ChecksInOrder) {
     EXPECT_TRUE(fir == mark.p && iir == mark.p && std::all_of(block, block + 256, [](uint8_t c) { return c == 0; }));
 
     ASSERT_EQ(initI({0, 5, 1, 2}, 2, 2), StatusOk);   // delays are compared on each side alone
-    expectEach(StatusBadSize, {tevsIIRSparse_32f(x, y, 0, iir), tevsIIRSparse_32f(x, y, INT_MIN, iir), tevsFIRSparse_32f(x, y, 0, Ptr(iir))});
     EXPECT_EQ(tevsFIRSparse_32f(x, y, 2, Ptr(iir)), StatusContextMismatch);
     ASSERT_EQ(initF({0, 5}, 2), StatusOk);
     EXPECT_EQ(tevsIIRSparse_32f(x, y, 2, Ptr(fir)), StatusContextMismatch);

@@ -177,12 +177,9 @@ template <class T> std::vector<T> of(Status (*f)(T*, int), std::vector<T> x) {
 }
 
 TEST(Window, ThreeSamples) {
-    EXPECT_TRUE(same(of(tevsWinHann_32f_I, {-2.0f, 5, -3}), {0.0f, 5, 0}));
     EXPECT_TRUE(same(of(tevsWinHann_64f_I, {-2.0, 5, 3}), {-0.0, 5, 0}));
     EXPECT_TRUE(same(of(tevsWinBartlett_64f_I, {-2.0, 5, -INFINITY}), {0.0, 5, 0}));
     EXPECT_TRUE(same(of(tevsWinBlackmanStd_64f_I, {-2.0, -0.0, -3}), {0.0, -0.0, 0}));
-    EXPECT_TRUE(same(of(tevsWinHamming_64f_I, {-2.0, 5, 100}), {-0.16, 5, 8}));
-    EXPECT_TRUE(same(of(tevsWinHamming_16s_I, {int16_t(-100), int16_t(7), int16_t(56)}), {int16_t(-8), int16_t(7), int16_t(4)}));
 }
 
 TEST(Kaiser, RangeOfTheParameter) {
@@ -247,7 +244,6 @@ TEST(Window, BadArguments) {
     float x[3] = {1, 2, 3}, y[3] = {7, 7, 7};
     EXPECT_EQ(tevsWinBlackmanOpt_32f(nullptr, nullptr, 3), StatusBadSize);
     EXPECT_EQ(tevsWinBlackmanOpt_32f(x, nullptr, 4), StatusNullPtr);
-    EXPECT_EQ(tevsWinBlackman_32f(nullptr, nullptr, 3, 0), StatusNullPtr);
     for (int len : {2, 1}) {
         EXPECT_EQ(tevsWinHann_32f(x, y, len), StatusBadSize);
         EXPECT_EQ(tevsWinKaiser_32f_I(x, len, 0), StatusOk);

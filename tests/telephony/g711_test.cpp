@@ -94,11 +94,6 @@ TEST(G711, KnownCodes) {
         tevsLinToALaw_32f8u(&x, &a, 1), tevsLinToMuLaw_32f8u(&x, &u, 1);
         EXPECT_TRUE(a == k.aLaw && u == k.muLaw) << k.sample;
     }
-    const float x[] = {-1e-6f, -0.0f, 1.0f, NAN, -0x1.fffffep-17f, -0x1p-16f};   // the last two: a hair less than half a step, and half a step
-    uint8_t a[6], u[6];
-    tevsLinToALaw_32f8u(x, a, 6), tevsLinToMuLaw_32f8u(x, u, 6);
-    EXPECT_TRUE(std::ranges::equal(a, std::initializer_list<uint8_t>{0xd5, 0xd5, 0xaa, 0x2a, 0xd5, 0x55}));
-    EXPECT_TRUE(std::ranges::equal(u, std::initializer_list<uint8_t>{0x7f, 0xff, 0x80, 0x00, 0x7f, 0x7f}));
 }
 
 // The tables of the Recommendation by their hash, and what is known of them.
