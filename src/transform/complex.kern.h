@@ -9,6 +9,9 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
+// A number as an argument.
+template <int J> using At = std::integral_constant<int, J>;
+
 // On lambdas.
 #define TEVS_HERE __attribute__((always_inline))
 
@@ -104,20 +107,25 @@ template <class T, class V> TEVS_INLINE void storeBlock(T* p, Cx<V> v) {
 // Lanes within 128 bits.
 template <class V> constexpr int kGroup = 16 / int(sizeof(V{}[0]));
 
-// Every second lane of each group, of a and then of b, from lane Odd on; and the lanes of a and b by turns, from the groups' lower or upper halves.
+// Whether the lanes of a block are in natural order.
+template <class V> constexpr bool kNatural = sizeof(V) <= 16 || kCount<V> > 2 * kGroup<V>;
+
+// Every second lane of each group, of a and then of b, from lane Odd on; and the lanes of a and b by turns, from the groups' lower or upper halves. The groups are 128 bits or, where
+// the order is natural, whole registers.
+template <class V> constexpr int kReach = kNatural<V> ? kCount<V> : kGroup<V>;
 template <int Odd, class V> TEVS_INLINE V unzipped(V a, V b) {
-    constexpr int K = kCount<V>, G = kGroup<V>, H = G / 2;
+    constexpr int K = kCount<V>, G = kReach<V>, H = G / 2;
     return shuffle<[](int i) { return i / G * G + i % H * 2 + Odd + (i % G < H ? 0 : K); }>(a, b);
 }
 template <int Upper, class V> TEVS_INLINE V zipped(V a, V b) {
-    constexpr int K = kCount<V>, G = kGroup<V>;
+    constexpr int K = kCount<V>, G = kReach<V>;
     return shuffle<[](int i) { return i / G * G + Upper * G / 2 + i % G / 2 + (i & 1 ? K : 0); }>(a, b);
 }
 template <class V> TEVS_INLINE Cx<V> separated(V a, V b) { return {unzipped<0>(a, b), unzipped<1>(a, b)}; }
 template <class V> TEVS_INLINE Two<V> interleaved(Cx<V> v) { return {zipped<0>(v.re, v.im), zipped<1>(v.re, v.im)}; }
-// Between natural order and that of a block, in either direction: the order exchanges two bits of a lane's number, if any.
+// Between natural order and that of a block, in either direction: the order, if another, exchanges two bits of a lane's number.
 template <class V> TEVS_INLINE V reordered(V a) {
-    if constexpr (sizeof(V) <= 16)
+    if constexpr (kNatural<V>)
         return a;
     else
         return shuffle<[](int i) { return laneAt(kCount<V>, i, kGroup<V>); }>(a, a);
@@ -126,7 +134,7 @@ template <class V> TEVS_INLINE Cx<V> reversed(Cx<V> v) { return {reverse(v.re), 
 
 // ---- spectra of reals, complex values as they lie in memory -----------------------------------------------------------------------------
 
-template <class T> constexpr int kPairsAtOnce = (kRegisterBytes >= 32 ? 32 : 16) / int(2 * sizeof(T));
+template <class T> constexpr int kPairsAtOnce = (kRegisterBytes < 32 ? 16 : kRegisterBytes) / int(2 * sizeof(T));
 
 // The sign of every second lane, the imaginary parts.
 template <class V> TEVS_INLINE V conjugate(V a) {
@@ -136,19 +144,28 @@ template <class V> TEVS_INLINE V conjugate(V a) {
 // a b + c in the real parts, a b - c in the imaginary ones; or the other way round.
 template <bool Minus, class V> TEVS_INLINE V productAnd(V a, V b, V c) {
 #ifdef __FMA__
-    if constexpr (sizeof(V{}[0]) == 4 && sizeof(V) == 16)
-        return Minus ? (V)_mm_fmaddsub_ps((__m128)a, (__m128)b, (__m128)c) : (V)_mm_fmsubadd_ps((__m128)a, (__m128)b, (__m128)c);
-    else if constexpr (sizeof(V) == 16)
+    if constexpr (sizeof(V{}[0]) == 4) {
+        if constexpr (sizeof(V) == 16)
+            return Minus ? (V)_mm_fmaddsub_ps((__m128)a, (__m128)b, (__m128)c) : (V)_mm_fmsubadd_ps((__m128)a, (__m128)b, (__m128)c);
+        else if constexpr (sizeof(V) == 32)
+            return Minus ? (V)_mm256_fmaddsub_ps((__m256)a, (__m256)b, (__m256)c) : (V)_mm256_fmsubadd_ps((__m256)a, (__m256)b, (__m256)c);
+        else
+            return Minus ? (V)_mm512_fmaddsub_ps((__m512)a, (__m512)b, (__m512)c) : (V)_mm512_fmsubadd_ps((__m512)a, (__m512)b, (__m512)c);
+    } else if constexpr (sizeof(V) == 16) {
         return Minus ? (V)_mm_fmaddsub_pd((__m128d)a, (__m128d)b, (__m128d)c) : (V)_mm_fmsubadd_pd((__m128d)a, (__m128d)b, (__m128d)c);
-    else if constexpr (sizeof(V{}[0]) == 4)
-        return Minus ? (V)_mm256_fmaddsub_ps((__m256)a, (__m256)b, (__m256)c) : (V)_mm256_fmsubadd_ps((__m256)a, (__m256)b, (__m256)c);
-    else
+    } else if constexpr (sizeof(V) == 32) {
         return Minus ? (V)_mm256_fmaddsub_pd((__m256d)a, (__m256d)b, (__m256d)c) : (V)_mm256_fmsubadd_pd((__m256d)a, (__m256d)b, (__m256d)c);
+    } else {
+        return Minus ? (V)_mm512_fmaddsub_pd((__m512d)a, (__m512d)b, (__m512d)c) : (V)_mm512_fmsubadd_pd((__m512d)a, (__m512d)b, (__m512d)c);
+    }
 #else
     return Minus ? subAdd(a * b, c) : addSub(a * b, c);
 #endif
 }
-// Complex values in the opposite order, from memory and to it: two registers of doubles are two halves each.
+// Complex values in the opposite order; from memory and to it, where two registers of doubles are two halves each.
+template <class V> TEVS_INLINE V pairsReversed(V a) {
+    return shuffle<[](int i) { return kCount<V> - 1 - (i ^ 1); }>(a, a);
+}
 template <class V, class T> TEVS_INLINE V loadReversed(const T* p) {
     constexpr int n = kCount<V>;
     if constexpr (n == 2)
@@ -156,7 +173,7 @@ template <class V, class T> TEVS_INLINE V loadReversed(const T* p) {
     else if constexpr (sizeof(V) == 32 && n == 4)
         return join(load<T, 2>(p + 2), load<T, 2>(p));
     else
-        return swapPairs(reverse(load<T, n>(p)));
+        return pairsReversed(load<T, n>(p));
 }
 template <class T, class V> TEVS_INLINE void storeReversed(T* p, V v) {
     constexpr int n = kCount<V>;
@@ -166,7 +183,7 @@ template <class T, class V> TEVS_INLINE void storeReversed(T* p, V v) {
         store(p, high(v));
         store(p + 2, low(v));
     } else {
-        store(p, swapPairs(reverse(v)));
+        store(p, pairsReversed(v));
     }
 }
 
@@ -227,6 +244,22 @@ template <class T> TEVS_INLINE Blocks<T> operator+(Blocks<T> a, int64_t i) { ret
 template <class T> TEVS_INLINE PartBlocks<T> operator+(PartBlocks<T> a, int64_t i) { return {a.re + i, a.im + i}; }
 
 // Row r of K goes in, column r comes out; lanes in block order on both sides.
+template <class V, int K>
+requires(K > 2 * kGroup<V>) TEVS_INLINE void transpose(V (&x)[K]) {
+    // A bit of a row's number for that of a lane's.
+    const auto exchange = [&]<int Bit>(At<Bit>) TEVS_HERE {
+        for (int r = 0; r < K; ++r)
+            if (!(r & Bit)) {
+                const V a = x[r], b = x[r + Bit];
+                x[r] = shuffle<[](int i) { return i & Bit ? i - Bit + K : i; }>(a, b);
+                x[r + Bit] = shuffle<[](int i) { return i & Bit ? i + K : i + Bit; }>(a, b);
+            }
+    };
+    exchange(At<1>{});
+    exchange(At<2>{});
+    exchange(At<4>{});
+    if constexpr (K == 16) exchange(At<8>{});
+}
 template <class V, int K> TEVS_INLINE void transpose(V (&x)[K]) {
     constexpr int G = kGroup<V>, H = G / 2;
     constexpr auto low = [](int i) { return i / G * G + i % H + (i % G < H ? 0 : K); };
@@ -290,8 +323,6 @@ template <int K, class To, class V> TEVS_INLINE void writeTurned(To to, int stri
 }
 
 // ---- DFTs from memory -----------------------------------------------------------------------------------------------------------------
-
-template <int J> using At = std::integral_constant<int, J>;
 
 // The outputs of radix 4 in the order 0 2 1 3, each given away before the next is formed: with what the caller does to an output, eight registers hold all.
 // re(j) and im(j) are parts of the inputs.

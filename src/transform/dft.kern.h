@@ -320,13 +320,18 @@ template <int N, class T> void whole(const Values<const T>& src, const Values<T>
 
 // For 0 < k < n - k and, of an even n, k = n - k. The last register of values may overlap the one before: out is not in.
 template <bool Inverse, class T> void recombine(const T* in, T* out, int n, const T* w) {
-    constexpr int K = kPairsAtOnce<T>;
+    constexpr int kMost = kPairsAtOnce<T>, kHalf = kMost * int(2 * sizeof(T)) > 32 ? kMost / 2 : kMost;
     const int end = (n + 1) / 2;
-    if (end > K) {
+    const auto by = [=]<int K>(At<K>) TEVS_HERE {
         for (int k = 1; k < end; k += K) {
             const int from = k + K <= end ? k : end - K;
             recombined<Inverse, K>(in, out, from, n - from - K + 1, w + 2 * from);
         }
+    };
+    if (end > kMost) {
+        by(At<kMost>{});
+    } else if (end > kHalf) {
+        by(At<kHalf>{});
     } else {
         for (int k = 1; k < end; ++k) {
             const T *const a = in + 2 * k, *const b = in + 2 * (n - k);

@@ -20,7 +20,7 @@
 namespace tevs {
 namespace {
 
-template <class T> constexpr int kMostInRegisters = sizeof(T) == 4 ? 2 << 7 : 2 << 6;   // scalars of the longest transform that is one kernel in registers
+template <class T> constexpr int kMostInRegisters = sizeof(T) == 4 ? 2 << 8 : 2 << 7;   // scalars of the longest transform that is one kernel in registers
 
 template <class T> const FftKernels<T>* chosenKernels();
 template <> const FftKernels<float>* chosenKernels() { return fft32; }
@@ -101,7 +101,7 @@ public:
     FactorWriter(T* at, int lanes) : at_(at), lanes_(lanes) {}
     // A block of num = first * step, (first + 1) * step, ... in the block's lane order (laneAt).
     void putBlock(uint64_t first, uint64_t step, uint64_t den) {
-        const uint64_t apart = uint64_t(lanes_ / 2) * step;
+        const uint64_t apart = uint64_t(laneAt(lanes_, kGroup<T> / 2, kGroup<T>)) * step;
         for (int l = 0; l < lanes_; l += kGroup<T>)
             putGroup(at_ + l, at_ + lanes_ + l, (first + uint64_t(laneAt(lanes_, l, kGroup<T>))) * step, step, apart, den);
         at_ += 2 * lanes_;
@@ -170,7 +170,7 @@ template <class T> uint64_t layOut(FftTables<T>& t, int order, bool real, Places
     const auto factorsBetween = [&](int p) {
         const auto columns = uint64_t(tileColumns<T>(p));
         T* const at = c.take<T>((2 * columns << p) + (uint64_t{2} << order) / columns);
-        if (block) writeFactorsBetween(at, p, order, lanes);
+        if (block) writeFactorsBetween(at, p, order, columnLanes<T>(lanes));
         return at;
     };
     const bool deep = goesDeep<T>(order, lanes) && places != Places::Parts, swept = order >= kFirstLargeOrder<T> && !(deep && places == Places::Pairs);

@@ -8,8 +8,8 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
-// Complex values in a block: 256 bits at level 3 too. Its 32 registers are what radix 8 gains by; 512-bit vectors measured no faster.
-template <class T> constexpr int kBlock = (kRegisterBytes >= 32 ? 32 : 16) / int(sizeof(T));
+template <class T> constexpr int kBlock = (kRegisterBytes < 32 ? 16 : kRegisterBytes) / int(sizeof(T));   // complex values in a block
+template <class T> constexpr int kColumnBlock = columnLanes<T>(kBlock<T>);
 
 // ---- passes -------------------------------------------------------------------------------------------------------------------------
 
@@ -74,14 +74,14 @@ template <int K, int R, int S, bool Inverse, bool Scaled, class In, class Out, c
 
 // The middle passes I .. of a transform, S being the product of the radices before: the data alternates between two places. last(place) goes on where it
 // ends.
-template <Radices Passes, int I, int M, int S, class From, class To, class T, class Last>
+template <int K, Radices Passes, int I, int M, int S, class From, class To, class T, class Last>
 TEVS_INLINE void middlePasses(From from, To to, const T* w, Last last) {
     if constexpr (I == Passes.count - 1) {
         last(from, to);
     } else {
         constexpr int R = Passes.r[I];
-        w = middlePass<kBlock<T>, R, M / R, S>(from, to, w);
-        middlePasses<Passes, I + 1, M / R, S * R>(to, from, w, last);
+        w = middlePass<K, R, M / R, S>(from, to, w);
+        middlePasses<K, Passes, I + 1, M / R, S * R>(to, from, w, last);
     }
 }
 
@@ -109,7 +109,7 @@ TEVS_INLINE void stockham(const FftTables<T>& t, In src, First first, Second sec
     constexpr Radices kPasses = passesOf<T>(Order, K);
     constexpr int R0 = kPasses.r[0], R = kPasses.r[kPasses.count - 1];
     const T* const w = firstPass<K, R0, N / R0, Inverse>(src, first, t.passes);
-    middlePasses<kPasses, 1, N / R0, R0>(first, second, w, [&](auto at, auto) { lastPass<K, R, N / R, Inverse, Scaled>(at, dst, scale); });
+    middlePasses<K, kPasses, 1, N / R0, R0>(first, second, w, [&](auto at, auto) { lastPass<K, R, N / R, Inverse, Scaled>(at, dst, scale); });
 }
 template <int Order, bool Inverse, bool Scaled, class T> TEVS_INLINE void stockham(const FftTables<T>& t, Pairs<const T> src, Pairs<T> dst, T* work, T scale) {
     const bool inPlace = src.p == dst.p;
@@ -156,13 +156,13 @@ TEVS_PASS const T* firstColumnPass(const Rows<In>& in, T* __restrict tile, int t
 
 // All passes but the last over the columns of some tiles. done(tile, at, free) gets the place of each one's data, and a free one until the next is done.
 template <int Order, bool Inverse, class In, class T, class Done> TEVS_INLINE void columnPasses(const Rows<In>& in, const T* w, T* work, int tiles, Done done) {
-    constexpr int N = 1 << Order, K = kBlock<T>, kColumns = tileColumns<T>(Order);
+    constexpr int N = 1 << Order, K = kColumnBlock<T>, kColumns = tileColumns<T>(Order);
     constexpr Radices kPasses = radicesOf(Order);
     constexpr int R = kPasses.r[0];
     w = firstColumnPass<K, R, N / R, kColumns, Inverse>(in, work, tiles, w);
     Blocks<T> free{work + int64_t{2} * kColumns * N * tiles};
     for (int t = 0; t < tiles; ++t)
-        middlePasses<kPasses, 1, N / R, kColumns * R>(Blocks<T>{work + int64_t{2} * kColumns * N * t}, free, w, [&](Blocks<T> at, Blocks<T> other) {
+        middlePasses<K, kPasses, 1, N / R, kColumns * R>(Blocks<T>{work + int64_t{2} * kColumns * N * t}, free, w, [&](Blocks<T> at, Blocks<T> other) {
             free = other;
             done(t, at, other);
         });
@@ -170,7 +170,7 @@ template <int Order, bool Inverse, class In, class T, class Done> TEVS_INLINE vo
 
 // The last pass; emit(row, column, block) places what it has, rows of all tiles side by side.
 template <int Order, class T, class Emit> TEVS_INLINE void lastColumnPass(const Blocks<T>* at, int tiles, Emit emit) {
-    constexpr int K = kBlock<T>, kColumns = tileColumns<T>(Order);
+    constexpr int K = kColumnBlock<T>, kColumns = tileColumns<T>(Order);
     constexpr Radices kPasses = radicesOf(Order);
     constexpr int R = kPasses.r[kPasses.count - 1], M = (1 << Order) / R;
     for (int k = 0; k < M; ++k)
@@ -182,7 +182,7 @@ template <int Order, class T, class Emit> TEVS_INLINE void lastColumnPass(const 
 
 // Rows [k1][columns] of a tile become dst[n2][k1]: column c + l of the first sweep is row c + l of the second's matrix.
 template <class T, class Place> void storeTurned(const T* tile, Place dst, int c, int p) {
-    constexpr int K = kBlock<T>;
+    constexpr int K = kColumnBlock<T>;
     const int columns = tileColumns<T>(p);
     for (int k = 0; k < 1 << p; k += K)
         for (int q = 0; q < columns; q += K) {
@@ -196,7 +196,7 @@ template <class T, class Place> void storeTurned(const T* tile, Place dst, int c
 // The first sweep over the columns from c on of some tiles of a matrix of 2^P rows: transforms of length 2^P times w_N^(n2 k1), turned over into dst, or,
 // in place, left where they are.
 template <int P, bool Inverse, class In, class Out, class T> TEVS_PASS void outerColumns(const FftTables<T>& t, In src, Out dst, int c, int tiles, T* work) {
-    constexpr int K = kBlock<T>, kColumns = tileColumns<T>(P);
+    constexpr int K = kColumnBlock<T>, kColumns = tileColumns<T>(P);
     const int q = t.order - P;
     const bool inPlace = start(src) == start(dst);
     // n2 = c + l: w_N^(n2 k1) as the product of w_N^(l k1), from a table that stays in the cache, and w_N^(c k1), one number a row. A table of all N factors
@@ -238,7 +238,7 @@ TEVS_PASS void innerColumns(const FftTables<T>& t, Place data, int c, int fold, 
 //
 // Blocks of a patch are taken along its diagonals: rows often lie multiples of 4096 bytes apart, and a load waits for an earlier store to such a distance.
 template <class T, bool Swap, class Place> void turnSquare(Place a, int64_t stride, int rows) {
-    constexpr int K = kBlock<T>, kPatch = 32, kBlocks = kPatch / K;   // a patch's rows lie in as many pages, which the first level of the TLB holds
+    constexpr int K = kColumnBlock<T>, kPatch = 32, kBlocks = kPatch / K;   // a patch's rows lie in as many pages, which the first level of the TLB holds
     const auto exchange = [=](int i, int j) TEVS_HERE {
         Cx<Vec<T, K>> x[K], y[K];
         for (int l = 0; l < K; ++l) x[l] = read<K>(a, stride * (i + l) + j);
@@ -280,7 +280,7 @@ constexpr SweepsByOrder<T, Place> kSweeps = sweepsByOrder<T, Place>(Iota<kLastCo
 
 // Row j m + h of rows of P values goes to h P + j: along each cycle once, from its least row, by way of one row's room.
 template <class T, class Place> void dealRows(Place a, int P, int m, T* work) {
-    constexpr int K = kBlock<T>;
+    constexpr int K = kColumnBlock<T>;
     const auto from = [=](int row) { return row % P * m + row / P; };
     const auto copy = [=](auto source, int64_t i, auto target, int64_t j) {
         for (int c = 0; c < P; c += K) write(target, j * P + c, read<K>(source, i * P + c));
@@ -304,7 +304,7 @@ template <bool Inverse, class T, template <class> class Place> void inLittleRoom
     const FftTables<T>&columns = t.little[0], &rows = t.little[1];
     const int q = rows.order, p = t.order - q, P = 1 << p, Q = 1 << q;
     if (start(src) != start(dst))
-        for (int64_t i = 0; i < int64_t{1} << t.order; i += kBlock<T>) write(dst, i, read<kBlock<T>>(src, i));
+        for (int64_t i = 0; i < int64_t{1} << t.order; i += kColumnBlock<T>) write(dst, i, read<kColumnBlock<T>>(src, i));
     const auto constant = [](auto place) -> Place<const T> {
         if constexpr (requires { place.p; })
             return {place.p};
@@ -555,7 +555,13 @@ template <class T, template <class> class Place> FftTransform<T, Place>* forward
 
 template <bool Inverse, class T> TEVS_INLINE void recombine(const T* in, T* out, int n, const T* w) {
     constexpr int K = kPairsAtOnce<T>;
-    for (int k = 1; k <= n / 2; k += K) recombined<Inverse, K>(in, out, k, n - k - K + 1, w + 2 * (k - 1));
+    const auto by = [=]<int Values>(At<Values>) TEVS_HERE {
+        for (int k = 1; k <= n / 2; k += Values) recombined<Inverse, Values>(in, out, k, n - k - Values + 1, w + 2 * (k - 1));
+    };
+    if (kBlock<T> * int(sizeof(T)) < 64 || n >= kBlock<T> * kBlock<T>)
+        by(At<K>{});
+    else
+        by(At<K / 2>{});   // as the transform has stored them a moment ago
 }
 
 // Of eight points, by loads and stores that lie where the transform stores and loads: any others would wait.

@@ -17,6 +17,9 @@ template <class T> constexpr int kFirstLargeOrder = sizeof(T) == 4 ? 16 : 14;
 // Complex values of a row that a sweep of columns of length 2^order takes at once: a cache line, or two where that keeps the tiles small.
 template <class T> constexpr int tileColumns(int order) { return (order <= 6 ? 64 : 32) / int(sizeof(T)); }
 
+// And in a block of a tile: 256 bits at most, the half of a cache line of complex values.
+template <class T> constexpr int columnLanes(int lanes) { return lanes * int(sizeof(T)) > 32 ? 32 / int(sizeof(T)) : lanes; }
+
 struct Radices {
     int count = 0;
     int r[10] = {};
@@ -33,7 +36,7 @@ struct Radices {
 // Eight registers hold little of what a pass holds in any radix, and what lies in memory anyway is read again for free: radix 16 then costs least where its 16
 // streams do not fall into the same few sets of the first cache, up to 32 KiB; from there on radix 8. The pass that turns over takes radix 4.
 #ifdef __i386__
-constexpr int kTurningBits = 2;
+constexpr int turningBits(int) { return 2; }
 constexpr Radices radicesOf(int bits, Radices r = {}) {
     r.push(2);
     bits -= 2;
@@ -44,8 +47,7 @@ constexpr Radices radicesOf(int bits, Radices r = {}) {
     r.pushAll(bits);
     return r;
 }
-template <class T> constexpr Radices radicesAfterTurning(int order, Radices r) {
-    int bits = order - kTurningBits;
+template <class T> constexpr Radices radicesAfterTurning(int order, int bits, Radices r) {
     if (2 * int(sizeof(T)) << order <= 32 << 10) {
         if (bits % 4 == 1 || bits % 4 == 3) {
             r.push(3);
@@ -63,20 +65,22 @@ template <class T> constexpr Radices radicesAfterTurning(int order, Radices r) {
     return r;
 }
 #else
-constexpr int kTurningBits = 3;
+// Of 16 values at a time as many as become a block.
+constexpr int turningBits(int lanes) { return lanes == 16 ? 4 : 3; }
 constexpr Radices radicesOf(int bits, Radices r = {}) {
     r.pushAll(bits);
     return r;
 }
-template <class T> constexpr Radices radicesAfterTurning(int order, Radices r) { return radicesOf(order - kTurningBits, r); }
+template <class T> constexpr Radices radicesAfterTurning(int, int bits, Radices r) { return radicesOf(bits, r); }
 #endif
 
 // Orders whose transform is one kernel in registers: N = lanes x radix, two passes with nothing stored between. Of doubles two at a time only that of integers reads its factors.
 template <class T> constexpr int fusedLanes(int order, int lanes) {
     if (lanes == 2) return order <= 6 ? 2 : 0;
     if (order <= 5) return 4;
-    if (order == 6 && lanes * sizeof(T) == 32) return lanes;
-    return order == 7 && lanes == 8 ? 8 : 0;
+    if (order == 6) return lanes * sizeof(T) < 32 ? 0 : lanes < 8 ? lanes : 8;
+    if (order == 7) return lanes >= 8 ? 8 : 0;
+    return order == 8 && lanes == 16 ? 16 : 0;
 }
 
 // The passes of an order below the large ones. The first one turns `lanes` transforms at a time over, so that the blocks of all later passes are contiguous.
@@ -89,8 +93,8 @@ template <class T> constexpr Radices passesOf(int order, int lanes) {
         r.r[1] = fused;
         return r;
     }
-    r.push(kTurningBits);
-    return radicesAfterTurning<T>(order, r);
+    r.push(turningBits(lanes));
+    return radicesAfterTurning<T>(order, order - turningBits(lanes), r);
 }
 
 // Large orders: the orders of P and Q, Q being P, 2 P or 4 P. Where P = Q would put all rows of both sweeps at a distance of 4096 bytes, in the same few sets
@@ -123,10 +127,11 @@ template <class T> constexpr int tilesAtOnce(int64_t room, int rows) {
     return tiles;
 }
 
-// The lane order of a block: what a block of `lanes` interleaved complex values becomes under the shuffles that stay within 128 bits, which hold `group`.
+// The lane order of a block: what a block of `lanes` interleaved complex values becomes under the shuffles that stay within 128 bits, which hold `group`. In 512 bits the shuffles
+// that cross them cost no more, and the order is natural.
 constexpr int laneAt(int lanes, int l, int group) {
     const int half = group / 2;
-    return (l & half ? lanes / 2 : 0) + l / group * half + l % half;
+    return lanes > 2 * group ? l : (l & half ? lanes / 2 : 0) + l / group * half + l % half;
 }
 
 }   // namespace

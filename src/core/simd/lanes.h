@@ -232,13 +232,11 @@ template <class T, int B, int K, class S> TEVS_INLINE Some<Register<T, B>, K> lo
                 r.v[k] = __builtin_convertvector((loadInts<int32_t, B>(s)), Register<float, B>);
             else if constexpr (__is_same(T, double) && __is_same(S, float))
                 r.v[k] = loadWide<n>(s);
-            else if constexpr (__is_same(T, double)) {
-                const __m128i ints = widenLow<S, int32_t>(loadLow<n* int(sizeof(S))>(s));
-#if TEVS_REGISTER_BYTES >= 32
-                if constexpr (B == 32) r.v[k] = (Vec<double, 4>)_mm256_cvtepi32_pd(ints);
-#endif
-                if constexpr (B == 16) r.v[k] = (Vec<double, 2>)_mm_cvtepi32_pd(ints);
-            } else
+            else if constexpr (__is_same(T, double) && B == 16)
+                r.v[k] = (Vec<double, 2>)_mm_cvtepi32_pd(widenLow<S, int32_t>(loadLow<n* int(sizeof(S))>(s)));
+            else if constexpr (__is_same(T, double))
+                r.v[k] = __builtin_convertvector((loadInts<int32_t, B / 2>(s)), Register<double, B>);
+            else
                 r.v[k] = loadInts<T, B>(s);
         }
         return r;
