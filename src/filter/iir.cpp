@@ -39,7 +39,7 @@ enum Form { kArbitrary, kBiQuad };
 // A pair's record. Everything is kept, and computed, in Kept. "II01" is the identifier of a record of arbitrary order, the next one that of a cascade.
 template <class P> struct IirKind : P {
     using Kept = typename P::Float;
-    static constexpr uint32_t kIds[] = {numberedIdentifier("II", 2 * P::kPlace + 1), numberedIdentifier("II", 2 * P::kPlace + 2)};
+    static constexpr uint32_t kIds[2] = {numberedIdentifier("II", 2 * P::kPlace + 1), numberedIdentifier("II", 2 * P::kPlace + 2)};
 };
 using Iir_32f = IirKind<Pair_32f>;
 using Iir_32fc = IirKind<Pair_32fc>;

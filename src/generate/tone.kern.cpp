@@ -48,11 +48,11 @@ public:
         }
         if constexpr (sizeof(T) == 8)
             return first;
-        else if constexpr (kRegisterBytes == 16)
-            return (Vec<uint32_t, kLanes<T>>)_mm_shuffle_ps((__m128)first, (__m128)last, 0xdd);
-#if TEVS_REGISTER_BYTES >= 32
         else
+#if TEVS_REGISTER_BYTES >= 32
             return (Vec<uint32_t, kLanes<T>>)_mm256_shuffle_ps((__m256)first, (__m256)last, 0xdd);
+#else
+            return (Vec<uint32_t, kLanes<T>>)_mm_shuffle_ps((__m128)first, (__m128)last, 0xdd);
 #endif
     }
 

@@ -62,7 +62,7 @@ template <int N, class S> TEVS_INLINE void writeSpectrum(Integers<S, N> x, S* ds
         return;
     }
     if (packing == Packing::Ccs) {
-        x.v[0] = withSecond(x.v[0], 0);
+        x.v[0] = withSecond(x.v[0], S{0});
         dst[N] = second;
         dst[N + 1] = 0;
     }
@@ -99,7 +99,7 @@ template <class D, class T, int N> TEVS_INLINE Integers<D, N> toIntegers(const R
             // What is above the range would convert to the minimum, as what is below does.
             const V v = x.v[r] * f;
             y.v[r] = nearestInt(v) ^ (v >= 0x1p31f);
-        } else if constexpr (x.kRegisters == 1) {
+        } else if constexpr (Reals<T, N>::kRegisters == 1) {
             const V v = x.v[0] * f;
             y.v[r] = rounded(Two<V>{v, v});
         } else {
@@ -229,7 +229,7 @@ TEVS_INLINE Reals<float, 4> fourOfSpectrum(const Reals<float, 4>& x) {
 template <class T, int N> TEVS_INLINE Reals<T, N> spectrumOf(const Reals<T, N>& x) {
     if constexpr (N == 2) {
         return sumAndDifference(x);
-    } else if constexpr (N == x.kLanes) {
+    } else if constexpr (N == Reals<T, N>::kLanes) {
         return spectrumOfFour(x);
     } else {
         Reals<T, N / 2> sum, difference;
@@ -243,7 +243,7 @@ template <class T, int N> TEVS_INLINE Reals<T, N> spectrumOf(const Reals<T, N>& 
 template <class T, int N> TEVS_INLINE Reals<T, N> samplesOf(const Reals<T, N>& x) {
     if constexpr (N == 2) {
         return sumAndDifference(x);
-    } else if constexpr (N == x.kLanes) {
+    } else if constexpr (N == Reals<T, N>::kLanes) {
         return fourOfSpectrum(x);
     } else {
         const Reals<T, N / 2> sum = samplesOf(everySecond<0>(x)), difference = differencesOf(everySecond<1>(x));
