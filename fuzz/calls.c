@@ -233,9 +233,10 @@ static void prepare(const Function* f, Set* set, Value* v) {
         for (int k = 0; k < f->count && fits; ++k) {
             const Param* p = &f->params[k];
             if (!is_vector(p) || (set->vectors[k].used && need[k] <= v[k].count)) continue;
-            const int64_t channels = channels_of(f, v, k), n = need[k] > 0 ? need[k] : 0, each = n * size_of(p);
-            fits = channels <= kMostChannels && n <= kArena && (channels < 1 ? 1 : channels) * each <= kArena - 8;
+            const int64_t channels = channels_of(f, v, k), n = need[k] > 0 ? need[k] : 0;
+            fits = channels <= kMostChannels && n <= kArena && (channels < 1 ? 1 : channels) * n * size_of(p) <= kArena - 8;
             if (!fits) break;
+            const int64_t each = n * size_of(p);
             Vector* x = &set->vectors[k];
             place(x, (size_t)((channels < 1 ? 0 : channels) * each), byte());
             const bool positions = strcmp(p->name, "pNZTapPos") == 0 || strcmp(p->name, "pTable") == 0;
