@@ -373,8 +373,8 @@ static void live_with_record(int kind) {
     const int status = call(f, &maker_set, v);
     void* const record = f->params[m].kind == P_MADE ? v[m].made : v[m].a.p;
     if (status < 0) {
-        /* A transform whose inner memory was refused leaves a record that only Free takes. */
-        if (f->owned && record) kRecordKinds[kind].release(record);
+        /* A transform whose inner memory was refused leaves a record that only Free takes, or, where Free refuses it, the memory alone. */
+        if (f->owned && record && kRecordKinds[kind].release(record) < 0) tevsFree(record);
         return;
     }
     if (!record) fault("makes no record", "");

@@ -23,8 +23,9 @@ TEVS_BEGIN
  *
  * InitAlloc      Builds a record in memory of its own. hint: any value, without effect. Returns StatusOk, StatusNullPtr
  *                (ppSpec), StatusBadSize (length < 1), StatusNoMemory. Where it is the memory of a transform inside
- *                that is refused, *ppSpec has a record that cannot transform: Free answers StatusNullPtr, and so does
- *                Hilbert from three samples on; where it is the record's own, *ppSpec is NULL.
+ *                that is refused, *ppSpec has a record that cannot transform: Free answers StatusNullPtr (tevsFree
+ *                takes its memory), and so does Hilbert from three samples on; where it is the record's own, *ppSpec is
+ *                NULL.
  * Free           Returns StatusOk, StatusNullPtr, StatusContextMismatch (not a record of this kind).
  * Hilbert        pSrc, pDst    N samples and N values; pDst may begin where pSrc does only in the form of floats
  *                scaleFactor   the result times 2^-scaleFactor, to the nearest integer, ties to even, saturated. Any

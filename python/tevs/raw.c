@@ -570,8 +570,8 @@ static PyObject* call(PyObject* self, PyObject* const* arguments, Py_ssize_t cou
 
     if (f->result == R_STATUS && (int)result.i < 0) {
         if (freed) held->record = freed;
-        /* A transform whose inner memory was refused leaves a record that only Free takes. */
-        if (made && f->owned && v[m].made) made->kind->release(v[m].made);
+        /* A transform whose inner memory was refused leaves a record that only Free takes, or, where Free refuses it, the memory alone. */
+        if (made && f->owned && v[m].made && made->kind->release(v[m].made) < 0) tevsFree(v[m].made);
         status_error(f->name, (int)result.i);
     } else if (maker) {
         made->record = maker->kind == P_MADE ? v[m].made : v[m].a.p;
