@@ -17,7 +17,8 @@ if ! { cmake --preset fuzz && cmake --build --preset fuzz --target fuzz_calls; }
     grep -E -A 5 'error|FAILED' build/fuzz.log | head -n 40
     fail "the fuzz target does not build: build/fuzz.log"
 fi
-# A direct filter of 32768 taps over as many samples takes ten seconds, and more on a busy machine. More memory than 64 MB for a record is refused, as where there is none. Processes of its own, for one that ends does not end the others.
+# A direct filter of 32768 taps over as many samples takes ten seconds, and more on a busy machine. More memory than 64 MB for a record is refused, as where there is none.
+# Processes of its own, for one that ends does not end the others.
 ASAN_OPTIONS=allocator_may_return_null=1:max_allocation_size_mb=64 OMP_NUM_THREADS=1 build/fuzz/bin/fuzz_calls "$corpus" \
     -fork="$(nproc)" -max_total_time="$seconds" -max_len=512 -malloc_limit_mb=0 -timeout=600 -report_slow_units=600 -artifact_prefix="$out/" 2>&1 | tee build/fuzz-run.log |
     grep --line-buffered -E '^#[0-9]+: cov|^==|ERROR|is refused|writes|fault|answers|takes what|changes'

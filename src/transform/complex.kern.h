@@ -131,7 +131,7 @@ template <class V> TEVS_INLINE Cx<V> reversed(Cx<V> v) { return {reverse(v.re), 
 
 // ---- spectra of reals, complex values as they lie in memory -----------------------------------------------------------------------------
 
-template <class T> constexpr int kPairsAtOnce = (kRegisterBytes < 32 ? 16 : kRegisterBytes) / int(2 * sizeof(T));
+template <class T> constexpr int kPairsAtOnce = kLanes<T> / 2;
 
 // The sign of every second lane, the imaginary parts.
 template <class V> TEVS_INLINE V conjugate(V a) {

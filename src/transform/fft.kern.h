@@ -8,7 +8,7 @@
 namespace tevs::TEVS_LEVEL_NS {
 namespace {
 
-template <class T> constexpr int kBlock = (kRegisterBytes < 32 ? 16 : kRegisterBytes) / int(sizeof(T));   // complex values in a block
+template <class T> constexpr int kBlock = kLanes<T>;   // complex values in a block
 template <class T> constexpr int kColumnBlock = columnLanes<T>(kBlock<T>);
 
 // ---- passes -------------------------------------------------------------------------------------------------------------------------

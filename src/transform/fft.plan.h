@@ -17,7 +17,7 @@ template <class T> constexpr int kFirstLargeOrder = sizeof(T) == 4 ? 16 : 14;
 // Complex values of a row that a sweep of columns of length 2^order takes at once: a cache line, or two where that keeps the tiles small.
 template <class T> constexpr int tileColumns(int order) { return (order <= 6 ? 64 : 32) / int(sizeof(T)); }
 
-// And in a block of a tile: 256 bits at most, the half of a cache line of complex values.
+// And in a block of a tile: of 256 bits at most, so that its real and imaginary parts are no more than a cache line.
 template <class T> constexpr int columnLanes(int lanes) { return lanes * int(sizeof(T)) > 32 ? 32 / int(sizeof(T)) : lanes; }
 
 struct Radices {

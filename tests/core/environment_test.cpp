@@ -41,9 +41,6 @@ const std::map<std::string_view, std::vector<int>> kValues = {
     {"numPoly", {2, 3}}, {"constraintLen", {5}}, {"numSymbols", {3}}, {"traceLen", {9}}, {"numStates", {3}}, {"numInputs", {2}}, {"patternLen", {5}},
     // clang-format on
 };
-bool names(const Function& f, std::initializer_list<std::string_view> parts) {
-    return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) { return f.name.find(part) != f.name.npos; });
-}
 std::vector<int> valuesOf(const Function& f, const Parameter& p) {
     if (p.is("tapsLen") && names(f, {"WtGen", "DWT"})) return {8};   // of wavelets, even
     if (const auto known = kValues.find(p.name); known != kValues.end()) return known->second;

@@ -10,9 +10,6 @@ using namespace test;
 
 namespace {
 
-bool names(const Function& f, std::initializer_list<std::string_view> parts) {
-    return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) { return f.name.find(part) != f.name.npos; });
-}
 bool makes(const Function& f) { return names(f, {"Init"}); }
 bool isOptional(const Function& f, const Parameter& p) {
     return (p.is("pDlyLine") && (makes(f) || names(f, {"Set"}))) || (p.is("pTaps") && names(f, {"LMSInit", "LMSMRInit", "LMSMRSet"}));

@@ -1,4 +1,4 @@
-// Exported functions as data: what a prototype says of its parameters, and a call with arguments that were chosen at run time. Any function that takes no record fits.
+// Exported functions as data: what a prototype says of its parameters, and a call with arguments that were chosen at run time. Any function fits; of a record no more is known than its pointer.
 #pragma once
 
 #include <algorithm>
@@ -74,6 +74,10 @@ struct Function {
         return std::any_of(parameters.begin(), parameters.end(), [](const Parameter& p) { return p.record; });
     }
 };
+// Whether any of these is part of its name.
+inline bool names(const Function& f, std::initializer_list<std::string_view> parts) {
+    return std::any_of(parts.begin(), parts.end(), [&](std::string_view part) { return f.name.find(part) != f.name.npos; });
+}
 
 template <class T> struct Element {   // of type T, which may be incomplete
     using Type = std::remove_const_t<T>;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "support/records.h"
+#include "support/values.h"
 
 using namespace test;
 
@@ -33,10 +34,6 @@ const Form kForms[] = {
     {kKinds[kR16s32s], "Inv_CCSToR", Ccs, Reals, erased<tevsFFTInv_CCSToR_32s16s_Sfs>, nullptr},
 };
 
-std::pair<Real, Real> range(Type t) {
-    return t.number == Number::i16 ? std::pair<Real, Real>(-0x1p15, 0x1p15 - 1) : std::pair<Real, Real>(-0x1p31, 0x1p31 - 1);
-}
-
 // ---- results --------------------------------------------------------------------------------------------------------------------------------
 
 // A float result has an error of at most so much of the root mean square of all of them, or of itself where it stands out: the norm's error is measured, a
@@ -59,7 +56,7 @@ void expectOracle(const Form& form, int order, int flag, int hint) {
     }
     const long double rms = std::sqrt(squares / x.size());
     // Without a scale, and at the scales that leave about a quarter of the range, and 16 times as much.
-    const auto [lo, hi] = range(form.out());
+    const auto [lo, hi] = rangeOf(form.out().number);
     const int natural = std::max(0, int(std::log2(rms + 1))) - std::ilogb(lo) + 3;
     for (int scale : {0, natural, natural - 4, natural + 6}) {
         const auto got = reals(form.run(src, spec, n, scale));
@@ -100,7 +97,7 @@ void expectImpulse(const Form& form, int order, int value) {
     const auto parts = packed(form.from, x), exact = packed(form.to, Values(n, value));
     Vector src(form.in(), parts.size());
     for (size_t i = 0; i < parts.size(); ++i) src.setPart(i, parts[i]);
-    const auto [lo, hi] = range(form.out());
+    const auto [lo, hi] = rangeOf(form.out().number);
     for (int scale : {INT_MIN, -200, -33, -32, -31, -16, -15, -14, -1, 0, 1, 2, 3, 9, 10, 14, 15, 16, 17, 31, 32, 33, 200, INT_MAX}) {
         const auto got = reals(form.run(src, spec, n, scale));
         for (size_t i = 0; i < got.size(); ++i)
